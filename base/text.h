@@ -1,0 +1,64 @@
+// Text functions of the processed language, as this program needs them.
+//
+// All texts are 8-bit text in the ANSI code page, one byte one character.
+// "Blank" is code 32 alone; a tab is an ordinary character. "Without regard to
+// case" follows a fixed table of Windows-1252, never the locale, so that every
+// machine gives the same bytes.
+//
+// Tested by tests/unit/base/text_test.cpp.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tintline {
+
+namespace detail {
+constexpr std::array<char, 256> makeLowerTable() {
+  std::array<char, 256> table{};
+  for (unsigned code = 0; code < 256; ++code) {
+    const bool latin = code >= 0xC0 && code <= 0xDE && code != 0xD7;
+    const bool ascii = code >= 'A' && code <= 'Z';
+    table[code] = static_cast<char>(latin || ascii ? code + 0x20 : code);
+  }
+  table[0x8A] = '\x9A';  // S with caron
+  table[0x8C] = '\x9C';  // OE
+  table[0x8E] = '\x9E';  // Z with caron
+  table[0x9F] = '\xFF';  // Y with diaeresis
+  return table;
+}
+inline constexpr std::array<char, 256> kLower = makeLowerTable();
+}  // namespace detail
+
+// The lower-case partner of a character, or the character itself.
+constexpr char toLower(char c) { return detail::kLower[static_cast<unsigned char>(c)]; }
+
+// The text without leading blanks, trailing blanks, or both.
+std::string_view LTrim(std::string_view text);
+std::string_view RTrim(std::string_view text);
+std::string_view Trim(std::string_view text);
+
+// `count` blanks; none when count is not positive.
+std::string Space(std::ptrdiff_t count);
+
+bool equalsIgnoreCase(std::string_view a, std::string_view b);
+bool startsWithIgnoreCase(std::string_view text, std::string_view prefix);
+
+// Position of the first occurrence of `part` at or behind `from`, without
+// regard to case; npos when there is none. An empty part is found at `from`.
+std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::size_t from = 0);
+bool containsIgnoreCase(std::string_view text, std::string_view part);
+
+// `text` with every occurrence of `from` (not empty) replaced, searched from
+// left to right and never inside a replacement.
+std::string Replace(std::string_view text, std::string_view from, std::string_view to);
+std::string ReplaceIgnoreCase(std::string_view text, std::string_view from, std::string_view to);
+
+// The pieces between the separators; an empty text has no pieces. The views
+// live as long as `text`.
+std::vector<std::string_view> Split(std::string_view text, char separator);
+
+}  // namespace tintline
