@@ -1,0 +1,57 @@
+// Turns one line of source into one line of HTML in which comments, reserved
+// words, named-argument marks, quotes, parentheses and procedure heads are
+// wrapped in spans.
+//
+// It works on blank-separated words and pieces of words, not on tokens, and
+// takes several decisions by plain substring tests. Its output is a fixed
+// format: the simplifications are meant.
+//
+// Tested by tests/unit/engine/line_highlighter_test.cpp and, against a literal
+// transcription of the rules, tests/unit/engine/engine_property_test.cpp.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "engine/keyword_table.h"
+
+namespace tintline {
+
+class Highlighter {
+ public:
+  // The table must live as long as the highlighter.
+  explicit Highlighter(const KeywordTable& keywords) : keywords_(keywords) {}
+
+  // Replaces `html` by the HTML of one source line, without line break. Lines
+  // must be given in order: a comment that ends in "_" makes the next line a
+  // comment.
+  void fkt_ZeileKonvertieren(std::string_view line, std::string& html);
+
+ private:
+  struct SplitLine {
+    std::string_view code;
+    std::string_view comment;  // from its apostrophe or " REM" on
+  };
+
+  SplitLine splitTrailingComment(std::string_view line);
+  void FortsetzungPruefen(std::string_view text);
+
+  const KeywordTable& keywords_;
+  bool KommentarFortsetzung_ = false;  // the next line continues a comment
+};
+
+namespace modVBACode {
+
+// True when the last apostrophe of the line starts a comment: an even number of
+// double quotes stands in front of it.
+bool fkt_KommentarZeichen(std::string_view line);
+
+// True when some " REM" (in any case) stands outside string literals.
+bool fkt_KommentarRem(std::string_view line);
+
+// True when the trimmed line begins with "End Property", "End Sub" or "End Function".
+bool fkt_ProzedurEnde(std::string_view line);
+
+}  // namespace modVBACode
+
+}  // namespace tintline
