@@ -1,0 +1,48 @@
+// The settings file "TINTLINE.ini": the colour scheme and the texts around a
+// clipboard copy. Every value is stored with a closing "," that reading drops.
+//
+// Tested by tests/unit/app/modIniSave_test.cpp.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "engine/color_scheme.h"
+
+namespace tintline::modIniSave {
+
+inline constexpr std::string_view kSettingsFile = "TINTLINE.ini";
+
+// The stored text of a key without its last character (the terminator), "" when
+// file or key are missing. At most 254 characters of a value are read, so at
+// most 253 come back.
+std::string fkt_IniWertLesen(const std::filesystem::path& file, std::string_view key);
+
+// Writes key = value; file and section are created when missing. The value must
+// bring its terminator along. A failure goes unreported, the old file stays whole.
+void IniWertSchreiben(const std::filesystem::path& file, std::string_view key,
+                      std::string_view value);
+
+// The keys of the five colour categories, in their order.
+const std::array<std::string_view, kColorCategories>& fkt_FarbSchluessel();
+
+// Reads the colours into the table and never writes. Stops with false at the
+// first damaged value; what was stored before it stays.
+bool readColors(const std::filesystem::path& file, ColorScheme& scheme);
+
+// Reads the colours. When that fails and the table holds no scheme yet, puts the
+// default colours into it and saves them; false in every case of failure.
+bool fkt_FarbenLaden(const std::filesystem::path& file, ColorScheme& scheme);
+
+// Rewrites the file from the table and reads it back. When the file cannot be
+// written, the table gets the default colours and the save is tried once more.
+void FarbenSpeichern(const std::filesystem::path& file, ColorScheme& scheme);
+
+// Writes the whole file: the five colour values as given, PreCode and PostCode
+// kept when `rewrite` is set, else emptied. Throws FileError.
+void EinstellungenSchreiben(const std::filesystem::path& file,
+                            const std::array<std::string, kColorCategories>& colors, bool rewrite);
+
+}  // namespace tintline::modIniSave

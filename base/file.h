@@ -1,0 +1,60 @@
+// Whole files in, whole files out.
+//
+// Tested by tests/unit/base/file_test.cpp.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace tintline {
+
+// A file could not be read or written.
+class FileError : public std::runtime_error {
+ public:
+  FileError(std::filesystem::path path, std::error_code reason);
+  const std::filesystem::path& path() const { return path_; }
+  std::error_code reason() const { return reason_; }
+
+ private:
+  std::filesystem::path path_;
+  std::error_code reason_;
+};
+
+// The reason of a failed file operation as the user reads it, German, without
+// a full stop: "Datei nicht gefunden".
+std::wstring reasonText(std::error_code reason);
+
+// The bytes of a file. Throws FileError; a directory is an error too.
+std::string readFile(const std::filesystem::path& path);
+
+// A file that appears complete or not at all: it is written under another name
+// in the target's folder and takes the target's name in one step. Until then,
+// and after any failure, a file that stood there stays whole. A target that is
+// no regular file (a device, a pipe) is written directly; a symbolic link keeps
+// pointing to the file that is replaced.
+class AtomicFile {
+ public:
+  // Throws FileError when the file cannot be created.
+  explicit AtomicFile(const std::filesystem::path& target);
+  ~AtomicFile();  // without commit(): removes what was written
+  AtomicFile(const AtomicFile&) = delete;
+  AtomicFile& operator=(const AtomicFile&) = delete;
+
+  // Where to write; binary, so line ends are written as they are given.
+  // Failures show at commit() at the latest.
+  std::ostream& stream();
+
+  // Puts the file in place. Throws FileError when anything failed.
+  void commit();
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace tintline

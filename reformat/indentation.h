@@ -1,0 +1,25 @@
+// Re-indents source lines by block structure.
+//
+// Tested by tests/unit/reformat/indentation_test.cpp and, against a literal
+// transcription of the rules, tests/unit/engine/engine_property_test.cpp.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "base/line_list.h"
+
+namespace tintline {
+
+// Space(level × unit) followed by the text; a level below 0 is first set to 0.
+std::string fktEinrücken(int unit, std::int16_t& level, std::string_view text);
+
+// The list after "format": the unit grows by one and every line is indented
+// anew. An empty list leaves list and unit as they are.
+LineList Formatieren(const LineList& List1, int& unit);
+
+// The same for "format2": the unit shrinks by one, not below 0.
+LineList Formatieren2(const LineList& List1, int& unit);
+
+}  // namespace tintline
