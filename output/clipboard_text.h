@@ -1,5 +1,4 @@
-// The texts that copying puts on the clipboard and the lines that pasting makes
-// of one.
+// The texts that copying puts on the clipboard.
 //
 // Tested by tests/unit/output/clipboard_text_test.cpp.
 #pragma once
@@ -7,8 +6,6 @@
 #include <functional>
 #include <string>
 #include <string_view>
-
-#include "sources/module_file_reader.h"
 
 namespace tintline {
 
@@ -26,10 +23,5 @@ std::string HTMLKopieren(std::string_view PreCode, const SelectableLines& List2,
 
 // The selected source lines, or all when none is selected, each behind a CR LF.
 std::string Kopieren(const SelectableLines& List1);
-
-// The lines of a pasted text: split at carriage returns (line feeds where there
-// are none), without tabs, each followed by one blank; with the procedure heads
-// among them. An empty text gives no lines.
-ModuleSource Einfügen(std::string_view text);
 
 }  // namespace tintline
