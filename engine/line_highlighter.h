@@ -10,10 +10,10 @@
 // transcription of the rules, tests/unit/engine/engine_property_test.cpp.
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "engine/keyword_table.h"
+#include "engine/text_buffer.h"
 
 namespace tintline {
 
@@ -22,21 +22,29 @@ class Highlighter {
   // The table must live as long as the highlighter.
   explicit Highlighter(const KeywordTable& keywords) : keywords_(keywords) {}
 
-  // Replaces `html` by the HTML of one source line, without line break. Lines
-  // must be given in order: a comment that ends in "_" makes the next line a
-  // comment.
-  void fkt_ZeileKonvertieren(std::string_view line, std::string& html);
+  // The HTML of one source line, without line break; it lives until the next
+  // call. Lines must be given in order: a comment that ends in "_" makes the next
+  // line a comment.
+  std::string_view fkt_ZeileKonvertieren(std::string_view line);
 
  private:
   struct SplitLine {
     std::string_view code;
-    std::string_view comment;  // from its apostrophe or " REM" on
+    std::string_view comment;  // from its apostrophe or " REM" on; empty without one
   };
 
   SplitLine splitTrailingComment(std::string_view line);
   void FortsetzungPruefen(std::string_view text);
+  void writeCode(std::string_view code);
+  void writeWord(std::string_view word, unsigned classes);
+  void writePieces(std::string_view word);
+  void writeClassified(std::string_view piece, WordClass wordClass);
+  void writeEscaped(std::string_view piece);
+  void writeHead(std::string_view code, std::string_view keyword);
+  void writeComment(std::string_view comment);
 
   const KeywordTable& keywords_;
+  TextBuffer html_;
   bool KommentarFortsetzung_ = false;  // the next line continues a comment
 };
 

@@ -1,0 +1,75 @@
+// Links calls in highlighted lines to the anchors of the procedures they name.
+//
+// The names are looked for as plain substrings, one after the other in the
+// order of the list, in the line as the links before left it. To keep lines
+// that hold no name cheap, however many names there are, a filter over all
+// names finds the few that occur at all.
+//
+// Tested by tests/unit/engine/call_linker_test.cpp and, against a literal
+// transcription of the rules, tests/unit/engine/engine_property_test.cpp.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/document_frame.h"
+
+namespace tintline {
+
+// Finds which of many names occur in a text, without regard to case.
+class NameFilter {
+ public:
+  // The names (none empty) must live as long as the filter.
+  explicit NameFilter(const std::vector<std::string>& names);
+
+  // Replaces `found` by the indexes of the names at or behind index `from` that
+  // occur in the text, in ascending order.
+  void find(std::string_view text, std::size_t from, std::vector<std::size_t>& found);
+
+ private:
+  // Names of at least `window` characters, reached by their first `window` ones.
+  struct Group {
+    std::uint32_t mask = 0;               // the bits of a window of that length
+    std::vector<std::uint64_t> seen;      // one bit for every hash of a window
+    std::vector<std::uint32_t> buckets;   // hash -> begin in entries
+    std::vector<std::uint32_t> entries;   // name indexes, grouped by hash
+  };
+
+  void findInGroup(const Group& group, std::string_view text, std::size_t from,
+                   std::vector<std::size_t>& found) const;
+
+  const std::vector<std::string>& names_;
+  std::vector<Group> groups_;
+  std::string folded_;  // the searched text in lower case, with room for the last window
+};
+
+class CallLinker {
+ public:
+  explicit CallLinker(const ProcedureNames& ProzNamen);
+  CallLinker(const CallLinker&) = delete;
+
+  // The line with its calls linked; it lives until the next call, or as long as
+  // `html` when nothing was linked. Throws std::length_error when links make the
+  // line longer than kMaxLinkedLine.
+  std::string_view link(std::string_view html);
+
+  // Every link holds the name again, so many names of one letter multiply a line
+  // without end. No real line comes near this length.
+  static constexpr std::size_t kMaxLinkedLine = std::size_t{1} << 24;
+
+ private:
+  bool linkName(const std::string& name);
+  bool linkEverywhere(const std::string& name);
+  bool linkBeforeComment(const std::string& name);
+  bool replaceName(std::size_t end, const std::string& name, std::string_view close);
+
+  std::vector<std::string> names_;  // trimmed, in order, each text once
+  NameFilter filter_;
+  std::vector<std::size_t> found_;
+  std::string html_;
+};
+
+}  // namespace tintline

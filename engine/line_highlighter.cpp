@@ -1,0 +1,293 @@
+// See line_highlighter.h. Tested by tests/unit/engine/line_highlighter_test.cpp
+// and tests/unit/engine/engine_property_test.cpp.
+#include "engine/line_highlighter.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+#include "base/text.h"
+
+namespace tintline {
+namespace {
+
+// What a character means for the word that it stands in.
+enum CharacterClass : unsigned char {
+  kLetter = 1,   // passes fkt_NurBuchstaben
+  kPlain = 2,    // written as it is
+  kSpecial = 4,  // splits a word into pieces or is written otherwise
+  kBlank = 8,    // ends the word
+  kCode3 = 16    // plain, but separates the entries of the procedure keyword list
+};
+
+constexpr std::array<unsigned char, 256> makeClasses() {
+  std::array<unsigned char, 256> classes{};
+  for (unsigned code = 0; code < 256; ++code) {
+    const bool letter = (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z');
+    classes[code] = letter || code == '$' ? kLetter : kPlain;
+  }
+  for (const char c : {',', '(', ')', ':', '<', '>', '"'})
+    classes[static_cast<unsigned char>(c)] = kSpecial;
+  classes[' '] = kBlank;
+  classes[3] = kCode3;
+  return classes;
+}
+constexpr std::array<unsigned char, 256> kClasses = makeClasses();
+
+unsigned char classOf(char c) { return kClasses[static_cast<unsigned char>(c)]; }
+
+// No character of a line grows to more than this: a quote in its span has 28
+// characters, a keyword of one letter as many, ":=" 29 for its two.
+constexpr std::size_t kMaxGrowth = 32;
+
+constexpr std::string_view kProcedureKeywords = "\3Sub\3Function\3Property\3";
+
+// The same test for a word of letters and for one that holds code 3 itself.
+bool isProcedureKeyword(std::string_view word, unsigned classes) {
+  if ((classes & ~(kLetter | kCode3)) != 0 || word.empty()) return false;
+  if (classes == kLetter) return word == "Sub" || word == "Function" || word == "Property";
+  return kProcedureKeywords.find("\3" + std::string(word) + "\3") != std::string_view::npos;
+}
+
+// Whether the text holds an even number of double quotes, so that what follows
+// it stands outside string literals.
+bool evenQuotes(std::string_view text) {
+  return std::count(text.begin(), text.end(), '"') % 2 == 0;
+}
+
+std::size_t findRem(std::string_view line, std::size_t from) {
+  return findIgnoreCase(line, " REM", from);
+}
+
+std::size_t findLastRem(std::string_view line) {
+  std::size_t last = std::string_view::npos;
+  for (std::size_t hit = findRem(line, 0); hit != std::string_view::npos;
+       hit = findRem(line, hit + 1))
+    last = hit;
+  return last;
+}
+
+// The name under which calls and the index reach a procedure head.
+std::string anchorName(std::string_view code, std::string_view keyword) {
+  std::string name = Replace(code, keyword, "");
+  for (const std::string_view part :
+       {"Private", "Declare", "Function ", "Sub ", "Public ", "Lib ", " "})
+    name = Replace(name, part, "");
+  name.resize(std::min(name.find('('), name.size()));
+  name.resize(std::min(name.find('"'), name.size()));
+  return name;
+}
+
+// One piece of a word and what is still to come. Both are stretches of the word
+// that follow each other, so "rest in front of rest" is a move of the border.
+struct WordPieces {
+  std::string_view piece;
+  std::string_view rest;
+  bool WortEnde = false;  // a blank follows the piece
+
+  // Cuts the piece in front of position `at`; what is behind goes back to the rest.
+  void cut(std::size_t at) {
+    rest = {piece.data() + at, piece.size() - at + rest.size()};
+    piece = piece.substr(0, at);
+  }
+
+  void splitComma() {
+    const std::size_t comma = piece.find(',');
+    WortEnde = comma == std::string_view::npos || comma == 0;
+    rest = {};
+    if (!WortEnde) cut(comma);
+  }
+
+  void splitOpeningParenthesis() {
+    if (piece.find("()") != std::string_view::npos) return;
+    const std::size_t at = piece.find('(');
+    if (at == std::string_view::npos) return;
+    cut(at == 0 ? 1 : at);
+    WortEnde = false;  // so the blank behind a word that ends in "(" is lost: kept on purpose
+  }
+
+  void splitClosingParenthesis() {
+    if (piece.find("()") != std::string_view::npos) return;
+    const std::size_t at = piece.find(')');
+    if (at == std::string_view::npos) return;
+    cut(at == 0 ? 1 : at);
+    WortEnde = piece == ")" && rest.empty();
+  }
+
+  // True when the piece began with ":=", which is then dropped.
+  bool splitNamedArgument() {
+    const bool named = piece.starts_with(":=");
+    if (named) piece.remove_prefix(2);
+    const std::size_t at = piece.find(":=");
+    if (at != std::string_view::npos && at > 0) {
+      cut(at);
+      WortEnde = false;
+    }
+    return named;
+  }
+
+  void next() {
+    piece = rest;
+    rest = {};
+  }
+};
+
+}  // namespace
+
+std::string_view Highlighter::fkt_ZeileKonvertieren(std::string_view line) {
+  html_.clear();
+  const std::string_view trimmed = Trim(line);
+  if (KommentarFortsetzung_ || trimmed.starts_with('\'') || startsWithIgnoreCase(trimmed, "REM")) {
+    writeComment(line);
+    FortsetzungPruefen(trimmed);
+    return html_.view();
+  }
+  const SplitLine split = splitTrailingComment(line);
+  writeCode(split.code);
+  if (!split.comment.empty()) writeComment(split.comment);
+  return html_.view();
+}
+
+// The split is made at the last apostrophe or " REM", whichever occurrence was judged.
+Highlighter::SplitLine Highlighter::splitTrailingComment(std::string_view line) {
+  std::size_t at;
+  if (modVBACode::fkt_KommentarZeichen(line)) {
+    at = line.rfind('\'');
+  } else if (modVBACode::fkt_KommentarRem(line)) {
+    at = findLastRem(line);
+  } else {
+    return {line, {}};
+  }
+  FortsetzungPruefen(line);
+  return {line.substr(0, at), line.substr(at)};
+}
+
+void Highlighter::FortsetzungPruefen(std::string_view text) {
+  KommentarFortsetzung_ = Trim(text).ends_with('_');
+}
+
+// Splits the code at every single blank. A procedure keyword among the words
+// makes the whole code a head; the words written before it are dropped.
+void Highlighter::writeCode(std::string_view code) {
+  if (code.empty()) return;
+  if (modVBACode::fkt_ProzedurEnde(code)) {
+    html_.ensure(code.size() + kMaxGrowth);
+    html_.put("<span class='EndSub'>");
+    html_.put(code);
+    html_.put("</span>");
+    return;
+  }
+  const char* const end = code.data() + code.size();
+  for (const char* begin = code.data();; ++begin) {
+    const char* const wordBegin = begin;
+    unsigned classes = 0;
+    for (unsigned one; begin != end && (one = classOf(*begin)) != kBlank; ++begin) classes |= one;
+    const std::string_view word(wordBegin, static_cast<std::size_t>(begin - wordBegin));
+    if (isProcedureKeyword(word, classes)) return writeHead(code, word);
+    writeWord(word, classes);
+    if (begin == end) return;
+  }
+}
+
+void Highlighter::writeWord(std::string_view word, unsigned classes) {
+  html_.ensure((word.size() + 1) * kMaxGrowth);
+  if ((classes & kSpecial) != 0) return writePieces(word);
+  writeClassified(word, classes == kLetter ? keywords_.lookup(word) : WordClass::None);
+  html_.put(' ');
+}
+
+void Highlighter::writePieces(std::string_view word) {
+  WordPieces pieces{word, {}};
+  do {
+    pieces.splitComma();
+    pieces.splitOpeningParenthesis();
+    pieces.splitClosingParenthesis();
+    if (pieces.splitNamedArgument()) html_.put("<span class='Parms'>:=</span>");
+    const bool lookedUp = !pieces.piece.empty() && fkt_NurBuchstaben(pieces.piece);
+    writeClassified(pieces.piece, lookedUp ? keywords_.lookup(pieces.piece) : WordClass::None);
+    if (pieces.WortEnde) html_.put(' ');
+    pieces.next();
+  } while (!pieces.piece.empty());
+}
+
+void Highlighter::writeClassified(std::string_view piece, WordClass wordClass) {
+  switch (wordClass) {
+    case WordClass::Code:
+      html_.put("<span class='Code'>");
+      html_.put(piece);
+      return html_.put("</span>");
+    case WordClass::Parms:
+      html_.put("<span class='Parms'>");
+      html_.put(piece);
+      return html_.put("</span>");
+    case WordClass::None:
+      return writeEscaped(piece);
+  }
+}
+
+// Only the first "<" and the first ">" of a piece are escaped: kept on purpose.
+void Highlighter::writeEscaped(std::string_view piece) {
+  bool escapeLess = true, escapeGreater = true;
+  for (const char c : piece) {
+    if (classOf(c) != kSpecial) {
+      html_.put(c);
+    } else if (c == '<' && std::exchange(escapeLess, false)) {
+      html_.put("&lt;");
+    } else if (c == '>' && std::exchange(escapeGreater, false)) {
+      html_.put("&gt;");
+    } else if (c == '"' || c == '(' || c == ')') {
+      html_.put("<span class='Marks'>");
+      html_.put(c);
+      html_.put("</span>");
+    } else {
+      html_.put(c);
+    }
+  }
+}
+
+// The head's code is written as it stands, without highlighting or escapes.
+void Highlighter::writeHead(std::string_view code, std::string_view keyword) {
+  const std::string name = anchorName(code, keyword);
+  html_.clear();
+  html_.ensure(name.size() + code.size() + kMaxGrowth);
+  html_.put("<span name='");
+  html_.put(name);
+  html_.put("' class='Sub'>");
+  html_.put(code);
+  html_.put("</span>");
+}
+
+void Highlighter::writeComment(std::string_view comment) {
+  html_.ensure(comment.size() + kMaxGrowth);
+  html_.put("<span class='Rem'>");
+  html_.put(comment);
+  html_.put("</span>");
+}
+
+namespace modVBACode {
+
+bool fkt_KommentarZeichen(std::string_view line) {
+  const std::size_t apostrophe = line.rfind('\'');
+  return apostrophe != std::string_view::npos && evenQuotes(line.substr(0, apostrophe));
+}
+
+bool fkt_KommentarRem(std::string_view line) {
+  bool outside = true;
+  std::size_t judged = 0;
+  for (std::size_t hit; (hit = findRem(line, judged)) != std::string_view::npos; judged = hit + 1) {
+    outside = outside == evenQuotes(line.substr(judged, hit - judged));
+    if (outside) return true;
+  }
+  return false;
+}
+
+bool fkt_ProzedurEnde(std::string_view line) {
+  const std::string_view trimmed = LTrim(line);
+  return trimmed.starts_with("End Property") || trimmed.starts_with("End Sub") ||
+         trimmed.starts_with("End Function");
+}
+
+}  // namespace modVBACode
+
+}  // namespace tintline
