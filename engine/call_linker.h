@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "engine/document_frame.h"
@@ -30,14 +31,18 @@ class NameFilter {
   void find(std::string_view text, std::size_t from, std::vector<std::size_t>& found);
 
  private:
-  // Names of at least `window` characters, reached by their first `window` ones.
+  // The names of one length up to kWindow, or of all lengths from there on. They
+  // are reached by their first characters, read as a number.
   struct Group {
-    std::uint32_t mask = 0;               // the bits of a window of that length
-    std::vector<std::uint64_t> seen;      // one bit for every hash of a window
-    std::vector<std::uint32_t> buckets;   // hash -> begin in entries
-    std::vector<std::uint32_t> entries;   // name indexes, grouped by hash
+    std::size_t length = 0;          // of the window in characters
+    std::uint32_t mask = 0;          // its bits
+    std::vector<std::uint64_t> seen; // one bit for every hash of a window
+    std::vector<std::pair<std::uint32_t, std::size_t>> entries;  // window, index; sorted
   };
 
+  static constexpr std::size_t kWindow = 4;
+
+  void add(Group& group, std::size_t index) const;
   void findInGroup(const Group& group, std::string_view text, std::size_t from,
                    std::vector<std::size_t>& found) const;
 
@@ -52,24 +57,23 @@ class CallLinker {
   CallLinker(const CallLinker&) = delete;
 
   // The line with its calls linked; it lives until the next call, or as long as
-  // `html` when nothing was linked. Throws std::length_error when links make the
-  // line longer than kMaxLinkedLine.
+  // `html` when nothing was linked. Throws std::length_error when links add more
+  // than kMaxGrowth characters to a line.
   std::string_view link(std::string_view html);
 
-  // Every link holds the name again, so many names of one letter multiply a line
-  // without end. No real line comes near this length.
-  static constexpr std::size_t kMaxLinkedLine = std::size_t{1} << 24;
+  // Every link holds its name again, so many names of one letter multiply a line
+  // without end. No real line comes near this.
+  static constexpr std::size_t kMaxGrowth = std::size_t{1} << 24;
 
  private:
   bool linkName(const std::string& name);
-  bool linkEverywhere(const std::string& name);
-  bool linkBeforeComment(const std::string& name);
-  bool replaceName(std::size_t end, const std::string& name, std::string_view close);
+  bool replaceName(const std::string& name, std::size_t end, std::string_view close);
 
   std::vector<std::string> names_;  // trimmed, in order, each text once
   NameFilter filter_;
   std::vector<std::size_t> found_;
   std::string html_;
+  std::size_t longest_ = 0;  // what html_ may grow to
 };
 
 }  // namespace tintline

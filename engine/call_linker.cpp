@@ -1,0 +1,142 @@
+// See call_linker.h. Tested by tests/unit/engine/call_linker_test.cpp and
+// tests/unit/engine/engine_property_test.cpp.
+#include "engine/call_linker.h"
+
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+#include <unordered_set>
+
+#include "base/text.h"
+
+namespace tintline {
+namespace {
+
+constexpr unsigned kHashBits = 16;
+constexpr std::string_view kCommentSpan = "<span class='REM'>";
+
+std::uint32_t hashWindow(std::uint32_t window) {
+  return window * 0x9E3779B1U >> (32 - kHashBits);
+}
+
+std::vector<std::string> distinctNames(const ProcedureNames& ProzNamen) {
+  std::vector<std::string> names;
+  std::unordered_set<std::string_view> known;
+  for (const std::string& entry : ProzNamen) {
+    const std::string_view name = Trim(entry);
+    if (!name.empty() && known.insert(name).second) names.emplace_back(name);
+  }
+  return names;
+}
+
+}  // namespace
+
+NameFilter::NameFilter(const std::vector<std::string>& names) : names_(names) {
+  for (std::size_t index = 0; index < names.size(); ++index) {
+    const std::size_t length = std::min(names[index].size(), kWindow);
+    auto group = std::find_if(groups_.begin(), groups_.end(),
+                              [length](const Group& g) { return g.length == length; });
+    if (group == groups_.end()) {
+      group = groups_.insert(groups_.end(), Group{length, 0, {}, {}});
+      std::memset(&group->mask, 0xFF, length);
+      group->seen.resize((std::size_t{1} << kHashBits) / 64);
+    }
+    add(*group, index);
+  }
+  for (Group& group : groups_) std::sort(group.entries.begin(), group.entries.end());
+}
+
+void NameFilter::add(Group& group, std::size_t index) const {
+  char folded[kWindow] = {};
+  for (std::size_t i = 0; i < group.length; ++i) folded[i] = toLower(names_[index][i]);
+  std::uint32_t window;
+  std::memcpy(&window, folded, sizeof window);
+  const std::uint32_t hash = hashWindow(window);
+  group.seen[hash / 64] |= std::uint64_t{1} << hash % 64;
+  group.entries.emplace_back(window, index);
+}
+
+void NameFilter::find(std::string_view text, std::size_t from, std::vector<std::size_t>& found) {
+  found.clear();
+  if (groups_.empty()) return;
+  folded_.resize(text.size() + kWindow);
+  std::transform(text.begin(), text.end(), folded_.begin(), toLower);
+  for (const Group& group : groups_) findInGroup(group, text, from, found);
+  std::sort(found.begin(), found.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
+}
+
+void NameFilter::findInGroup(const Group& group, std::string_view text, std::size_t from,
+                             std::vector<std::size_t>& found) const {
+  if (text.size() < group.length) return;
+  const std::uint64_t* const seen = group.seen.data();
+  for (std::size_t at = 0; at <= text.size() - group.length; ++at) {
+    std::uint32_t window;
+    std::memcpy(&window, folded_.data() + at, sizeof window);
+    window &= group.mask;
+    const std::uint32_t hash = hashWindow(window);
+    if ((seen[hash / 64] >> hash % 64 & 1) == 0) continue;
+    auto entry = std::lower_bound(group.entries.begin(), group.entries.end(),
+                                  std::pair(window, from));
+    for (; entry != group.entries.end() && entry->first == window; ++entry)
+      if (startsWithIgnoreCase(text.substr(at), names_[entry->second]))
+        found.push_back(entry->second);
+  }
+}
+
+CallLinker::CallLinker(const ProcedureNames& ProzNamen)
+    : names_(distinctNames(ProzNamen)), filter_(names_) {}
+
+std::string_view CallLinker::link(std::string_view html) {
+  if (names_.empty() || startsWithIgnoreCase(html, kCommentSpan)) return html;
+  filter_.find(html, 0, found_);
+  if (found_.empty()) return html;
+  html_ = html;
+  longest_ = html.size() + kMaxGrowth;
+  while (!found_.empty()) {
+    const std::size_t index = found_.front();
+    // A link brings new text into the line, in which later names may occur.
+    if (linkName(names_[index]))
+      filter_.find(html_, index + 1, found_);
+    else
+      found_.erase(found_.begin());
+  }
+  return html_;
+}
+
+// True when the line was changed.
+bool CallLinker::linkName(const std::string& name) {
+  const std::string assignment = name + " =";
+  const std::size_t comment = findIgnoreCase(html_, kCommentSpan);
+  if (comment == std::string::npos && !containsIgnoreCase(html_, assignment))
+    return replaceName(name, html_.size(), "</a> ");
+
+  // The name may stand in front of a trailing comment, or end the line.
+  const std::string code = html_.substr(0, comment) + ' ';
+  const bool ends = containsIgnoreCase(code, ">" + name) ||
+                    containsIgnoreCase(code, name + "<span class='Marks'>") ||
+                    containsIgnoreCase(code, name + " ");
+  if (!ends || containsIgnoreCase(code, assignment)) return false;
+  return replaceName(name, code.size() - 1, "</a>");
+}
+
+// Links every occurrence in the first `end` characters, unless the first one (in
+// any case) stands in a string literal.
+bool CallLinker::replaceName(const std::string& name, std::size_t end, std::string_view close) {
+  const std::string_view code = std::string_view(html_).substr(0, end);
+  const std::string_view before = code.substr(0, findIgnoreCase(code, name));
+  if (std::count(before.begin(), before.end(), '"') % 2 != 0) return false;
+  const std::string link = "<a HREF='#" + name + "' class='Marks'>" + name + std::string(close);
+  std::string linked;
+  std::size_t done = 0;
+  for (std::size_t hit; (hit = code.find(name, done)) != std::string_view::npos;
+       done = hit + name.size()) {
+    linked.append(code, done, hit - done).append(link);
+    if (linked.size() > longest_) throw std::length_error("call links make a line too long");
+  }
+  if (done == 0) return false;
+  html_ = linked.append(html_, done);
+  return true;
+}
+
+}  // namespace tintline

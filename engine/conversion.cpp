@@ -1,0 +1,172 @@
+// See conversion.h. Tested by tests/unit/engine/conversion_test.cpp and
+// tests/unit/engine/engine_property_test.cpp.
+#include "engine/conversion.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "base/text.h"
+#include "engine/call_linker.h"
+#include "engine/line_emission.h"
+
+namespace tintline {
+namespace {
+
+constexpr std::string_view kFrameOpener = "<div style='border: thin solid #000080;'>";
+constexpr std::string_view kNextFrame = "</div><br><div style='border: thin solid #000080;'>";
+constexpr std::string_view kFrameCloser = "</div>";
+
+const ProcedureNames kNoNames;
+
+// The marks that tell the kind of a line, looked for without regard to case and
+// wherever they stand: in a comment they count like the highlighter's own.
+struct LineMarks {
+  std::size_t head = std::string_view::npos;  // position of "class='Sub'>"
+  bool procedureEnd = false;                  // "class='EndSub'" occurs
+};
+
+LineMarks findMarks(std::string_view html) {
+  constexpr std::string_view kClass = "class";
+  LineMarks marks;
+  for (std::size_t at = html.find('='); at != std::string_view::npos; at = html.find('=', at + 1)) {
+    const std::string_view value = html.substr(at + 1);
+    if (!value.starts_with('\'') || at < kClass.size() ||
+        !equalsIgnoreCase(html.substr(at - kClass.size(), kClass.size()), kClass))
+      continue;
+    if (startsWithIgnoreCase(value, "'EndSub'")) marks.procedureEnd = true;
+    if (marks.head == std::string_view::npos && startsWithIgnoreCase(value, "'Sub'>"))
+      marks.head = at - kClass.size();
+  }
+  return marks;
+}
+
+class Run {
+ public:
+  Run(const LineList& List1, const ProcedureNames& ProzNamen, const ConversionOptions& options,
+      const DocumentFrame& frame, Highlighter& highlighter, ConversionObserver& observer)
+      : List1_(List1),
+        options_(options),
+        highlighter_(highlighter),
+        observer_(observer),
+        linker_(options.blnPaste ? kNoNames : ProzNamen),
+        collector_(List1.size(), frame, observer) {}
+
+  Conversion convertAll() {
+    Conversion result;
+    for (std::size_t i = 0; i < List1_.size() && !result.aborted; ++i)
+      result.aborted = !convertLine(i);
+    if (frameOpen_ && !result.aborted) collector_.append(kFrameCloser);
+    result.List2 = std::move(collector_).take();
+    return result;
+  }
+
+ private:
+  // False when the user asked to end the run.
+  bool convertLine(std::size_t i) {
+    observer_.reading(i, List1_.size());
+    observer_.yield();
+    const std::string_view source = List1_[i];
+    std::string_view html = highlighter_.fkt_ZeileKonvertieren(source);
+    const LineMarks marks = findMarks(html);
+    if (marks.procedureEnd) html = withRule(html);
+    if (observer_.abortRequested()) return false;
+    observer_.yield();
+    if (marks.head != std::string_view::npos)
+      emitHead(html, marks.head, Trim(source));
+    else
+      html = emitOther(i, html, Trim(source));
+    statementStart_ = !continuesInHtml(html);
+    observer_.yield();
+    return true;
+  }
+
+  std::string_view withRule(std::string_view html) {
+    ruled_.assign(html).append("<hr>");
+    return ruled_;
+  }
+
+  void emitHead(std::string_view html, std::size_t mark, std::string_view source) {
+    const std::string head = options_.lineNumbers ? numberedHead(html.substr(0, mark), source)
+                                                  : linkedHead(html);
+    collector_.emit(Replace(head, "<span class=\"Code\"> </span>", " "));
+    collector_.append("<br>");
+    bSubUmbruch_ = source.ends_with('_');
+    if (!bSubUmbruch_) ++lineCounter_;
+  }
+
+  // The number is the anchor and the link back; the whole head takes the
+  // procedure colour. The opener ends with a blank, so that two stand in front
+  // of HREF: kept on purpose.
+  std::string numberedHead(std::string_view opener, std::string_view source) const {
+    const std::size_t number = lineCounter_ + 1;
+    std::string head = Replace(LTrim(opener), "<span name", "<a name");
+    head.append(" HREF='#Index' class='Marks'>").append(std::to_string(number));
+    head.append(":</a><span class='Marks'>").append(numberFill(number));
+    head.append("</span><span class='Sub'>").append(source).append("</span>");
+    return head;
+  }
+
+  // Every span of the head is a link back; the first one's name is the anchor.
+  static std::string linkedHead(std::string_view html) {
+    return Replace(Replace(html, "<span ", "<a HREF='#Index' "), "</span>", "</a>");
+  }
+
+  // Returns the line's HTML as call linking left it.
+  std::string_view emitOther(std::size_t i, std::string_view html, std::string_view source) {
+    if (!bSubUmbruch_) html = linker_.link(html);
+    if (startsModule(i, html))
+      collector_.append(std::exchange(frameOpen_, true) ? kNextFrame : kFrameOpener);
+    collector_.emit(decorated(html, source), !statementStart_);
+    collector_.append("<br>");
+    observer_.processed(i, List1_.size());
+    if (source.ends_with('_')) {
+      collector_.append("<br>");
+    } else {
+      collector_.append("\n");
+      bSubUmbruch_ = false;
+      ++lineCounter_;
+    }
+    return html;
+  }
+
+  // The upper rule of a module header.
+  bool startsModule(std::size_t i, std::string_view html) const {
+    return html.find("'-------") != std::string_view::npos && i + 1 < List1_.size() &&
+           containsIgnoreCase(List1_[i + 1], "Modul:");
+  }
+
+  std::string_view decorated(std::string_view html, std::string_view source) {
+    decorated_.clear();
+    if (bSubUmbruch_) {
+      if (options_.lineNumbers) decorated_ = kNumberColumn;
+      decorated_ += options_.lineNumbers ? "<a class='Sub'>" : "<a HREF='#Index' class='Sub'>";
+      return decorated_.append(source).append("</a>");
+    }
+    if (!options_.lineNumbers) return html;
+    decorated_ = statementStart_ ? numberPrefix(lineCounter_ + 1) : kNumberColumn;
+    return decorated_.append(html);
+  }
+
+  const LineList& List1_;
+  const ConversionOptions options_;
+  Highlighter& highlighter_;
+  ConversionObserver& observer_;
+  CallLinker linker_;
+  LineCollector collector_;
+  std::size_t lineCounter_ = 0;  // completed logical lines
+  bool bSubUmbruch_ = false;     // a procedure head is continued
+  bool statementStart_ = true;   // the line before did not end in a continuation
+  bool frameOpen_ = false;
+  std::string ruled_, decorated_;
+};
+
+}  // namespace
+
+Conversion Verarbeiten(const LineList& List1, const ProcedureNames& ProzNamen,
+                       const ConversionOptions& options, const DocumentFrame& frame,
+                       Highlighter& highlighter, ConversionObserver& observer) {
+  if (List1.size() > kMaxLines) throw std::length_error("more lines than the counters hold");
+  return Run(List1, ProzNamen, options, frame, highlighter, observer).convertAll();
+}
+
+}  // namespace tintline
