@@ -1,0 +1,29 @@
+// The built-in texts where the system knows no resources: bytes that
+// resources_posix.S puts into the program.
+//
+// Tested by tests/unit/base/resources_test.cpp.
+#include <stdexcept>
+
+#include "base/resources.h"
+
+extern "C" {
+extern const char tintline_keywords1[];
+extern const char tintline_keywords1_end[];
+extern const char tintline_keywords2[];
+extern const char tintline_keywords2_end[];
+}
+
+namespace tintline {
+
+std::string_view programResource(int number) {
+  switch (number) {
+    case 101:
+      return {tintline_keywords1, tintline_keywords1_end};
+    case 102:
+      return {tintline_keywords2, tintline_keywords2_end};
+    default:
+      throw std::out_of_range("no such program resource");
+  }
+}
+
+}  // namespace tintline

@@ -1,0 +1,22 @@
+// The built-in texts on Windows: resources of the kind CUSTOM.
+//
+// Tested by tests/unit/base/resources_test.cpp.
+#include <windows.h>
+
+#include <stdexcept>
+
+#include "base/resources.h"
+
+namespace tintline {
+
+std::string_view programResource(int number) {
+  HRSRC found = nullptr;
+  if (number == 101 || number == 102) {
+    found = FindResourceW(nullptr, MAKEINTRESOURCEW(number), L"CUSTOM");
+  }
+  HGLOBAL loaded = found != nullptr ? LoadResource(nullptr, found) : nullptr;
+  if (loaded == nullptr) throw std::out_of_range("no such program resource");
+  return {static_cast<const char*>(LockResource(loaded)), SizeofResource(nullptr, found)};
+}
+
+}  // namespace tintline
