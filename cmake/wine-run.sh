@@ -1,5 +1,6 @@
 #!/bin/bash
 # Runs a Windows console program under Wine:  cmake/wine-run.sh PROGRAM [ARGUMENT...]
+#                                           cmake/wine-run.sh --stop
 #
 # Everything Wine keeps (its prefix, a German locale, an empty home) lies in build/wine,
 # made on first use. No display is needed. A program that hangs is ended after
@@ -13,6 +14,11 @@ export HOME="$wine_dir/home" WINEPREFIX="$wine_dir/prefix" WINEARCH=win64 WINEDE
 export WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree=d'
 export LOCPATH="$wine_dir/locale"
 german=(env LC_ALL=de_DE.UTF-8)  # not exported: this shell itself knows no such locale
+
+if [ "${1:-}" = --stop ]; then
+  wineserver -k || true  # none there: nothing to stop
+  exit
+fi
 
 make_prefix() {
   localedef -i de_DE -f UTF-8 "$LOCPATH/de_DE.UTF-8"
