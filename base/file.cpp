@@ -1,0 +1,246 @@
+// See file.h. Tested by tests/unit/base/file_test.cpp.
+#include "base/file.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <new>
+#include <random>
+#include <streambuf>
+
+#include "base/codepage.h"
+#include "base/file_platform.h"
+
+namespace tintline {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
+
+std::error_code lastError() { return {errno, std::generic_category()}; }
+
+bool isDirectory(const fs::path& path) {
+  std::error_code none;
+  return fs::is_directory(path, none);
+}
+
+// One more than the bytes that the file says it has: a read that fills less has
+// seen the end.
+std::size_t firstReadSize(const fs::path& path) {
+  std::error_code none;
+  const std::uintmax_t size = fs::file_size(path, none);
+  return none ? 1 : static_cast<std::size_t>(size) + 1;
+}
+
+std::string readAll(std::FILE* file, const fs::path& path) {
+  constexpr std::size_t kSmallestRead = 0x10000;  // for files that do not know their size
+  std::string content;
+  std::size_t room = firstReadSize(path);
+  for (std::size_t done = 0;; room = std::max(done, kSmallestRead)) {
+    content.resize(done + room);
+    const std::size_t got = std::fread(content.data() + done, 1, room, file);
+    if (got < room && std::ferror(file) != 0) throw FileError(path, lastError());
+    done += got;
+    if (got < room) {
+      content.resize(done);
+      return content;
+    }
+  }
+}
+
+// Passes everything on to the file and remembers why the first write failed. It
+// has no buffer of its own: the file has one, and lets large blocks pass it.
+class FileBuffer final : public std::streambuf {
+ public:
+  explicit FileBuffer(std::FILE* file) : file_(file) {}
+
+  std::error_code failure() const { return failure_; }
+
+  void noteFailure(std::error_code reason) {
+    if (!failure_) failure_ = reason;
+  }
+
+ protected:
+  std::streamsize xsputn(const char* text, std::streamsize size) override {
+    const auto wanted = static_cast<std::size_t>(size);
+    const std::size_t written = std::fwrite(text, 1, wanted, file_);
+    if (written < wanted) noteFailure(lastError());
+    return static_cast<std::streamsize>(written);
+  }
+
+  int_type overflow(int_type character) override {
+    if (traits_type::eq_int_type(character, traits_type::eof())) return traits_type::not_eof(0);
+    const char text = traits_type::to_char_type(character);
+    return xsputn(&text, 1) == 1 ? character : traits_type::eof();
+  }
+
+  int sync() override {
+    if (std::fflush(file_) == 0) return 0;
+    noteFailure(lastError());
+    return -1;
+  }
+
+ private:
+  std::FILE* file_;
+  std::error_code failure_;
+};
+
+// Creates a file beside the target. Its name does not hold the target's, which
+// may be as long as the file system allows.
+FileHandle createBeside(const fs::path& target, fs::perms permissions, fs::path& temporary) {
+  constexpr int kAttempts = 100;
+  std::random_device random;
+  for (int attempt = 0;; ++attempt) {
+    temporary = target.parent_path() / ("~tintline-" + std::to_string(random()) + ".tmp");
+    FileHandle file(detail::createNew(temporary, permissions));
+    if (file) return file;
+    std::error_code reason = lastError();
+    if (reason == std::errc::file_exists && attempt < kAttempts) continue;
+    if (reason == std::errc::no_such_file_or_directory)
+      reason =
+          std::make_error_code(std::errc::not_a_directory);  // it is the folder that is missing
+    throw FileError(target, reason);
+  }
+}
+
+// What the target is, its links followed. Throws FileError when it is nothing
+// that can be written.
+fs::file_status writableStatus(const fs::path& target) {
+  std::error_code error;
+  const fs::file_status status = fs::status(target, error);
+  if (status.type() == fs::file_type::none) throw FileError(target, error);
+  if (fs::is_directory(status))
+    throw FileError(target, std::make_error_code(std::errc::is_a_directory));
+  if (fs::exists(status))
+    if (const std::error_code protection = detail::writeProtection(target))
+      throw FileError(target, protection);
+  return status;
+}
+
+std::string describe(const fs::path& path, std::error_code reason) {
+  return toUtf8(pathText(path) + L": " + reasonText(reason));
+}
+
+}  // namespace
+
+FileError::FileError(fs::path path, std::error_code reason)
+    : std::runtime_error(describe(path, reason)), path_(std::move(path)), reason_(reason) {}
+
+std::wstring reasonText(std::error_code reason) {
+  struct Row {
+    std::errc condition;
+    const wchar_t* text;
+  };
+  static constexpr std::array kRows = {
+      Row{std::errc::no_such_file_or_directory, L"Datei nicht gefunden"},
+      Row{std::errc::not_a_directory, L"Ordner nicht gefunden"},
+      Row{std::errc::permission_denied, L"Zugriff verweigert"},
+      Row{std::errc::operation_not_permitted, L"Zugriff verweigert"},
+      Row{std::errc::is_a_directory, L"ist ein Ordner"},
+      Row{std::errc::no_space_on_device, L"Datenträger ist voll"},
+      Row{std::errc::read_only_file_system, L"Datenträger ist schreibgeschützt"},
+      Row{std::errc::filename_too_long, L"Name zu lang"},
+      Row{std::errc::invalid_argument, L"Name ungültig"},
+      Row{std::errc::too_many_files_open, L"zu viele offene Dateien"},
+      Row{std::errc::too_many_files_open_in_system, L"zu viele offene Dateien"},
+      Row{std::errc::file_too_large, L"Datei zu groß"},
+      Row{std::errc::not_enough_memory, L"nicht genug Speicher"},
+      Row{std::errc::too_many_symbolic_link_levels, L"Verknüpfungen führen im Kreis"},
+      Row{std::errc::device_or_resource_busy, L"Datei ist in Gebrauch"},
+      Row{std::errc::broken_pipe, L"Empfänger hat geschlossen"},
+      Row{std::errc::io_error, L"Fehler des Datenträgers"},
+  };
+  for (const Row& row : kRows)
+    if (reason == row.condition) return row.text;
+  return L"Fehler " + std::to_wstring(reason.value());
+}
+
+std::string readFile(const fs::path& path) {
+  const FileHandle file(detail::openToRead(path));
+  if (!file) {
+    const std::error_code reason = lastError();  // not every platform says why
+    throw FileError(path,
+                    isDirectory(path) ? std::make_error_code(std::errc::is_a_directory) : reason);
+  }
+  try {
+    return readAll(file.get(), path);
+  } catch (const std::bad_alloc&) {
+    throw FileError(path, std::make_error_code(std::errc::not_enough_memory));
+  } catch (const std::length_error&) {
+    throw FileError(path, std::make_error_code(std::errc::file_too_large));
+  }
+}
+
+struct AtomicFile::State {
+  State(fs::path named, fs::path end, FileHandle opened, fs::path beside)
+      : name(std::move(named)),
+        target(std::move(end)),
+        file(std::move(opened)),
+        temporary(std::move(beside)),
+        buffer(file.get()),
+        stream(&buffer) {}
+
+  ~State() {
+    file.reset();  // an open file cannot be removed everywhere
+    std::error_code none;
+    if (!temporary.empty()) fs::remove(temporary, none);
+  }
+
+  void close() {
+    buffer.pubsync();
+    if (std::fclose(file.release()) != 0) buffer.noteFailure(lastError());
+    if (!stream) buffer.noteFailure(std::make_error_code(std::errc::io_error));
+    if (buffer.failure()) throw FileError(name, buffer.failure());
+  }
+
+  void putInPlace() {
+    if (temporary.empty()) return;
+    std::error_code error;
+    fs::rename(temporary, target, error);
+    if (error) throw FileError(name, error);
+    temporary.clear();
+  }
+
+  fs::path name;    // the target as it was given
+  fs::path target;  // its links followed
+  FileHandle file;
+  fs::path temporary;  // empty: the target is written directly
+  FileBuffer buffer;
+  std::ostream stream;
+};
+
+AtomicFile::AtomicFile(const fs::path& target) {
+  const fs::file_status status = writableStatus(target);
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    FileHandle file(detail::openToWrite(target));
+    if (!file) throw FileError(target, lastError());
+    state_ = std::make_unique<State>(target, target, std::move(file), fs::path());
+    return;
+  }
+  std::error_code error;
+  const fs::path end = detail::followLinks(target, error);
+  if (error) throw FileError(target, error);
+  constexpr fs::perms kNewFile = fs::perms(0666);  // less what the user's mask takes
+  fs::path temporary;
+  FileHandle file =
+      createBeside(end, fs::exists(status) ? status.permissions() : kNewFile, temporary);
+  state_ = std::make_unique<State>(target, end, std::move(file), temporary);
+  if (fs::exists(status)) fs::permissions(temporary, status.permissions(), error);
+}
+
+AtomicFile::~AtomicFile() = default;
+
+std::ostream& AtomicFile::stream() { return state_->stream; }
+
+void AtomicFile::commit() {
+  const std::unique_ptr<State> state = std::move(state_);
+  state->close();
+  state->putInPlace();
+}
+
+}  // namespace tintline

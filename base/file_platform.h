@@ -1,0 +1,28 @@
+// What opening files needs of the platform; for base/file.cpp only.
+//
+// Tested by tests/unit/base/file_test.cpp.
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+namespace tintline::detail {
+
+// Opens an existing file, or creates one or empties it. Binary. nullptr and
+// errno on failure.
+std::FILE* openToRead(const std::filesystem::path& path);
+std::FILE* openToWrite(const std::filesystem::path& path);
+
+// Creates a file that must not exist yet (else EEXIST), with at most these
+// permissions where the platform knows them.
+std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions);
+
+// No error when this user may write the existing file.
+std::error_code writeProtection(const std::filesystem::path& path);
+
+// The file that a chain of symbolic links ends at, existing or not; any other
+// path as it is.
+std::filesystem::path followLinks(std::filesystem::path path, std::error_code& error);
+
+}  // namespace tintline::detail

@@ -1,0 +1,42 @@
+// Opening files by POSIX calls. See file_platform.h.
+// Tested by tests/unit/base/file_test.cpp.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "base/file_platform.h"
+
+namespace tintline::detail {
+
+std::FILE* openToRead(const std::filesystem::path& path) { return std::fopen(path.c_str(), "rbe"); }
+
+std::FILE* openToWrite(const std::filesystem::path& path) {
+  return std::fopen(path.c_str(), "wbe");
+}
+
+std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions) {
+  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                          static_cast<mode_t>(permissions & std::filesystem::perms::all));
+  return file < 0 ? nullptr : ::fdopen(file, "wb");
+}
+
+std::error_code writeProtection(const std::filesystem::path& path) {
+  const bool allowed = ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+  return allowed ? std::error_code() : std::error_code(errno, std::generic_category());
+}
+
+std::filesystem::path followLinks(std::filesystem::path path, std::error_code& error) {
+  constexpr int kMaxLinks = 40;
+  for (int links = 0; links < kMaxLinks; ++links) {
+    std::error_code none;
+    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, none))) return path;
+    const std::filesystem::path next = std::filesystem::read_symlink(path, error);
+    if (error) return path;
+    path = path.parent_path() / next;
+  }
+  error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+  return path;
+}
+
+}  // namespace tintline::detail

@@ -1,0 +1,45 @@
+// Opening files by wide names. See file_platform.h.
+// Tested by tests/unit/base/file_test.cpp.
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+#include <cerrno>
+#include <string>
+
+#include "base/file_platform.h"
+
+namespace tintline::detail {
+
+std::FILE* openToRead(const std::filesystem::path& path) { return ::_wfopen(path.c_str(), L"rb"); }
+
+std::FILE* openToWrite(const std::filesystem::path& path) { return ::_wfopen(path.c_str(), L"wb"); }
+
+std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms) {
+  const int file = ::_wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
+                            _S_IREAD | _S_IWRITE);
+  return file < 0 ? nullptr : ::_fdopen(file, "wb");
+}
+
+std::error_code writeProtection(const std::filesystem::path& path) {
+  constexpr int kWrite = 2;
+  const bool allowed = ::_waccess(path.c_str(), kWrite) == 0;
+  return allowed ? std::error_code() : std::error_code(errno, std::generic_category());
+}
+
+std::filesystem::path followLinks(std::filesystem::path path, std::error_code&) {
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
+    return path;
+  const HANDLE file =
+      ::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return path;  // leads nowhere: the link itself is replaced
+  std::wstring name(32768, L'\0');                // no path is longer
+  name.resize(::GetFinalPathNameByHandleW(file, name.data(), static_cast<DWORD>(name.size()), 0));
+  ::CloseHandle(file);
+  return name.empty() ? path : std::filesystem::path(name);
+}
+
+}  // namespace tintline::detail
