@@ -56,8 +56,7 @@ void cStringBuilder::Remove(std::size_t index, std::size_t count) {
   used_ -= count;
 }
 
-std::size_t cStringBuilder::Find(std::string_view text, std::size_t start,
-                                 CompareMode mode) const {
+std::size_t cStringBuilder::Find(std::string_view text, std::size_t start, CompareMode mode) const {
   if (start == 0) return 0;
   const std::string_view buffer(buffer_);
   const std::size_t hit = mode == CompareMode::Binary ? buffer.find(text, start - 1)

@@ -47,9 +47,12 @@ char32_t takeUtf8(std::string_view& text) {
     return static_cast<char32_t>(static_cast<unsigned char>(text[i]));
   };
   const char32_t lead = byteAt(0);
-  const std::size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3
-                             : lead < 0xF5                                             ? 4
-                                                                                       : 0;
+  const std::size_t length = lead < 0x80   ? 1
+                             : lead < 0xC2 ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                             : lead < 0xF5 ? 4
+                                           : 0;
   char32_t character = length == 1 ? lead : lead & (0x7FU >> length);
   bool wellFormed = length > 0 && length <= text.size();
   for (std::size_t i = 1; wellFormed && i < length; ++i) {
@@ -95,8 +98,8 @@ std::string utf16ToAnsi(std::string_view bytes, ByteOrder order) {
   std::wstring run;  // converted in one go, so that the system's code page is asked once
   for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
     const char32_t unit = unitAt(i);
-    const bool pair = isSurrogate(unit, 0xD800) && i + 3 < bytes.size() &&
-                      isSurrogate(unitAt(i + 2), 0xDC00);
+    const bool pair =
+        isSurrogate(unit, 0xD800) && i + 3 < bytes.size() && isSurrogate(unitAt(i + 2), 0xDC00);
     if (pair) i += 2;
     // No ANSI code page holds a character that needs two units.
     const bool single = !(unit >= 0xD800 && unit < 0xE000);

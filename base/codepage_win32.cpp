@@ -1,8 +1,8 @@
 // The system's ANSI code page. See codepage.h.
 // Tested by tests/unit/base/codepage_test.cpp.
-#include "base/codepage.h"
-
 #include <windows.h>
+
+#include "base/codepage.h"
 
 namespace tintline {
 namespace {
@@ -22,8 +22,8 @@ std::string toAnsi(std::wstring_view text) {
                                          nullptr, 0, "?", nullptr);
     const std::size_t done = result.size();
     result.resize(done + static_cast<std::size_t>(size));
-    WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), asInt(run),
-                        result.data() + done, size, "?", nullptr);
+    WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), asInt(run), result.data() + done,
+                        size, "?", nullptr);
     text.remove_prefix(run);
   }
   return result;

@@ -60,9 +60,9 @@ std::string replaceFound(std::string_view text, std::string_view from, std::stri
 }  // namespace
 
 std::string Replace(std::string_view text, std::string_view from, std::string_view to) {
-  return replaceFound(text, from, to, [](std::string_view t, std::string_view part, std::size_t at) {
-    return t.find(part, at);
-  });
+  return replaceFound(
+      text, from, to,
+      [](std::string_view t, std::string_view part, std::size_t at) { return t.find(part, at); });
 }
 
 std::string ReplaceIgnoreCase(std::string_view text, std::string_view from, std::string_view to) {

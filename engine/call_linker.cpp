@@ -15,9 +15,7 @@ namespace {
 constexpr unsigned kHashBits = 16;
 constexpr std::string_view kCommentSpan = "<span class='REM'>";
 
-std::uint32_t hashWindow(std::uint32_t window) {
-  return window * 0x9E3779B1U >> (32 - kHashBits);
-}
+std::uint32_t hashWindow(std::uint32_t window) { return window * 0x9E3779B1U >> (32 - kHashBits); }
 
 std::vector<std::string> distinctNames(const ProcedureNames& ProzNamen) {
   std::vector<std::string> names;
@@ -76,8 +74,8 @@ void NameFilter::findInGroup(const Group& group, std::string_view text, std::siz
     window &= group.mask;
     const std::uint32_t hash = hashWindow(window);
     if ((seen[hash / 64] >> hash % 64 & 1) == 0) continue;
-    auto entry = std::lower_bound(group.entries.begin(), group.entries.end(),
-                                  std::pair(window, from));
+    auto entry =
+        std::lower_bound(group.entries.begin(), group.entries.end(), std::pair(window, from));
     for (; entry != group.entries.end() && entry->first == window; ++entry)
       if (startsWithIgnoreCase(text.substr(at), names_[entry->second]))
         found.push_back(entry->second);

@@ -34,9 +34,9 @@ class NameFilter {
   // The names of one length up to kWindow, or of all lengths from there on. They
   // are reached by their first characters, read as a number.
   struct Group {
-    std::size_t length = 0;          // of the window in characters
-    std::uint32_t mask = 0;          // its bits
-    std::vector<std::uint64_t> seen; // one bit for every hash of a window
+    std::size_t length = 0;           // of the window in characters
+    std::uint32_t mask = 0;           // its bits
+    std::vector<std::uint64_t> seen;  // one bit for every hash of a window
     std::vector<std::pair<std::uint32_t, std::size_t>> entries;  // window, index; sorted
   };
 

@@ -14,21 +14,21 @@ namespace tintline {
 
 // First index of the colour table.
 enum ColorCategory : std::size_t {
-  kProzeduren = 0,         // classes Sub and EndSub
-  kReservierteWorte = 1,   // class Code
-  kParameter = 2,          // class Parms
-  kKommentare = 3,         // class Rem
-  kStrings = 4             // class Marks
+  kProzeduren = 0,        // classes Sub and EndSub
+  kReservierteWorte = 1,  // class Code
+  kParameter = 2,         // class Parms
+  kKommentare = 3,        // class Rem
+  kStrings = 4            // class Marks
 };
 inline constexpr std::size_t kColorCategories = 5;
 
 // Second index of the colour table. Field 0 is stored and saved like the others.
 enum ColorField : std::size_t {
-  kTextColor = 1,        // "#RRGGBB"
-  kBackColor = 2,        // "#RRGGBB"
-  kTextNumber = 3,       // decimal colour integer
-  kBackNumber = 4,       // decimal colour integer
-  kTransparency = 5      // "0": the background colour is used
+  kTextColor = 1,    // "#RRGGBB"
+  kBackColor = 2,    // "#RRGGBB"
+  kTextNumber = 3,   // decimal colour integer
+  kBackNumber = 4,   // decimal colour integer
+  kTransparency = 5  // "0": the background colour is used
 };
 inline constexpr std::size_t kColorFields = 6;
 

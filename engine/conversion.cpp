@@ -86,8 +86,8 @@ class Run {
   }
 
   void emitHead(std::string_view html, std::size_t mark, std::string_view source) {
-    const std::string head = options_.lineNumbers ? numberedHead(html.substr(0, mark), source)
-                                                  : linkedHead(html);
+    const std::string head =
+        options_.lineNumbers ? numberedHead(html.substr(0, mark), source) : linkedHead(html);
     collector_.emit(Replace(head, "<span class=\"Code\"> </span>", " "));
     collector_.append("<br>");
     bSubUmbruch_ = source.ends_with('_');

@@ -55,7 +55,7 @@ class SilentObserver final : public ConversionObserver {
 };
 
 struct Conversion {
-  HtmlLines List2;       // the HTML lines, also those of an aborted run
+  HtmlLines List2;  // the HTML lines, also those of an aborted run
   bool aborted = false;
 
   // The HTML text: the body of the result, "" after an abort.

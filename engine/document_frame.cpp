@@ -53,8 +53,7 @@ void DocumentFrame::writeStyleSheet(std::ostream& datei) const {
     writeLine(datei, rule.selector);
     writeLine(datei, " color: " + fields[kTextColor] + ";");
     if (rule.boldItalic) writeLine(datei, " font: italic bold;");
-    writeLine(datei,
-              " background-color: " + (transparent ? "inherit" : fields[kBackColor]) + ";");
+    writeLine(datei, " background-color: " + (transparent ? "inherit" : fields[kBackColor]) + ";");
     writeLine(datei, "}");
   }
   writeLine(datei, "-->");

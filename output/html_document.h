@@ -16,8 +16,7 @@ void writeExport(std::ostream& datei, const DocumentFrame& frame, const Procedur
                  std::string_view htmlText);
 
 // The preview page: as the document, without the index.
-void HTMLDateierstellen(std::ostream& datei, const DocumentFrame& frame,
-                        std::string_view htmlText);
+void HTMLDateierstellen(std::ostream& datei, const DocumentFrame& frame, std::string_view htmlText);
 
 // The placeholder page; adds the placeholder text to the HTML text, which is
 // empty whenever the placeholder is wanted.

@@ -15,9 +15,9 @@
 namespace tintline {
 
 struct ModuleSource {
-  LineList List1;            // every line as read, followed by one blank
-  ProcedureNames ProzNamen;  // every name with one blank in front
-  bool tooManyLines = false; // the source goes on behind line 32,767; the rest was not read
+  LineList List1;             // every line as read, followed by one blank
+  ProcedureNames ProzNamen;   // every name with one blank in front
+  bool tooManyLines = false;  // the source goes on behind line 32,767; the rest was not read
 };
 
 // Called after every line with the number of lines read so far.

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <functional>
 
-#include "support/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 #ifndef _WIN32
 #include <sys/resource.h>
