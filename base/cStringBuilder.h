@@ -38,11 +38,13 @@ class cStringBuilder {
   // Adds `text` behind the content. The buffer grows by one chunk at most: a
   // text that does not fit then throws std::length_error, nothing is changed.
   void Append(std::string_view text);
+  // NOLINTNEXTLINE(performance-unnecessary-value-param): by value is what sets it apart
   void AppendByVal(std::string text) { Append(text); }
 
   // Adds `text` in front of character `index` (0-based). Ignored when the index
   // lies behind the content; grows like Append.
   void Insert(std::size_t index, std::string_view text);
+  // NOLINTNEXTLINE(performance-unnecessary-value-param): by value is what sets it apart
   void InsertByVal(std::size_t index, std::string text) { Insert(index, text); }
 
   // Takes `count` characters out from `index` on (0-based). Ignored when the

@@ -71,7 +71,7 @@ char32_t takeUtf8(std::string_view& text) {
 std::string toUtf8(std::wstring_view text) {
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    char32_t character = static_cast<char32_t>(text[i]);
+    auto character = static_cast<char32_t>(text[i]);
     if (isSurrogate(character, 0xD800) && i + 1 < text.size() &&
         isSurrogate(static_cast<char32_t>(text[i + 1]), 0xDC00))
       character = joinSurrogates(character, static_cast<char32_t>(text[++i]));

@@ -1,6 +1,8 @@
 // See document_frame.h. Tested by tests/unit/engine/document_frame_test.cpp.
 #include "engine/document_frame.h"
 
+#include <utility>
+
 #include "base/text.h"
 
 namespace tintline {
@@ -12,8 +14,8 @@ void writeLine(std::ostream& datei, std::string_view text) { datei << text << kL
 
 }  // namespace
 
-DocumentFrame::DocumentFrame(const ColorScheme& colors, StyleMode mode)
-    : colors_(colors),
+DocumentFrame::DocumentFrame(ColorScheme colors, StyleMode mode)
+    : colors_(std::move(colors)),
       mode_(mode),
       replacements_{{{"class='Code'", styleAttribute(kReservierteWorte, false)},
                      {"class='Parms'", styleAttribute(kParameter, false)},

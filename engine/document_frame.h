@@ -24,7 +24,7 @@ using ProcedureNames = std::vector<std::string>;
 
 class DocumentFrame {
  public:
-  DocumentFrame(const ColorScheme& colors, StyleMode mode);
+  DocumentFrame(ColorScheme colors, StyleMode mode);
 
   StyleMode mode() const { return mode_; }
 
