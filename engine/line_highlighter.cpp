@@ -37,9 +37,12 @@ constexpr std::array<unsigned char, 256> kClasses = makeClasses();
 
 unsigned char classOf(char c) { return kClasses[static_cast<unsigned char>(c)]; }
 
-// No character of a line grows to more than this: a quote in its span has 28
+// No character of a word grows to more than this: a quote in its span has 28
 // characters, a keyword of one letter as many, ":=" 29 for its two.
 constexpr std::size_t kMaxGrowth = 32;
+
+// No span adds more than this to what it wraps; a head's adds 33 and its name.
+constexpr std::size_t kMaxSpan = 40;
 
 constexpr std::string_view kProcedureKeywords = "\3Sub\3Function\3Property\3";
 
@@ -172,7 +175,7 @@ void Highlighter::FortsetzungPruefen(std::string_view text) {
 void Highlighter::writeCode(std::string_view code) {
   if (code.empty()) return;
   if (modVBACode::fkt_ProzedurEnde(code)) {
-    html_.ensure(code.size() + kMaxGrowth);
+    html_.ensure(code.size() + kMaxSpan);
     html_.put("<span class='EndSub'>");
     html_.put(code);
     html_.put("</span>");
@@ -250,7 +253,7 @@ void Highlighter::writeEscaped(std::string_view piece) {
 void Highlighter::writeHead(std::string_view code, std::string_view keyword) {
   const std::string name = anchorName(code, keyword);
   html_.clear();
-  html_.ensure(name.size() + code.size() + kMaxGrowth);
+  html_.ensure(name.size() + code.size() + kMaxSpan);
   html_.put("<span name='");
   html_.put(name);
   html_.put("' class='Sub'>");
@@ -259,7 +262,7 @@ void Highlighter::writeHead(std::string_view code, std::string_view keyword) {
 }
 
 void Highlighter::writeComment(std::string_view comment) {
-  html_.ensure(comment.size() + kMaxGrowth);
+  html_.ensure(comment.size() + kMaxSpan);
   html_.put("<span class='Rem'>");
   html_.put(comment);
   html_.put("</span>");

@@ -1,0 +1,77 @@
+// The engine against a literal transcription of its rules (tests/support/literal_*):
+// on all short lines over a small alphabet of nasty pieces, and on random modules.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "engine/conversion.h"
+#include "tests/support/convert.h"
+#include "tests/support/literal_driver.h"
+#include "tests/support/random_lines.h"
+
+namespace tintline {
+namespace {
+
+const literal::KeywordLists kLists = {
+    literal::KeywordText({"Dim", "Sub", "If", "Left$", "x", "span", "Rem"}),
+    literal::KeywordText({"hwnd", "If", "class", "True"})};
+
+literal::Colours literalColours(const ColorScheme& scheme) {
+  literal::Colours colours;
+  for (std::size_t category = 0; category < kColorCategories; ++category)
+    for (std::size_t field = 0; field < kColorFields; ++field)
+      colours.fields[category][field] = scheme[category][field];
+  return colours;
+}
+
+TEST(HighlighterProperty, AgreesWithTheTranscriptionOnAllShortLines) {
+  const KeywordTable table(kLists.Keywords1, kLists.Keywords2);
+  Highlighter fast(table);
+  literal::Highlighter slow(kLists);
+  std::size_t lines = 0;
+  literal::forEachShortLine(5, [&](const std::string& line) {
+    ++lines;
+    if (fast.fkt_ZeileKonvertieren(line) != slow.fkt_ZeileKonvertieren(line)) {
+      literal::Highlighter again(kLists);
+      Highlighter fresh(table);
+      ASSERT_EQ(fresh.fkt_ZeileKonvertieren(line), again.fkt_ZeileKonvertieren(line)) << line;
+      FAIL() << "state differs at: " << line;
+    }
+  });
+  EXPECT_GT(lines, 100'000u);
+}
+
+TEST(ConversionProperty, AgreesWithTheTranscriptionOnRandomModules) {
+  const KeywordTable table(kLists.Keywords1, kLists.Keywords2);
+  for (unsigned seed = 1; seed <= 4000; ++seed) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const std::vector<std::string> lines = literal::randomModule(random, 12);
+    const ProcedureNames names = literal::randomNames(random);
+    const auto chance = [&random](unsigned n) { return random() % n == 0; };
+    const ConversionOptions options{.lineNumbers = chance(2), .blnPaste = chance(4)};
+    const StyleMode style = chance(2) ? StyleMode::Inline : StyleMode::Class;
+    const int abortAt = chance(8) ? static_cast<int>(random() % 12) : -1;
+    ColorScheme colors = test::defaultColors();
+    for (auto& category : colors)
+      if (chance(3)) category[kTransparency] = "1";
+
+    Highlighter fast(table);
+    test::RecordingObserver observer(abortAt);
+    const Conversion conversion = Verarbeiten(test::lineList(lines), names, options,
+                                              DocumentFrame(colors, style), fast, observer);
+    literal::Highlighter slow(kLists);
+    const literal::Result expected = literal::Verarbeiten(
+        lines, names, {options.lineNumbers, style == StyleMode::Inline, options.blnPaste},
+        literalColours(colors), slow, abortAt);
+
+    ASSERT_EQ(test::strings(conversion.List2), expected.List2);
+    ASSERT_EQ(conversion.body(), expected.html);
+    ASSERT_EQ(test::wrapped(conversion.List2), expected.wrapped);
+    ASSERT_EQ(conversion.aborted, expected.aborted);
+    ASSERT_EQ(observer.events, expected.events);
+  }
+}
+
+}  // namespace
+}  // namespace tintline
