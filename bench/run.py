@@ -1,0 +1,248 @@
+#!/usr/bin/env python3
+"""Whole-process measurements of the command line, as a Markdown table.
+
+    bench/run.py [--build DIR] [--rounds N] [--dir DIR]
+
+Every figure stands beside two runs of the bound program, taken in turns with it:
+"escape" reads, escapes "<" and ">" and writes; "same output" writes as many
+bytes as the conversion does. A figure is the median over all rounds, a ratio the
+median of the ratios of the rounds.
+"""
+import argparse
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+from statistics import median
+
+ROOT = Path(__file__).resolve().parent.parent
+MIB = 1024 * 1024
+SPACE = 2 * 1024 * MIB  # what corpus and results need at most
+
+
+class Bench:
+    def __init__(self, build, work):
+        self.build = build
+        self.work = work
+        self.commands = {}  # name -> the command line that is measured
+        self.runs = {}  # name -> one (wall, processor, peak KiB) a round
+
+    def tool(self, name):
+        return str(self.build / name)
+
+    def folder(self, name):
+        path = self.work / name
+        path.mkdir(parents=True, exist_ok=True)
+        return path
+
+    def add(self, name, command):
+        self.commands[name] = [str(part) for part in command]
+        self.runs[name] = []
+
+    def add_conversion(self, name, files, *options):
+        """The program and the two bounds over these files, under name, name+escape, name+same."""
+        out = self.folder(f"out/{name}")
+        self.add(name, [self.tool("tintline"), "-q", "-d", out, *options, *files])
+        self.add(f"{name}+escape",
+                 [self.tool("bound"), "escape", self.folder("bound/escape"), *files])
+        self.add(f"{name}+same",
+                 [self.tool("bound"), "same", self.folder("bound/same"), out, *files])
+
+    def measure(self, rounds):
+        for current in range(rounds + 1):
+            for name, command in self.commands.items():
+                result = self.run_once(name, command)
+                if current > 0:  # the first round warms up and writes what `bound same` looks at
+                    self.runs[name].append(result)
+
+    def run_once(self, name, command):
+        done = subprocess.run([self.tool("measure_posix"), *command], capture_output=True,
+                              text=True, check=True)
+        wall, processor, peak, code = done.stdout.split()[-4:]
+        if code != "0":
+            sys.exit(f"{name} ended with {code}: {done.stderr.strip()}")
+        return float(wall), float(processor), int(peak)
+
+    def wall(self, name):
+        return median(run[0] for run in self.runs[name])
+
+    def peak(self, name):
+        return max(run[2] for run in self.runs[name]) / 1024
+
+    def ratio(self, name, other):
+        pairs = zip(self.runs[name], self.runs[other])
+        return median(mine[0] / theirs[0] for mine, theirs in pairs)
+
+
+class Table:
+    def __init__(self, *heads):
+        print(f"\n| {' | '.join(heads)} |")
+        print("|" + "---|" * len(heads), flush=True)
+
+    def row(self, *cells):
+        print(f"| {' | '.join(cells)} |", flush=True)
+
+
+class Bars:
+    """What has to be reached, and how often it was."""
+
+    def __init__(self):
+        self.reached = self.missed = 0
+
+    def at_most(self, value, limit, unit=""):
+        return self.judged(value <= limit, f"≤ {limit:.3g}{unit}")
+
+    def at_least(self, value, limit, unit=""):
+        return self.judged(value >= limit, f"≥ {limit:.3g}{unit}")
+
+    def judged(self, good, text):
+        self.reached += good
+        self.missed += not good
+        return f"{text}: {'ok' if good else '**missed**'}"
+
+
+def size_of(files):
+    return sum(os.path.getsize(file) for file in files)
+
+
+def lines_of(files):
+    return sum(Path(file).read_bytes().count(b"\n") for file in files)
+
+
+# name of the row, set of modules, options, times the bound that it may take
+CONVERSIONS = [
+    ("class, no names to link", "modules", ["--pasted"], 2.5),
+    ("class, own names", "modules", [], None),
+    ("class, own names, line numbers", "modules", ["-n"], None),
+    ("class, 500 names a module", "names500", [], 4.0),
+    ("inline, no names to link", "modules", ["--style", "inline", "--pasted"], None),
+    ("inline, own names", "modules", ["--style", "inline"], None),
+    ("inline, 500 names a module", "names500", ["--style", "inline"], None),
+    ("one module of nearly 32,767 lines", "single/longest.bas", [], None),
+]
+NAMES = [10, 100, 500, 1000]
+GROWTH = [1, 2, 4]
+
+
+def plan(bench, corpus):
+    def files(place):
+        path = corpus / place
+        return [path] if path.is_file() else sorted(path.iterdir())
+
+    for name, place, options, _ in CONVERSIONS:
+        bench.add_conversion(name, files(place), "--jobs", "1", *options)
+    bench.add("two jobs", [bench.tool("tintline"), "-q", "-d", bench.folder("out/two jobs"),
+                           "--jobs", "2", *files("modules")])
+    for factor in GROWTH:
+        bench.add(f"growth {factor}", [bench.tool("tintline"), "-q", "--jobs", "1", "-d",
+                                       bench.folder(f"out/growth {factor}"),
+                                       *files(f"growth/{factor}")])
+    for count in NAMES:
+        bench.add(f"names {count}", [bench.tool("tintline"), "-q", "--jobs", "1", "-d",
+                                     bench.folder(f"out/names {count}"), *files(f"names/{count}")])
+    short = corpus / "single/100.bas"
+    out = bench.folder("out/start")
+    for turn in range(10):  # so short that one run a round says little
+        bench.add(f"start {turn}", [bench.tool("tintline"), "-q", "-o", out / "100.htm", short])
+        bench.add(f"true {turn}", ["--copy", short, out / "copy.bas", "/bin/true"])
+    return files
+
+
+def report_conversions(bench, bars, files):
+    table = Table("whole process, one job", "MB/s", "lines/s", "time", "peak memory",
+                  "× escape", "× same output", "reach")
+    for name, place, _, limit in CONVERSIONS:
+        inputs = files(place)
+        wall = bench.wall(name)
+        same = bench.ratio(name, f"{name}+same")
+        table.row(name, f"{size_of(inputs) / wall / 1e6:.0f}", f"{lines_of(inputs) / wall:,.0f}",
+                  f"{wall * 1e3:.1f} ms", f"{bench.peak(name):.1f} MiB",
+                  f"{bench.ratio(name, f'{name}+escape'):.2f}", f"{same:.2f}",
+                  bars.at_most(same, limit) if limit else "")
+
+
+def report_memory(bench, bars, files):
+    table = Table("peak memory, one job", "largest input", "its output", "peak", "reach")
+    for name, place, _, _ in CONVERSIONS:
+        out = bench.folder(f"out/{name}")
+        pairs = [(size_of([file]), size_of([out / (file.stem + ".htm")])) for file in files(place)]
+        source, result = max(pairs, key=sum)
+        table.row(name, f"{source / MIB:.2f} MiB", f"{result / MIB:.2f} MiB",
+                  f"{bench.peak(name):.1f} MiB",
+                  bars.at_most(bench.peak(name), (source + result) / MIB + 16, " MiB"))
+
+
+def report_growth(bench, bars, files):
+    table = Table("growth", "time", "times", "reach")
+    before = None
+    for factor in GROWTH:
+        name = f"growth {factor}"
+        times = bench.ratio(name, before) if before else None
+        table.row(f"20 modules of {factor * 100} KB ({lines_of(files(f'growth/{factor}')):,} lines)",
+                  f"{bench.wall(name) * 1e3:.1f} ms", f"{times:.2f}" if times else "",
+                  bars.at_most(times, 2.1) if times else "")
+        before = name
+    for count in NAMES:
+        name = f"names {count}"
+        times = bench.ratio(name, f"names {NAMES[0]}")
+        table.row(f"{count} names that do not occur", f"{bench.wall(name) * 1e3:.1f} ms",
+                  f"{times:.2f}", bars.at_most(times, 1.5) if count == NAMES[-1] else "")
+
+
+def report_start(bench, bars):
+    table = Table("start and jobs", "time", "beside", "times", "reach")
+    start = median(bench.wall(f"start {turn}") for turn in range(10))
+    true = median(bench.wall(f"true {turn}") for turn in range(10))
+    times = median(bench.ratio(f"start {turn}", f"true {turn}") for turn in range(10))
+    table.row("start and a file of 100 lines", f"{start * 1e3:.2f} ms",
+              f"/bin/true and a copy of the file: {true * 1e3:.2f} ms", f"{times:.2f}",
+              bars.at_most(times, 2))
+    one = "class, own names"
+    times = bench.ratio(one, "two jobs")
+    table.row("two jobs", f"{bench.wall('two jobs') * 1e3:.1f} ms",
+              f"one job: {bench.wall(one) * 1e3:.1f} ms", f"{times:.2f}",
+              bars.at_least(times, 1.7))
+
+
+def work_folder(chosen, build):
+    if chosen:
+        chosen.mkdir(parents=True, exist_ok=True)
+        return tempfile.mkdtemp(prefix="tintline-bench-", dir=chosen)
+    memory = Path("/dev/shm")  # files in memory: no disk in the figures
+    roomy = os.access(memory, os.W_OK) and shutil.disk_usage(memory).free > SPACE
+    return tempfile.mkdtemp(prefix="tintline-bench-", dir=memory if roomy else build)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--build", type=Path, default=ROOT / "build/bench",
+                        help="folder of the built programs")
+    parser.add_argument("--rounds", type=int, default=9)
+    parser.add_argument("--dir", type=Path, help="where corpus and results are put")
+    options = parser.parse_args()
+
+    work = Path(work_folder(options.dir, options.build))
+    try:
+        bench, bars = Bench(options.build.resolve(), work), Bars()
+        shape = subprocess.run([bench.tool("make_corpus"), work / "corpus"], capture_output=True,
+                               text=True)
+        print(f"Corpus:\n\n```\n{shape.stdout}{shape.stderr}```")
+        if shape.returncode != 0:
+            sys.exit("the corpus has not the shape that it should have")
+        files = plan(bench, work / "corpus")
+        bench.measure(options.rounds)
+        print(f"\n{options.rounds} rounds, {os.cpu_count()} processors, files in "
+              f"{'memory' if str(work).startswith('/dev/shm') else 'the file system'}.")
+        report_conversions(bench, bars, files)
+        report_memory(bench, bars, files)
+        report_growth(bench, bars, files)
+        report_start(bench, bars)
+        print(f"\n{bars.reached} reached, {bars.missed} missed")
+    finally:
+        shutil.rmtree(work)
+
+
+if __name__ == "__main__":
+    main()
