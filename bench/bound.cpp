@@ -44,7 +44,8 @@ void run(int argc, char** argv) {
   const bool same = std::strcmp(argv[1], "same") == 0;
   std::string html;
   for (int i = same ? 4 : 3; i < argc; ++i) {
-    const std::filesystem::path name = std::filesystem::path(argv[i]).filename().replace_extension(".htm");
+    const std::filesystem::path name =
+        std::filesystem::path(argv[i]).filename().replace_extension(".htm");
     escape(readFile(argv[i]), html);
     write(std::filesystem::path(argv[2]) / name, html,
           same ? std::filesystem::file_size(std::filesystem::path(argv[3]) / name) : html.size());
@@ -56,7 +57,8 @@ void run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   if (argc < 4) {
-    std::fputs("usage: bound escape OUTDIR FILE...\n       bound same OUTDIR REFDIR FILE...\n", stderr);
+    std::fputs("usage: bound escape OUTDIR FILE...\n       bound same OUTDIR REFDIR FILE...\n",
+               stderr);
     return 2;
   }
   try {

@@ -60,8 +60,8 @@ inline constexpr std::array<std::string_view, 5> kCalls = {
     "%p Betrag:=%v, Satz:=%n"};
 
 inline constexpr std::array<std::string_view, 4> kContinued = {
-    "%v = %v + %o.%m _|+ %v * %n", "%o.%m %v, _|%n, True",
-    "If %v > %n And _|%v < %n Then %v = 0", "%v = %s & %v _|& vbCrLf"};
+    "%v = %v + %o.%m _|+ %v * %n", "%o.%m %v, _|%n, True", "If %v > %n And _|%v < %n Then %v = 0",
+    "%v = %s & %v _|& vbCrLf"};
 
 inline constexpr std::array<Block, 6> kBlocks = {{{"If %v > %n Then", "End If"},
                                                   {"For %i = 1 To %n", "Next %i"},
@@ -71,7 +71,7 @@ inline constexpr std::array<Block, 6> kBlocks = {{{"If %v > %n Then", "End If"},
                                                   {"For Each %v In %o.%m", "Next %v"}}};
 
 inline constexpr std::array<std::string_view, 12> kVariables = {
-    "strName", "lngAnzahl", "dblSumme", "curBetrag", "varWert", "blnGefunden",
+    "strName", "lngAnzahl", "dblSumme", "curBetrag", "varWert",   "blnGefunden",
     "strText", "lngZeile",  "intStufe", "datTag",    "sngAnteil", "lngSpalte"};
 inline constexpr std::array<std::string_view, 4> kCounters = {"i", "j", "k", "n"};
 inline constexpr std::array<std::string_view, 8> kObjects = {
@@ -79,16 +79,17 @@ inline constexpr std::array<std::string_view, 8> kObjects = {
 inline constexpr std::array<std::string_view, 10> kMembers = {
     "Value", "Caption", "Text", "Name", "Count", "Cells", "Range", "Fields", "Font", "Items"};
 inline constexpr std::array<std::string_view, 25> kNouns = {
-    "Rechnung", "Kunde",  "Artikel", "Lager",   "Auftrag", "Zahlung", "Mahnung", "Beleg",  "Liste",
-    "Tabelle",  "Blatt",  "Zelle",   "Brief",   "Adresse", "Vorlage", "Ordner",  "Datei",  "Feld",
-    "Summe",    "Steuer", "Rabatt",  "Termin",  "Konto",   "Posten",  "Bericht"};
+    "Rechnung", "Kunde",  "Artikel", "Lager",  "Auftrag", "Zahlung", "Mahnung", "Beleg", "Liste",
+    "Tabelle",  "Blatt",  "Zelle",   "Brief",  "Adresse", "Vorlage", "Ordner",  "Datei", "Feld",
+    "Summe",    "Steuer", "Rabatt",  "Termin", "Konto",   "Posten",  "Bericht"};
 inline constexpr std::array<std::string_view, 20> kVerbs = {
-    "Lesen",  "Schreiben", "Pruefen", "Drucken",   "Sortieren", "Suchen",  "Anlegen",
-    "Senden", "Kopieren",  "Leeren",  "Berechnen", "Anzeigen",  "Sichern", "Buchen",
+    "Lesen",  "Schreiben", "Pruefen", "Drucken",   "Sortieren", "Suchen",   "Anlegen",
+    "Senden", "Kopieren",  "Leeren",  "Berechnen", "Anzeigen",  "Sichern",  "Buchen",
     "Teilen", "Mischen",   "Ordnen",  "Ersetzen",  "Filtern",   "Verbinden"};
 inline constexpr std::array<std::string_view, 14> kWords = {
-    u8"prüft"_ansi,   "die",     "Eingabe",         "und",   u8"übernimmt"_ansi, "den Wert",
-    "aus der",        "Tabelle", u8"für jeden"_ansi, "Kunden", "wenn",            "der Betrag",
+    u8"prüft"_ansi,      "die",        "Eingabe", "und",
+    u8"übernimmt"_ansi,  "den Wert",   "aus der", "Tabelle",
+    u8"für jeden"_ansi,  "Kunden",     "wenn",    "der Betrag",
     u8"größer ist"_ansi, "als zuletzt"};
 
 // The same bytes on every platform, which the standard distributions do not promise.
@@ -96,7 +97,9 @@ class Random {
  public:
   explicit Random(std::uint64_t seed) : state_(seed) {}
   std::size_t below(std::size_t limit) { return static_cast<std::size_t>(next() % limit); }
-  bool chance(double probability) { return static_cast<double>(next() % 1'000'000) < probability * 1e6; }
+  bool chance(double probability) {
+    return static_cast<double>(next() % 1'000'000) < probability * 1e6;
+  }
   template <typename Choices>
   auto pick(const Choices& choices) {
     return choices[below(std::size(choices))];
@@ -258,19 +261,27 @@ class ModuleWriter {
   std::string filled(std::string_view text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i)
-      text[i] == '%' ? static_cast<void>(result.append(value(text[++i]))) : result.push_back(text[i]);
+      text[i] == '%' ? static_cast<void>(result.append(value(text[++i])))
+                     : result.push_back(text[i]);
     return result;
   }
 
   std::string value(char kind) {
     switch (kind) {
-      case 'v': return std::string(random_.pick(kVariables));
-      case 'i': return std::string(random_.pick(kCounters));
-      case 'o': return std::string(random_.pick(kObjects));
-      case 'm': return std::string(random_.pick(kMembers));
-      case 'p': return names_[random_.below(names_.size())];
-      case 'n': return std::to_string(random_.below(2000));
-      default: return literal();
+      case 'v':
+        return std::string(random_.pick(kVariables));
+      case 'i':
+        return std::string(random_.pick(kCounters));
+      case 'o':
+        return std::string(random_.pick(kObjects));
+      case 'm':
+        return std::string(random_.pick(kMembers));
+      case 'p':
+        return names_[random_.below(names_.size())];
+      case 'n':
+        return std::to_string(random_.below(2000));
+      default:
+        return literal();
     }
   }
 

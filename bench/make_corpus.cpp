@@ -47,7 +47,8 @@ std::size_t moduleSize(std::size_t index) {
 }
 
 std::size_t procedureCount(std::size_t bytes) {
-  const double power = std::log(kLargestProcedures / kMedianProcedures) / std::log(kLargest / kMedian);
+  const double power =
+      std::log(kLargestProcedures / kMedianProcedures) / std::log(kLargest / kMedian);
   const double count = kMedianProcedures * std::pow(static_cast<double>(bytes) / kMedian, power);
   return std::max<std::size_t>(1, static_cast<std::size_t>(std::lround(count)));
 }
@@ -95,9 +96,8 @@ bool writeModules(const std::filesystem::path& folder) {
     all.commentBytes += module.commentBytes;
     all.stringBytes += module.stringBytes;
   }
-  std::sort(modules.begin(), modules.end(), [](const Module& a, const Module& b) {
-    return a.text.size() < b.text.size();
-  });
+  std::sort(modules.begin(), modules.end(),
+            [](const Module& a, const Module& b) { return a.text.size() < b.text.size(); });
   const Module& median = modules[kModules / 2];
   const double bytes = static_cast<double>(all.text.size());
   const double lines = static_cast<double>(all.lines);
@@ -112,8 +112,8 @@ bool writeModules(const std::filesystem::path& folder) {
       {"modules/: KB of the module at 90 %", kilobytes(modules[kModules * 9 / 10]), 47, 54},
       {"modules/: KB of the largest module", kilobytes(modules.back()), 460, 480},
       {"modules/: procedures of the median module", static_cast<double>(median.procedures), 11, 13},
-      {"modules/: procedures of the largest module",
-       static_cast<double>(modules.back().procedures), 650, 650},
+      {"modules/: procedures of the largest module", static_cast<double>(modules.back().procedures),
+       650, 650},
       {"modules/: share of bytes in comments", static_cast<double>(all.commentBytes) / bytes, 0.18,
        0.22},
       {"modules/: share of bytes in strings", static_cast<double>(all.stringBytes) / bytes, 0.04,

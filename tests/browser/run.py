@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""Looks at converted pages in a real browser.
+
+    run.py [--screenshots DIR] --tintline CMD...
+
+Converts the sample module in both styles, with and without line numbers, and
+lets check.js follow every link of each page. An index entry and a procedure head
+make their name by different rules ("Property" procedures are not listed, names
+that hold "Sub" lose it in the anchor); the sample is written so that everything
+in its index has an anchor.
+"""
+import argparse
+import collections
+import html
+import json
+import re
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+HERE = Path(__file__).resolve().parent
+SAMPLE = HERE.parent.parent / "data/examples/Musterprojekt.bas"
+ENCODING = "cp1252"
+PAGES = {
+    "class": ["--style", "class"],
+    "class-numbers": ["--style", "class", "--line-numbers"],
+    "inline": ["--style", "inline"],
+    "inline-numbers": ["--style", "inline", "--line-numbers"],
+}
+CHROMIUM = [
+    "chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
+    "--disable-background-networking", "--disable-component-update", "--disable-sync",
+    "--hide-scrollbars",
+]
+SECONDS = 120  # until a browser that hangs is given up
+
+
+def code_of(line):
+    """The line without its string literals and its comment."""
+    code = re.sub(r'"[^"]*"', '""', line)
+    return re.sub(r"('|\bRem\b).*", "", code)
+
+
+def expectations(source):
+    """What a reader of the sample expects: the procedures, and how often each is called."""
+    head = re.compile(r"(?:Public |Private )?(?:Sub|Function) (\w+)\(")
+    lines = source.splitlines()
+    procedures = [match[1] for match in map(head.match, lines) if match]
+    calls = collections.Counter()
+    for line in map(code_of, lines):
+        if head.match(line):
+            continue
+        for name in procedures:
+            if not re.search(rf"\b{name} =", line):  # an assignment to the function's result
+                calls[name] += len(re.findall(rf"\b{name}\b", line))
+    first = next(line for line in lines if head.match(line))
+    return {"procedures": procedures, "calls": +calls, "head": first, "umlauts": "säumige Kunden"}
+
+
+def browse(arguments, profile):
+    return subprocess.run([*CHROMIUM, f"--user-data-dir={profile}", *arguments],
+                          capture_output=True, timeout=SECONDS, check=True).stdout
+
+
+def convert(tintline, options, target):
+    subprocess.run([*tintline, "--quiet", *options, "-o", str(target), str(SAMPLE)], check=True,
+                   timeout=SECONDS)
+
+
+def check_page(page, expected, folder):
+    """The findings of check.js in a copy of the page that has the script in its body."""
+    script = (f"<script>const expected = {json.dumps(expected)};</script>"
+              "<script src='check.js'></script></body>")
+    checked = folder / f"checked-{page.name}"
+    checked.write_bytes(page.read_bytes().replace(b"</body>", script.encode("ascii")))
+    dump = browse(["--window-size=1000,700", "--virtual-time-budget=120000", "--dump-dom",
+                   checked.as_uri()], folder / "profile").decode("utf-8")
+    result = re.search(r'<pre id="befund">(.*?)</pre>', dump, re.DOTALL)
+    if not result:
+        return [{"name": "the check comes to its end", "ok": False, "detail": dump[-500:]}]
+    return json.loads(html.unescape(result[1]))
+
+
+def screenshot(page, target, profile):
+    browse(["--window-size=1000,1300", f"--screenshot={target}", page.as_uri()], profile)
+    print(f"saved {target}")
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Looks at converted pages in a real browser.")
+    parser.add_argument("--tintline", nargs="+", required=True, metavar="CMD")
+    parser.add_argument("--screenshots", type=Path, metavar="DIR",
+                        help="save pictures of the pages there")
+    options = parser.parse_args()
+
+    expected = expectations(SAMPLE.read_text(encoding=ENCODING))
+    passed = failed = 0
+    with tempfile.TemporaryDirectory(prefix="tintline-browser-",
+                                     ignore_cleanup_errors=True) as name:
+        folder = Path(name)
+        (folder / "check.js").write_bytes((HERE / "check.js").read_bytes())
+        for style, style_options in PAGES.items():
+            page = folder / f"{style}.htm"
+            convert(options.tintline, style_options, page)
+            for finding in check_page(page, expected, folder):
+                passed += finding["ok"]
+                failed += not finding["ok"]
+                if not finding["ok"]:
+                    print(f"{style}: FAILED: {finding['name']}: {finding['detail']}")
+            if options.screenshots:
+                options.screenshots.mkdir(parents=True, exist_ok=True)
+                screenshot(page, options.screenshots.resolve() / f"{style}.png",
+                           folder / "profile")
+    print(f"{passed} passed, {failed} failed")
+    return 1 if failed or not passed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
