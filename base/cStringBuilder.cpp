@@ -32,12 +32,6 @@ void cStringBuilder::TheString(std::string_view text) {
   used_ = text.size();
 }
 
-void cStringBuilder::Append(std::string_view text) {
-  makeRoomFor(text.size());
-  std::copy(text.begin(), text.end(), buffer_.begin() + static_cast<std::ptrdiff_t>(used_));
-  used_ += text.size();
-}
-
 void cStringBuilder::Insert(std::size_t index, std::string_view text) {
   if (index > used_) return;
   makeRoomFor(text.size());

@@ -37,7 +37,11 @@ class cStringBuilder {
 
   // Adds `text` behind the content. The buffer grows by one chunk at most: a
   // text that does not fit then throws std::length_error, nothing is changed.
-  void Append(std::string_view text);
+  void Append(std::string_view text) {
+    if (text.size() > Capacity() - used_) makeRoomFor(text.size());
+    text.copy(buffer_.data() + used_, text.size());
+    used_ += text.size();
+  }
   // NOLINTNEXTLINE(performance-unnecessary-value-param): by value is what sets it apart
   void AppendByVal(std::string text) { Append(text); }
 

@@ -31,9 +31,37 @@ bool startsWithIgnoreCase(std::string_view text, std::string_view prefix) {
   return true;
 }
 
+namespace {
+
+// Whether c | 0x20 is equal for two characters that are equal without regard to
+// case: not so for the few partners that differ in other bits.
+bool foldsByOneBit(char c) {
+  const auto code = static_cast<unsigned char>(c);
+  return code < 0x80 || (code >= 0xA0 && code < 0xFF);
+}
+
+// False only when `first` is nowhere followed by `second`, without regard to
+// case. May err the other way. Written so that the compiler makes vector code.
+bool mayContainPair(std::string_view text, char first, char second) {
+  const auto a = static_cast<unsigned char>(first | 0x20);
+  const auto b = static_cast<unsigned char>(second | 0x20);
+  unsigned char found = 0;
+  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+    const auto c = static_cast<unsigned char>(text[i] | 0x20);
+    const auto d = static_cast<unsigned char>(text[i + 1] | 0x20);
+    found |= static_cast<unsigned char>((c == a) & (d == b));
+  }
+  return found != 0;
+}
+
+}  // namespace
+
 std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::size_t from) {
   if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
   if (part.empty()) return from;
+  if (part.size() > 1 && foldsByOneBit(part[0]) && foldsByOneBit(part[1]) &&
+      !mayContainPair(text.substr(from), part[0], part[1]))
+    return std::string_view::npos;
   const char first = toLower(part.front());
   for (std::size_t i = from; i <= text.size() - part.size(); ++i)
     if (toLower(text[i]) == first && startsWithIgnoreCase(text.substr(i), part)) return i;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <stdexcept>
 #include <unordered_set>
 
@@ -14,6 +15,24 @@ namespace {
 
 constexpr unsigned kHashBits = 16;
 constexpr std::string_view kCommentSpan = "<span class='REM'>";
+
+// What a highlighted line is full of. Text of the source that looks alike may be
+// skipped with them: no name occurs in either.
+constexpr std::string_view kTags[] = {"</span>", "<span class='Code'>", "<span class='Marks'>",
+                                      "<span class='Parms'>", "<span class='Rem'>"};
+
+bool mayOccurInTags(const std::string& name) {
+  return name.find_first_of("<>") != std::string::npos ||
+         std::any_of(std::begin(kTags), std::end(kTags),
+                     [&name](std::string_view tag) { return containsIgnoreCase(tag, name); });
+}
+
+// The length of the tag that the text begins with, or 1 to pass a single "<".
+std::size_t tagLength(std::string_view text) {
+  for (const std::string_view tag : kTags)
+    if (text.starts_with(tag)) return tag.size();
+  return 1;
+}
 
 std::uint32_t hashWindow(std::uint32_t window) { return window * 0x9E3779B1U >> (32 - kHashBits); }
 
@@ -29,7 +48,8 @@ std::vector<std::string> distinctNames(const ProcedureNames& ProzNamen) {
 
 }  // namespace
 
-NameFilter::NameFilter(const std::vector<std::string>& names) : names_(names) {
+NameFilter::NameFilter(const std::vector<std::string>& names)
+    : names_(names), skipTags_(std::none_of(names.begin(), names.end(), mayOccurInTags)) {
   for (std::size_t index = 0; index < names.size(); ++index) {
     const std::size_t length = std::min(names[index].size(), kWindow);
     auto group = std::find_if(groups_.begin(), groups_.end(),
@@ -57,21 +77,32 @@ void NameFilter::add(Group& group, std::size_t index) const {
 void NameFilter::find(std::string_view text, std::size_t from, std::vector<std::size_t>& found) {
   found.clear();
   if (groups_.empty()) return;
-  folded_.resize(text.size() + kWindow);
-  std::transform(text.begin(), text.end(), folded_.begin(), toLower);
-  for (const Group& group : groups_) findInGroup(group, text, from, found);
+  while (!text.empty()) {
+    const std::size_t end = skipTags_ ? std::min(text.find('<'), text.size()) : text.size();
+    findInStretch(text.substr(0, end), from, found);
+    text.remove_prefix(end);
+    if (!text.empty()) text.remove_prefix(tagLength(text));
+  }
   std::sort(found.begin(), found.end());
   found.erase(std::unique(found.begin(), found.end()), found.end());
 }
 
+void NameFilter::findInStretch(std::string_view text, std::size_t from,
+                               std::vector<std::size_t>& found) {
+  folded_.resize(std::max(folded_.size(), text.size() + kWindow));
+  std::transform(text.begin(), text.end(), folded_.begin(), toLower);
+  for (const Group& group : groups_) findInGroup(group, text, from, found);
+}
+
 void NameFilter::findInGroup(const Group& group, std::string_view text, std::size_t from,
                              std::vector<std::size_t>& found) const {
-  if (text.size() < group.length) return;
+  const char* const folded = folded_.data();
   const std::uint64_t* const seen = group.seen.data();
-  for (std::size_t at = 0; at <= text.size() - group.length; ++at) {
+  const std::uint32_t mask = group.mask;
+  for (std::size_t at = 0; at + group.length <= text.size(); ++at) {
     std::uint32_t window;
-    std::memcpy(&window, folded_.data() + at, sizeof window);
-    window &= group.mask;
+    std::memcpy(&window, folded + at, sizeof window);
+    window &= mask;
     const std::uint32_t hash = hashWindow(window);
     if ((seen[hash / 64] >> hash % 64 & 1) == 0) continue;
     auto entry =

@@ -43,12 +43,14 @@ class NameFilter {
   static constexpr std::size_t kWindow = 4;
 
   void add(Group& group, std::size_t index) const;
+  void findInStretch(std::string_view text, std::size_t from, std::vector<std::size_t>& found);
   void findInGroup(const Group& group, std::string_view text, std::size_t from,
                    std::vector<std::size_t>& found) const;
 
   const std::vector<std::string>& names_;
   std::vector<Group> groups_;
-  std::string folded_;  // the searched text in lower case, with room for the last window
+  std::string folded_;  // the searched stretch in lower case, with room for the last window
+  bool skipTags_;       // no name can occur in a tag, so that tags need not be searched
 };
 
 class CallLinker {

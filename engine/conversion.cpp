@@ -117,12 +117,10 @@ class Run {
     if (startsModule(i, html))
       collector_.append(std::exchange(frameOpen_, true) ? kNextFrame : kFrameOpener);
     collector_.emit(decorated(html, source), !statementStart_);
-    collector_.append("<br>");
     observer_.processed(i, List1_.size());
-    if (source.ends_with('_')) {
-      collector_.append("<br>");
-    } else {
-      collector_.append("\n");
+    const bool continues = source.ends_with('_');
+    collector_.append(continues ? "<br><br>" : "<br>\n");
+    if (!continues) {
       bSubUmbruch_ = false;
       ++lineCounter_;
     }

@@ -12,14 +12,20 @@
 namespace tintline {
 namespace {
 
-// What a character means for the word that it stands in.
-enum CharacterClass : unsigned char {
-  kLetter = 1,   // passes fkt_NurBuchstaben
-  kPlain = 2,    // written as it is
-  kSpecial = 4,  // splits a word into pieces or is written otherwise
-  kBlank = 8,    // ends the word
-  kCode3 = 16    // plain, but separates the entries of the procedure keyword list
+// What the characters of a word are, as a set: the steps that a word does not
+// need are then skipped.
+enum CharacterClass : unsigned {
+  kLetter = 1,  // passes fkt_NurBuchstaben
+  kPlain = 2,   // written as it is
+  kCode3 = 4,   // the same, but separates the entries of the procedure keyword list
+  kComma = 8,   // splits words, as the next three do
+  kOpening = 16,
+  kClosing = 32,
+  kColon = 64,
+  kEscaped = 128  // "<", ">" and the double quote
 };
+constexpr unsigned kMarked = kOpening | kClosing | kEscaped;  // not written as they are
+constexpr unsigned kSplitting = kComma | kOpening | kClosing | kColon;
 
 constexpr std::array<unsigned char, 256> makeClasses() {
   std::array<unsigned char, 256> classes{};
@@ -27,15 +33,23 @@ constexpr std::array<unsigned char, 256> makeClasses() {
     const bool letter = (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z');
     classes[code] = letter || code == '$' ? kLetter : kPlain;
   }
-  for (const char c : {',', '(', ')', ':', '<', '>', '"'})
-    classes[static_cast<unsigned char>(c)] = kSpecial;
-  classes[' '] = kBlank;
   classes[3] = kCode3;
+  classes[','] = kComma;
+  classes['('] = kOpening;
+  classes[')'] = kClosing;
+  classes[':'] = kColon;
+  classes['<'] = classes['>'] = classes['"'] = kEscaped;
   return classes;
 }
 constexpr std::array<unsigned char, 256> kClasses = makeClasses();
 
-unsigned char classOf(char c) { return kClasses[static_cast<unsigned char>(c)]; }
+unsigned classOf(char c) { return kClasses[static_cast<unsigned char>(c)]; }
+
+unsigned classesOf(std::string_view text) {
+  unsigned classes = 0;
+  for (const char c : text) classes |= classOf(c);
+  return classes;
+}
 
 // No character of a word grows to more than this: a quote in its span has 28
 // characters, a keyword of one letter as many, ":=" 29 for its two.
@@ -83,43 +97,24 @@ std::string anchorName(std::string_view code, std::string_view keyword) {
 }
 
 // One piece of a word and what is still to come. Both are stretches of the word
-// that follow each other, so "rest in front of rest" is a move of the border.
+// that follow each other, so putting text back in front of the rest moves a border.
 struct WordPieces {
   std::string_view piece;
   std::string_view rest;
+  unsigned classes;       // of the word's characters
   bool WortEnde = false;  // a blank follows the piece
 
-  // Cuts the piece in front of position `at`; what is behind goes back to the rest.
-  void cut(std::size_t at) {
-    rest = {piece.data() + at, piece.size() - at + rest.size()};
-    piece = piece.substr(0, at);
-  }
-
-  void splitComma() {
-    const std::size_t comma = piece.find(',');
-    WortEnde = comma == std::string_view::npos || comma == 0;
-    rest = {};
-    if (!WortEnde) cut(comma);
-  }
-
-  void splitOpeningParenthesis() {
-    if (piece.find("()") != std::string_view::npos) return;
-    const std::size_t at = piece.find('(');
-    if (at == std::string_view::npos) return;
-    cut(at == 0 ? 1 : at);
-    WortEnde = false;  // so the blank behind a word that ends in "(" is lost: kept on purpose
-  }
-
-  void splitClosingParenthesis() {
-    if (piece.find("()") != std::string_view::npos) return;
-    const std::size_t at = piece.find(')');
-    if (at == std::string_view::npos) return;
-    cut(at == 0 ? 1 : at);
-    WortEnde = piece == ")" && rest.empty();
+  void split() {
+    splitComma();
+    if ((classes & (kOpening | kClosing)) != 0 && piece.find("()") == std::string_view::npos) {
+      splitOpeningParenthesis();
+      splitClosingParenthesis();
+    }
   }
 
   // True when the piece began with ":=", which is then dropped.
   bool splitNamedArgument() {
+    if ((classes & kColon) == 0) return false;
     const bool named = piece.starts_with(":=");
     if (named) piece.remove_prefix(2);
     const std::size_t at = piece.find(":=");
@@ -130,9 +125,35 @@ struct WordPieces {
     return named;
   }
 
-  void next() {
-    piece = rest;
-    rest = {};
+  void next() { piece = rest; }
+
+ private:
+  // Only a first comma behind the first character splits.
+  void splitComma() {
+    const std::size_t comma = (classes & kComma) != 0 ? piece.find(',') : std::string_view::npos;
+    WortEnde = comma == std::string_view::npos || comma == 0;
+    rest = piece.substr(piece.size());
+    if (!WortEnde) cut(comma);
+  }
+
+  void splitOpeningParenthesis() {
+    const std::size_t at = piece.find('(');
+    if (at == std::string_view::npos) return;
+    cut(std::max<std::size_t>(at, 1));
+    WortEnde = false;  // so the blank behind a word that ends in "(" is lost: kept on purpose
+  }
+
+  void splitClosingParenthesis() {
+    const std::size_t at = piece.find(')');
+    if (at == std::string_view::npos) return;
+    cut(std::max<std::size_t>(at, 1));
+    WortEnde = piece == ")" && rest.empty();
+  }
+
+  // Ends the piece in front of position `at`; what is behind goes back to the rest.
+  void cut(std::size_t at) {
+    rest = {piece.data() + at, piece.size() - at + rest.size()};
+    piece = piece.substr(0, at);
   }
 };
 
@@ -185,7 +206,7 @@ void Highlighter::writeCode(std::string_view code) {
   for (const char* begin = code.data();; ++begin) {
     const char* const wordBegin = begin;
     unsigned classes = 0;
-    for (unsigned one; begin != end && (one = classOf(*begin)) != kBlank; ++begin) classes |= one;
+    for (; begin != end && *begin != ' '; ++begin) classes |= classOf(*begin);
     const std::string_view word(wordBegin, static_cast<std::size_t>(begin - wordBegin));
     if (isProcedureKeyword(word, classes)) return writeHead(code, word);
     writeWord(word, classes);
@@ -195,27 +216,24 @@ void Highlighter::writeCode(std::string_view code) {
 
 void Highlighter::writeWord(std::string_view word, unsigned classes) {
   html_.ensure((word.size() + 1) * kMaxGrowth);
-  if ((classes & kSpecial) != 0) return writePieces(word);
-  writeClassified(word, classes == kLetter ? keywords_.lookup(word) : WordClass::None);
+  if ((classes & kSplitting) != 0) return writePieces(word, classes);
+  writePiece(word, classes);
   html_.put(' ');
 }
 
-void Highlighter::writePieces(std::string_view word) {
-  WordPieces pieces{word, {}};
+void Highlighter::writePieces(std::string_view word, unsigned classes) {
+  WordPieces pieces{word, {}, classes};
   do {
-    pieces.splitComma();
-    pieces.splitOpeningParenthesis();
-    pieces.splitClosingParenthesis();
+    pieces.split();
     if (pieces.splitNamedArgument()) html_.put("<span class='Parms'>:=</span>");
-    const bool lookedUp = !pieces.piece.empty() && fkt_NurBuchstaben(pieces.piece);
-    writeClassified(pieces.piece, lookedUp ? keywords_.lookup(pieces.piece) : WordClass::None);
+    writePiece(pieces.piece, classesOf(pieces.piece));
     if (pieces.WortEnde) html_.put(' ');
     pieces.next();
   } while (!pieces.piece.empty());
 }
 
-void Highlighter::writeClassified(std::string_view piece, WordClass wordClass) {
-  switch (wordClass) {
+void Highlighter::writePiece(std::string_view piece, unsigned classes) {
+  switch (classes == kLetter ? keywords_.lookup(piece) : WordClass::None) {
     case WordClass::Code:
       html_.put("<span class='Code'>");
       html_.put(piece);
@@ -225,24 +243,22 @@ void Highlighter::writeClassified(std::string_view piece, WordClass wordClass) {
       html_.put(piece);
       return html_.put("</span>");
     case WordClass::None:
-      return writeEscaped(piece);
+      return (classes & kMarked) != 0 ? writeMarked(piece) : html_.put(piece);
   }
 }
 
 // Only the first "<" and the first ">" of a piece are escaped: kept on purpose.
-void Highlighter::writeEscaped(std::string_view piece) {
+void Highlighter::writeMarked(std::string_view piece) {
   bool escapeLess = true, escapeGreater = true;
   for (const char c : piece) {
-    if (classOf(c) != kSpecial) {
+    if (c == '"' || c == '(' || c == ')') {
+      html_.put("<span class='Marks'>");
       html_.put(c);
+      html_.put("</span>");
     } else if (c == '<' && std::exchange(escapeLess, false)) {
       html_.put("&lt;");
     } else if (c == '>' && std::exchange(escapeGreater, false)) {
       html_.put("&gt;");
-    } else if (c == '"' || c == '(' || c == ')') {
-      html_.put("<span class='Marks'>");
-      html_.put(c);
-      html_.put("</span>");
     } else {
       html_.put(c);
     }
@@ -271,8 +287,8 @@ void Highlighter::writeComment(std::string_view comment) {
 namespace modVBACode {
 
 bool fkt_KommentarZeichen(std::string_view line) {
-  const std::size_t apostrophe = line.rfind('\'');
-  return apostrophe != std::string_view::npos && evenQuotes(line.substr(0, apostrophe));
+  if (line.find('\'') == std::string_view::npos) return false;
+  return evenQuotes(line.substr(0, line.rfind('\'')));
 }
 
 bool fkt_KommentarRem(std::string_view line) {

@@ -37,9 +37,9 @@ class Highlighter {
   void FortsetzungPruefen(std::string_view text);
   void writeCode(std::string_view code);
   void writeWord(std::string_view word, unsigned classes);
-  void writePieces(std::string_view word);
-  void writeClassified(std::string_view piece, WordClass wordClass);
-  void writeEscaped(std::string_view piece);
+  void writePieces(std::string_view word, unsigned classes);
+  void writePiece(std::string_view piece, unsigned classes);
+  void writeMarked(std::string_view piece);
   void writeHead(std::string_view code, std::string_view keyword);
   void writeComment(std::string_view comment);
 
