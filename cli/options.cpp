@@ -1,0 +1,298 @@
+// The option table, the parser and the help text. See options.h.
+// Tested by tests/unit/cli/options_test.cpp and tests/cli/run.py.
+#include "cli/options.h"
+
+#include <charconv>
+#include <limits>
+#include <system_error>
+
+#include "base/codepage.h"
+#include "base/text.h"
+
+namespace tintline {
+namespace {
+
+constexpr std::size_t kHelpColumn = 28;
+
+// A whole number without sign. One that is too large for the type is given as
+// the largest, so that it fails where its meaning is known.
+bool parseNumber(std::string_view text, std::size_t& number) {
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  if (error == std::errc::result_out_of_range) number = std::numeric_limits<std::size_t>::max();
+  return error != std::errc::invalid_argument && rest == end;
+}
+
+bool parseNumberBetween(std::string_view text, std::size_t low, std::size_t high,
+                        std::size_t& number) {
+  return parseNumber(text, number) && number >= low && number <= high;
+}
+
+bool parseRange(std::string_view text, LineRange& range) {
+  const std::size_t dash = text.find('-');
+  if (!parseNumber(text.substr(0, dash), range.first)) return false;
+  range.last = range.first;
+  if (dash != std::string_view::npos && !parseNumber(text.substr(dash + 1), range.last))
+    return false;
+  return range.first >= 1 && range.first <= range.last;
+}
+
+template <class Value, std::size_t N>
+bool choose(const std::pair<std::string_view, Value> (&choices)[N], std::string_view text,
+            Value& value) {
+  for (const auto& [name, choice] : choices) {
+    if (name != text) continue;
+    value = choice;
+    return true;
+  }
+  return false;
+}
+
+bool storeFormat(Options& options, std::string_view value) {
+  static constexpr std::pair<std::string_view, Format> kFormats[] = {
+      {"page", Format::Page},       {"body", Format::Body},           {"lines", Format::Lines},
+      {"preview", Format::Preview}, {"clipboard", Format::Clipboard}, {"table", Format::Table}};
+  return choose(kFormats, value, options.format);
+}
+
+bool storeStyle(Options& options, std::string_view value) {
+  static constexpr std::pair<std::string_view, StyleMode> kStyles[] = {
+      {"class", StyleMode::Class}, {"inline", StyleMode::Inline}};
+  return choose(kStyles, value, options.style);
+}
+
+bool storeLines(Options& options, std::string_view value) {
+  options.lines.clear();
+  for (const std::string_view part : Split(value, ',')) {
+    LineRange range{};
+    if (!parseRange(part, range)) return false;
+    options.lines.push_back(range);
+  }
+  return true;
+}
+
+bool storeIndent(Options& options, std::string_view value) {
+  std::size_t presses = 0;
+  if (!parseNumberBetween(value, 0, 100, presses)) return false;
+  options.indent = static_cast<int>(presses);
+  return true;
+}
+
+bool storeJobs(Options& options, std::string_view value) {
+  std::size_t jobs = 0;
+  if (!parseNumberBetween(value, 1, 64, jobs)) return false;
+  options.jobs = static_cast<unsigned>(jobs);
+  return true;
+}
+
+template <std::string Options::* Member>
+bool storeText(Options& options, std::string_view value) {
+  options.*Member = value;
+  return true;
+}
+
+template <bool Options::* Member>
+bool storeFlag(Options& options, std::string_view) {
+  options.*Member = true;
+  return true;
+}
+
+struct OptionRow {
+  std::string_view name;
+  char shortName;              // 0: none
+  std::wstring_view value;     // name of the value, empty for a flag
+  std::wstring_view allowed;   // the values that can be given, empty: any text
+  std::wstring_view help;      // lines for the help text
+  bool (*store)(Options& options, std::string_view value);  // false: a wrong value
+};
+
+constexpr OptionRow kOptions[] = {
+    {"output", 'o', L"DATEI", L"",
+     L"schreibt das Ergebnis in DATEI\n"
+     L"(ohne -o und -d auf die Standardausgabe)",
+     storeText<&Options::output>},
+    {"output-dir", 'd', L"ORDNER", L"",
+     L"schreibt je Eingabe eine .htm-Datei gleichen Namens\n"
+     L"nach ORDNER, der bei Bedarf angelegt wird",
+     storeText<&Options::outputDir>},
+    {"format", 0, L"FORM", L"page, body, lines, preview, clipboard oder table",
+     L"was geschrieben wird:\n"
+     L"  page       HTML-Seite mit Prozedurübersicht (Vorgabe)\n"
+     L"  body       nur der HTML-Text\n"
+     L"  lines      die HTML-Zeilen, eine je Zeile\n"
+     L"  preview    die Seite der Vorschau\n"
+     L"  clipboard  der Text für die Zwischenablage:\n"
+     L"             PreCode, HTML-Zeilen, PostCode\n"
+     L"  table      die Zeilen als Tabellenzeilen",
+     storeFormat},
+    {"style", 0, L"ART", L"class oder inline",
+     L"class: CSS zentral definiert (Vorgabe),\n"
+     L"inline: CSS im Style jedes Elements",
+     storeStyle},
+    {"line-numbers", 'n', L"", L"", L"setzt Zeilennummern davor", storeFlag<&Options::lineNumbers>},
+    {"lines", 0, L"A-B[,C-D...]", L"Bereiche wie 10-20 oder 3,10-20, gezählt ab 1",
+     L"wandelt nur diese Zeilen um (gezählt ab 1),\n"
+     L"wie der Befehl \"Auswahl\"",
+     storeLines},
+    {"indent", 0, L"N", L"eine Zahl von 0 bis 100",
+     L"rückt vorher N Leerzeichen je Ebene ein,\n"
+     L"wie N-mal \"format\" gedrückt (0 bis 100)",
+     storeIndent},
+    {"pasted", 0, L"", L"", L"behandelt die Eingabe wie eingefügten Text",
+     storeFlag<&Options::pasted>},
+    {"keywords", 0, L"DATEI", L"",
+     L"Steuerdatei mit den Schlüsselworten (Vorgabe: vb.ini\n"
+     L"beim Programm, sonst die eingebauten Listen)",
+     storeText<&Options::keywords>},
+    {"settings", 0, L"DATEI", L"",
+     L"Einstellungen: Farben, PreCode und PostCode (Vorgabe:\n"
+     L"TINTLINE.ini beim Programm); wird nur gelesen",
+     storeText<&Options::settings>},
+    {"jobs", 0, L"N", L"eine Zahl von 1 bis 64",
+     L"so viele Dateien gleichzeitig (1 bis 64,\n"
+     L"Vorgabe: Zahl der Prozessoren)",
+     storeJobs},
+    {"quiet", 'q', L"", L"", L"zeigt im Terminal keinen Fortschritt", storeFlag<&Options::quiet>},
+    {"help", 0, L"", L"", L"zeigt diese Hilfe", storeFlag<&Options::help>},
+    {"version", 0, L"", L"", L"zeigt die Version", storeFlag<&Options::version>},
+};
+
+constexpr std::wstring_view kHelpHead =
+    L"Macht aus Visual-Basic- und VBA-Quelltext farbiges HTML.\n"
+    L"\n"
+    L"Aufruf: tintline [OPTIONEN] DATEI...\n"
+    L"\n"
+    L"DATEI ist eine Moduldatei (.bas, .frm, .cls) oder - für die Standardeingabe.\n"
+    L"\n"
+    L"Optionen:\n";
+
+constexpr std::wstring_view kHelpFoot =
+    L"\n"
+    L"Beispiele:\n"
+    L"  tintline -o Modul1.htm Modul1.bas\n"
+    L"  tintline -n -d html *.bas *.cls\n"
+    L"  tintline --format body --style inline --lines 10-42 Modul1.bas\n"
+    L"\n"
+    L"Rückgabewert: 0 alles umgewandelt, 1 nicht alles umgewandelt, 2 falscher Aufruf.\n";
+
+std::wstring inQuotes(std::string_view argument) { return L"\"" + argumentText(argument) + L"\""; }
+
+std::wstring nameOf(const OptionRow& option) { return L"--" + argumentText(option.name); }
+
+void store(const OptionRow& option, std::string_view value, Options& options) {
+  if (!option.value.empty() && value.empty())
+    throw UsageError(nameOf(option) + L": der Wert " + std::wstring(option.value) + L" fehlt");
+  if (!option.store(options, value))
+    throw UsageError(nameOf(option) + L": " + inQuotes(value) + L" geht nicht, möglich ist " +
+                     std::wstring(option.allowed));
+}
+
+class Parser {
+ public:
+  explicit Parser(const std::vector<std::string>& arguments) : arguments_(arguments) {}
+
+  Options parse() {
+    bool optionsEnded = false;
+    while (next_ < arguments_.size() && !options_.help && !options_.version) {
+      const std::string_view argument = arguments_[next_++];
+      if (optionsEnded || argument == kStandardStream || !argument.starts_with('-'))
+        addInput(argument);
+      else if (argument == "--")
+        optionsEnded = true;
+      else if (argument.starts_with("--"))
+        takeLong(argument.substr(2));
+      else
+        takeShort(argument.substr(1));
+    }
+    return std::move(options_);
+  }
+
+ private:
+  void addInput(std::string_view argument) {
+    if (argument.empty()) throw UsageError(L"ein leerer Text ist kein Dateiname");
+    options_.inputs.emplace_back(argument);
+  }
+
+  // NAME, NAME=VALUE, or NAME with the value in the next argument.
+  void takeLong(std::string_view argument) {
+    const std::size_t equals = argument.find('=');
+    const std::string_view name = argument.substr(0, equals);
+    for (const OptionRow& option : kOptions) {
+      if (option.name != name) continue;
+      if (equals == std::string_view::npos) return store(option, nextValue(option), options_);
+      if (option.value.empty()) throw UsageError(nameOf(option) + L": nimmt keinen Wert");
+      return store(option, argument.substr(equals + 1), options_);
+    }
+    throw UsageError(L"unbekannte Option --" + argumentText(name));
+  }
+
+  // One or more letters; behind one that takes a value stands that value, or it
+  // is the next argument.
+  void takeShort(std::string_view letters) {
+    while (!letters.empty()) {
+      const OptionRow& option = shortOption(letters);
+      letters.remove_prefix(1);
+      if (option.value.empty()) {
+        store(option, {}, options_);
+      } else {
+        store(option, letters.empty() ? nextValue(option) : letters, options_);
+        return;
+      }
+    }
+  }
+
+  static const OptionRow& shortOption(std::string_view letters) {
+    for (const OptionRow& option : kOptions)
+      if (option.shortName == letters.front()) return option;
+    throw UsageError(L"unbekannte Option " + inQuotes("-" + std::string(letters)));
+  }
+
+  std::string_view nextValue(const OptionRow& option) {
+    if (option.value.empty() || next_ == arguments_.size()) return {};
+    return arguments_[next_++];
+  }
+
+  const std::vector<std::string>& arguments_;
+  std::size_t next_ = 0;
+  Options options_;
+};
+
+void appendHelp(const OptionRow& option, std::wstring& text) {
+  std::wstring left = L"  ";
+  left += option.shortName != 0 ? std::wstring{L'-', wchar_t(option.shortName), L',', L' '}
+                                : std::wstring(4, L' ');
+  left += nameOf(option);
+  if (!option.value.empty()) left += L" " + std::wstring(option.value);
+  if (left.size() >= kHelpColumn) left += L'\n';
+  text += left;
+  std::size_t column = left.back() == L'\n' ? 0 : left.size();
+  for (const wchar_t character : option.help) {
+    if (column < kHelpColumn) text.append(kHelpColumn - column, L' ');
+    text += character;
+    column = character == L'\n' ? 0 : kHelpColumn;
+  }
+  text += L'\n';
+}
+
+}  // namespace
+
+Options parseOptions(const std::vector<std::string>& arguments) {
+  return Parser(arguments).parse();
+}
+
+std::wstring helpText() {
+  std::wstring text(kHelpHead);
+  for (const OptionRow& option : kOptions) appendHelp(option, text);
+  text += kHelpFoot;
+  return text;
+}
+
+// Of UTF-8 text a path takes the bytes unchanged where its own characters are
+// bytes, whatever they are, and converts them on Windows.
+std::filesystem::path argumentPath(std::string_view argument) {
+  return std::u8string(argument.begin(), argument.end());
+}
+
+std::wstring argumentText(std::string_view argument) { return fromUtf8(argument); }
+
+}  // namespace tintline

@@ -1,0 +1,77 @@
+// The options of the command line: one table, from which parsing, the help text
+// and the messages about wrong usage come.
+//
+// Arguments are UTF-8 text on Windows and bytes as they come elsewhere.
+//
+// Tested by tests/unit/cli/options_test.cpp and tests/cli/run.py.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "engine/document_frame.h"
+
+namespace tintline {
+
+// What is written for a source.
+enum class Format {
+  Page,       // the exported document, with index
+  Body,       // the HTML text alone
+  Lines,      // the HTML lines, each closed by a line feed
+  Preview,    // the page of the preview
+  Clipboard,  // the text that copying the HTML puts on the clipboard
+  Table       // the converted lines as table rows
+};
+
+// Line numbers from 1, both ends included; first <= last.
+struct LineRange {
+  std::size_t first;
+  std::size_t last;
+};
+
+// The file name that stands for the standard input or output.
+inline constexpr std::string_view kStandardStream = "-";
+
+struct Options {
+  std::vector<std::string> inputs;
+  std::string output;     // "" when not given
+  std::string outputDir;  // "" when not given
+  Format format = Format::Page;
+  StyleMode style = StyleMode::Class;
+  bool lineNumbers = false;
+  std::vector<LineRange> lines;  // empty: all
+  int indent = 0;
+  bool pasted = false;
+  std::string keywords;  // "" when not given
+  std::string settings;  // "" when not given
+  unsigned jobs = 0;     // 0: as many as there are processors
+  bool quiet = false;
+  bool help = false;     // the rest counts for nothing then
+  bool version = false;  // likewise
+};
+
+// The program was called in a wrong way; the message is for the user.
+class UsageError {
+ public:
+  explicit UsageError(std::wstring message) : message_(std::move(message)) {}
+  const std::wstring& message() const { return message_; }
+
+ private:
+  std::wstring message_;
+};
+
+// Reads the arguments behind the program's name. Throws UsageError.
+Options parseOptions(const std::vector<std::string>& arguments);
+
+// The text of --help, closed by a line feed.
+std::wstring helpText();
+
+// The path that an argument names, and how an argument is shown to the user.
+std::filesystem::path argumentPath(std::string_view argument);
+std::wstring argumentText(std::string_view argument);
+
+}  // namespace tintline

@@ -1,0 +1,97 @@
+// Which input goes where. See plan.h.
+// Tested by tests/unit/cli/plan_test.cpp and tests/cli/run.py.
+#include "cli/plan.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <system_error>
+
+#include "base/codepage.h"
+#include "cli/platform.h"
+
+namespace tintline {
+namespace {
+
+using FileNames = std::map<std::filesystem::path::string_type, std::wstring>;
+
+void checkCombination(const Options& options) {
+  if (options.inputs.empty()) throw UsageError(L"es ist keine Datei angegeben");
+  if (!options.output.empty() && !options.outputDir.empty())
+    throw UsageError(L"--output und --output-dir gehen nicht zusammen");
+  if (options.inputs.size() > 1 && options.outputDir.empty())
+    throw UsageError(L"mehrere Dateien brauchen --output-dir");
+  const bool standardInput =
+      std::find(options.inputs.begin(), options.inputs.end(), kStandardStream) !=
+      options.inputs.end();
+  if (standardInput && !options.outputDir.empty())
+    throw UsageError(L"die Standardeingabe (-) hat keinen Namen für --output-dir");
+}
+
+std::filesystem::path targetOf(const std::string& input, const Options& options) {
+  if (!options.outputDir.empty())
+    return argumentPath(options.outputDir) /
+           argumentPath(input).filename().replace_extension(".htm");
+  return options.output == kStandardStream ? std::filesystem::path()
+                                           : argumentPath(options.output);
+}
+
+void checkTargetsDiffer(const std::vector<Task>& tasks) {
+  FileNames known;
+  for (const Task& task : tasks) {
+    const auto [other, isNew] = known.emplace(fileNameKey(task.target), inputName(task));
+    if (!isNew)
+      throw UsageError(other->second + L" und " + inputName(task) + L" ergäben beide " +
+                       targetName(task));
+  }
+}
+
+// The one name of an existing file, however it is reached.
+std::optional<std::filesystem::path::string_type> fileKey(const std::filesystem::path& path) {
+  std::error_code failure;
+  const std::filesystem::path name = std::filesystem::canonical(path, failure);
+  // A device can be read and written at once.
+  if (failure || !std::filesystem::is_regular_file(name, failure)) return {};
+  return fileNameKey(name);
+}
+
+void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options& options) {
+  FileNames read;
+  const auto add = [&read](const std::string& argument) {
+    if (argument.empty() || argument == kStandardStream) return;
+    if (const auto key = fileKey(argumentPath(argument))) read[*key] = argumentText(argument);
+  };
+  for (const Task& task : tasks) add(task.input);
+  add(options.keywords);
+  add(options.settings);
+  for (const Task& task : tasks) {
+    const auto key = fileKey(task.target);
+    const auto found = key ? read.find(*key) : read.end();
+    if (found != read.end())
+      throw UsageError(L"die Ausgabe " + targetName(task) + L" würde " + found->second +
+                       L" überschreiben");
+  }
+}
+
+}  // namespace
+
+std::vector<Task> planTasks(const Options& options) {
+  checkCombination(options);
+  std::vector<Task> tasks;
+  for (const std::string& input : options.inputs) tasks.push_back({input, targetOf(input, options)});
+  if (!tasks.front().target.empty()) {
+    checkTargetsDiffer(tasks);
+    checkNothingReadIsOverwritten(tasks, options);
+  }
+  return tasks;
+}
+
+std::wstring inputName(const Task& task) {
+  return task.input == kStandardStream ? L"Standardeingabe" : argumentText(task.input);
+}
+
+std::wstring targetName(const Task& task) {
+  return task.target.empty() ? L"Standardausgabe" : pathText(task.target);
+}
+
+}  // namespace tintline

@@ -1,0 +1,31 @@
+// What the command line needs from the system beyond files: its streams, the
+// terminal, the program's folder.
+//
+// Tested by tests/cli/run.py.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace tintline {
+
+enum class StandardStream { Output, Error };
+
+// Makes the standard streams binary and lets a write that fails return an error
+// instead of ending the program. Must run before any file is opened: a standard
+// stream that is closed is reserved, so that no file can take its place.
+void prepareStandardStreams();
+
+// Writes text for the user: right on a console, else as UTF-8. False when it
+// could not be written.
+bool writeText(StandardStream stream, std::wstring_view text);
+
+bool errorIsTerminal();
+
+// The folder of the running program; empty when the system does not tell.
+std::filesystem::path programFolder();
+
+// A text that is equal for names that the file system takes for the same file.
+std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path);
+
+}  // namespace tintline

@@ -1,0 +1,54 @@
+// Streams and program folder on POSIX systems. See platform.h.
+// Tested by tests/cli/run.py.
+#include "cli/platform.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <system_error>
+
+#include "base/codepage.h"
+
+namespace tintline {
+namespace {
+
+// Opens the wrong way round, so that every use of the stream still fails.
+void reserve(int descriptor, int mode) {
+  if (::fcntl(descriptor, F_GETFD) == -1 && errno == EBADF) {
+    // The lowest free descriptor is taken, which is this one.
+    [[maybe_unused]] const int opened = ::open("/dev/null", mode);
+  }
+}
+
+}  // namespace
+
+void prepareStandardStreams() {
+  reserve(STDIN_FILENO, O_WRONLY);
+  reserve(STDOUT_FILENO, O_RDONLY);
+  reserve(STDERR_FILENO, O_RDONLY);
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+}
+
+bool writeText(StandardStream stream, std::wstring_view text) {
+  const std::string bytes = toUtf8(text);
+  std::FILE* const file = stream == StandardStream::Output ? stdout : stderr;
+  return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() &&
+         std::fflush(file) == 0;
+}
+
+bool errorIsTerminal() { return ::isatty(STDERR_FILENO) == 1; }
+
+std::filesystem::path programFolder() {
+  std::error_code unknown;
+  return std::filesystem::read_symlink("/proc/self/exe", unknown).parent_path();
+}
+
+std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path) {
+  return path.native();
+}
+
+}  // namespace tintline

@@ -1,0 +1,71 @@
+// Streams, console and program folder on Windows. See platform.h.
+// Tested by tests/cli/run.py.
+#include "cli/platform.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <cstdio>
+
+#include "base/codepage.h"
+
+namespace tintline {
+namespace {
+
+// The console behind a standard stream, or nullptr when it is a file or a pipe.
+HANDLE consoleOf(DWORD standardHandle) {
+  const HANDLE handle = GetStdHandle(standardHandle);
+  DWORD mode = 0;
+  return GetConsoleMode(handle, &mode) ? handle : nullptr;
+}
+
+bool writeConsole(HANDLE console, std::wstring_view text) {
+  constexpr std::size_t kMaxPerCall = 8192;  // longer texts are refused by old consoles
+  while (!text.empty()) {
+    const auto run = static_cast<DWORD>(text.size() < kMaxPerCall ? text.size() : kMaxPerCall);
+    DWORD written = 0;
+    if (!WriteConsoleW(console, text.data(), run, &written, nullptr) || written == 0) return false;
+    text.remove_prefix(written);
+  }
+  return true;
+}
+
+}  // namespace
+
+void prepareStandardStreams() {
+  for (std::FILE* const file : {stdin, stdout, stderr}) _setmode(_fileno(file), _O_BINARY);
+}
+
+bool writeText(StandardStream stream, std::wstring_view text) {
+  const bool output = stream == StandardStream::Output;
+  if (const HANDLE console = consoleOf(output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE))
+    return writeConsole(console, text);
+  const std::string bytes = toUtf8(text);
+  std::FILE* const file = output ? stdout : stderr;
+  return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() &&
+         std::fflush(file) == 0;
+}
+
+bool errorIsTerminal() { return consoleOf(STD_ERROR_HANDLE) != nullptr; }
+
+std::filesystem::path programFolder() {
+  std::wstring name(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length =
+        GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    if (length < name.size()) {
+      name.resize(length);
+      return std::filesystem::path(name).parent_path();
+    }
+    name.resize(name.size() * 2);
+  }
+}
+
+std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path) {
+  std::wstring key = path.native();
+  CharUpperBuffW(key.data(), static_cast<DWORD>(key.size()));
+  return key;
+}
+
+}  // namespace tintline

@@ -1,0 +1,62 @@
+// What a run tells the user while it works: failures in the order of the inputs
+// and, on a terminal, how far it is.
+//
+// Tested by tests/unit/cli/report_test.cpp and tests/cli/run.py.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tintline {
+
+struct Outcome {
+  std::wstring failure;       // empty: the input was converted
+  std::size_t sourceLines = 0;
+};
+
+class Report {
+ public:
+  using Write = std::function<void(std::wstring_view text)>;
+
+  // `names` are the inputs as the user reads them; `write` puts text on the
+  // error stream. `progress`: show a counter and, at the end, a summary.
+  Report(std::vector<std::wstring> names, Write write, bool progress);
+
+  // Input `index` is done. May be called from several threads.
+  void finished(std::size_t index, Outcome outcome);
+
+  // Closes the report when all inputs are done; true when all were converted.
+  bool close();
+
+ private:
+  void tellFailures();
+  void showCounter();
+  void clearCounter();
+  void showSummary();
+
+  const std::vector<std::wstring> names_;
+  const Write write_;
+  const bool progress_;
+  const std::chrono::steady_clock::time_point start_;
+
+  std::mutex mutex_;  // guards what follows
+  std::vector<std::optional<Outcome>> outcomes_;
+  std::size_t done_ = 0;
+  std::size_t told_ = 0;  // all inputs in front of this one are done and told
+  std::size_t converted_ = 0;
+  std::size_t sourceLines_ = 0;
+  std::wstring counter_;  // as it stands on the terminal
+  std::chrono::steady_clock::time_point counterShown_;
+};
+
+// A duration as the program shows it: hundredths cut off, no zeros at the end,
+// decimal comma: "0,3".
+std::wstring secondsText(std::chrono::steady_clock::duration duration);
+
+}  // namespace tintline
