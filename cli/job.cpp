@@ -18,8 +18,7 @@ namespace {
 
 ModuleSource readSource(std::string file, bool pasted) {
   ModuleSource source = pasted ? Einfügen(decodeModuleText(file)) : ModulDateiLesen(file);
-  if (source.tooManyLines)
-    throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen");
+  if (source.tooManyLines) throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen");
   return source;
 }
 
@@ -65,13 +64,13 @@ Converted convertSource(std::string file, const JobSettings& settings) {
   Converted converted;
   converted.sourceLines = source.List1.size();
   if (options.lines.empty() && options.format != Format::Table) {
-    converted.List2 = Verarbeiten(source.List1, source.ProzNamen, conversionOptions,
-                                  settings.frame, highlighter, observer)
+    converted.List2 = Verarbeiten(source.List1, source.ProzNamen, conversionOptions, settings.frame,
+                                  highlighter, observer)
                           .List2;
   } else {
-    SelectionConversion selection = AuswahlKonvertieren(
-        source.List1, selectedLines(options.lines, source.List1.size()), conversionOptions,
-        settings.frame, highlighter, observer);
+    SelectionConversion selection =
+        AuswahlKonvertieren(source.List1, selectedLines(options.lines, source.List1.size()),
+                            conversionOptions, settings.frame, highlighter, observer);
     converted.List2 = std::move(selection.List2);
     converted.table = std::move(selection.table);
   }

@@ -85,13 +85,13 @@ bool storeJobs(Options& options, std::string_view value) {
   return true;
 }
 
-template <std::string Options::* Member>
+template <std::string Options::*Member>
 bool storeText(Options& options, std::string_view value) {
   options.*Member = value;
   return true;
 }
 
-template <bool Options::* Member>
+template <bool Options::*Member>
 bool storeFlag(Options& options, std::string_view) {
   options.*Member = true;
   return true;
@@ -99,10 +99,10 @@ bool storeFlag(Options& options, std::string_view) {
 
 struct OptionRow {
   std::string_view name;
-  char shortName;              // 0: none
-  std::wstring_view value;     // name of the value, empty for a flag
-  std::wstring_view allowed;   // the values that can be given, empty: any text
-  std::wstring_view help;      // lines for the help text
+  char shortName;             // 0: none
+  std::wstring_view value;    // name of the value, empty for a flag
+  std::wstring_view allowed;  // the values that can be given, empty: any text
+  std::wstring_view help;     // lines for the help text
   bool (*store)(Options& options, std::string_view value);  // false: a wrong value
 };
 

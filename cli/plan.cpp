@@ -21,9 +21,8 @@ void checkCombination(const Options& options) {
     throw UsageError(L"--output und --output-dir gehen nicht zusammen");
   if (options.inputs.size() > 1 && options.outputDir.empty())
     throw UsageError(L"mehrere Dateien brauchen --output-dir");
-  const bool standardInput =
-      std::find(options.inputs.begin(), options.inputs.end(), kStandardStream) !=
-      options.inputs.end();
+  const bool standardInput = std::find(options.inputs.begin(), options.inputs.end(),
+                                       kStandardStream) != options.inputs.end();
   if (standardInput && !options.outputDir.empty())
     throw UsageError(L"die Standardeingabe (-) hat keinen Namen für --output-dir");
 }
@@ -32,8 +31,7 @@ std::filesystem::path targetOf(const std::string& input, const Options& options)
   if (!options.outputDir.empty())
     return argumentPath(options.outputDir) /
            argumentPath(input).filename().replace_extension(".htm");
-  return options.output == kStandardStream ? std::filesystem::path()
-                                           : argumentPath(options.output);
+  return options.output == kStandardStream ? std::filesystem::path() : argumentPath(options.output);
 }
 
 void checkTargetsDiffer(const std::vector<Task>& tasks) {
@@ -78,7 +76,8 @@ void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options
 std::vector<Task> planTasks(const Options& options) {
   checkCombination(options);
   std::vector<Task> tasks;
-  for (const std::string& input : options.inputs) tasks.push_back({input, targetOf(input, options)});
+  for (const std::string& input : options.inputs)
+    tasks.push_back({input, targetOf(input, options)});
   if (!tasks.front().target.empty()) {
     checkTargetsDiffer(tasks);
     checkNothingReadIsOverwritten(tasks, options);

@@ -1,7 +1,5 @@
 // Streams and program folder on POSIX systems. See platform.h.
 // Tested by tests/cli/run.py.
-#include "cli/platform.h"
-
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -11,6 +9,7 @@
 #include <system_error>
 
 #include "base/codepage.h"
+#include "cli/platform.h"
 
 namespace tintline {
 namespace {
@@ -36,8 +35,7 @@ void prepareStandardStreams() {
 bool writeText(StandardStream stream, std::wstring_view text) {
   const std::string bytes = toUtf8(text);
   std::FILE* const file = stream == StandardStream::Output ? stdout : stderr;
-  return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() &&
-         std::fflush(file) == 0;
+  return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
 }
 
 bool errorIsTerminal() { return ::isatty(STDERR_FILENO) == 1; }

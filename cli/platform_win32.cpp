@@ -1,7 +1,5 @@
 // Streams, console and program folder on Windows. See platform.h.
 // Tested by tests/cli/run.py.
-#include "cli/platform.h"
-
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
@@ -9,6 +7,7 @@
 #include <cstdio>
 
 #include "base/codepage.h"
+#include "cli/platform.h"
 
 namespace tintline {
 namespace {
@@ -43,8 +42,7 @@ bool writeText(StandardStream stream, std::wstring_view text) {
     return writeConsole(console, text);
   const std::string bytes = toUtf8(text);
   std::FILE* const file = output ? stdout : stderr;
-  return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() &&
-         std::fflush(file) == 0;
+  return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
 }
 
 bool errorIsTerminal() { return consoleOf(STD_ERROR_HANDLE) != nullptr; }
@@ -52,8 +50,7 @@ bool errorIsTerminal() { return consoleOf(STD_ERROR_HANDLE) != nullptr; }
 std::filesystem::path programFolder() {
   std::wstring name(MAX_PATH, L'\0');
   for (;;) {
-    const DWORD length =
-        GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    const DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
     if (length < name.size()) {
       name.resize(length);
       return std::filesystem::path(name).parent_path();

@@ -16,7 +16,7 @@
 namespace tintline {
 
 struct Outcome {
-  std::wstring failure;       // empty: the input was converted
+  std::wstring failure;  // empty: the input was converted
   std::size_t sourceLines = 0;
 };
 

@@ -43,15 +43,15 @@ std::string readNeeded(const std::filesystem::path& path) {
 }
 
 KeywordTable loadKeywords(const std::filesystem::path& path, const Surroundings& surroundings) {
-  if (path.empty())
-    return StandardSchluesselworteLaden(programResource(101), programResource(102));
+  if (path.empty()) return StandardSchluesselworteLaden(programResource(101), programResource(102));
   KeywordLoad load = SchluesselworteLaden(readNeeded(path));
   const auto warn = [&](std::wstring_view text) {
     surroundings.tell(L"tintline: " + pathText(path) + L": " + std::wstring(text) + L'\n');
   };
   if (load.outcome == KeywordOutcome::Keywords1Missing)
-    warn(L"Die Steuerdatei mit den Schlüsselworten wurde nicht gefunden! "
-         L"Bitte ins aktuelle Verzeichnis kopieren. (Abschnitt \"Keywords 1\" ist leer)");
+    warn(
+        L"Die Steuerdatei mit den Schlüsselworten wurde nicht gefunden! "
+        L"Bitte ins aktuelle Verzeichnis kopieren. (Abschnitt \"Keywords 1\" ist leer)");
   if (load.outcome == KeywordOutcome::Keywords2Missing)
     warn(L"Nichts gefunden (Abschnitt \"Keywords 2\" ist leer)");
   return std::move(load.table);
@@ -123,8 +123,7 @@ Outcome convert(const Task& task, const JobSettings& settings, const Surrounding
 }
 
 // Calls work(0) to work(count - 1), in this order, on up to `jobs` threads.
-void inParallel(std::size_t count, std::size_t jobs,
-                const std::function<void(std::size_t)>& work) {
+void inParallel(std::size_t count, std::size_t jobs, const std::function<void(std::size_t)>& work) {
   std::atomic<std::size_t> next = 0;
   const auto worker = [&] {
     for (std::size_t index = next++; index < count; index = next++) work(index);

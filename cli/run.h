@@ -21,11 +21,11 @@ enum ExitCode : int {
 
 // What surrounds a run.
 struct Surroundings {
-  std::filesystem::path programFolder;      // where vb.ini and TINTLINE.ini are looked for
-  std::function<std::string()> readInput;   // the standard input; throws FileError
-  std::ostream& output;                     // the standard output; failures throw FileError
+  std::filesystem::path programFolder;          // where vb.ini and TINTLINE.ini are looked for
+  std::function<std::string()> readInput;       // the standard input; throws FileError
+  std::ostream& output;                         // the standard output; failures throw FileError
   std::function<void(std::wstring_view)> tell;  // puts text on the error stream
-  bool terminal;                            // the error stream is a terminal
+  bool terminal;                                // the error stream is a terminal
 };
 
 // Returns kAllConverted or kSomeFailed; throws UsageError when the options do not

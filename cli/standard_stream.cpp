@@ -11,7 +11,9 @@
 namespace tintline {
 namespace {
 
-[[noreturn]] void throwError() { throw FileError({}, std::error_code(errno, std::generic_category())); }
+[[noreturn]] void throwError() {
+  throw FileError({}, std::error_code(errno, std::generic_category()));
+}
 
 }  // namespace
 
@@ -32,7 +34,8 @@ StandardOutput::StandardOutput() : std::ostream(nullptr) {
 }
 
 StandardOutput::Buffer::int_type StandardOutput::Buffer::overflow(int_type character) {
-  if (traits_type::eq_int_type(character, traits_type::eof())) return traits_type::not_eof(character);
+  if (traits_type::eq_int_type(character, traits_type::eof()))
+    return traits_type::not_eof(character);
   const char single = traits_type::to_char_type(character);
   xsputn(&single, 1);
   return character;
