@@ -9,7 +9,7 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
-#include "support/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 namespace tintline {
 namespace {

@@ -1,0 +1,105 @@
+#!/usr/bin/env python3
+"""Golden cases: the program must give exactly the expected bytes. See README.md here.
+
+    python3 tests/golden/run.py --tintline COMMAND... [--only CASE]
+    python3 tests/golden/run.py --promote CASE
+"""
+import argparse
+import pathlib
+import shlex
+import shutil
+import subprocess
+import sys
+
+HERE = pathlib.Path(__file__).resolve().parent
+NEW = HERE.parent.parent / "build" / "golden-new"
+TIMEOUT = 60  # seconds for one run
+
+
+def runs_of(case):
+    """(expected file, arguments) of every line of the case's options file."""
+    for line in (case / "options").read_text(encoding="utf-8").splitlines():
+        if line.strip() and not line.startswith("#"):
+            expected, arguments = line.split(":", 1)
+            yield case / expected.strip(), shlex.split(arguments)
+
+
+def first_difference(expected, actual):
+    """Where two results part, for a reader."""
+    lines = zip(expected.splitlines(True), actual.splitlines(True))
+    number = 0
+    for number, (old, new) in enumerate(lines, 1):
+        if old != new:
+            return f"line {number}:\n  expected {old!r}\n  got      {new!r}"
+    return f"one ends behind line {number}"
+
+
+def check(command, expected, arguments):
+    """None when the run gives the expected bytes, else what is wrong."""
+    done = subprocess.run(command + arguments, cwd=expected.parent, timeout=TIMEOUT,
+                          stdin=subprocess.DEVNULL, capture_output=True)
+    if done.returncode != 0 or done.stderr:
+        return f"exit code {done.returncode}, {done.stderr.decode('utf-8', 'replace')!r}"
+    if expected.exists() and expected.read_bytes() == done.stdout:
+        return None
+    new = NEW / expected.parent.name / expected.name
+    new.parent.mkdir(parents=True, exist_ok=True)
+    new.write_bytes(done.stdout)
+    what = (first_difference(expected.read_bytes(), done.stdout) if expected.exists()
+            else "there is no such file yet")
+    return f"{what}\n  new bytes: {new.relative_to(HERE.parent.parent)}; " \
+           f"right? tests/golden/run.py --promote {expected.parent.name}"
+
+
+def promote(name):
+    """Takes the new bytes of the last run as the expected ones."""
+    if not (NEW / name).is_dir():
+        sys.exit(f"nothing new for {name}")
+    for file in (NEW / name).iterdir():
+        shutil.copyfile(file, HERE / name / file.name)
+        print(f"tests/golden/{name}/{file.name}")
+    shutil.rmtree(NEW / name)
+
+
+def run_all(command, only):
+    # Cases run in their own folder, so what names a file here gets its full path.
+    command = [str(pathlib.Path(word).resolve()) if pathlib.Path(word).exists() else word
+               for word in command]
+    passed = failed = 0
+    for options in sorted(HERE.glob("*/options")):
+        case = options.parent
+        if only and case.name != only:
+            continue
+        shutil.rmtree(NEW / case.name, ignore_errors=True)
+        expected_files = set(case.glob("expected*"))
+        for expected, arguments in runs_of(case):
+            expected_files.discard(expected)
+            wrong = check(command, expected, arguments)
+            passed, failed = passed + (not wrong), failed + bool(wrong)
+            if wrong:
+                print(f"FAILED {case.name}/{expected.name}: {wrong}")
+        for unused in sorted(expected_files):
+            failed += 1
+            print(f"FAILED {case.name}/{unused.name}: no line of options gives this file")
+    if passed + failed == 0:
+        failed = 1
+        print("FAILED there are no cases")
+    print(f"{passed} passed, {failed} failed, 0 skipped")
+    return failed
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--tintline", nargs="+", metavar="COMMAND", help="the program to test")
+    parser.add_argument("--only", metavar="CASE")
+    parser.add_argument("--promote", metavar="CASE")
+    arguments = parser.parse_args()
+    if arguments.promote:
+        promote(arguments.promote)
+    elif arguments.tintline:
+        sys.exit(1 if run_all(arguments.tintline, arguments.only) else 0)
+    else:
+        parser.error("--tintline or --promote")
+
+
+main()
