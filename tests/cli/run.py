@@ -45,6 +45,14 @@ PostCode=</div>,\r
 """
 
 
+TESTS = []
+
+
+def test(function):
+    TESTS.append(function)
+    return function
+
+
 class Skip(Exception):
     pass
 
@@ -122,6 +130,7 @@ def holds_not(text, *parts):
 
 # ------------------------------------------------------------------ help and wrong usage
 
+@test
 def help_names_every_option(box):
     text = box.run("--help").decode("utf-8")
     for option in ("-o, --output DATEI", "-d, --output-dir ORDNER", "--format FORM",
@@ -132,10 +141,12 @@ def help_names_every_option(box):
     assert max(map(len, text.splitlines())) <= 80
 
 
+@test
 def version_is_shown(box):
     equal(bool(re.fullmatch(rb"tintline \d+\.\d+\.\d+\n", box.run("--version"))), True)
 
 
+@test
 def wrong_usage_is_explained_and_writes_nothing(box):
     box.put("a.bas")
     box.put("b.bas")
@@ -170,6 +181,7 @@ def wrong_usage_is_explained_and_writes_nothing(box):
         equal(box.names(), before)
 
 
+@test
 def output_names_that_differ_in_case_only(box):
     if not box.windows:
         box.put("a.bas")
@@ -183,6 +195,7 @@ def output_names_that_differ_in_case_only(box):
     equal(box.names(), ["a.bas", "sub/A.BAS"])
 
 
+@test
 def nothing_that_is_read_is_overwritten(box):
     box.put("a.htm")
     box.put("settings.ini", SETTINGS)
@@ -201,6 +214,7 @@ def nothing_that_is_read_is_overwritten(box):
 
 # ------------------------------------------------------------------------------- results
 
+@test
 def formats_hold_what_they_say(box):
     box.put("a.bas")
     result = {name: box.run("--format", name, "a.bas") for name in
@@ -224,6 +238,7 @@ def formats_hold_what_they_say(box):
         holds_not(result[name], b"\r\r\n")
 
 
+@test
 def inline_style_and_line_numbers(box):
     box.put("a.bas")
     page = box.run("--style", "inline", "a.bas")
@@ -234,6 +249,7 @@ def inline_style_and_line_numbers(box):
     holds_not(box.run("--format=lines", "a.bas"), b"    4")
 
 
+@test
 def chosen_lines_are_a_selection(box):
     box.put("a.bas")
     whole = box.run("--format=table", "a.bas")
@@ -243,6 +259,7 @@ def chosen_lines_are_a_selection(box):
     equal(box.run("--format=lines", "--lines=2", "a.bas").count(b"\n"), 1)
 
 
+@test
 def indentation_is_made_before(box):
     box.put("a.bas", b"If a Then\r\n     b\r\nEnd If\r\n")
     for presses in (0, 1, 3, 100):
@@ -250,6 +267,7 @@ def indentation_is_made_before(box):
         equal(box.run("--format=lines", f"--indent={presses}", "a.bas").split(b"\n")[1], expected)
 
 
+@test
 def pasted_text_loses_tabs_and_call_links(box):
     box.put("a.bas")
     read, pasted = box.run("--format=body", "a.bas"), box.run("--format=body", "--pasted", "a.bas")
@@ -257,6 +275,7 @@ def pasted_text_loses_tabs_and_call_links(box):
     holds_not(pasted, b"\t", b"href='#Zeigen'")
 
 
+@test
 def keywords_come_from_a_file(box):
     box.put("a.bas", b"Dim Hund As Katze\r\n")
     box.put("k.ini", b"[Keywords 1]\r\nHund\r\n[Keywords 2]\r\nKatze\r\n")
@@ -271,6 +290,7 @@ def keywords_come_from_a_file(box):
     holds(text, b"<span class='Code'>Hund", b"Katze")
 
 
+@test
 def settings_come_from_a_file_that_is_never_written(box):
     box.put("a.bas", b"x\r\n")
     box.put("s.ini", SETTINGS)
@@ -283,6 +303,7 @@ def settings_come_from_a_file_that_is_never_written(box):
           (SETTINGS, b"[TINTLINE]\r\nColProz=1,2,\r\n"))
 
 
+@test
 def files_beside_the_program_are_the_default(box):
     program = box.folder / "programm" / pathlib.Path(box.command[-1]).name
     program.parent.mkdir()
@@ -302,6 +323,7 @@ def files_beside_the_program_are_the_default(box):
 
 # --------------------------------------------------------------------------- many files
 
+@test
 def every_input_gets_its_file(box):
     names = {"a.bas": "a.htm", "b.v2.cls": "b.v2.htm", "ohne": "ohne.htm", "sub/c.FRM": "c.htm",
              "Übung Größe.bas": "Übung Größe.htm", "Ω😀.bas": "Ω😀.htm", "mit leer.bas":
@@ -314,6 +336,7 @@ def every_input_gets_its_file(box):
     equal(len(box.names()), 2 * len(names))
 
 
+@test
 def number_of_jobs_changes_nothing(box):
     names = [box.put(f"{i:02}.bas", MODULE * (1 + i % 5)) for i in range(40)]
     (box.folder / "20.bas").unlink()
@@ -325,6 +348,7 @@ def number_of_jobs_changes_nothing(box):
         assert len(results) == (i != 20)
 
 
+@test
 def failures_come_in_order_and_the_others_go_on(box):
     box.put("a.bas")
     box.put("long.bas", b"x\r\n" * 32768)
@@ -337,6 +361,7 @@ def failures_come_in_order_and_the_others_go_on(box):
           [os.path.join("out", "a.htm"), os.path.join("out", "z.htm")])
 
 
+@test
 def a_line_outside_the_file_fails_that_file(box):
     box.put("a.bas")
     box.put("short.bas", b"x\r\n")
@@ -346,6 +371,7 @@ def a_line_outside_the_file_fails_that_file(box):
     equal(box.run("--lines=99999999999999999999", "a.bas", code=1, err="gibt es nicht"), b"")
 
 
+@test
 def the_longest_source_is_32767_lines(box):
     box.put("a.bas", b"x\r\n" * 32767)
     equal(box.run("--format=lines", "a.bas").count(b"\n"), 32767)
@@ -353,6 +379,7 @@ def the_longest_source_is_32767_lines(box):
     equal(box.run("--format=lines", "a.bas", code=1, err="a.bas: mehr als 32767 Zeilen"), b"")
 
 
+@test
 def any_bytes_are_converted(box):
     box.put("all.bas", bytes(range(256)) * 100)
     box.put("empty.bas", b"")
@@ -362,11 +389,13 @@ def any_bytes_are_converted(box):
     holds(box.get("out/empty.htm"), b"<pre>\r\n\r\n</pre>")
 
 
+@test
 def names_that_look_like_options(box):
     box.put("-n.bas")
     equal(box.run("--", "-n.bas"), box.run("./-n.bas"))
 
 
+@test
 def names_that_are_no_text(box):
     box.posix_only()
     name = b"\xdcbung.bas"
@@ -376,6 +405,7 @@ def names_that_are_no_text(box):
     box.run(b"no\xdc.bas", code=1, err="no\ufffd.bas: Datei nicht gefunden")
 
 
+@test
 def stars_are_expanded_on_windows(box):
     if not box.windows:
         raise Skip("the shell does it")
@@ -387,6 +417,7 @@ def stars_are_expanded_on_windows(box):
 
 # ------------------------------------------------------------------------------- targets
 
+@test
 def an_older_result_is_replaced(box):
     box.put("a.bas")
     box.put("out.htm", b"old")
@@ -395,6 +426,7 @@ def an_older_result_is_replaced(box):
     equal(box.run("-o", "-", "a.bas"), box.get("out.htm"))
 
 
+@test
 def targets_that_cannot_be(box):
     box.put("a.bas")
     (box.folder / "folder").mkdir()
@@ -409,6 +441,7 @@ def targets_that_cannot_be(box):
     equal(box.get("file"), b"old")
 
 
+@test
 def access_is_refused(box):
     box.posix_only()
     box.put("secret.bas")
@@ -425,6 +458,7 @@ def access_is_refused(box):
     equal(box.get("locked/old.htm"), b"old")
 
 
+@test
 def the_disk_is_full(box):
     box.posix_only()
     import resource
@@ -443,6 +477,7 @@ def the_disk_is_full(box):
     equal((box.get("large.htm"), box.get("a.htm")), (b"old", box.run("a.bas")))
 
 
+@test
 def the_result_can_go_to_a_device(box):
     box.posix_only()
     box.put("a.bas")
@@ -452,6 +487,7 @@ def the_result_can_go_to_a_device(box):
 
 # ------------------------------------------------------------------------------- streams
 
+@test
 def the_standard_input_is_a_source(box):
     box.put("a.bas")
     page = box.run("a.bas")
@@ -464,6 +500,7 @@ def the_standard_input_is_a_source(box):
     box.run("--lines=11", "-", stdin=MODULE, code=1, err="Standardeingabe: die Zeilen 11-11")
 
 
+@test
 def an_input_stream_that_cannot_be_read(box):
     box.posix_only()
     box.run("-", code=1, err="Standardeingabe: ", preexec_fn=lambda: os.close(0))
@@ -471,6 +508,7 @@ def an_input_stream_that_cannot_be_read(box):
         box.run("-", code=1, err="Standardeingabe: ", stdin=write_only)
 
 
+@test
 def an_output_stream_that_cannot_be_written(box):
     box.posix_only()
     box.put("a.bas")
@@ -490,6 +528,7 @@ def an_output_stream_that_cannot_be_written(box):
             box.run(option, code=1, err="Standardausgabe kann nicht", stdout=device)
 
 
+@test
 def messages_never_land_in_a_result(box):
     box.posix_only()
     box.put("a.bas")
@@ -514,6 +553,7 @@ def on_terminal(box, *arguments):
     return done.returncode, told[:-3].decode("utf-8").replace("\r\n", "\n")
 
 
+@test
 def a_terminal_gets_a_summary(box):
     names = [box.put(f"{i}.bas") for i in range(12)]
     code, told = on_terminal(box, "-d", "out", *names)
@@ -526,23 +566,17 @@ def a_terminal_gets_a_summary(box):
     holds(told, "1 Datei, 10 Zeilen in ")
 
 
-TESTS = [value for value in list(globals().values())
-         if callable(value) and getattr(value, "__code__", None)
-         and value.__code__.co_varnames[:1] == ("box",) and value.__code__.co_argcount == 1
-         and value.__code__.co_flags & 0x04 == 0]
-
-
-def run_test(test, command):
+def run_one(function, command):
     """"passed", "failed" or "skipped"."""
     folder = tempfile.mkdtemp(prefix="tintline-cli-")
     try:
-        test(Box(command, pathlib.Path(folder)))
+        function(Box(command, pathlib.Path(folder)))
         return "passed"
     except Skip as reason:
-        print(f"skipped {test.__name__}: {reason}")
+        print(f"skipped {function.__name__}: {reason}")
         return "skipped"
     except Exception:
-        print(f"FAILED {test.__name__}")
+        print(f"FAILED {function.__name__}")
         traceback.print_exc(file=sys.stdout)
         return "failed"
     finally:
@@ -559,9 +593,9 @@ def main():
     command = [str(pathlib.Path(word).resolve()) if pathlib.Path(word).exists() else word
                for word in arguments.tintline]
     count = {"passed": 0, "failed": 0, "skipped": 0}
-    for test in TESTS:
-        if arguments.only in test.__name__:
-            count[run_test(test, command)] += 1
+    for function in TESTS:
+        if arguments.only in function.__name__:
+            count[run_one(function, command)] += 1
     print(", ".join(f"{number} {what}" for what, number in count.items()))
     sys.exit(1 if count["failed"] or not count["passed"] else 0)
 
