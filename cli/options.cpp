@@ -117,7 +117,7 @@ constexpr OptionRow kOptions[] = {
      storeText<&Options::outputDir>},
     {"format", 0, L"FORM", L"page, body, lines, preview, clipboard oder table",
      L"was geschrieben wird:\n"
-     L"  page       HTML-Seite mit Prozedurübersicht (Vorgabe)\n"
+     L"  page       HTML-Seite mit Übersicht (Vorgabe)\n"
      L"  body       nur der HTML-Text\n"
      L"  lines      die HTML-Zeilen, eine je Zeile\n"
      L"  preview    die Seite der Vorschau\n"
@@ -145,8 +145,8 @@ constexpr OptionRow kOptions[] = {
      L"beim Programm, sonst die eingebauten Listen)",
      storeText<&Options::keywords>},
     {"settings", 0, L"DATEI", L"",
-     L"Einstellungen: Farben, PreCode und PostCode (Vorgabe:\n"
-     L"TINTLINE.ini beim Programm); wird nur gelesen",
+     L"Farben, PreCode und PostCode (Vorgabe: TINTLINE.ini\n"
+     L"beim Programm); die Datei wird nie geschrieben",
      storeText<&Options::settings>},
     {"jobs", 0, L"N", L"eine Zahl von 1 bis 64",
      L"so viele Dateien gleichzeitig (1 bis 64,\n"

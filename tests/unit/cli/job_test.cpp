@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "base/text.h"
 #include "reformat/indentation.h"
 #include "sources/module_file_reader.h"
 
@@ -35,7 +36,7 @@ TEST(Job, onePassIndentsLikeManyPresses) {
   for (int presses = 1; presses <= 7; ++presses) {
     pressed = Formatieren(pressed, unit);
     std::string lines;
-    for (std::size_t i = 0; i < pressed.size(); ++i) lines.append(pressed[i]) += "\r\n";
+    for (std::size_t i = 0; i < pressed.size(); ++i) lines.append(RTrim(pressed[i])) += "\r\n";
     EXPECT_EQ(converted(source, {"--format=lines", "--indent=" + std::to_string(presses)}),
               converted(lines, {"--format=lines"}))
         << presses;
@@ -44,10 +45,10 @@ TEST(Job, onePassIndentsLikeManyPresses) {
 
 TEST(Job, chosenLinesAreConvertedAsASelection) {
   const std::string source = "one\r\ntwo\r\nthree\r\nfour\r\n";
-  EXPECT_EQ(converted(source, {"--format=lines", "--lines=4,1-2,2-2"}), "one \ntwo \nfour \n");
-  EXPECT_EQ(converted(source, {"--format=body", "--lines=2"}), "two <br>");
-  EXPECT_EQ(converted(source, {"--format=table", "--lines=3"}), "<tr><td>three <br></td></tr>");
-  EXPECT_EQ(converted(source, {"--format=clipboard", "--lines=3"}), "<code>\r\nthree \r\n</code>");
+  EXPECT_EQ(converted(source, {"--format=lines", "--lines=4,1-2,2-2"}), "one  \ntwo  \nfour  \n");
+  EXPECT_EQ(converted(source, {"--format=body", "--lines=2"}), "two  <br>");
+  EXPECT_EQ(converted(source, {"--format=table", "--lines=3"}), "<tr><td>three  <br></td></tr>");
+  EXPECT_EQ(converted(source, {"--format=clipboard", "--lines=3"}), "<code>\r\nthree  \r\n</code>");
   EXPECT_EQ(converted(source, {"--format=table"}),
             converted(source, {"--format=table", "--lines=1-4"}));
 }

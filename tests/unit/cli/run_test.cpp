@@ -36,7 +36,7 @@ Ran runOn(std::function<std::string()> readInput, std::ostream* output = nullptr
 TEST(Run, convertsTheStandardInput) {
   const Ran ran = runOn([] { return std::string("x\r\n"); });
   EXPECT_EQ(ran.exitCode, kAllConverted);
-  EXPECT_EQ(ran.output, "x \n");
+  EXPECT_EQ(ran.output, "x  \n");
   EXPECT_EQ(ran.told, "");
 }
 
