@@ -40,17 +40,15 @@ bool foldsByOneBit(char c) {
   return code < 0x80 || (code >= 0xA0 && code < 0xFF);
 }
 
-// False only when `first` is nowhere followed by `second`, without regard to
+// False only when the three characters stand nowhere in a row, without regard to
 // case. May err the other way. Written so that the compiler makes vector code.
-bool mayContainPair(std::string_view text, char first, char second) {
-  const auto a = static_cast<unsigned char>(first | 0x20);
-  const auto b = static_cast<unsigned char>(second | 0x20);
+bool mayContainStart(std::string_view text, const char (&start)[3]) {
+  const auto fold = [](char c) { return static_cast<unsigned char>(c | 0x20); };
+  const unsigned char a = fold(start[0]), b = fold(start[1]), c = fold(start[2]);
   unsigned char found = 0;
-  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-    const auto c = static_cast<unsigned char>(text[i] | 0x20);
-    const auto d = static_cast<unsigned char>(text[i + 1] | 0x20);
-    found |= static_cast<unsigned char>((c == a) & (d == b));
-  }
+  for (std::size_t i = 2; i < text.size(); ++i)
+    found |= static_cast<unsigned char>((fold(text[i - 2]) == a) & (fold(text[i - 1]) == b) &
+                                        (fold(text[i]) == c));
   return found != 0;
 }
 
@@ -59,8 +57,8 @@ bool mayContainPair(std::string_view text, char first, char second) {
 std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::size_t from) {
   if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
   if (part.empty()) return from;
-  if (part.size() > 1 && foldsByOneBit(part[0]) && foldsByOneBit(part[1]) &&
-      !mayContainPair(text.substr(from), part[0], part[1]))
+  if (part.size() > 2 && std::all_of(part.begin(), part.begin() + 3, foldsByOneBit) &&
+      !mayContainStart(text.substr(from), {part[0], part[1], part[2]}))
     return std::string_view::npos;
   const char first = toLower(part.front());
   for (std::size_t i = from; i <= text.size() - part.size(); ++i)

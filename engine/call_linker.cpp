@@ -77,21 +77,23 @@ void NameFilter::add(Group& group, std::size_t index) const {
 void NameFilter::find(std::string_view text, std::size_t from, std::vector<std::size_t>& found) {
   found.clear();
   if (groups_.empty()) return;
+  folded_.resize(std::max(folded_.size(), text.size() + kWindow));
   while (!text.empty()) {
-    const std::size_t end = skipTags_ ? std::min(text.find('<'), text.size()) : text.size();
-    findInStretch(text.substr(0, end), from, found);
-    text.remove_prefix(end);
+    const std::size_t length = foldStretch(text);
+    for (const Group& group : groups_) findInGroup(group, text.substr(0, length), from, found);
+    text.remove_prefix(length);
     if (!text.empty()) text.remove_prefix(tagLength(text));
   }
   std::sort(found.begin(), found.end());
   found.erase(std::unique(found.begin(), found.end()), found.end());
 }
 
-void NameFilter::findInStretch(std::string_view text, std::size_t from,
-                               std::vector<std::size_t>& found) {
-  folded_.resize(std::max(folded_.size(), text.size() + kWindow));
-  std::transform(text.begin(), text.end(), folded_.begin(), toLower);
-  for (const Group& group : groups_) findInGroup(group, text, from, found);
+// Puts the text up to its next tag into folded_ and returns how long that is.
+std::size_t NameFilter::foldStretch(std::string_view text) {
+  std::size_t length = 0;
+  for (; length < text.size() && !(skipTags_ && text[length] == '<'); ++length)
+    folded_[length] = toLower(text[length]);
+  return length;
 }
 
 void NameFilter::findInGroup(const Group& group, std::string_view text, std::size_t from,

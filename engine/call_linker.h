@@ -43,7 +43,7 @@ class NameFilter {
   static constexpr std::size_t kWindow = 4;
 
   void add(Group& group, std::size_t index) const;
-  void findInStretch(std::string_view text, std::size_t from, std::vector<std::size_t>& found);
+  std::size_t foldStretch(std::string_view text);
   void findInGroup(const Group& group, std::string_view text, std::size_t from,
                    std::vector<std::size_t>& found) const;
 

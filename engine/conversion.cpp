@@ -25,19 +25,19 @@ struct LineMarks {
   bool procedureEnd = false;                  // "class='EndSub'" occurs
 };
 
+// Position of class='value' without regard to case, or npos.
+std::size_t findClass(std::string_view html, std::string_view quotedValue) {
+  constexpr std::string_view kAttribute = "class=";
+  for (std::size_t at = 0; (at = findIgnoreCase(html, quotedValue, at)) != std::string_view::npos;
+       ++at)
+    if (at >= kAttribute.size() &&
+        startsWithIgnoreCase(html.substr(at - kAttribute.size()), kAttribute))
+      return at - kAttribute.size();
+  return std::string_view::npos;
+}
+
 LineMarks findMarks(std::string_view html) {
-  constexpr std::string_view kClass = "class";
-  LineMarks marks;
-  for (std::size_t at = html.find('='); at != std::string_view::npos; at = html.find('=', at + 1)) {
-    const std::string_view value = html.substr(at + 1);
-    if (!value.starts_with('\'') || at < kClass.size() ||
-        !equalsIgnoreCase(html.substr(at - kClass.size(), kClass.size()), kClass))
-      continue;
-    if (startsWithIgnoreCase(value, "'EndSub'")) marks.procedureEnd = true;
-    if (marks.head == std::string_view::npos && startsWithIgnoreCase(value, "'Sub'>"))
-      marks.head = at - kClass.size();
-  }
-  return marks;
+  return {findClass(html, "'Sub'>"), findClass(html, "'EndSub'") != std::string_view::npos};
 }
 
 class Run {
@@ -129,7 +129,8 @@ class Run {
 
   // The upper rule of a module header.
   bool startsModule(std::size_t i, std::string_view html) const {
-    return html.find("'-------") != std::string_view::npos && i + 1 < List1_.size() &&
+    return i + 1 < List1_.size() && html.find("-------") != std::string_view::npos &&
+           html.find("'-------") != std::string_view::npos &&
            containsIgnoreCase(List1_[i + 1], "Modul:");
   }
 
