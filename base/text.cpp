@@ -40,11 +40,12 @@ bool foldsByOneBit(char c) {
   return code < 0x80 || (code >= 0xA0 && code < 0xFF);
 }
 
-// False only when the three characters stand nowhere in a row, without regard to
-// case. May err the other way. Written so that the compiler makes vector code.
-bool mayContainStart(std::string_view text, const char (&start)[3]) {
+// False only when the first three characters of `part` stand nowhere in a row,
+// without regard to case. May err the other way. Written so that the compiler
+// makes vector code.
+bool mayContainStart(std::string_view text, std::string_view part) {
   const auto fold = [](char c) { return static_cast<unsigned char>(c | 0x20); };
-  const unsigned char a = fold(start[0]), b = fold(start[1]), c = fold(start[2]);
+  const unsigned char a = fold(part[0]), b = fold(part[1]), c = fold(part[2]);
   unsigned char found = 0;
   for (std::size_t i = 2; i < text.size(); ++i)
     found |= static_cast<unsigned char>((fold(text[i - 2]) == a) & (fold(text[i - 1]) == b) &
@@ -57,12 +58,17 @@ bool mayContainStart(std::string_view text, const char (&start)[3]) {
 std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::size_t from) {
   if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
   if (part.empty()) return from;
-  if (part.size() > 2 && std::all_of(part.begin(), part.begin() + 3, foldsByOneBit) &&
-      !mayContainStart(text.substr(from), {part[0], part[1], part[2]}))
-    return std::string_view::npos;
+  constexpr std::size_t kBlock = 256;  // a stretch without the part's start is passed in one go
+  const bool filtered =
+      part.size() > 2 && std::all_of(part.begin(), part.begin() + 3, foldsByOneBit);
   const char first = toLower(part.front());
-  for (std::size_t i = from; i <= text.size() - part.size(); ++i)
-    if (toLower(text[i]) == first && startsWithIgnoreCase(text.substr(i), part)) return i;
+  const std::size_t last = text.size() - part.size();
+  for (std::size_t block = from; block <= last; block += kBlock) {
+    const std::size_t end = std::min(block + kBlock, last + 1);
+    if (filtered && !mayContainStart(text.substr(block, end - block + 2), part)) continue;
+    for (std::size_t i = block; i < end; ++i)
+      if (toLower(text[i]) == first && startsWithIgnoreCase(text.substr(i), part)) return i;
+  }
   return std::string_view::npos;
 }
 

@@ -27,6 +27,12 @@ inline std::vector<std::string> strings(const HtmlLines& lines) {
   return result;
 }
 
+inline std::vector<std::string> strings(const LineList& lines) {
+  std::vector<std::string> result;
+  for (std::size_t i = 0; i < lines.size(); ++i) result.emplace_back(lines[i]);
+  return result;
+}
+
 inline std::vector<bool> wrapped(const HtmlLines& lines) {
   std::vector<bool> result;
   for (std::size_t i = 0; i < lines.size(); ++i) result.push_back(lines.route(i) == Route::Wrapper);

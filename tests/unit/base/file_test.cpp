@@ -127,6 +127,8 @@ TEST(AtomicFile, refusesWhatIsNoFile) {
   EXPECT_EQ(failure([&] { writeAtomic(folder / "d", "x"); }), std::errc::is_a_directory);
   EXPECT_EQ(failure([&] { writeAtomic(folder / "none" / "a.htm", "x"); }),
             std::errc::not_a_directory);
+  EXPECT_EQ(failure([&] { writeAtomic(folder / "", "x"); }), std::errc::is_a_directory);
+  EXPECT_EQ(failure([&] { writeAtomic("", "x"); }), std::errc::invalid_argument);
   EXPECT_EQ(folder.entries(), 1);
 }
 
@@ -255,6 +257,28 @@ TEST(AtomicFile, keepsThePermissions) {
     EXPECT_EQ(fs::status(folder / "new.htm").permissions(), permissions);
   }
   ::umask(mask);
+}
+
+#else
+
+TEST(AtomicFile, writesADeviceDirectly) {
+  writeAtomic("NUL", "x");
+  EXPECT_FALSE(fs::exists("NUL"));
+}
+
+TEST(AtomicFile, refusesWhatIsNoName) {
+  const TempFolder folder;
+  EXPECT_EQ(failure([&] { writeAtomic(folder / "a?b.htm", "x"); }), std::errc::invalid_argument);
+  EXPECT_EQ(folder.entries(), 0);
+}
+
+TEST(AtomicFile, leavesAFileInUse) {
+  const TempFolder folder;
+  put(folder / "a.htm", "alt");
+  const std::ifstream reader(folder / "a.htm");
+  EXPECT_EQ(failure([&] { writeAtomic(folder / "a.htm", "neu"); }), std::errc::permission_denied);
+  EXPECT_EQ(readFile(folder / "a.htm"), "alt");
+  EXPECT_EQ(folder.entries(), 1);
 }
 
 #endif

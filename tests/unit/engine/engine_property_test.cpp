@@ -5,6 +5,8 @@
 #include <random>
 
 #include "engine/conversion.h"
+#include "reformat/indentation.h"
+#include "reformat/selection.h"
 #include "tests/support/convert.h"
 #include "tests/support/literal_driver.h"
 #include "tests/support/random_lines.h"
@@ -70,6 +72,64 @@ TEST(ConversionProperty, AgreesWithTheTranscriptionOnRandomModules) {
     ASSERT_EQ(test::wrapped(conversion.List2), expected.wrapped);
     ASSERT_EQ(conversion.aborted, expected.aborted);
     ASSERT_EQ(observer.events, expected.events);
+  }
+}
+
+// Shows the 0-based index, as the selection run does.
+class SelectionObserver : public test::RecordingObserver {
+ public:
+  void processed(std::size_t i, std::size_t n) override {
+    events.push_back("bearbeite " + std::to_string(i) + ' ' + std::to_string(n));
+  }
+};
+
+TEST(SelectionProperty, AgreesWithTheTranscriptionOnRandomModules) {
+  const KeywordTable table(kLists.Keywords1, kLists.Keywords2);
+  for (unsigned seed = 1; seed <= 2000; ++seed) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const std::vector<std::string> lines = literal::randomModule(random, 12);
+    std::vector<bool> selected(lines.size());
+    for (std::size_t i = 0; i < selected.size(); ++i) selected[i] = random() % 4 != 0;
+    const bool lineNumbers = random() % 2 == 0;
+    const StyleMode style = random() % 2 == 0 ? StyleMode::Inline : StyleMode::Class;
+
+    Highlighter fast(table);
+    SelectionObserver observer;
+    const SelectionConversion conversion =
+        AuswahlKonvertieren(test::lineList(lines), selected, {.lineNumbers = lineNumbers},
+                            DocumentFrame(test::defaultColors(), style), fast, observer);
+    literal::Highlighter slow(kLists);
+    const literal::SelectionResult expected = literal::AuswahlKonvertieren(
+        lines, selected, {.lineNumbers = lineNumbers, .inlineStyle = style == StyleMode::Inline},
+        literalColours(test::defaultColors()), slow);
+
+    ASSERT_EQ(test::strings(conversion.List2), expected.List2);
+    ASSERT_EQ(conversion.body(), expected.html);
+    ASSERT_EQ(conversion.table, expected.table);
+    ASSERT_EQ(test::wrapped(conversion.List2), expected.wrapped);
+    ASSERT_EQ(observer.events, expected.events);
+  }
+}
+
+TEST(IndentationProperty, AgreesWithTheTranscriptionOnRandomLines) {
+  const char* const pieces[] = {
+      "If",   " Then ",   "Else",        "Elseif",        "End If",   "For",
+      "Next", "While",    "Wend",        "With",          "End With", "TYPE",
+      "type", "End Type", "Public Type", "PRIVATE TYPE ", "  ",       "x"};
+  std::mt19937 random(1);
+  for (int run = 0; run < 3000; ++run) {
+    std::vector<std::string> lines(random() % 20);
+    for (std::string& line : lines)
+      for (auto more = random() % 4; more > 0; --more) line += pieces[random() % std::size(pieces)];
+    int unit = static_cast<int>(random() % 4), expectedUnit = unit;
+    for (const bool widen : {random() % 2 == 0, true, false}) {
+      const LineList before = test::lineList(lines);
+      const LineList after = widen ? Formatieren(before, unit) : Formatieren2(before, unit);
+      (widen ? literal::Formatieren : literal::Formatieren2)(lines, expectedUnit);
+      ASSERT_EQ(test::strings(after), lines) << "run " << run;
+      ASSERT_EQ(unit, expectedUnit);
+    }
   }
 }
 

@@ -1,0 +1,92 @@
+// See module_file_reader.h. Tested by tests/unit/sources/module_file_reader_test.cpp.
+#include "sources/module_file_reader.h"
+
+#include <algorithm>
+
+#include "base/codepage.h"
+#include "base/text.h"
+
+namespace tintline {
+namespace {
+
+// The text of a file without its byte-order mark: the file's own bytes, or
+// `converted` when it is UTF-16.
+std::string_view ansiText(std::string_view file, std::string& converted) {
+  constexpr std::string_view kUtf8 = "\xEF\xBB\xBF";
+  constexpr std::string_view kUtf16LittleEndian = "\xFF\xFE";
+  constexpr std::string_view kUtf16BigEndian = "\xFE\xFF";
+  if (file.starts_with(kUtf16LittleEndian))
+    return converted = utf16ToAnsi(file.substr(2), ByteOrder::LittleEndian);
+  if (file.starts_with(kUtf16BigEndian))
+    return converted = utf16ToAnsi(file.substr(2), ByteOrder::BigEndian);
+  return file.starts_with(kUtf8) ? file.substr(kUtf8.size()) : file;
+}
+
+// Takes the first line and its line end off the front of the text.
+std::string_view takeLine(std::string_view& text, char lineEnd) {
+  const std::size_t end = std::min(text.find(lineEnd), text.size());
+  const std::string_view line = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  if (lineEnd == '\r' && text.starts_with('\n')) text.remove_prefix(1);
+  return line;
+}
+
+// The name in a procedure head: what is left up to the "(" when the known words
+// and all blanks are taken out. Other words stay: "Friend Sub X()" gives
+// "FriendX". Kept on purpose.
+std::string procedureName(std::string_view head) {
+  std::string name(head);
+  for (const std::string_view word : {"Private ", "Public ", "Declare ", "Function ", "Sub "})
+    name = ReplaceIgnoreCase(name, word, "");
+  std::erase(name, ' ');
+  return name.substr(0, name.find('('));
+}
+
+// Whether the line holds "End "; the tail of "Friend " is none.
+bool hasEnd(std::string_view line) {
+  constexpr std::string_view kFriend = "Fri";
+  for (std::size_t at = findIgnoreCase(line, "End "); at != std::string_view::npos;
+       at = findIgnoreCase(line, "End ", at + 1))
+    if (at < kFriend.size() ||
+        !equalsIgnoreCase(line.substr(at - kFriend.size(), kFriend.size()), kFriend))
+      return true;
+  return false;
+}
+
+}  // namespace
+
+ModuleSource ModulDateiLesen(std::string_view file, const LineProgress& progress) {
+  std::string converted;
+  std::string_view text = ansiText(file, converted);
+  const char lineEnd = text.find('\r') == std::string_view::npos ? '\n' : '\r';
+  ModuleSource source;
+  source.List1.reserveBytes(
+      text.size() + static_cast<std::size_t>(std::count(text.begin(), text.end(), lineEnd)) + 1);
+  while (!text.empty()) {
+    source.tooManyLines = source.List1.size() == kMaxLines;
+    if (source.tooManyLines) break;
+    const std::string_view line = takeLine(text, lineEnd);
+    collectProcedureName(line, source.ProzNamen);
+    source.List1.append(line, " ");
+    if (progress) progress(source.List1.size());
+  }
+  return source;
+}
+
+std::string decodeModuleText(std::string_view file) {
+  std::string converted;
+  return std::string(ansiText(file, converted));
+}
+
+bool fkt_IstProzedurZeile(std::string_view line) {
+  const auto has = [line](std::string_view part) { return containsIgnoreCase(line, part); };
+  return line.find('(') != std::string_view::npos &&  // the cheapest test comes first
+         (has("Sub ") || has("Function ")) && !hasEnd(line) && !has("Declare") && !has("\"Sub") &&
+         !has("\"Function");
+}
+
+void collectProcedureName(std::string_view line, ProcedureNames& ProzNamen) {
+  if (fkt_IstProzedurZeile(line)) ProzNamen.push_back(" " + procedureName(line));
+}
+
+}  // namespace tintline

@@ -1,0 +1,35 @@
+// Tests of base/line_list.h.
+#include "base/line_list.h"
+
+#include <gtest/gtest.h>
+
+namespace tintline {
+namespace {
+
+TEST(LineList, GivesLinesAsTheyWereAdded) {
+  LineList lines;
+  EXPECT_TRUE(lines.empty());
+  lines.reserveBytes(100);
+  lines.append("a", " ");
+  lines.append("");
+  lines.append(std::string_view("\0\n", 2));
+  lines.append(std::string(1000, 'x'));
+  ASSERT_EQ(lines.size(), 4u);
+  EXPECT_EQ(lines[0], "a ");
+  EXPECT_EQ(lines[1], "");
+  EXPECT_EQ(lines[2], std::string_view("\0\n", 2));
+  EXPECT_EQ(lines[3], std::string(1000, 'x'));
+}
+
+TEST(LineList, IsEmptyAfterClear) {
+  LineList lines;
+  lines.append("a");
+  lines.clear();
+  EXPECT_TRUE(lines.empty());
+  lines.append("b");
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_EQ(lines[0], "b");
+}
+
+}  // namespace
+}  // namespace tintline

@@ -1,0 +1,108 @@
+// Tests of base/text.h.
+#include "base/text.h"
+
+#include <gtest/gtest.h>
+
+#include "base/codepage.h"
+
+namespace tintline {
+namespace {
+
+TEST(Text, OnlyBlanksAreTrimmed) {
+  const struct {
+    std::string_view text, left, right, both;
+  } rows[] = {
+      {"", "", "", ""},
+      {"   ", "", "", ""},
+      {" a b ", "a b ", " a b", "a b"},
+      {"a", "a", "a", "a"},
+      {" \ta\xA0 ", "\ta\xA0 ", " \ta\xA0", "\ta\xA0"},
+      {std::string_view("\0 ", 2), std::string_view("\0 ", 2), std::string_view("\0", 1),
+       std::string_view("\0", 1)},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(LTrim(row.text), row.left) << row.text;
+    EXPECT_EQ(RTrim(row.text), row.right) << row.text;
+    EXPECT_EQ(Trim(row.text), row.both) << row.text;
+  }
+}
+
+TEST(Text, SpaceOfNothing) {
+  EXPECT_EQ(Space(3), "   ");
+  EXPECT_EQ(Space(0), "");
+  EXPECT_EQ(Space(-1), "");
+}
+
+// What the letter is in the other case, told by its name in Windows-1252.
+TEST(Text, EveryLetterOfTheCodePageHasItsPartner) {
+  constexpr std::string_view kUpper =
+      u8"ABCDEFGHIJKLMNOPQRSTUVWXYZÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞŠŒŽŸ"_ansi;
+  constexpr std::string_view kLower =
+      u8"abcdefghijklmnopqrstuvwxyzàáâãäåæçèéêëìíîïðñòóôõöøùúûüýþšœžÿ"_ansi;
+  ASSERT_EQ(kUpper.size(), kLower.size());
+  for (unsigned code = 0; code < 256; ++code) {
+    const char c = static_cast<char>(code);
+    const std::size_t letter = kUpper.find(c);
+    EXPECT_EQ(toLower(c), letter == std::string_view::npos ? c : kLower[letter]) << code;
+  }
+}
+
+TEST(Text, ComparesWithoutRegardToCase) {
+  EXPECT_TRUE(equalsIgnoreCase(u8"Übung"_ansi, u8"übunG"_ansi));
+  EXPECT_FALSE(equalsIgnoreCase("a", "ab"));
+  EXPECT_FALSE(equalsIgnoreCase("ab", "a"));
+  EXPECT_FALSE(equalsIgnoreCase("[", "{"));
+  EXPECT_TRUE(startsWithIgnoreCase("Public Type", "PUBLIC"));
+  EXPECT_FALSE(startsWithIgnoreCase("Pub", "Public"));
+  EXPECT_TRUE(startsWithIgnoreCase("", ""));
+}
+
+TEST(Text, FindsWithoutRegardToCase) {
+  constexpr std::size_t kNone = std::string_view::npos;
+  const struct {
+    std::string_view text, part;
+    std::size_t from, position;
+  } rows[] = {
+      {"abcABC", "bc", 0, 1},     {"abcABC", "BC", 2, 4}, {"abcABC", "bc", 4, 4},
+      {"abcABC", "bc", 5, kNone}, {"aab", "AB", 0, 1},    {"abc", "abcd", 0, kNone},
+      {"abc", "", 2, 2},          {"abc", "", 3, 3},      {"abc", "", 4, kNone},
+      {"abc", "a", 9, kNone},     {"", "", 0, 0},         {"", "a", 0, kNone},
+      {"abc", "C", 2, 2},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(findIgnoreCase(row.text, row.part, row.from), row.position)
+        << row.text << ' ' << row.part << ' ' << row.from;
+    if (row.from == 0) {
+      EXPECT_EQ(containsIgnoreCase(row.text, row.part), row.position != kNone);
+    }
+  }
+}
+
+TEST(Text, ReplacesFromLeftToRight) {
+  const struct {
+    std::string_view text, from, to, exact, ignoringCase;
+  } rows[] = {
+      {"", "a", "b", "", ""},
+      {"abcABC", "b", "xy", "axycABC", "axycAxyC"},
+      {"aaaa", "aa", "a", "aa", "aa"},
+      {"aba", "a", "aa", "aabaa", "aabaa"},
+      {"Sub SUB ", "Sub ", "", "SUB ", ""},
+      {"abab", "ba", "", "ab", "ab"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Replace(row.text, row.from, row.to), row.exact) << row.text;
+    EXPECT_EQ(ReplaceIgnoreCase(row.text, row.from, row.to), row.ignoringCase) << row.text;
+  }
+}
+
+TEST(Text, SplitsAtEverySeparator) {
+  using Pieces = std::vector<std::string_view>;
+  EXPECT_EQ(Split("", ' '), Pieces{});
+  EXPECT_EQ(Split("a", ' '), Pieces{"a"});
+  EXPECT_EQ(Split(" ", ' '), (Pieces{"", ""}));
+  EXPECT_EQ(Split(" a  b", ' '), (Pieces{"", "a", "", "b"}));
+  EXPECT_EQ(Split("a,", ','), (Pieces{"a", ""}));
+}
+
+}  // namespace
+}  // namespace tintline
