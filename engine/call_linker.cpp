@@ -14,12 +14,13 @@ namespace tintline {
 namespace {
 
 constexpr unsigned kHashBits = 16;
-constexpr std::string_view kCommentSpan = "<span class='REM'>";
+constexpr std::string_view kCommentSpan = "<span class='Rem'>";
+constexpr std::string_view kMarksSpan = "<span class='Marks'>";
 
 // What a highlighted line is full of. Text of the source that looks alike may be
 // skipped with them: no name occurs in either.
-constexpr std::string_view kTags[] = {"</span>", "<span class='Code'>", "<span class='Marks'>",
-                                      "<span class='Parms'>", "<span class='Rem'>"};
+constexpr std::string_view kTags[] = {"</span>", "<span class='Code'>", kMarksSpan,
+                                      "<span class='Parms'>", kCommentSpan};
 
 bool mayOccurInTags(const std::string& name) {
   return name.find_first_of("<>") != std::string::npos ||
@@ -44,6 +45,34 @@ std::vector<std::string> distinctNames(const ProcedureNames& ProzNamen) {
     if (!name.empty() && known.insert(name).second) names.emplace_back(name);
   }
   return names;
+}
+
+// Position of the first comment span without regard to case, or npos.
+std::size_t findCommentSpan(std::string_view html) {
+  constexpr std::size_t kValue = 13;  // position of "Rem'>", which is rarer than "<span"
+  static_assert(kCommentSpan.substr(kValue) == "Rem'>");
+  for (std::size_t at = 0;
+       (at = findIgnoreCase(html, kCommentSpan.substr(kValue), at)) != std::string_view::npos; ++at)
+    if (at >= kValue && startsWithIgnoreCase(html.substr(at - kValue), kCommentSpan))
+      return at - kValue;
+  return std::string_view::npos;
+}
+
+// What stands around the occurrences of a name, found without regard to case.
+struct Surroundings {
+  bool assigned = false;    // " =" behind one of them
+  bool atWordEdge = false;  // ">" in front of one, or a blank, a Marks span or the end behind it
+};
+
+Surroundings surroundings(std::string_view html, std::string_view name) {
+  Surroundings around;
+  for (std::size_t at = 0; (at = findIgnoreCase(html, name, at)) != std::string_view::npos; ++at) {
+    const std::string_view behind = html.substr(at + name.size());
+    around.assigned = around.assigned || behind.starts_with(" =");
+    around.atWordEdge = around.atWordEdge || (at > 0 && html[at - 1] == '>') || behind.empty() ||
+                        behind.starts_with(' ') || startsWithIgnoreCase(behind, kMarksSpan);
+  }
+  return around;
 }
 
 }  // namespace
@@ -137,18 +166,14 @@ std::string_view CallLinker::link(std::string_view html) {
 
 // True when the line was changed.
 bool CallLinker::linkName(const std::string& name) {
-  const std::string assignment = name + " =";
-  const std::size_t comment = findIgnoreCase(html_, kCommentSpan);
-  if (comment == std::string::npos && !containsIgnoreCase(html_, assignment))
+  const std::size_t comment = findCommentSpan(html_);
+  if (comment == std::string::npos && !surroundings(html_, name).assigned)
     return replaceName(name, html_.size(), "</a> ");
 
   // The name may stand in front of a trailing comment, or end the line.
-  const std::string code = html_.substr(0, comment) + ' ';
-  const bool ends = containsIgnoreCase(code, ">" + name) ||
-                    containsIgnoreCase(code, name + "<span class='Marks'>") ||
-                    containsIgnoreCase(code, name + " ");
-  if (!ends || containsIgnoreCase(code, assignment)) return false;
-  return replaceName(name, code.size() - 1, "</a>");
+  const std::string_view code = std::string_view(html_).substr(0, comment);
+  const Surroundings around = surroundings(code, name);
+  return around.atWordEdge && !around.assigned && replaceName(name, code.size(), "</a>");
 }
 
 // Links every occurrence in the first `end` characters, unless the first one (in

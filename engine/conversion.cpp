@@ -36,7 +36,12 @@ std::size_t findClass(std::string_view html, std::string_view quotedValue) {
   return std::string_view::npos;
 }
 
-LineMarks findMarks(std::string_view html) {
+LineMarks findMarks(std::string_view source, std::string_view html) {
+  // Where the source has no apostrophe, only the highlighter's own spans hold
+  // one, and those of heads and ends open the line.
+  if (source.find('\'') == std::string_view::npos && !html.starts_with("<span name='") &&
+      !html.starts_with("<span class='EndSub'"))
+    return {};
   return {findClass(html, "'Sub'>"), findClass(html, "'EndSub'") != std::string_view::npos};
 }
 
@@ -67,7 +72,7 @@ class Run {
     observer_.yield();
     const std::string_view source = List1_[i];
     std::string_view html = highlighter_.fkt_ZeileKonvertieren(source);
-    const LineMarks marks = findMarks(html);
+    const LineMarks marks = findMarks(source, html);
     if (marks.procedureEnd) html = withRule(html);
     if (observer_.abortRequested()) return false;
     observer_.yield();
