@@ -2,6 +2,9 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 
 namespace tintline {
 
@@ -33,6 +36,18 @@ bool startsWithIgnoreCase(std::string_view text, std::string_view prefix) {
 
 namespace {
 
+// Eight characters at a time, as the bytes of one number.
+static_assert(std::endian::native == std::endian::little);
+constexpr std::uint64_t kOnes = 0x0101010101010101U;
+
+std::uint64_t loadFolded(const char* text) {
+  std::uint64_t characters;
+  std::memcpy(&characters, text, sizeof characters);
+  return characters | 0x20 * kOnes;
+}
+
+std::uint64_t repeatFolded(char c) { return static_cast<unsigned char>(c | 0x20) * kOnes; }
+
 // Whether c | 0x20 is equal for two characters that are equal without regard to
 // case: not so for the few partners that differ in other bits.
 bool foldsByOneBit(char c) {
@@ -40,35 +55,30 @@ bool foldsByOneBit(char c) {
   return code < 0x80 || (code >= 0xA0 && code < 0xFF);
 }
 
-// False only when the first three characters of `part` stand nowhere in a row,
-// without regard to case. May err the other way. Written so that the compiler
-// makes vector code.
-bool mayContainStart(std::string_view text, std::string_view part) {
-  const auto fold = [](char c) { return static_cast<unsigned char>(c | 0x20); };
-  const unsigned char a = fold(part[0]), b = fold(part[1]), c = fold(part[2]);
-  unsigned char found = 0;
-  for (std::size_t i = 2; i < text.size(); ++i)
-    found |= static_cast<unsigned char>((fold(text[i - 2]) == a) & (fold(text[i - 1]) == b) &
-                                        (fold(text[i]) == c));
-  return found != 0;
-}
-
 }  // namespace
 
 std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::size_t from) {
   if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
-  if (part.empty()) return from;
-  constexpr std::size_t kBlock = 256;  // a stretch without the part's start is passed in one go
-  const bool filtered =
-      part.size() > 2 && std::all_of(part.begin(), part.begin() + 3, foldsByOneBit);
-  const char first = toLower(part.front());
-  const std::size_t last = text.size() - part.size();
-  for (std::size_t block = from; block <= last; block += kBlock) {
-    const std::size_t end = std::min(block + kBlock, last + 1);
-    if (filtered && !mayContainStart(text.substr(block, end - block + 2), part)) continue;
-    for (std::size_t i = block; i < end; ++i)
-      if (toLower(text[i]) == first && startsWithIgnoreCase(text.substr(i), part)) return i;
+  const auto standsAt = [&](std::size_t at) { return startsWithIgnoreCase(text.substr(at), part); };
+  std::size_t at = from;
+  if (part.size() > 2 && std::all_of(part.begin(), part.begin() + 3, foldsByOneBit)) {
+    // The places where the first three characters may stand, eight places at once.
+    const std::uint64_t a = repeatFolded(part[0]), b = repeatFolded(part[1]),
+                        c = repeatFolded(part[2]);
+    for (; at + 10 <= text.size(); at += 8) {
+      const char* const eight = text.data() + at;
+      const std::uint64_t different =
+          (loadFolded(eight) ^ a) | (loadFolded(eight + 1) ^ b) | (loadFolded(eight + 2) ^ c);
+      // The high bit of every byte that is 0, and of some behind it.
+      std::uint64_t places = (different - kOnes) & ~different & 0x80 * kOnes;
+      for (; places != 0; places &= places - 1)
+        if (const std::size_t place = at + static_cast<std::size_t>(std::countr_zero(places)) / 8;
+            standsAt(place))
+          return place;
+    }
   }
+  for (; at + part.size() <= text.size(); ++at)
+    if (standsAt(at)) return at;
   return std::string_view::npos;
 }
 
