@@ -208,7 +208,10 @@ End Function
 Public Sub Demo()
     Waehrung = "eur"
     Set Ziel = ThisWorkbook.Worksheets("Ausgabe")
-    If Not TabelleGeprüft Then Exit Sub
+    If Not TabelleGeprüft Then
+        MsgBox "Die Tabelle """ & BLATT_NAME & """ fehlt.", vbCritical
+        Exit Sub
+    End If
     RechnungDrucken strKunde:="Müller & Söhne <GmbH>", intKopien:=2
     AlleMahnungen
     Debug.Print "Übrig: " & OffeneSumme("Bäckerei Groß"); " - erledigt"

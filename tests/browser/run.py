@@ -33,6 +33,7 @@ CHROMIUM = [
     "--disable-background-networking", "--disable-component-update", "--disable-sync",
     "--hide-scrollbars",
 ]
+SHOWN_PROCEDURE = "RechnungDrucken"
 SECONDS = 120  # until a browser that hangs is given up
 
 
@@ -68,12 +69,17 @@ def convert(tintline, options, target):
                    timeout=SECONDS)
 
 
+def with_script(page, script):
+    """A copy of the page beside it, with the script at the end of its body."""
+    copy = page.with_name(f"copy-of-{page.name}")
+    copy.write_bytes(page.read_bytes().replace(b"</body>", script.encode("ascii") + b"</body>"))
+    return copy
+
+
 def check_page(page, expected, folder):
     """The findings of check.js in a copy of the page that has the script in its body."""
-    script = (f"<script>const expected = {json.dumps(expected)};</script>"
-              "<script src='check.js'></script></body>")
-    checked = folder / f"checked-{page.name}"
-    checked.write_bytes(page.read_bytes().replace(b"</body>", script.encode("ascii")))
+    checked = with_script(page, f"<script>const expected = {json.dumps(expected)};</script>"
+                                "<script src='check.js'></script>")
     dump = browse(["--window-size=1000,700", "--virtual-time-budget=120000", "--dump-dom",
                    checked.as_uri()], folder / "profile").decode("utf-8")
     result = re.search(r'<pre id="befund">(.*?)</pre>', dump, re.DOTALL)
@@ -82,9 +88,16 @@ def check_page(page, expected, folder):
     return json.loads(html.unescape(result[1]))
 
 
-def screenshot(page, target, profile):
-    browse(["--window-size=1000,1300", f"--screenshot={target}", page.as_uri()], profile)
-    print(f"saved {target}")
+def screenshots(page, target, profile):
+    """The top of the page, and the page from a procedure on."""
+    target.mkdir(parents=True, exist_ok=True)
+    # Moved, not scrolled: the browser takes no picture of a page that is scrolled by its address.
+    moved = with_script(page, "<script>document.body.style.marginTop = `${20 - document."
+                              f"querySelector('a[name={SHOWN_PROCEDURE}]').offsetTop}}px`;</script>")
+    for place, shown in (("top", page), ("code", moved)):
+        picture = target.resolve() / f"{page.stem}-{place}.png"
+        browse(["--window-size=1000,1300", f"--screenshot={picture}", shown.as_uri()], profile)
+        print(f"saved {picture}")
 
 
 def main():
@@ -109,9 +122,7 @@ def main():
                 if not finding["ok"]:
                     print(f"{style}: FAILED: {finding['name']}: {finding['detail']}")
             if options.screenshots:
-                options.screenshots.mkdir(parents=True, exist_ok=True)
-                screenshot(page, options.screenshots.resolve() / f"{style}.png",
-                           folder / "profile")
+                screenshots(page, options.screenshots, folder / "profile")
     print(f"{passed} passed, {failed} failed")
     return 1 if failed or not passed else 0
 
