@@ -1,0 +1,5 @@
+' Farben
+Public Sub Zeigen(ByVal a As Long)
+    Zeigen a:=vbYes
+    MsgBox "Größe", vbOKOnly
+End Sub

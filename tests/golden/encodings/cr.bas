@@ -1,0 +1,1 @@
+Sub Prüfen()    x = "Größe €"    PrüfenEnd Sub

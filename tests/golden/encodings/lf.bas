@@ -1,0 +1,4 @@
+Sub Prüfen()
+    x = "Größe €"
+    Prüfen
+End Sub

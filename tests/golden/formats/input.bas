@@ -1,0 +1,7 @@
+Sub Eins(x As Long)
+    Zwei "<a>"
+End Sub
+
+Sub Zwei(s)
+    MsgBox s ' zeigen
+End Sub

@@ -1,0 +1,6 @@
+Sub Eins()
+	Zwei	"Tab	im Text"
+End Sub
+Sub Zwei(s)
+	Eins
+End Sub

@@ -1,0 +1,4 @@
+Sub Eins()
+	Eins
+
+End Sub
