@@ -21,13 +21,13 @@ namespace {
 
 void escape(std::string_view text, std::string& html) {
   html.clear();
-  for (std::size_t done = 0;;) {
-    const std::size_t mark = text.find_first_of("<>", done);
-    html.append(text.substr(done, mark - done));
-    if (mark == std::string_view::npos) return;
-    html.append(text[mark] == '<' ? "&lt;" : "&gt;");
-    done = mark + 1;
+  std::size_t done = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '<' && text[i] != '>') continue;
+    html.append(text.substr(done, i - done)).append(text[i] == '<' ? "&lt;" : "&gt;");
+    done = i + 1;
   }
+  html.append(text.substr(done));
 }
 
 void write(const std::filesystem::path& target, std::string_view html, std::size_t length) {
