@@ -3,7 +3,9 @@
 //
 //   modules/   some 10 MB, sizes log-normal: median 8 KB, 90 % below 50 KB,
 //              the largest 470 KB with 650 procedures
-//   names500/  some 10 MB of modules with 500 procedures each
+//   names500/  some 10 MB: every second one of those modules, with empty procedures
+//              behind it so that it has 500
+//   large500/  some 10 MB: 28 modules that are as long as 500 procedures are
 //   names/N/   eight modules, each with N procedure names that occur nowhere but
 //              in their own heads; N is 10, 100, 500 or 1000
 //   growth/    twenty modules of 100 KB, the same of 200 KB and of 400 KB
@@ -123,25 +125,43 @@ bool writeModules(const std::filesystem::path& folder) {
   });
 }
 
-bool writeManyNames(const std::filesystem::path& folder) {
-  std::size_t bytes = 0;
+// `count` names that no made-up module uses.
+std::vector<std::string> freshNames(std::size_t count) {
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < count; ++i)
+    names.push_back(std::string(kNouns[i % kNouns.size()]) +
+                    std::string(kVerbs[i / kNouns.size() % kVerbs.size()]) + "Neu" +
+                    std::to_string(i));
+  return names;
+}
+
+bool writeManyNames(const std::filesystem::path& padded, const std::filesystem::path& large) {
+  const std::vector<std::string> names = freshNames(500);
+  std::size_t paddedBytes = 0, largeBytes = 0;
+  for (std::size_t i = 0; i < kModules; i += 2) {
+    const std::size_t bytes = moduleSize(i);
+    Module module = ModuleWriter(bytes, procedureCount(bytes), 1000 + i).write();
+    for (std::size_t p = module.procedures; p < names.size(); ++p)
+      module.text.append("Private Sub ").append(names[p]).append("()\r\nEnd Sub\r\n");
+    paddedBytes += module.text.size();
+    save(numbered(padded, i + 1), module.text);
+  }
   for (std::size_t i = 0; i < 28; ++i) {
     const Module module = ModuleWriter(360 * 1024, 500, 5000 + i).write();
-    bytes += module.text.size();
-    save(numbered(folder, i + 1), module.text);
+    largeBytes += module.text.size();
+    save(numbered(large, i + 1), module.text);
   }
-  return report({{"names500/: megabytes", static_cast<double>(bytes) / 1e6, 9, 11.5}});
+  return report({{"names500/: megabytes", static_cast<double>(paddedBytes) / 1e6, 9, 11.5},
+                 {"large500/: megabytes", static_cast<double>(largeBytes) / 1e6, 9, 11.5}});
 }
 
 // Of a thousand heads, `names` are those of procedures that calls can be linked
 // to, the others those of properties; everything else is the same.
 std::string withNames(const std::string& body, std::size_t names) {
   std::string text;
-  for (std::size_t i = 0; i < 1000; ++i)
-    text.append(i < names ? "Private Sub " : "Property Get ")
-        .append(kNouns[i % kNouns.size()])
-        .append(kVerbs[i / kNouns.size() % kVerbs.size()])
-        .append("Neu" + std::to_string(i) + "()\r\n");
+  std::size_t done = 0;
+  for (const std::string& name : freshNames(1000))
+    text.append(done++ < names ? "Private Sub " : "Property Get ").append(name).append("()\r\n");
   return text + body;
 }
 
@@ -167,7 +187,7 @@ bool writeSingles(const std::filesystem::path& folder) {
 
 int run(const std::filesystem::path& folder) {
   bool good = writeModules(folder / "modules");
-  good = writeManyNames(folder / "names500") && good;
+  good = writeManyNames(folder / "names500", folder / "large500") && good;
   good = writeSingles(folder / "single") && good;
   writeNames(folder / "names");
   for (const std::size_t factor : {1U, 2U, 4U})
