@@ -20,6 +20,8 @@
 
 namespace tintline::bench {
 
+inline constexpr std::size_t kKB = 1024;
+
 struct Block {
   std::string_view opens, closes;
 };
@@ -171,7 +173,7 @@ class ModuleWriter {
     const bool function = random_.chance(0.4);
     writeHead(names_[p], function);
     depth_ = 1;
-    while (module_.text.size() + 60 < end || open_.size() > 0) {
+    while (module_.text.size() + 60 < end || !open_.empty()) {
       const bool room = module_.text.size() + 60 + 20 * open_.size() < end;
       if (room) statement();
       if (room && random_.chance(0.04)) line("");

@@ -16,7 +16,7 @@
 namespace tintline::bench {
 namespace {
 
-constexpr std::size_t kBytes = 200 * 1024, kProcedures = 280;
+constexpr std::size_t kBytes = 200 * kKB, kProcedures = 280;
 
 const KeywordTable& keywords() {
   static const KeywordTable table =

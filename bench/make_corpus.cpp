@@ -27,7 +27,7 @@ namespace tintline::bench {
 namespace {
 
 constexpr std::size_t kModules = 450;
-constexpr double kMedian = 8 * 1024, kNinth = 50 * 1024, kLargest = 470 * 1024;
+constexpr double kMedian = 8.0 * kKB, kNinth = 50.0 * kKB, kLargest = 470.0 * kKB;
 constexpr double kMedianProcedures = 12, kLargestProcedures = 650;
 
 // The value below which that share of a standard normal distribution lies.
@@ -101,10 +101,10 @@ bool writeModules(const std::filesystem::path& folder) {
   std::sort(modules.begin(), modules.end(),
             [](const Module& a, const Module& b) { return a.text.size() < b.text.size(); });
   const Module& median = modules[kModules / 2];
-  const double bytes = static_cast<double>(all.text.size());
-  const double lines = static_cast<double>(all.lines);
+  const auto bytes = static_cast<double>(all.text.size());
+  const auto lines = static_cast<double>(all.lines);
   const auto kilobytes = [](const Module& module) {
-    return static_cast<double>(module.text.size()) / 1024;
+    return static_cast<double>(module.text.size()) / kKB;
   };
   return report({
       {"modules/: modules", static_cast<double>(kModules), 400, 600},
@@ -147,7 +147,7 @@ bool writeManyNames(const std::filesystem::path& padded, const std::filesystem::
     save(numbered(padded, i + 1), module.text);
   }
   for (std::size_t i = 0; i < 28; ++i) {
-    const Module module = ModuleWriter(360 * 1024, 500, 5000 + i).write();
+    const Module module = ModuleWriter(360 * kKB, 500, 5000 + i).write();
     largeBytes += module.text.size();
     save(numbered(large, i + 1), module.text);
   }
@@ -167,7 +167,7 @@ std::string withNames(const std::string& body, std::size_t names) {
 
 void writeNames(const std::filesystem::path& folder) {
   for (std::size_t i = 0; i < 8; ++i) {
-    std::string body = ModuleWriter(400 * 1024, 560, 7000 + i).write().text;
+    std::string body = ModuleWriter(400 * kKB, 560, 7000 + i).write().text;
     body = Replace(Replace(body, " Sub ", " Property Get "), " Function ", " Property Get ");
     for (const std::size_t names : {10U, 100U, 500U, 1000U})
       save(numbered(folder / std::to_string(names), i + 1), withNames(body, names));
@@ -175,11 +175,11 @@ void writeNames(const std::filesystem::path& folder) {
 }
 
 bool writeSingles(const std::filesystem::path& folder) {
-  const std::string text = ModuleWriter(40 * 1024, 60, 8000).write().text;
+  const std::string text = ModuleWriter(40 * kKB, 60, 8000).write().text;
   std::size_t end = 0;
   for (int lines = 0; lines < 100; ++lines) end = text.find('\n', end) + 1;
   save(folder / "100.bas", text.substr(0, end));
-  const Module longest = ModuleWriter(1290 * 1024, 1800, 9000).write();
+  const Module longest = ModuleWriter(1290 * kKB, 1800, 9000).write();
   save(folder / "longest.bas", longest.text);
   return report({{"single/: lines of the longest module", static_cast<double>(longest.lines),
                   31'000, static_cast<double>(kMaxLines)}});
@@ -193,7 +193,7 @@ int run(const std::filesystem::path& folder) {
   for (const std::size_t factor : {1U, 2U, 4U})
     for (std::size_t i = 0; i < 20; ++i)
       save(numbered(folder / "growth" / std::to_string(factor), i + 1),
-           ModuleWriter(factor * 100 * 1024, factor * 140, 6000 + i).write().text);
+           ModuleWriter(factor * 100 * kKB, factor * 140, 6000 + i).write().text);
   return good ? 0 : 1;
 }
 

@@ -34,8 +34,8 @@ async function follow(link, what) {
   link.click();
   await pause();
   note(`${label} changes the address`, decodeURIComponent(location.hash) === '#' + name, location.hash);
-  note(`${label} brings its target into view`, inView(target),
-       `at ${target.getBoundingClientRect().top}, away before: ${away}`);
+  note(`${label} brings its target into view`, away && inView(target),
+       `at ${target.getBoundingClientRect().top}, out of view before: ${away}`);
 }
 
 const linksTo = (test) => [...document.querySelectorAll('a[href^="#"]')].filter(test);

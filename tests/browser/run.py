@@ -13,7 +13,9 @@ import argparse
 import collections
 import html
 import json
+import os
 import re
+import signal
 import subprocess
 import sys
 import tempfile
@@ -34,7 +36,7 @@ CHROMIUM = [
     "--hide-scrollbars",
 ]
 SHOWN_PROCEDURE = "RechnungDrucken"
-SECONDS = 120  # until a browser that hangs is given up
+SECONDS = 60  # until a browser that hangs is given up
 
 
 def code_of(line):
@@ -60,8 +62,17 @@ def expectations(source):
 
 
 def browse(arguments, profile):
-    return subprocess.run([*CHROMIUM, f"--user-data-dir={profile}", *arguments],
-                          capture_output=True, timeout=SECONDS, check=True).stdout
+    browser = subprocess.Popen([*CHROMIUM, f"--user-data-dir={profile}", *arguments],
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                               start_new_session=True)
+    try:
+        output, _ = browser.communicate(timeout=SECONDS)
+    except subprocess.TimeoutExpired:
+        os.killpg(browser.pid, signal.SIGKILL)  # the browser is many processes
+        raise
+    if browser.returncode != 0:
+        raise subprocess.CalledProcessError(browser.returncode, browser.args)
+    return output
 
 
 def convert(tintline, options, target):
