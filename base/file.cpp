@@ -200,8 +200,9 @@ struct AtomicFile::State {
 
   void putInPlace() {
     if (temporary.empty()) return;
-    std::error_code error;
-    fs::rename(temporary, target, error);
+    std::error_code error = detail::replaceFile(temporary, target);
+    if (error == std::errc::no_such_file_or_directory)
+      error = std::make_error_code(std::errc::invalid_argument);  // it is no name for a file
     if (error) throw FileError(name, error);
     temporary.clear();
   }
@@ -216,7 +217,7 @@ struct AtomicFile::State {
 
 AtomicFile::AtomicFile(const fs::path& target) {
   const fs::file_status status = writableStatus(target);
-  if (fs::exists(status) && !fs::is_regular_file(status)) {
+  if (detail::isDevice(target, status)) {
     FileHandle file(detail::openToWrite(target));
     if (!file) throw FileError(target, lastError());
     state_ = std::make_unique<State>(target, target, std::move(file), fs::path());
@@ -225,7 +226,7 @@ AtomicFile::AtomicFile(const fs::path& target) {
   std::error_code error;
   const fs::path end = detail::followLinks(target, error);
   if (error) throw FileError(target, error);
-  constexpr fs::perms kNewFile = fs::perms(0666);  // less what the user's mask takes
+  constexpr auto kNewFile = fs::perms(0666);  // less what the user's mask takes
   fs::path temporary;
   FileHandle file =
       createBeside(end, fs::exists(status) ? status.permissions() : kNewFile, temporary);

@@ -21,6 +21,12 @@ std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms p
 // No error when this user may write the existing file.
 std::error_code writeProtection(const std::filesystem::path& path);
 
+// Whether the path names a device or a pipe, which nothing can replace.
+bool isDevice(const std::filesystem::path& path, std::filesystem::file_status status);
+
+// Gives a file the name of another, which is gone then.
+std::error_code replaceFile(const std::filesystem::path& from, const std::filesystem::path& to);
+
 // The file that a chain of symbolic links ends at, existing or not; any other
 // path as it is.
 std::filesystem::path followLinks(std::filesystem::path path, std::error_code& error);

@@ -26,6 +26,16 @@ std::error_code writeProtection(const std::filesystem::path& path) {
   return allowed ? std::error_code() : std::error_code(errno, std::generic_category());
 }
 
+bool isDevice(const std::filesystem::path&, std::filesystem::file_status status) {
+  return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
+}
+
+std::error_code replaceFile(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::error_code error;
+  std::filesystem::rename(from, to, error);
+  return error;
+}
+
 std::filesystem::path followLinks(std::filesystem::path path, std::error_code& error) {
   constexpr int kMaxLinks = 40;
   for (int links = 0; links < kMaxLinks; ++links) {

@@ -11,6 +11,11 @@
 #include "base/file_platform.h"
 
 namespace tintline::detail {
+namespace {
+
+constexpr DWORD kLongestPath = 32768;  // with the closing zero
+
+}  // namespace
 
 std::FILE* openToRead(const std::filesystem::path& path) { return ::_wfopen(path.c_str(), L"rb"); }
 
@@ -28,6 +33,19 @@ std::error_code writeProtection(const std::filesystem::path& path) {
   return allowed ? std::error_code() : std::error_code(errno, std::generic_category());
 }
 
+// "NUL" and its like are devices in every folder; only their full names tell.
+bool isDevice(const std::filesystem::path& path, std::filesystem::file_status) {
+  std::wstring name(kLongestPath, L'\0');
+  name.resize(::GetFullPathNameW(path.c_str(), kLongestPath, name.data(), nullptr));
+  return name.starts_with(L"\\\\.\\");
+}
+
+std::error_code replaceFile(const std::filesystem::path& from, const std::filesystem::path& to) {
+  const BOOL done = ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING);
+  return done ? std::error_code()
+              : std::error_code(static_cast<int>(::GetLastError()), std::system_category());
+}
+
 std::filesystem::path followLinks(std::filesystem::path path, std::error_code&) {
   const DWORD attributes = ::GetFileAttributesW(path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
@@ -36,8 +54,8 @@ std::filesystem::path followLinks(std::filesystem::path path, std::error_code&) 
       ::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return path;  // leads nowhere: the link itself is replaced
-  std::wstring name(32768, L'\0');                // no path is longer
-  name.resize(::GetFinalPathNameByHandleW(file, name.data(), static_cast<DWORD>(name.size()), 0));
+  std::wstring name(kLongestPath, L'\0');
+  name.resize(::GetFinalPathNameByHandleW(file, name.data(), kLongestPath, 0));
   ::CloseHandle(file);
   return name.empty() ? path : std::filesystem::path(name);
 }
