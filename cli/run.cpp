@@ -69,11 +69,14 @@ JobSettings loadSettings(const Options& options, const Surroundings& surrounding
   const auto keywords = settingsPath(options.keywords, kKeywordsFile, surroundings);
   const auto settings = settingsPath(options.settings, modIniSave::kSettingsFile, surroundings);
   if (!settings.empty()) readNeeded(settings);  // else it would silently count as empty
+  const auto stored = [&settings](std::string_view key) {
+    return settings.empty() ? std::string() : modIniSave::fkt_IniWertLesen(settings, key);
+  };
   return {.options = options,
           .keywords = loadKeywords(keywords, surroundings),
           .frame = DocumentFrame(loadColors(settings), options.style),
-          .PreCode = modIniSave::fkt_IniWertLesen(settings, "PreCode"),
-          .PostCode = modIniSave::fkt_IniWertLesen(settings, "PostCode")};
+          .PreCode = stored("PreCode"),
+          .PostCode = stored("PostCode")};
 }
 
 std::string readInput(const Task& task, const Surroundings& surroundings) {

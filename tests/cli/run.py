@@ -382,9 +382,9 @@ def the_longest_source_is_32767_lines(box):
 def any_bytes_are_converted(box):
     box.put("all.bas", bytes(range(256)) * 100)
     box.put("empty.bas", b"")
-    box.put("nul.bas", b"\0" * 100000)
+    box.put("zeros.bas", b"\0" * 100000)
     box.put("quotes.bas", b"\"'()_" * 20000)
-    box.run("-d", "out", "all.bas", "empty.bas", "nul.bas", "quotes.bas")
+    box.run("-d", "out", "all.bas", "empty.bas", "zeros.bas", "quotes.bas")
     holds(box.get("out/empty.htm"), b"<pre>\r\n\r\n</pre>")
 
 
