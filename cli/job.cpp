@@ -16,7 +16,7 @@
 namespace tintline {
 namespace {
 
-ModuleSource readSource(std::string file, bool pasted) {
+ModuleSource readSource(std::string_view file, bool pasted) {
   ModuleSource source = pasted ? Einfügen(decodeModuleText(file)) : ModulDateiLesen(file);
   if (source.tooManyLines) throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen");
   return source;
@@ -54,7 +54,8 @@ std::string clipboardText(const HtmlLines& List2, const JobSettings& settings) {
 
 Converted convertSource(std::string file, const JobSettings& settings) {
   const Options& options = settings.options;
-  ModuleSource source = readSource(std::move(file), options.pasted);
+  ModuleSource source = readSource(file, options.pasted);
+  std::string().swap(file);  // its lines are kept: do not hold them twice
   indent(source.List1, options.indent);
 
   const ConversionOptions conversionOptions{.lineNumbers = options.lineNumbers,

@@ -146,6 +146,7 @@ std::size_t jobsOf(const Options& options) {
 
 std::vector<std::wstring> inputNames(const std::vector<Task>& tasks) {
   std::vector<std::wstring> names;
+  names.reserve(tasks.size());
   for (const Task& task : tasks) names.push_back(inputName(task));
   return names;
 }
