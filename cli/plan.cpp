@@ -1,5 +1,5 @@
 // Which input goes where. See plan.h.
-// Tested by tests/unit/cli/plan_test.cpp and tests/cli/run.py.
+// Tested by tests/cli/run.py.
 #include "cli/plan.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // Which input goes where, decided and checked before anything is written.
 //
-// Tested by tests/unit/cli/plan_test.cpp and tests/cli/run.py.
+// Tested by tests/cli/run.py.
 #pragma once
 
 #include <filesystem>

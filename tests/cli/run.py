@@ -10,121 +10,11 @@ import argparse
 import os
 import pathlib
 import re
-import shutil
 import subprocess
 import sys
-import tempfile
-import traceback
 
-TIMEOUT = 60  # seconds for one run
-NOBODY = 65534  # root may write everywhere, so access is tested as this user
-POSIX_ONLY = "not on Windows"
-
-MODULE = """\
-Attribute VB_Name = "Kasse"
-Private Const Grenze = 0.5 ' in Euro
-Public Sub Zeigen(ByVal Wert As Double)
-\tIf Wert > Grenze Then
-MsgBox "Größe: <" & Wert & ">"
-End If
-End Sub
-Sub Start()
-Zeigen Wert:=2
-End Sub
-""".replace("\n", "\r\n").encode("cp1252")
-MODULE_LINES = 10
-
-SETTINGS = b"""[TINTLINE]\r
-ColProz=a,#123456,#FFFFFF,0,0,0,\r
-ColRes=a,#000080,#FFFFFF,0,0,1,\r
-ColParms=a,#800000,#FFFFFF,0,0,1,\r
-ColRem=a,#008000,#FFFFFF,0,0,1,\r
-ColString=a,#808080,#FFFFFF,0,0,1,\r
-PreCode=<div>,\r
-PostCode=</div>,\r
-"""
-
-
-TESTS = []
-
-
-def test(function):
-    TESTS.append(function)
-    return function
-
-
-class Skip(Exception):
-    pass
-
-
-class Box:
-    """A folder of its own for one test, in which the program runs."""
-
-    def __init__(self, command, folder):
-        self.command = command
-        self.windows = command[-1].lower().endswith((".com", ".exe"))
-        self.folder = folder
-
-    def posix_only(self):
-        if self.windows:
-            raise Skip(POSIX_ONLY)
-
-    def put(self, name, content=MODULE):
-        path = self.folder / name
-        path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_bytes(content)
-        return name
-
-    def get(self, name):
-        return (self.folder / name).read_bytes()
-
-    def names(self):
-        """All files, to see that nothing was left behind."""
-        return sorted(str(path.relative_to(self.folder))
-                      for path in self.folder.rglob("*") if not path.is_dir())
-
-    def run(self, *arguments, code=0, err=(), stdin=b"", command=None, **process):
-        """Runs the program, checks exit code and error stream, gives the output.
-
-        `err`: what the error stream must hold, one text a line; () for nothing."""
-        command = [*(command or self.command), *arguments]
-        streams = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
-        streams["input" if isinstance(stdin, bytes) else "stdin"] = stdin
-        done = subprocess.run(command, cwd=self.folder, timeout=TIMEOUT,
-                              **{**streams, **process})
-        told = (done.stderr or b"").decode("utf-8")
-        lines = told.splitlines()
-        wanted = [err] if isinstance(err, str) else list(err)
-        if code == 2:
-            assert lines and lines.pop().startswith('"tintline --help"'), f"no hint: {told!r}"
-        assert done.returncode == code, f"exit code {done.returncode}, not {code}: {told!r}"
-        fits = len(lines) == len(wanted) and all(
-            line.startswith("tintline: ") and text in line for line, text in zip(lines, wanted))
-        assert fits, f"error stream {told!r}, wanted {wanted!r}"
-        return done.stdout
-
-    def run_as_nobody(self, *arguments, **expected):
-        if os.getuid() == 0:
-            os.chmod(self.folder, 0o777)
-            expected.update(user=NOBODY, group=NOBODY, extra_groups=[])
-        try:
-            return self.run(*arguments, **expected)
-        except PermissionError:
-            raise Skip("the program lies where other users cannot start it") from None
-
-
-def equal(actual, expected):
-    assert actual == expected, f"got {actual!r}\nexpected {expected!r}"
-
-
-def holds(text, *parts):
-    for part in parts:
-        assert part in text, f"{part!r} is missing in {text!r}"
-
-
-def holds_not(text, *parts):
-    for part in parts:
-        assert part not in text, f"{part!r} stands in {text!r}"
+from box import (MODULE, MODULE_LINES, SETTINGS, TESTS, TIMEOUT, Skip, equal, holds, holds_not,
+                 run_one, test)
 
 
 # ------------------------------------------------------------------ help and wrong usage
@@ -304,10 +194,7 @@ def settings_come_from_a_file_that_is_never_written(box):
 
 @test
 def files_beside_the_program_are_the_default(box):
-    program = box.folder / "programm" / pathlib.Path(box.command[-1]).name
-    program.parent.mkdir()
-    shutil.copy2(box.command[-1], program)
-    command = [*box.command[:-1], str(program)]
+    command = box.copy_of_program()
     box.put("a.bas", b"Dim Hund\r\n")
     holds(box.run("a.bas", command=command), b"Code'>Dim")
     equal(len(box.names()), 2)  # no settings file appears
@@ -453,7 +340,8 @@ def access_is_refused(box):
         box.run_as_nobody("-o", target, "a.bas", code=1,
                           err=target + " kann nicht geschrieben werden: Zugriff verweigert")
     box.run_as_nobody("-d", "locked/new", "a.bas", code=1, err="locked/new: Zugriff verweigert")
-    equal(box.names(), ["a.bas", "locked/old.htm", "secret.bas"])
+    equal([name for name in box.names() if not name.startswith("programm")],
+          ["a.bas", "locked/old.htm", "secret.bas"])
     equal(box.get("locked/old.htm"), b"old")
 
 
@@ -529,58 +417,27 @@ def an_output_stream_that_cannot_be_written(box):
 
 @test
 def messages_never_land_in_a_result(box):
+    """A file that is opened must not get the place of a closed error stream."""
     box.posix_only()
-    box.put("a.bas")
-    done = subprocess.run([*box.command, "-d", "out", "a.bas", "no.bas"], cwd=box.folder,
-                          timeout=TIMEOUT, preexec_fn=lambda: os.closerange(0, 3))
+    names = [box.put(f"{i}.bas", MODULE * 50) if i % 2 else f"no{i}.bas" for i in range(200)]
+    done = subprocess.run([*box.command, "--jobs=8", "-d", "out", *names], cwd=box.folder,
+                          timeout=TIMEOUT, preexec_fn=lambda: os.close(2))
     equal(done.returncode, 1)
-    equal(box.get("out/a.htm"), box.run("a.bas"))
-
-
-def on_terminal(box, *arguments):
-    """What a terminal gets as the error stream of the program."""
-    box.posix_only()
-    terminal, stream = os.openpty()
-    done = subprocess.run([*box.command, *arguments], cwd=box.folder, timeout=TIMEOUT,
-                          stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=stream)
-    os.write(stream, b"END")
-    os.close(stream)
-    told = b""
-    while not told.endswith(b"END"):
-        told += os.read(terminal, 4096)
-    os.close(terminal)
-    return done.returncode, told[:-3].decode("utf-8").replace("\r\n", "\n")
+    page = box.run("1.bas")
+    equal({box.get(name) for name in box.names() if name.startswith("out")}, {page})
 
 
 @test
 def a_terminal_gets_a_summary(box):
     names = [box.put(f"{i}.bas") for i in range(12)]
-    code, told = on_terminal(box, "-d", "out", *names)
+    code, told = box.on_terminal("-d", "out", *names)
     summary = told.split("\r")[-1]
     equal((code, bool(re.fullmatch(r"12 Dateien, 120 Zeilen in \d+(,\d+)?s verarbeitet\n",
                                    summary))), (0, True))
-    equal(on_terminal(box, "-q", "-d", "out", *names), (0, ""))
-    equal(on_terminal(box, "-q", "no.bas"), (1, "tintline: no.bas: Datei nicht gefunden\n"))
-    code, told = on_terminal(box, "0.bas")
+    equal(box.on_terminal("-q", "-d", "out", *names), (0, ""))
+    equal(box.on_terminal("-q", "no.bas"), (1, "tintline: no.bas: Datei nicht gefunden\n"))
+    code, told = box.on_terminal("0.bas")
     holds(told, "1 Datei, 10 Zeilen in ")
-
-
-def run_one(function, command):
-    """"passed", "failed" or "skipped"."""
-    folder = tempfile.mkdtemp(prefix="tintline-cli-")
-    try:
-        function(Box(command, pathlib.Path(folder)))
-        return "passed"
-    except Skip as reason:
-        print(f"skipped {function.__name__}: {reason}")
-        return "skipped"
-    except Exception:
-        print(f"FAILED {function.__name__}")
-        traceback.print_exc(file=sys.stdout)
-        return "failed"
-    finally:
-        subprocess.run(["chmod", "-R", "u+rwX", folder], check=False)
-        shutil.rmtree(folder, ignore_errors=True)
 
 
 def main():

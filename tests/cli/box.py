@@ -1,0 +1,156 @@
+"""What the tests of the command line stand on: a folder in which the program runs, checks,
+and the list of tests."""
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import traceback
+
+TIMEOUT = 60  # seconds for one run
+NOBODY = 65534  # root may write everywhere, so access is tested as this user
+POSIX_ONLY = "not on Windows"
+
+MODULE = """\
+Attribute VB_Name = "Kasse"
+Private Const Grenze = 0.5 ' in Euro
+Public Sub Zeigen(ByVal Wert As Double)
+\tIf Wert > Grenze Then
+MsgBox "Größe: <" & Wert & ">"
+End If
+End Sub
+Sub Start()
+Zeigen Wert:=2
+End Sub
+""".replace("\n", "\r\n").encode("cp1252")
+MODULE_LINES = 10
+
+SETTINGS = b"""[TINTLINE]\r
+ColProz=a,#123456,#FFFFFF,0,0,0,\r
+ColRes=a,#000080,#FFFFFF,0,0,1,\r
+ColParms=a,#800000,#FFFFFF,0,0,1,\r
+ColRem=a,#008000,#FFFFFF,0,0,1,\r
+ColString=a,#808080,#FFFFFF,0,0,1,\r
+PreCode=<div>,\r
+PostCode=</div>,\r
+"""
+
+
+TESTS = []
+
+
+def test(function):
+    TESTS.append(function)
+    return function
+
+
+class Skip(Exception):
+    pass
+
+
+class Box:
+    """A folder of its own for one test, in which the program runs."""
+
+    def __init__(self, command, folder):
+        self.command = command
+        self.windows = command[-1].lower().endswith((".com", ".exe"))
+        self.folder = folder
+
+    def posix_only(self):
+        if self.windows:
+            raise Skip(POSIX_ONLY)
+
+    def put(self, name, content=MODULE):
+        path = self.folder / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(content)
+        return name
+
+    def get(self, name):
+        return (self.folder / name).read_bytes()
+
+    def names(self):
+        """All files, to see that nothing was left behind."""
+        return sorted(str(path.relative_to(self.folder))
+                      for path in self.folder.rglob("*") if not path.is_dir())
+
+    def run(self, *arguments, code=0, err=(), stdin=b"", command=None, **process):
+        """Runs the program, checks exit code and error stream, gives the output.
+
+        `err`: what the error stream must hold, one text a line; () for nothing."""
+        command = [*(command or self.command), *arguments]
+        streams = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
+        streams["input" if isinstance(stdin, bytes) else "stdin"] = stdin
+        done = subprocess.run(command, cwd=self.folder, timeout=TIMEOUT,
+                              **{**streams, **process})
+        told = (done.stderr or b"").decode("utf-8")
+        lines = told.splitlines()
+        wanted = [err] if isinstance(err, str) else list(err)
+        if code == 2:
+            assert lines and lines.pop().startswith('"tintline --help"'), f"no hint: {told!r}"
+        assert done.returncode == code, f"exit code {done.returncode}, not {code}: {told!r}"
+        fits = len(lines) == len(wanted) and all(
+            line.startswith("tintline: ") and text in line for line, text in zip(lines, wanted))
+        assert fits, f"error stream {told!r}, wanted {wanted!r}"
+        return done.stdout
+
+    def copy_of_program(self):
+        """The command for a copy of the program in the folder "programm"."""
+        program = self.folder / "programm" / pathlib.Path(self.command[-1]).name
+        program.parent.mkdir(exist_ok=True)
+        if not program.exists():
+            shutil.copy2(self.command[-1], program)
+        return [*self.command[:-1], str(program)]
+
+    def run_as_nobody(self, *arguments, **expected):
+        if os.getuid() == 0:
+            os.chmod(self.folder, 0o777)
+            expected.update(user=NOBODY, group=NOBODY, extra_groups=[])
+        return self.run(*arguments, command=self.copy_of_program(), **expected)
+
+    def on_terminal(self, *arguments):
+        """Exit code, and what a terminal gets as the error stream."""
+        self.posix_only()
+        terminal, stream = os.openpty()
+        done = subprocess.run([*self.command, *arguments], cwd=self.folder, timeout=TIMEOUT,
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=stream)
+        os.write(stream, b"END")
+        os.close(stream)
+        told = b""
+        while not told.endswith(b"END"):
+            told += os.read(terminal, 4096)
+        os.close(terminal)
+        return done.returncode, told[:-3].decode("utf-8").replace("\r\n", "\n")
+
+
+def equal(actual, expected):
+    assert actual == expected, f"got {actual!r}\nexpected {expected!r}"
+
+
+def holds(text, *parts):
+    for part in parts:
+        assert part in text, f"{part!r} is missing in {text!r}"
+
+
+def holds_not(text, *parts):
+    for part in parts:
+        assert part not in text, f"{part!r} stands in {text!r}"
+
+
+def run_one(function, command):
+    """"passed", "failed" or "skipped"."""
+    folder = tempfile.mkdtemp(prefix="tintline-cli-")
+    try:
+        function(Box(command, pathlib.Path(folder)))
+        return "passed"
+    except Skip as reason:
+        print(f"skipped {function.__name__}: {reason}")
+        return "skipped"
+    except Exception:
+        print(f"FAILED {function.__name__}")
+        traceback.print_exc(file=sys.stdout)
+        return "failed"
+    finally:
+        subprocess.run(["chmod", "-R", "u+rwX", folder], check=False)
+        shutil.rmtree(folder, ignore_errors=True)
