@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <new>
-#include <random>
 #include <streambuf>
 
 #include "base/codepage.h"
@@ -94,9 +94,10 @@ class FileBuffer final : public std::streambuf {
 // may be as long as the file system allows.
 FileHandle createBeside(const fs::path& target, fs::perms permissions, fs::path& temporary) {
   constexpr int kAttempts = 100;
-  std::random_device random;
+  static std::atomic<unsigned> number = 0;
+  const std::string start = "~tintline-" + std::to_string(detail::processNumber()) + '-';
   for (int attempt = 0;; ++attempt) {
-    temporary = target.parent_path() / ("~tintline-" + std::to_string(random()) + ".tmp");
+    temporary = target.parent_path() / (start + std::to_string(number++) + ".tmp");
     FileHandle file(detail::createNew(temporary, permissions));
     if (file) return file;
     std::error_code reason = lastError();

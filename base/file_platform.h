@@ -18,6 +18,9 @@ std::FILE* openToWrite(const std::filesystem::path& path);
 // permissions where the platform knows them.
 std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions);
 
+// The number of this process: no other one that runs has it.
+unsigned long processNumber();
+
 // No error when this user may write the existing file.
 std::error_code writeProtection(const std::filesystem::path& path);
 

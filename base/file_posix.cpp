@@ -21,6 +21,8 @@ std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms p
   return file < 0 ? nullptr : ::fdopen(file, "wb");
 }
 
+unsigned long processNumber() { return static_cast<unsigned long>(::getpid()); }
+
 std::error_code writeProtection(const std::filesystem::path& path) {
   const bool allowed = ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
   return allowed ? std::error_code() : std::error_code(errno, std::generic_category());

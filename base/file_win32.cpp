@@ -27,6 +27,8 @@ std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms) 
   return file < 0 ? nullptr : ::_fdopen(file, "wb");
 }
 
+unsigned long processNumber() { return GetCurrentProcessId(); }
+
 std::error_code writeProtection(const std::filesystem::path& path) {
   constexpr int kWrite = 2;
   const bool allowed = ::_waccess(path.c_str(), kWrite) == 0;

@@ -23,6 +23,7 @@ int print(std::wstring_view text) {
 
 int commandLine(const std::vector<std::string>& arguments) {
   prepareStandardStreams();
+  keepFreedMemory();
   try {
     const Options options = parseOptions(arguments);
     if (options.help) return print(helpText());

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <map>
-#include <optional>
-#include <system_error>
 
 #include "base/codepage.h"
 #include "cli/platform.h"
@@ -44,27 +42,18 @@ void checkTargetsDiffer(const std::vector<Task>& tasks) {
   }
 }
 
-// The one name of an existing file, however it is reached.
-std::optional<std::filesystem::path::string_type> fileKey(const std::filesystem::path& path) {
-  std::error_code failure;
-  const std::filesystem::path name = std::filesystem::canonical(path, failure);
-  // A device can be read and written at once.
-  if (failure || !std::filesystem::is_regular_file(name, failure)) return {};
-  return fileNameKey(name);
-}
-
 void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options& options) {
   FileNames read;
   const auto add = [&read](const std::string& argument) {
     if (argument.empty() || argument == kStandardStream) return;
-    if (const auto key = fileKey(argumentPath(argument))) read[*key] = argumentText(argument);
+    const auto identity = fileIdentity(argumentPath(argument));
+    if (!identity.empty()) read[identity] = argumentText(argument);
   };
   for (const Task& task : tasks) add(task.input);
   add(options.keywords);
   add(options.settings);
   for (const Task& task : tasks) {
-    const auto key = fileKey(task.target);
-    const auto found = key ? read.find(*key) : read.end();
+    const auto found = read.find(fileIdentity(task.target));  // "" is never in there
     if (found != read.end())
       throw UsageError(L"die Ausgabe " + targetName(task) + L" würde " + found->second +
                        L" überschreiben");

@@ -16,6 +16,10 @@ enum class StandardStream { Output, Error };
 // stream that is closed is reserved, so that no file can take its place.
 void prepareStandardStreams();
 
+// Keeps memory that one file needed for the next one, where the system would
+// take it back at once.
+void keepFreedMemory();
+
 // Writes text for the user: right on a console, else as UTF-8. False when it
 // could not be written.
 bool writeText(StandardStream stream, std::wstring_view text);
@@ -27,5 +31,9 @@ std::filesystem::path programFolder();
 
 // A text that is equal for names that the file system takes for the same file.
 std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path);
+
+// A text that is equal for all ways to one existing regular file; "" for
+// anything else: a device can be read and written at once.
+std::filesystem::path::string_type fileIdentity(const std::filesystem::path& path);
 
 }  // namespace tintline

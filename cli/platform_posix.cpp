@@ -1,6 +1,10 @@
 // Streams and program folder on POSIX systems. See platform.h.
 // Tested by tests/cli/run.py.
 #include <fcntl.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -32,6 +36,14 @@ void prepareStandardStreams() {
   std::signal(SIGXFSZ, SIG_IGN);
 }
 
+void keepFreedMemory() {
+#ifdef __GLIBC__
+  constexpr int kKept = 64 << 20;
+  ::mallopt(M_TRIM_THRESHOLD, kKept);
+  ::mallopt(M_MMAP_THRESHOLD, kKept);
+#endif
+}
+
 bool writeText(StandardStream stream, std::wstring_view text) {
   const std::string bytes = toUtf8(text);
   std::FILE* const file = stream == StandardStream::Output ? stdout : stderr;
@@ -47,6 +59,12 @@ std::filesystem::path programFolder() {
 
 std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path) {
   return path.native();
+}
+
+std::filesystem::path::string_type fileIdentity(const std::filesystem::path& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+  return std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino);
 }
 
 }  // namespace tintline

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <system_error>
 
 #include "base/codepage.h"
 #include "cli/platform.h"
@@ -36,6 +37,8 @@ void prepareStandardStreams() {
   for (std::FILE* const file : {stdin, stdout, stderr}) _setmode(_fileno(file), _O_BINARY);
 }
 
+void keepFreedMemory() {}  // the heap of this system keeps it anyway
+
 bool writeText(StandardStream stream, std::wstring_view text) {
   const bool output = stream == StandardStream::Output;
   if (const HANDLE console = consoleOf(output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE))
@@ -63,6 +66,13 @@ std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path
   std::wstring key = path.native();
   CharUpperBuffW(key.data(), static_cast<DWORD>(key.size()));
   return key;
+}
+
+std::filesystem::path::string_type fileIdentity(const std::filesystem::path& path) {
+  std::error_code failure;
+  const std::filesystem::path name = std::filesystem::canonical(path, failure);
+  const bool regular = !failure && std::filesystem::is_regular_file(name, failure);
+  return regular ? fileNameKey(name) : std::filesystem::path::string_type();
 }
 
 }  // namespace tintline
