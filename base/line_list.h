@@ -20,6 +20,9 @@ class LineList {
   std::size_t size() const { return ends_.size(); }
   bool empty() const { return ends_.empty(); }
 
+  // The length of all lines together.
+  std::size_t bytes() const { return text_.size(); }
+
   // Line `index` (0-based, below size()); the view lives until the list changes.
   std::string_view operator[](std::size_t index) const {
     const std::size_t begin = index == 0 ? 0 : ends_[index - 1];

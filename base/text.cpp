@@ -61,7 +61,8 @@ std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::si
   if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
   const auto standsAt = [&](std::size_t at) { return startsWithIgnoreCase(text.substr(at), part); };
   std::size_t at = from;
-  if (part.size() > 2 && std::all_of(part.begin(), part.begin() + 3, foldsByOneBit)) {
+  if (part.size() > 2 && foldsByOneBit(part[0]) && foldsByOneBit(part[1]) &&
+      foldsByOneBit(part[2])) {
     // The places where the first three characters may stand, eight places at once.
     const std::uint64_t a = repeatFolded(part[0]), b = repeatFolded(part[1]),
                         c = repeatFolded(part[2]);
@@ -109,6 +110,10 @@ std::string Replace(std::string_view text, std::string_view from, std::string_vi
 
 std::string ReplaceIgnoreCase(std::string_view text, std::string_view from, std::string_view to) {
   return replaceFound(text, from, to, findIgnoreCase);
+}
+
+void eraseAll(std::string& text, std::string_view part) {
+  if (text.find(part) != std::string::npos) text = Replace(text, part, {});
 }
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {

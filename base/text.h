@@ -57,6 +57,9 @@ bool containsIgnoreCase(std::string_view text, std::string_view part);
 std::string Replace(std::string_view text, std::string_view from, std::string_view to);
 std::string ReplaceIgnoreCase(std::string_view text, std::string_view from, std::string_view to);
 
+// Takes every occurrence of `part` (not empty) out of the text, from left to right.
+void eraseAll(std::string& text, std::string_view part);
+
 // The pieces between the separators; an empty text has no pieces. The views
 // live as long as `text`.
 std::vector<std::string_view> Split(std::string_view text, char separator);

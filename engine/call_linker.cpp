@@ -3,7 +3,6 @@
 #include "engine/call_linker.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <stdexcept>
 #include <unordered_set>
@@ -19,23 +18,32 @@ constexpr std::string_view kMarksSpan = "<span class='Marks'>";
 
 // What a highlighted line is full of. Text of the source that looks alike may be
 // skipped with them: no name occurs in either.
-constexpr std::string_view kTags[] = {"</span>", "<span class='Code'>", kMarksSpan,
-                                      "<span class='Parms'>", kCommentSpan};
+constexpr std::string_view kClosingTag = "</span>";
+constexpr std::string_view kOpeningTags[] = {"<span class='Code'>", kMarksSpan,
+                                             "<span class='Parms'>", kCommentSpan};
 
 bool mayOccurInTags(const std::string& name) {
-  return name.find_first_of("<>") != std::string::npos ||
-         std::any_of(std::begin(kTags), std::end(kTags),
+  return name.find_first_of("<>") != std::string::npos || containsIgnoreCase(kClosingTag, name) ||
+         std::any_of(std::begin(kOpeningTags), std::end(kOpeningTags),
                      [&name](std::string_view tag) { return containsIgnoreCase(tag, name); });
 }
 
 // The length of the tag that the text begins with, or 1 to pass a single "<".
 std::size_t tagLength(std::string_view text) {
-  for (const std::string_view tag : kTags)
-    if (text.starts_with(tag)) return tag.size();
+  constexpr std::size_t kValue = 13;  // where the opening tags differ
+  if (text.starts_with(kClosingTag)) return kClosingTag.size();
+  for (const std::string_view tag : kOpeningTags)
+    if (text.size() > kValue && text[kValue] == tag[kValue] && text.starts_with(tag))
+      return tag.size();
   return 1;
 }
 
-std::uint32_t hashWindow(std::uint32_t window) { return window * 0x9E3779B1U >> (32 - kHashBits); }
+// A window holds the last four characters, the newest in its highest byte.
+std::uint32_t pushFolded(std::uint32_t window, char c) {
+  return window >> 8 | static_cast<std::uint32_t>(static_cast<unsigned char>(toLower(c))) << 24;
+}
+
+std::uint32_t hashKey(std::uint32_t key) { return key * 0x9E3779B1U >> (32 - kHashBits); }
 
 std::vector<std::string> distinctNames(const ProcedureNames& ProzNamen) {
   std::vector<std::string> names;
@@ -81,67 +89,51 @@ NameFilter::NameFilter(const std::vector<std::string>& names)
     : names_(names), skipTags_(std::none_of(names.begin(), names.end(), mayOccurInTags)) {
   for (std::size_t index = 0; index < names.size(); ++index) {
     const std::size_t length = std::min(names[index].size(), kWindow);
-    auto group = std::find_if(groups_.begin(), groups_.end(),
-                              [length](const Group& g) { return g.length == length; });
-    if (group == groups_.end()) {
-      group = groups_.insert(groups_.end(), Group{length, 0, {}, {}});
-      std::memset(&group->mask, 0xFF, length);
-      group->seen.resize((std::size_t{1} << kHashBits) / 64);
-    }
-    add(*group, index);
+    std::uint32_t key = 0;
+    for (std::size_t i = 0; i < length; ++i) key = pushFolded(key, names[index][i]);
+    key >>= 8 * (kWindow - length);
+    Group& group = groupOf(length);
+    group.seen[hashKey(key) / 64] |= std::uint64_t{1} << hashKey(key) % 64;
+    group.entries.emplace_back(key, index);
   }
   for (Group& group : groups_) std::sort(group.entries.begin(), group.entries.end());
 }
 
-void NameFilter::add(Group& group, std::size_t index) const {
-  char folded[kWindow] = {};
-  for (std::size_t i = 0; i < group.length; ++i) folded[i] = toLower(names_[index][i]);
-  std::uint32_t window;
-  std::memcpy(&window, folded, sizeof window);
-  const std::uint32_t hash = hashWindow(window);
-  group.seen[hash / 64] |= std::uint64_t{1} << hash % 64;
-  group.entries.emplace_back(window, index);
+NameFilter::Group& NameFilter::groupOf(std::size_t length) {
+  for (Group& group : groups_)
+    if (group.length == length) return group;
+  return groups_.emplace_back(
+      Group{length, std::vector<std::uint64_t>((std::size_t{1} << kHashBits) / 64), {}});
 }
 
-void NameFilter::find(std::string_view text, std::size_t from, std::vector<std::size_t>& found) {
+void NameFilter::find(std::string_view text, std::size_t from,
+                      std::vector<std::size_t>& found) const {
   found.clear();
-  if (groups_.empty()) return;
-  folded_.resize(std::max(folded_.size(), text.size() + kWindow));
-  while (!text.empty()) {
-    const std::size_t length = foldStretch(text);
-    for (const Group& group : groups_) findInGroup(group, text.substr(0, length), from, found);
-    text.remove_prefix(length);
-    if (!text.empty()) text.remove_prefix(tagLength(text));
+  std::uint32_t window = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (skipTags_ && text[i] == '<') {
+      i += tagLength(text.substr(i)) - 1;
+      window = 0;
+      continue;
+    }
+    window = pushFolded(window, text[i]);
+    for (const Group& group : groups_) {
+      const std::uint32_t key = window >> 8 * (kWindow - group.length);
+      const std::uint32_t hash = hashKey(key);
+      if ((group.seen[hash / 64] >> hash % 64 & 1) != 0 && i + 1 >= group.length)
+        collect(group, key, text.substr(i + 1 - group.length), from, found);
+    }
   }
   std::sort(found.begin(), found.end());
   found.erase(std::unique(found.begin(), found.end()), found.end());
 }
 
-// Puts the text up to its next tag into folded_ and returns how long that is.
-std::size_t NameFilter::foldStretch(std::string_view text) {
-  std::size_t length = 0;
-  for (; length < text.size() && !(skipTags_ && text[length] == '<'); ++length)
-    folded_[length] = toLower(text[length]);
-  return length;
-}
-
-void NameFilter::findInGroup(const Group& group, std::string_view text, std::size_t from,
-                             std::vector<std::size_t>& found) const {
-  const char* const folded = folded_.data();
-  const std::uint64_t* const seen = group.seen.data();
-  const std::uint32_t mask = group.mask;
-  for (std::size_t at = 0; at + group.length <= text.size(); ++at) {
-    std::uint32_t window;
-    std::memcpy(&window, folded + at, sizeof window);
-    window &= mask;
-    const std::uint32_t hash = hashWindow(window);
-    if ((seen[hash / 64] >> hash % 64 & 1) == 0) continue;
-    auto entry =
-        std::lower_bound(group.entries.begin(), group.entries.end(), std::pair(window, from));
-    for (; entry != group.entries.end() && entry->first == window; ++entry)
-      if (startsWithIgnoreCase(text.substr(at), names_[entry->second]))
-        found.push_back(entry->second);
-  }
+// Adds the names of that key that the text begins with.
+void NameFilter::collect(const Group& group, std::uint32_t key, std::string_view text,
+                         std::size_t from, std::vector<std::size_t>& found) const {
+  auto entry = std::lower_bound(group.entries.begin(), group.entries.end(), std::pair(key, from));
+  for (; entry != group.entries.end() && entry->first == key; ++entry)
+    if (startsWithIgnoreCase(text, names_[entry->second])) found.push_back(entry->second);
 }
 
 CallLinker::CallLinker(const ProcedureNames& ProzNamen)

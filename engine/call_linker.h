@@ -28,29 +28,26 @@ class NameFilter {
 
   // Replaces `found` by the indexes of the names at or behind index `from` that
   // occur in the text, in ascending order.
-  void find(std::string_view text, std::size_t from, std::vector<std::size_t>& found);
+  void find(std::string_view text, std::size_t from, std::vector<std::size_t>& found) const;
 
  private:
-  // The names of one length up to kWindow, or of all lengths from there on. They
-  // are reached by their first characters, read as a number.
+  // The names of one length below kWindow, or of all lengths from there on. They
+  // are reached by a key: their first characters, folded, as one number.
   struct Group {
-    std::size_t length = 0;           // of the window in characters
-    std::uint32_t mask = 0;           // its bits
-    std::vector<std::uint64_t> seen;  // one bit for every hash of a window
-    std::vector<std::pair<std::uint32_t, std::size_t>> entries;  // window, index; sorted
+    std::size_t length = 0;                                      // of the key in characters
+    std::vector<std::uint64_t> seen;                             // one bit for every hash of a key
+    std::vector<std::pair<std::uint32_t, std::size_t>> entries;  // key, index; sorted
   };
 
   static constexpr std::size_t kWindow = 4;
 
-  void add(Group& group, std::size_t index) const;
-  std::size_t foldStretch(std::string_view text);
-  void findInGroup(const Group& group, std::string_view text, std::size_t from,
-                   std::vector<std::size_t>& found) const;
+  Group& groupOf(std::size_t length);
+  void collect(const Group& group, std::uint32_t key, std::string_view text, std::size_t from,
+               std::vector<std::size_t>& found) const;
 
   const std::vector<std::string>& names_;
   std::vector<Group> groups_;
-  std::string folded_;  // the searched stretch in lower case, with room for the last window
-  bool skipTags_;       // no name can occur in a tag, so that tags need not be searched
+  bool skipTags_;  // no name can occur in a tag, so that tags need not be searched
 };
 
 class CallLinker {

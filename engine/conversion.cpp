@@ -36,10 +36,10 @@ std::size_t findClass(std::string_view html, std::string_view quotedValue) {
   return std::string_view::npos;
 }
 
-LineMarks findMarks(std::string_view source, std::string_view html) {
-  // Where the source has no apostrophe, only the highlighter's own spans hold
-  // one, and those of heads and ends open the line.
-  if (source.find('\'') == std::string_view::npos && !html.starts_with("<span name='") &&
+// Where the source has no apostrophe, only the highlighter's own spans hold one,
+// and those of heads and ends open the line.
+LineMarks findMarks(std::string_view html, bool apostropheInSource) {
+  if (!apostropheInSource && !html.starts_with("<span name='") &&
       !html.starts_with("<span class='EndSub'"))
     return {};
   return {findClass(html, "'Sub'>"), findClass(html, "'EndSub'") != std::string_view::npos};
@@ -54,7 +54,7 @@ class Run {
         highlighter_(highlighter),
         observer_(observer),
         linker_(options.blnPaste ? kNoNames : ProzNamen),
-        collector_(List1.size(), frame, observer) {}
+        collector_(List1, frame, observer) {}
 
   Conversion convertAll() {
     Conversion result;
@@ -72,7 +72,8 @@ class Run {
     observer_.yield();
     const std::string_view source = List1_[i];
     std::string_view html = highlighter_.fkt_ZeileKonvertieren(source);
-    const LineMarks marks = findMarks(source, html);
+    apostrophe_ = source.find('\'') != std::string_view::npos;
+    const LineMarks marks = findMarks(html, apostrophe_);
     if (marks.procedureEnd) html = withRule(html);
     if (observer_.abortRequested()) return false;
     observer_.yield();
@@ -134,7 +135,7 @@ class Run {
 
   // The upper rule of a module header.
   bool startsModule(std::size_t i, std::string_view html) const {
-    return i + 1 < List1_.size() && html.find("-------") != std::string_view::npos &&
+    return apostrophe_ && i + 1 < List1_.size() &&
            html.find("'-------") != std::string_view::npos &&
            containsIgnoreCase(List1_[i + 1], "Modul:");
   }
@@ -161,6 +162,7 @@ class Run {
   bool bSubUmbruch_ = false;     // a procedure head is continued
   bool statementStart_ = true;   // the line before did not end in a continuation
   bool frameOpen_ = false;
+  bool apostrophe_ = false;  // the line's source holds one
   std::string ruled_, decorated_;
 };
 

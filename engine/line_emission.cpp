@@ -25,10 +25,12 @@ bool continuesInHtml(std::string_view html) {
 
 bool continuesInSource(std::string_view line) { return RTrim(line).ends_with('_'); }
 
-LineCollector::LineCollector(std::size_t lines, const DocumentFrame& frame,
+LineCollector::LineCollector(const LineList& source, const DocumentFrame& frame,
                              ConversionObserver& observer)
     : frame_(frame), observer_(observer) {
-  lines_.reserve(lines);
+  constexpr std::size_t kUsualGrowth = 4;  // what is not filled costs next to nothing
+  lines_.reserve(source.size());
+  builder_.reserveMemory(kUsualGrowth * source.bytes());
 }
 
 void LineCollector::emit(std::string_view html, bool alwaysWrapper) {

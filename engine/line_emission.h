@@ -35,9 +35,9 @@ bool continuesInSource(std::string_view line);
 // builder, into the list by the route for their length.
 class LineCollector {
  public:
-  // `lines` is how many lines to expect. Frame and observer must live as long as
-  // the collector.
-  LineCollector(std::size_t lines, const DocumentFrame& frame, ConversionObserver& observer);
+  // `source` says how much to expect. Frame and observer must live as long as the
+  // collector.
+  LineCollector(const LineList& source, const DocumentFrame& frame, ConversionObserver& observer);
 
   // Adds a line, in inline mode with its classes replaced. `alwaysWrapper` sends
   // a short line through the wrapper too.

@@ -87,10 +87,12 @@ std::size_t findLastRem(std::string_view line) {
 
 // The name under which calls and the index reach a procedure head.
 std::string anchorName(std::string_view code, std::string_view keyword) {
-  std::string name = Replace(code, keyword, "");
+  std::string name(code);
   for (const std::string_view part :
-       {"Private", "Declare", "Function ", "Sub ", "Public ", "Lib ", " "})
-    name = Replace(name, part, "");
+       {keyword, std::string_view("Private"), std::string_view("Declare"),
+        std::string_view("Function "), std::string_view("Sub "), std::string_view("Public "),
+        std::string_view("Lib "), std::string_view(" ")})
+    eraseAll(name, part);
   name.resize(std::min(name.find('('), name.size()));
   name.resize(std::min(name.find('"'), name.size()));
   return name;
@@ -202,38 +204,62 @@ void Highlighter::writeCode(std::string_view code) {
     html_.put("</span>");
     return;
   }
+  // Words that are written as they stand are copied with their blanks, many at once.
   const char* const end = code.data() + code.size();
-  for (const char* begin = code.data();; ++begin) {
-    const char* const wordBegin = begin;
+  const char* copied = code.data();
+  for (const char* at = copied;; ++at) {
+    const char* const wordBegin = at;
     unsigned classes = 0;
-    for (; begin != end && *begin != ' '; ++begin) classes |= classOf(*begin);
-    const std::string_view word(wordBegin, static_cast<std::size_t>(begin - wordBegin));
+    for (; at != end && *at != ' '; ++at) classes |= classOf(*at);
+    const std::string_view word(wordBegin, static_cast<std::size_t>(at - wordBegin));
     if (isProcedureKeyword(word, classes)) return writeHead(code, word);
-    writeWord(word, classes);
-    if (begin == end) return;
+    const WordClass wordClass = classes == kLetter ? keywords_.lookup(word) : WordClass::None;
+    bool blankFollows = true;
+    if (wordClass != WordClass::None || (classes & (kSplitting | kMarked)) != 0) {
+      writeStretch(copied, wordBegin);
+      blankFollows = writeWord(word, classes, wordClass);
+      copied = blankFollows ? at : at + 1;
+    }
+    if (at != end) continue;
+    if (blankFollows) {
+      writeStretch(copied, end);
+      html_.put(' ');
+    }
+    return;
   }
 }
 
-void Highlighter::writeWord(std::string_view word, unsigned classes) {
-  html_.ensure((word.size() + 1) * kMaxGrowth);
-  if ((classes & kSplitting) != 0) return writePieces(word, classes);
-  writePiece(word, classes);
-  html_.put(' ');
+// Leaves room for one blank more.
+void Highlighter::writeStretch(const char* begin, const char* end) {
+  const std::string_view stretch(begin, static_cast<std::size_t>(end - begin));
+  html_.ensure(stretch.size() + 1);
+  html_.put(stretch);
 }
 
-void Highlighter::writePieces(std::string_view word, unsigned classes) {
+// Returns whether a blank is to follow the word.
+bool Highlighter::writeWord(std::string_view word, unsigned classes, WordClass wordClass) {
+  html_.ensure((word.size() + 1) * kMaxGrowth);
+  if ((classes & kSplitting) != 0) return writePieces(word, classes);
+  writePiece(word, classes, wordClass);
+  return true;
+}
+
+bool Highlighter::writePieces(std::string_view word, unsigned classes) {
   WordPieces pieces{word, {}, classes};
   do {
     pieces.split();
     if (pieces.splitNamedArgument()) html_.put("<span class='Parms'>:=</span>");
-    writePiece(pieces.piece, classesOf(pieces.piece));
-    if (pieces.WortEnde) html_.put(' ');
+    const unsigned ofPiece = classesOf(pieces.piece);
+    writePiece(pieces.piece, ofPiece,
+               ofPiece == kLetter ? keywords_.lookup(pieces.piece) : WordClass::None);
+    if (pieces.WortEnde && !pieces.rest.empty()) html_.put(' ');
     pieces.next();
   } while (!pieces.piece.empty());
+  return pieces.WortEnde;
 }
 
-void Highlighter::writePiece(std::string_view piece, unsigned classes) {
-  switch (classes == kLetter ? keywords_.lookup(piece) : WordClass::None) {
+void Highlighter::writePiece(std::string_view piece, unsigned classes, WordClass wordClass) {
+  switch (wordClass) {
     case WordClass::Code:
       html_.put("<span class='Code'>");
       html_.put(piece);

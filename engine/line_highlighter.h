@@ -36,9 +36,10 @@ class Highlighter {
   SplitLine splitTrailingComment(std::string_view line);
   void FortsetzungPruefen(std::string_view text);
   void writeCode(std::string_view code);
-  void writeWord(std::string_view word, unsigned classes);
-  void writePieces(std::string_view word, unsigned classes);
-  void writePiece(std::string_view piece, unsigned classes);
+  void writeStretch(const char* begin, const char* end);
+  bool writeWord(std::string_view word, unsigned classes, WordClass wordClass);
+  bool writePieces(std::string_view word, unsigned classes);
+  void writePiece(std::string_view piece, unsigned classes, WordClass wordClass);
   void writeMarked(std::string_view piece);
   void writeHead(std::string_view code, std::string_view keyword);
   void writeComment(std::string_view comment);

@@ -2,7 +2,6 @@
 // tests/unit/engine/engine_property_test.cpp.
 #include "reformat/selection.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -15,8 +14,7 @@ SelectionConversion AuswahlKonvertieren(const LineList& List1, const std::vector
                                         const DocumentFrame& frame, Highlighter& highlighter,
                                         ConversionObserver& observer) {
   if (List1.size() > kMaxLines) throw std::length_error("more lines than the counters hold");
-  const auto lines = std::count(selected.begin(), selected.end(), true);
-  LineCollector collector(static_cast<std::size_t>(lines), frame, observer);
+  LineCollector collector(List1, frame, observer);
   std::size_t lineCounter = 0;  // completed logical lines
   bool continued = false;       // the selected line before ended in a continuation
   std::string numbered;
