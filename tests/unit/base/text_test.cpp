@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "base/codepage.h"
 
 namespace tintline {
@@ -75,6 +77,26 @@ TEST(Text, FindsWithoutRegardToCase) {
     if (row.from == 0) {
       EXPECT_EQ(containsIgnoreCase(row.text, row.part), row.position != kNone);
     }
+  }
+}
+
+// Long texts are searched several places at a time.
+TEST(Text, FindsThePlaceThatATestOfEveryPlaceFinds) {
+  constexpr std::string_view kAlphabet = "Aa\"\x02@`\x8A\x9A\xAA\x9F\xFF\xDF\xC4\xE4";
+  std::mt19937 random(1);
+  const auto randomText = [&](std::size_t length) {
+    std::string text(length, ' ');
+    for (char& c : text) c = kAlphabet[random() % kAlphabet.size()];
+    return text;
+  };
+  for (int run = 0; run < 50'000; ++run) {
+    const std::string text = randomText(random() % 40), part = randomText(1 + random() % 4);
+    const std::size_t from = random() % 10;
+    std::size_t expected = from;
+    while (expected <= text.size() && !startsWithIgnoreCase(text.substr(expected), part))
+      ++expected;
+    if (expected > text.size()) expected = std::string_view::npos;
+    ASSERT_EQ(findIgnoreCase(text, part, from), expected) << "run " << run;
   }
 }
 
