@@ -87,33 +87,41 @@ bool containsIgnoreCase(std::string_view text, std::string_view part) {
   return findIgnoreCase(text, part) != std::string_view::npos;
 }
 
-namespace {
-template <typename Find>
-std::string replaceFound(std::string_view text, std::string_view from, std::string_view to,
-                         Find find) {
+std::string Replace(std::string_view text, std::string_view from, std::string_view to) {
   std::string result;
+  result.reserve(text.size() + 4 * to.size());
   std::size_t done = 0;
-  for (std::size_t hit = find(text, from, 0); hit != std::string_view::npos;
-       hit = find(text, from, done)) {
-    result.append(text.substr(done, hit - done)).append(to);
-    done = hit + from.size();
-  }
-  return result.append(text.substr(done));
+  for (std::size_t hit; (hit = text.find(from, done)) != std::string_view::npos;
+       done = hit + from.size())
+    result.append(text, done, hit - done).append(to);
+  return result.append(text, done);
 }
+
+namespace {
+
+// Moves what stays to the front, without a copy of the text.
+template <typename Find>
+void eraseFound(std::string& text, std::size_t partSize, Find find) {
+  std::size_t hit = find(0);
+  std::size_t kept = std::min(hit, text.size());
+  while (hit != std::string::npos) {
+    const std::size_t from = hit + partSize;
+    hit = find(from);
+    const std::size_t stretch = std::min(hit, text.size()) - from;
+    std::memmove(text.data() + kept, text.data() + from, stretch);
+    kept += stretch;
+  }
+  text.resize(kept);
+}
+
 }  // namespace
 
-std::string Replace(std::string_view text, std::string_view from, std::string_view to) {
-  return replaceFound(
-      text, from, to,
-      [](std::string_view t, std::string_view part, std::size_t at) { return t.find(part, at); });
-}
-
-std::string ReplaceIgnoreCase(std::string_view text, std::string_view from, std::string_view to) {
-  return replaceFound(text, from, to, findIgnoreCase);
-}
-
 void eraseAll(std::string& text, std::string_view part) {
-  if (text.find(part) != std::string::npos) text = Replace(text, part, {});
+  eraseFound(text, part.size(), [&](std::size_t from) { return text.find(part, from); });
+}
+
+void eraseAllIgnoreCase(std::string& text, std::string_view part) {
+  eraseFound(text, part.size(), [&](std::size_t from) { return findIgnoreCase(text, part, from); });
 }
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {

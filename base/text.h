@@ -55,10 +55,10 @@ bool containsIgnoreCase(std::string_view text, std::string_view part);
 // `text` with every occurrence of `from` (not empty) replaced, searched from
 // left to right and never inside a replacement.
 std::string Replace(std::string_view text, std::string_view from, std::string_view to);
-std::string ReplaceIgnoreCase(std::string_view text, std::string_view from, std::string_view to);
 
 // Takes every occurrence of `part` (not empty) out of the text, from left to right.
 void eraseAll(std::string& text, std::string_view part);
+void eraseAllIgnoreCase(std::string& text, std::string_view part);
 
 // The pieces between the separators; an empty text has no pieces. The views
 // live as long as `text`.

@@ -20,12 +20,14 @@ constexpr std::string_view kMarksSpan = "<span class='Marks'>";
 // skipped with them: no name occurs in either.
 constexpr std::string_view kClosingTag = "</span>";
 constexpr std::string_view kOpeningTags[] = {"<span class='Code'>", kMarksSpan,
-                                             "<span class='Parms'>", kCommentSpan};
+                                             "<span class='Parms'>", kCommentSpan,
+                                             "<span class='EndSub'>"};
 
-bool mayOccurInTags(const std::string& name) {
-  return name.find_first_of("<>") != std::string::npos || containsIgnoreCase(kClosingTag, name) ||
+bool mayOccurInTags(std::string_view name) {
+  return name.find_first_of("<>") != std::string_view::npos ||
+         containsIgnoreCase(kClosingTag, name) ||
          std::any_of(std::begin(kOpeningTags), std::end(kOpeningTags),
-                     [&name](std::string_view tag) { return containsIgnoreCase(tag, name); });
+                     [name](std::string_view tag) { return containsIgnoreCase(tag, name); });
 }
 
 // The length of the tag that the text begins with, or 1 to pass a single "<".
@@ -45,12 +47,15 @@ std::uint32_t pushFolded(std::uint32_t window, char c) {
 
 std::uint32_t hashKey(std::uint32_t key) { return key * 0x9E3779B1U >> (32 - kHashBits); }
 
-std::vector<std::string> distinctNames(const ProcedureNames& ProzNamen) {
-  std::vector<std::string> names;
-  std::unordered_set<std::string_view> known;
+// The trimmed names in order, without empty ones; one that stands twice counts
+// at its first place.
+std::vector<std::string_view> distinctNames(const ProcedureNames& ProzNamen) {
+  std::vector<std::string_view> names;
+  std::unordered_set<std::string_view> known(ProzNamen.size());
+  names.reserve(ProzNamen.size());
   for (const std::string& entry : ProzNamen) {
     const std::string_view name = Trim(entry);
-    if (!name.empty() && known.insert(name).second) names.emplace_back(name);
+    if (!name.empty() && known.insert(name).second) names.push_back(name);
   }
   return names;
 }
@@ -85,7 +90,7 @@ Surroundings surroundings(std::string_view html, std::string_view name) {
 
 }  // namespace
 
-NameFilter::NameFilter(const std::vector<std::string>& names)
+NameFilter::NameFilter(const std::vector<std::string_view>& names)
     : names_(names), skipTags_(std::none_of(names.begin(), names.end(), mayOccurInTags)) {
   for (std::size_t index = 0; index < names.size(); ++index) {
     const std::size_t length = std::min(names[index].size(), kWindow);
@@ -94,7 +99,7 @@ NameFilter::NameFilter(const std::vector<std::string>& names)
     key >>= 8 * (kWindow - length);
     Group& group = groupOf(length);
     group.seen[hashKey(key) / 64] |= std::uint64_t{1} << hashKey(key) % 64;
-    group.entries.emplace_back(key, index);
+    group.entries.push_back(std::uint64_t{key} << 32 | index);
   }
   for (Group& group : groups_) std::sort(group.entries.begin(), group.entries.end());
 }
@@ -131,9 +136,10 @@ void NameFilter::find(std::string_view text, std::size_t from,
 // Adds the names of that key that the text begins with.
 void NameFilter::collect(const Group& group, std::uint32_t key, std::string_view text,
                          std::size_t from, std::vector<std::size_t>& found) const {
-  auto entry = std::lower_bound(group.entries.begin(), group.entries.end(), std::pair(key, from));
-  for (; entry != group.entries.end() && entry->first == key; ++entry)
-    if (startsWithIgnoreCase(text, names_[entry->second])) found.push_back(entry->second);
+  const std::uint64_t first = std::uint64_t{key} << 32;
+  auto entry = std::lower_bound(group.entries.begin(), group.entries.end(), first | from);
+  for (; entry != group.entries.end() && *entry >> 32 == key; ++entry)
+    if (startsWithIgnoreCase(text, names_[*entry - first])) found.push_back(*entry - first);
 }
 
 CallLinker::CallLinker(const ProcedureNames& ProzNamen)
@@ -145,19 +151,19 @@ std::string_view CallLinker::link(std::string_view html) {
   if (found_.empty()) return html;
   html_ = html;
   longest_ = html.size() + kMaxGrowth;
-  while (!found_.empty()) {
-    const std::size_t index = found_.front();
+  std::size_t next = 0;
+  while (next < found_.size()) {
+    const std::size_t index = found_[next++];
+    if (!linkName(names_[index])) continue;
     // A link brings new text into the line, in which later names may occur.
-    if (linkName(names_[index]))
-      filter_.find(html_, index + 1, found_);
-    else
-      found_.erase(found_.begin());
+    filter_.find(html_, index + 1, found_);
+    next = 0;
   }
   return html_;
 }
 
 // True when the line was changed.
-bool CallLinker::linkName(const std::string& name) {
+bool CallLinker::linkName(std::string_view name) {
   const std::size_t comment = findCommentSpan(html_);
   if (comment == std::string::npos && !surroundings(html_, name).assigned)
     return replaceName(name, html_.size(), "</a> ");
@@ -170,11 +176,12 @@ bool CallLinker::linkName(const std::string& name) {
 
 // Links every occurrence in the first `end` characters, unless the first one (in
 // any case) stands in a string literal.
-bool CallLinker::replaceName(const std::string& name, std::size_t end, std::string_view close) {
+bool CallLinker::replaceName(std::string_view name, std::size_t end, std::string_view close) {
   const std::string_view code = std::string_view(html_).substr(0, end);
   const std::string_view before = code.substr(0, findIgnoreCase(code, name));
   if (std::count(before.begin(), before.end(), '"') % 2 != 0) return false;
-  const std::string link = "<a HREF='#" + name + "' class='Marks'>" + name + std::string(close);
+  std::string link = "<a HREF='#";
+  link.append(name).append("' class='Marks'>").append(name).append(close);
   std::string linked;
   std::size_t done = 0;
   for (std::size_t hit; (hit = code.find(name, done)) != std::string_view::npos;

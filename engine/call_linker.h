@@ -13,7 +13,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "engine/document_frame.h"
@@ -24,7 +23,7 @@ namespace tintline {
 class NameFilter {
  public:
   // The names (none empty) must live as long as the filter.
-  explicit NameFilter(const std::vector<std::string>& names);
+  explicit NameFilter(const std::vector<std::string_view>& names);
 
   // Replaces `found` by the indexes of the names at or behind index `from` that
   // occur in the text, in ascending order.
@@ -34,9 +33,9 @@ class NameFilter {
   // The names of one length below kWindow, or of all lengths from there on. They
   // are reached by a key: their first characters, folded, as one number.
   struct Group {
-    std::size_t length = 0;                                      // of the key in characters
-    std::vector<std::uint64_t> seen;                             // one bit for every hash of a key
-    std::vector<std::pair<std::uint32_t, std::size_t>> entries;  // key, index; sorted
+    std::size_t length = 0;              // of the key in characters
+    std::vector<std::uint64_t> seen;     // one bit for every hash of a key
+    std::vector<std::uint64_t> entries;  // key in the high half, index in the low; sorted
   };
 
   static constexpr std::size_t kWindow = 4;
@@ -45,13 +44,14 @@ class NameFilter {
   void collect(const Group& group, std::uint32_t key, std::string_view text, std::size_t from,
                std::vector<std::size_t>& found) const;
 
-  const std::vector<std::string>& names_;
+  const std::vector<std::string_view>& names_;
   std::vector<Group> groups_;
   bool skipTags_;  // no name can occur in a tag, so that tags need not be searched
 };
 
 class CallLinker {
  public:
+  // The names must live as long as the linker.
   explicit CallLinker(const ProcedureNames& ProzNamen);
   CallLinker(const CallLinker&) = delete;
 
@@ -65,10 +65,10 @@ class CallLinker {
   static constexpr std::size_t kMaxGrowth = std::size_t{1} << 24;
 
  private:
-  bool linkName(const std::string& name);
-  bool replaceName(const std::string& name, std::size_t end, std::string_view close);
+  bool linkName(std::string_view name);
+  bool replaceName(std::string_view name, std::size_t end, std::string_view close);
 
-  std::vector<std::string> names_;  // trimmed, in order, each text once
+  std::vector<std::string_view> names_;  // trimmed, in order, each text once
   NameFilter filter_;
   std::vector<std::size_t> found_;
   std::string html_;

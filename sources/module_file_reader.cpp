@@ -37,7 +37,7 @@ std::string_view takeLine(std::string_view& text, char lineEnd) {
 std::string procedureName(std::string_view head) {
   std::string name(head);
   for (const std::string_view word : {"Private ", "Public ", "Declare ", "Function ", "Sub "})
-    name = ReplaceIgnoreCase(name, word, "");
+    eraseAllIgnoreCase(name, word);
   std::erase(name, ' ');
   return name.substr(0, name.find('('));
 }

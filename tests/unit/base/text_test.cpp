@@ -102,18 +102,32 @@ TEST(Text, FindsThePlaceThatATestOfEveryPlaceFinds) {
 
 TEST(Text, ReplacesFromLeftToRight) {
   const struct {
-    std::string_view text, from, to, exact, ignoringCase;
+    std::string_view text, from, to, expected;
   } rows[] = {
-      {"", "a", "b", "", ""},
-      {"abcABC", "b", "xy", "axycABC", "axycAxyC"},
-      {"aaaa", "aa", "a", "aa", "aa"},
-      {"aba", "a", "aa", "aabaa", "aabaa"},
-      {"Sub SUB ", "Sub ", "", "SUB ", ""},
-      {"abab", "ba", "", "ab", "ab"},
+      {"", "a", "b", ""},          {"abcABC", "b", "xy", "axycABC"}, {"aaaa", "aa", "a", "aa"},
+      {"aba", "a", "aa", "aabaa"}, {"abab", "ba", "", "ab"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(Replace(row.text, row.from, row.to), row.expected) << row.text;
+}
+
+TEST(Text, ErasesFromLeftToRight) {
+  const struct {
+    std::string_view text, part, exact, ignoringCase;
+  } rows[] = {
+      {"", "a", "", ""},
+      {"b", "a", "b", "b"},
+      {"abcABC", "b", "acABC", "acAC"},
+      {"Sub SUB x", "Sub ", "SUB x", "x"},
+      {"aabb", "ab", "ab", "ab"},
+      {"Sub Sub ", "Sub ", "", ""},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Replace(row.text, row.from, row.to), row.exact) << row.text;
-    EXPECT_EQ(ReplaceIgnoreCase(row.text, row.from, row.to), row.ignoringCase) << row.text;
+    std::string exact(row.text), ignoringCase(row.text);
+    eraseAll(exact, row.part);
+    eraseAllIgnoreCase(ignoringCase, row.part);
+    EXPECT_EQ(exact, row.exact) << row.text;
+    EXPECT_EQ(ignoringCase, row.ignoringCase) << row.text;
   }
 }
 

@@ -77,9 +77,10 @@ TEST(CallLinker, NamesOfEveryLengthAreFound) {
 }
 
 TEST(CallLinker, AFilterOverManyNamesFindsExactlyThoseThatOccur) {
-  std::vector<std::string> names;
-  for (int i = 0; i < 1000; ++i) names.push_back("Prozedur" + std::to_string(i));
-  NameFilter filter(names);
+  std::vector<std::string> texts;
+  for (int i = 0; i < 1000; ++i) texts.push_back("Prozedur" + std::to_string(i));
+  const std::vector<std::string_view> names(texts.begin(), texts.end());
+  const NameFilter filter(names);
   std::vector<std::size_t> found;
   filter.find("x prozedur77 y PROZEDUR9", 0, found);
   EXPECT_EQ(found, (std::vector<std::size_t>{7, 9, 77}));
