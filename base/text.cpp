@@ -59,27 +59,36 @@ bool foldsByOneBit(char c) {
 
 std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::size_t from) {
   if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
+  if (part.empty()) return from;
+  const std::size_t end = text.size() - part.size() + 1;  // behind the last possible place
   const auto standsAt = [&](std::size_t at) { return startsWithIgnoreCase(text.substr(at), part); };
-  std::size_t at = from;
-  if (part.size() > 2 && foldsByOneBit(part[0]) && foldsByOneBit(part[1]) &&
-      foldsByOneBit(part[2])) {
-    // The places where the first three characters may stand, eight places at once.
-    const std::uint64_t a = repeatFolded(part[0]), b = repeatFolded(part[1]),
-                        c = repeatFolded(part[2]);
-    for (; at + 10 <= text.size(); at += 8) {
-      const char* const eight = text.data() + at;
-      const std::uint64_t different =
-          (loadFolded(eight) ^ a) | (loadFolded(eight + 1) ^ b) | (loadFolded(eight + 2) ^ c);
-      // The high bit of every byte that is 0, and of some behind it.
-      std::uint64_t places = (different - kOnes) & ~different & 0x80 * kOnes;
-      for (; places != 0; places &= places - 1)
-        if (const std::size_t place = at + static_cast<std::size_t>(std::countr_zero(places)) / 8;
-            standsAt(place))
-          return place;
-    }
+
+  constexpr std::size_t kStep = 8;          // places that are looked at at once,
+  constexpr std::size_t kRead = kStep + 2;  // by reading that many characters
+  const bool eightAtOnce = text.size() - from >= kRead && part.size() > 2 &&
+                           foldsByOneBit(part[0]) && foldsByOneBit(part[1]) &&
+                           foldsByOneBit(part[2]);
+  if (!eightAtOnce) {
+    const char first = toLower(part.front());
+    for (std::size_t at = from; at < end; ++at)
+      if (toLower(text[at]) == first && standsAt(at)) return at;
+    return std::string_view::npos;
   }
-  for (; at + part.size() <= text.size(); ++at)
-    if (standsAt(at)) return at;
+
+  const std::uint64_t a = repeatFolded(part[0]), b = repeatFolded(part[1]),
+                      c = repeatFolded(part[2]);
+  for (std::size_t next = from; next < end; next += kStep) {
+    const std::size_t at = std::min(next, text.size() - kRead);  // the last step overlaps
+    const char* const eight = text.data() + at;
+    const std::uint64_t different =
+        (loadFolded(eight) ^ a) | (loadFolded(eight + 1) ^ b) | (loadFolded(eight + 2) ^ c);
+    // The high bit of every byte that is 0, and of some behind it.
+    std::uint64_t places = (different - kOnes) & ~different & 0x80 * kOnes;
+    for (; places != 0; places &= places - 1)
+      if (const std::size_t place = at + static_cast<std::size_t>(std::countr_zero(places)) / 8;
+          standsAt(place))
+        return place;
+  }
   return std::string_view::npos;
 }
 

@@ -3,7 +3,6 @@
 #include "engine/call_linker.h"
 
 #include <algorithm>
-#include <iterator>
 #include <stdexcept>
 #include <unordered_set>
 
@@ -19,25 +18,44 @@ constexpr std::string_view kMarksSpan = "<span class='Marks'>";
 // What a highlighted line is full of. Text of the source that looks alike may be
 // skipped with them: no name occurs in either.
 constexpr std::string_view kClosingTag = "</span>";
-constexpr std::string_view kOpeningTags[] = {"<span class='Code'>", kMarksSpan,
-                                             "<span class='Parms'>", kCommentSpan,
-                                             "<span class='EndSub'>"};
+constexpr std::string_view kCodeSpan = "<span class='Code'>";
+constexpr std::string_view kParmsSpan = "<span class='Parms'>";
+constexpr std::string_view kEndSubSpan = "<span class='EndSub'>";
 
 bool mayOccurInTags(std::string_view name) {
-  return name.find_first_of("<>") != std::string_view::npos ||
-         containsIgnoreCase(kClosingTag, name) ||
-         std::any_of(std::begin(kOpeningTags), std::end(kOpeningTags),
-                     [name](std::string_view tag) { return containsIgnoreCase(tag, name); });
+  static const std::string tags = std::string(kClosingTag)
+                                      .append(kCodeSpan)
+                                      .append(kMarksSpan)
+                                      .append(kParmsSpan)
+                                      .append(kCommentSpan)
+                                      .append(kEndSubSpan);
+  return name.find_first_of("<>") != std::string_view::npos || containsIgnoreCase(tags, name);
 }
 
-// The length of the tag that the text begins with, or 1 to pass a single "<".
+// The length of the tag that the text, which begins with "<", begins with; or 1
+// to pass the "<" alone.
 std::size_t tagLength(std::string_view text) {
   constexpr std::size_t kValue = 13;  // where the opening tags differ
-  if (text.starts_with(kClosingTag)) return kClosingTag.size();
-  for (const std::string_view tag : kOpeningTags)
-    if (text.size() > kValue && text[kValue] == tag[kValue] && text.starts_with(tag))
-      return tag.size();
-  return 1;
+  std::string_view tag = kClosingTag;
+  if (text.size() > kValue && text[1] != '/') {
+    switch (text[kValue]) {
+      case 'C':
+        tag = kCodeSpan;
+        break;
+      case 'M':
+        tag = kMarksSpan;
+        break;
+      case 'P':
+        tag = kParmsSpan;
+        break;
+      case 'R':
+        tag = kCommentSpan;
+        break;
+      default:
+        tag = kEndSubSpan;
+    }
+  }
+  return text.starts_with(tag) ? tag.size() : 1;
 }
 
 // A window holds the last four characters, the newest in its highest byte.

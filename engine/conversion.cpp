@@ -36,13 +36,14 @@ std::size_t findClass(std::string_view html, std::string_view quotedValue) {
   return std::string_view::npos;
 }
 
-// Where the source has no apostrophe, only the highlighter's own spans hold one,
-// and those of heads and ends open the line.
+// Where the source has no apostrophe, only the highlighter's own spans hold one:
+// those of heads and ends open the line, and the name of a head ends at the next.
 LineMarks findMarks(std::string_view html, bool apostropheInSource) {
-  if (!apostropheInSource && !html.starts_with("<span name='") &&
-      !html.starts_with("<span class='EndSub'"))
-    return {};
-  return {findClass(html, "'Sub'>"), findClass(html, "'EndSub'") != std::string_view::npos};
+  constexpr std::string_view kHead = "<span name='";
+  if (apostropheInSource)
+    return {findClass(html, "'Sub'>"), findClass(html, "'EndSub'") != std::string_view::npos};
+  if (html.starts_with(kHead)) return {html.find('\'', kHead.size()) + 2, false};
+  return {std::string_view::npos, html.starts_with("<span class='EndSub'")};
 }
 
 class Run {
