@@ -22,14 +22,12 @@ constexpr std::string_view kCodeSpan = "<span class='Code'>";
 constexpr std::string_view kParmsSpan = "<span class='Parms'>";
 constexpr std::string_view kEndSubSpan = "<span class='EndSub'>";
 
-bool mayOccurInTags(std::string_view name) {
-  static const std::string tags = std::string(kClosingTag)
-                                      .append(kCodeSpan)
-                                      .append(kMarksSpan)
-                                      .append(kParmsSpan)
-                                      .append(kCommentSpan)
-                                      .append(kEndSubSpan);
-  return name.find_first_of("<>") != std::string_view::npos || containsIgnoreCase(tags, name);
+constexpr std::string_view kAllTags =
+    "</span><span class='Code'><span class='Parms'><span class='Marks'><span class='Rem'>"
+    "<span class='EndSub'>";
+
+bool holdsBracket(std::string_view name) {
+  return name.find('<') != std::string_view::npos || name.find('>') != std::string_view::npos;
 }
 
 // The length of the tag that the text, which begins with "<", begins with; or 1
@@ -108,8 +106,7 @@ Surroundings surroundings(std::string_view html, std::string_view name) {
 
 }  // namespace
 
-NameFilter::NameFilter(const std::vector<std::string_view>& names)
-    : names_(names), skipTags_(std::none_of(names.begin(), names.end(), mayOccurInTags)) {
+NameFilter::NameFilter(const std::vector<std::string_view>& names) : names_(names) {
   for (std::size_t index = 0; index < names.size(); ++index) {
     const std::size_t length = std::min(names[index].size(), kWindow);
     std::uint32_t key = 0;
@@ -120,6 +117,9 @@ NameFilter::NameFilter(const std::vector<std::string_view>& names)
     group.entries.push_back(std::uint64_t{key} << 32 | index);
   }
   for (Group& group : groups_) std::sort(group.entries.begin(), group.entries.end());
+  std::vector<std::size_t> inTags;
+  find(kAllTags, 0, inTags);
+  skipTags_ = inTags.empty() && std::none_of(names.begin(), names.end(), holdsBracket);
 }
 
 NameFilter::Group& NameFilter::groupOf(std::size_t length) {
@@ -132,23 +132,29 @@ NameFilter::Group& NameFilter::groupOf(std::size_t length) {
 void NameFilter::find(std::string_view text, std::size_t from,
                       std::vector<std::size_t>& found) const {
   found.clear();
+  for (const Group& group : groups_) findInGroup(group, text, from, found);
+  std::sort(found.begin(), found.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
+}
+
+void NameFilter::findInGroup(const Group& group, std::string_view text, std::size_t from,
+                             std::vector<std::size_t>& found) const {
+  const std::uint64_t* const seen = group.seen.data();
+  const std::size_t length = group.length;
+  const std::size_t shift = 8 * (kWindow - length);
+  const bool skipTags = skipTags_;
   std::uint32_t window = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (skipTags_ && text[i] == '<') {
+    if (text[i] == '<' && skipTags) {
       i += tagLength(text.substr(i)) - 1;
       window = 0;
       continue;
     }
     window = pushFolded(window, text[i]);
-    for (const Group& group : groups_) {
-      const std::uint32_t key = window >> 8 * (kWindow - group.length);
-      const std::uint32_t hash = hashKey(key);
-      if ((group.seen[hash / 64] >> hash % 64 & 1) != 0 && i + 1 >= group.length)
-        collect(group, key, text.substr(i + 1 - group.length), from, found);
-    }
+    const std::uint32_t hash = hashKey(window >> shift);
+    if ((seen[hash / 64] >> hash % 64 & 1) != 0 && i + 1 >= length)
+      collect(group, window >> shift, text.substr(i + 1 - length), from, found);
   }
-  std::sort(found.begin(), found.end());
-  found.erase(std::unique(found.begin(), found.end()), found.end());
 }
 
 // Adds the names of that key that the text begins with.

@@ -41,12 +41,14 @@ class NameFilter {
   static constexpr std::size_t kWindow = 4;
 
   Group& groupOf(std::size_t length);
+  void findInGroup(const Group& group, std::string_view text, std::size_t from,
+                   std::vector<std::size_t>& found) const;
   void collect(const Group& group, std::uint32_t key, std::string_view text, std::size_t from,
                std::vector<std::size_t>& found) const;
 
   const std::vector<std::string_view>& names_;
   std::vector<Group> groups_;
-  bool skipTags_;  // no name can occur in a tag, so that tags need not be searched
+  bool skipTags_ = false;  // no name can occur in a tag, so that tags need not be searched
 };
 
 class CallLinker {

@@ -93,9 +93,11 @@ class Run {
   }
 
   void emitHead(std::string_view html, std::size_t mark, std::string_view source) {
-    const std::string head =
+    constexpr std::string_view kEmptyCode = "<span class=\"Code\"> </span>";
+    std::string head =
         options_.lineNumbers ? numberedHead(html.substr(0, mark), source) : linkedHead(html);
-    collector_.emit(Replace(head, "<span class=\"Code\"> </span>", " "));
+    if (head.find(kEmptyCode) != std::string::npos) head = Replace(head, kEmptyCode, " ");
+    collector_.emit(head);
     collector_.append("<br>");
     bSubUmbruch_ = source.ends_with('_');
     if (!bSubUmbruch_) ++lineCounter_;

@@ -75,9 +75,11 @@ void DocumentFrame::Procuebersicht(std::ostream& datei, const ProcedureNames& Pr
   writeLine(datei, "<span name='Index' " + (inlineMode ? inlineStyle : "class='Sub'") +
                        ">&Uuml;bersicht &uuml;ber die enthaltenen Prozeduren (Sub und "
                        "Function)</span><br>");
+  std::string link;
   for (const std::string& entry : ProzNamen) {
-    const std::string name(Trim(entry));
-    writeLine(datei, "&nbsp;&nbsp;<a HREF='#" + name + "'>" + name + "</a><br>");
+    const std::string_view name = Trim(entry);
+    link.assign("&nbsp;&nbsp;<a HREF='#").append(name).append("'>").append(name);
+    writeLine(datei, link.append("</a><br>"));
   }
   // The blank in front of the closing tag stands in class mode only: kept on purpose.
   writeLine(datei, inlineMode ? "<span " + inlineStyle + ">Ende der &Uuml;bersicht</span><br>"

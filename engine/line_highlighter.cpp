@@ -85,16 +85,16 @@ std::size_t findLastRem(std::string_view line) {
   return last;
 }
 
-// The name under which calls and the index reach a procedure head.
+// The name under which calls and the index reach a procedure head: the code in
+// front of the first parenthesis or quote, without the words that are no part of
+// the name.
 std::string anchorName(std::string_view code, std::string_view keyword) {
-  std::string name(code);
+  std::string name(code.substr(0, std::min(code.find('('), code.find('"'))));
   for (const std::string_view part :
        {keyword, std::string_view("Private"), std::string_view("Declare"),
         std::string_view("Function "), std::string_view("Sub "), std::string_view("Public "),
         std::string_view("Lib "), std::string_view(" ")})
     eraseAll(name, part);
-  name.resize(std::min(name.find('('), name.size()));
-  name.resize(std::min(name.find('"'), name.size()));
   return name;
 }
 

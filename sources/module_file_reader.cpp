@@ -31,15 +31,15 @@ std::string_view takeLine(std::string_view& text, char lineEnd) {
   return line;
 }
 
-// The name in a procedure head: what is left up to the "(" when the known words
-// and all blanks are taken out. Other words stay: "Friend Sub X()" gives
-// "FriendX". Kept on purpose.
+// The name in a procedure head, one blank in front: what stands before the "("
+// when the known words and all blanks are taken out. Other words stay: "Friend
+// Sub X()" gives "FriendX". Kept on purpose.
 std::string procedureName(std::string_view head) {
-  std::string name(head);
+  std::string name(head.substr(0, head.find('(')));
   for (const std::string_view word : {"Private ", "Public ", "Declare ", "Function ", "Sub "})
     eraseAllIgnoreCase(name, word);
-  std::erase(name, ' ');
-  return name.substr(0, name.find('('));
+  eraseAll(name, " ");
+  return name.insert(0, 1, ' ');
 }
 
 // Whether the line holds "End "; the tail of "Friend " is none.
@@ -86,7 +86,7 @@ bool fkt_IstProzedurZeile(std::string_view line) {
 }
 
 void collectProcedureName(std::string_view line, ProcedureNames& ProzNamen) {
-  if (fkt_IstProzedurZeile(line)) ProzNamen.push_back(" " + procedureName(line));
+  if (fkt_IstProzedurZeile(line)) ProzNamen.push_back(procedureName(line));
 }
 
 }  // namespace tintline
