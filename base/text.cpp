@@ -46,54 +46,44 @@ std::uint64_t loadFolded(const char* text) {
   return characters | 0x20 * kOnes;
 }
 
-std::uint64_t repeatFolded(char c) { return static_cast<unsigned char>(c | 0x20) * kOnes; }
-
-// Whether c | 0x20 is equal for two characters that are equal without regard to
-// case: not so for the few partners that differ in other bits.
-bool foldsByOneBit(char c) {
-  const auto code = static_cast<unsigned char>(c);
-  return code < 0x80 || (code >= 0xA0 && code < 0xFF);
-}
-
 }  // namespace
 
-std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::size_t from) {
-  if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
-  if (part.empty()) return from;
-  const std::size_t end = text.size() - part.size() + 1;  // behind the last possible place
-  const auto standsAt = [&](std::size_t at) { return startsWithIgnoreCase(text.substr(at), part); };
-
+std::size_t CaselessText::findIn(std::string_view text, std::size_t from) const {
+  if (from > text.size() || part_.size() > text.size() - from) return std::string_view::npos;
   constexpr std::size_t kStep = 8;          // places that are looked at at once,
   constexpr std::size_t kRead = kStep + 2;  // by reading that many characters
-  const bool eightAtOnce = text.size() - from >= kRead && part.size() > 2 &&
-                           foldsByOneBit(part[0]) && foldsByOneBit(part[1]) &&
-                           foldsByOneBit(part[2]);
-  if (!eightAtOnce) {
-    const char first = toLower(part.front());
-    for (std::size_t at = from; at < end; ++at)
-      if (toLower(text[at]) == first && standsAt(at)) return at;
-    return std::string_view::npos;
-  }
-
-  const std::uint64_t a = repeatFolded(part[0]), b = repeatFolded(part[1]),
-                      c = repeatFolded(part[2]);
+  if (!filtered_ || text.size() - from < kRead) return findOneByOne(text, from);
+  const std::size_t end = text.size() - part_.size() + 1;  // behind the last possible place
   for (std::size_t next = from; next < end; next += kStep) {
     const std::size_t at = std::min(next, text.size() - kRead);  // the last step overlaps
     const char* const eight = text.data() + at;
-    const std::uint64_t different =
-        (loadFolded(eight) ^ a) | (loadFolded(eight + 1) ^ b) | (loadFolded(eight + 2) ^ c);
+    const std::uint64_t different = (loadFolded(eight) ^ start_[0]) |
+                                    (loadFolded(eight + 1) ^ start_[1]) |
+                                    (loadFolded(eight + 2) ^ start_[2]);
     // The high bit of every byte that is 0, and of some behind it.
     std::uint64_t places = (different - kOnes) & ~different & 0x80 * kOnes;
-    for (; places != 0; places &= places - 1)
-      if (const std::size_t place = at + static_cast<std::size_t>(std::countr_zero(places)) / 8;
-          standsAt(place))
-        return place;
+    for (; places != 0; places &= places - 1) {
+      const std::size_t place = at + static_cast<std::size_t>(std::countr_zero(places)) / 8;
+      if (startsWithIgnoreCase(text.substr(place), part_)) return place;
+    }
   }
   return std::string_view::npos;
 }
 
+std::size_t CaselessText::findOneByOne(std::string_view text, std::size_t from) const {
+  if (part_.empty()) return from;
+  const char first = toLower(part_.front());
+  for (std::size_t at = from; at + part_.size() <= text.size(); ++at)
+    if (toLower(text[at]) == first && startsWithIgnoreCase(text.substr(at), part_)) return at;
+  return std::string_view::npos;
+}
+
+std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::size_t from) {
+  return CaselessText(part).findIn(text, from);
+}
+
 bool containsIgnoreCase(std::string_view text, std::string_view part) {
-  return findIgnoreCase(text, part) != std::string_view::npos;
+  return CaselessText(part).isIn(text);
 }
 
 std::string Replace(std::string_view text, std::string_view from, std::string_view to) {
@@ -129,8 +119,8 @@ void eraseAll(std::string& text, std::string_view part) {
   eraseFound(text, part.size(), [&](std::size_t from) { return text.find(part, from); });
 }
 
-void eraseAllIgnoreCase(std::string& text, std::string_view part) {
-  eraseFound(text, part.size(), [&](std::size_t from) { return findIgnoreCase(text, part, from); });
+void eraseAll(std::string& text, const CaselessText& part) {
+  eraseFound(text, part.size(), [&](std::size_t from) { return part.findIn(text, from); });
 }
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,8 +48,42 @@ std::string Space(std::ptrdiff_t count);
 bool equalsIgnoreCase(std::string_view a, std::string_view b);
 bool startsWithIgnoreCase(std::string_view text, std::string_view prefix);
 
-// Position of the first occurrence of `part` at or behind `from`, without
-// regard to case; npos when there is none. An empty part is found at `from`.
+// A text to look for without regard to case, prepared once for many searches.
+class CaselessText {
+ public:
+  // `part` must live as long as this object.
+  explicit constexpr CaselessText(std::string_view part)
+      : part_(part),
+        filtered_(part.size() > 2 && foldsByOneBit(part[0]) && foldsByOneBit(part[1]) &&
+                  foldsByOneBit(part[2])) {
+    if (!filtered_) return;
+    for (std::size_t i = 0; i < 3; ++i)
+      start_[i] = static_cast<unsigned char>(part[i] | 0x20) * 0x0101010101010101U;
+  }
+
+  constexpr std::size_t size() const { return part_.size(); }
+
+  // Position of the first occurrence in `text` at or behind `from`; npos when
+  // there is none. An empty part is found at `from`.
+  std::size_t findIn(std::string_view text, std::size_t from = 0) const;
+  bool isIn(std::string_view text) const { return findIn(text) != std::string_view::npos; }
+
+ private:
+  // Whether c | 0x20 is equal for two characters that are equal without regard
+  // to case: not so for the few partners that differ in other bits.
+  static constexpr bool foldsByOneBit(char c) {
+    const auto code = static_cast<unsigned char>(c);
+    return code < 0x80 || (code >= 0xA0 && code < 0xFF);
+  }
+
+  std::size_t findOneByOne(std::string_view text, std::size_t from) const;
+
+  std::string_view part_;
+  bool filtered_;             // start_ tells where the part may stand
+  std::uint64_t start_[3]{};  // its first three characters, each folded and repeated eight times
+};
+
+// The same for a text that is looked for once.
 std::size_t findIgnoreCase(std::string_view text, std::string_view part, std::size_t from = 0);
 bool containsIgnoreCase(std::string_view text, std::string_view part);
 
@@ -58,7 +93,7 @@ std::string Replace(std::string_view text, std::string_view from, std::string_vi
 
 // Takes every occurrence of `part` (not empty) out of the text, from left to right.
 void eraseAll(std::string& text, std::string_view part);
-void eraseAllIgnoreCase(std::string& text, std::string_view part);
+void eraseAll(std::string& text, const CaselessText& part);
 
 // The pieces between the separators; an empty text has no pieces. The views
 // live as long as `text`.

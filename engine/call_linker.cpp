@@ -78,12 +78,11 @@ std::vector<std::string_view> distinctNames(const ProcedureNames& ProzNamen) {
 
 // Position of the first comment span without regard to case, or npos.
 std::size_t findCommentSpan(std::string_view html) {
-  constexpr std::size_t kValue = 13;  // position of "Rem'>", which is rarer than "<span"
-  static_assert(kCommentSpan.substr(kValue) == "Rem'>");
-  for (std::size_t at = 0;
-       (at = findIgnoreCase(html, kCommentSpan.substr(kValue), at)) != std::string_view::npos; ++at)
-    if (at >= kValue && startsWithIgnoreCase(html.substr(at - kValue), kCommentSpan))
-      return at - kValue;
+  constexpr std::size_t kValueAt = 13;
+  constexpr CaselessText kValue(kCommentSpan.substr(kValueAt));  // rarer than "<span"
+  for (std::size_t at = 0; (at = kValue.findIn(html, at)) != std::string_view::npos; ++at)
+    if (at >= kValueAt && startsWithIgnoreCase(html.substr(at - kValueAt), kCommentSpan))
+      return at - kValueAt;
   return std::string_view::npos;
 }
 
@@ -95,7 +94,8 @@ struct Surroundings {
 
 Surroundings surroundings(std::string_view html, std::string_view name) {
   Surroundings around;
-  for (std::size_t at = 0; (at = findIgnoreCase(html, name, at)) != std::string_view::npos; ++at) {
+  const CaselessText searched(name);
+  for (std::size_t at = 0; (at = searched.findIn(html, at)) != std::string_view::npos; ++at) {
     const std::string_view behind = html.substr(at + name.size());
     around.assigned = around.assigned || behind.starts_with(" =");
     around.atWordEdge = around.atWordEdge || (at > 0 && html[at - 1] == '>') || behind.empty() ||

@@ -26,10 +26,9 @@ struct LineMarks {
 };
 
 // Position of class='value' without regard to case, or npos.
-std::size_t findClass(std::string_view html, std::string_view quotedValue) {
+std::size_t findClass(std::string_view html, const CaselessText& quotedValue) {
   constexpr std::string_view kAttribute = "class=";
-  for (std::size_t at = 0; (at = findIgnoreCase(html, quotedValue, at)) != std::string_view::npos;
-       ++at)
+  for (std::size_t at = 0; (at = quotedValue.findIn(html, at)) != std::string_view::npos; ++at)
     if (at >= kAttribute.size() &&
         startsWithIgnoreCase(html.substr(at - kAttribute.size()), kAttribute))
       return at - kAttribute.size();
@@ -40,8 +39,9 @@ std::size_t findClass(std::string_view html, std::string_view quotedValue) {
 // those of heads and ends open the line, and the name of a head ends at the next.
 LineMarks findMarks(std::string_view html, bool apostropheInSource) {
   constexpr std::string_view kHead = "<span name='";
+  constexpr CaselessText kSub("'Sub'>"), kEndSub("'EndSub'");
   if (apostropheInSource)
-    return {findClass(html, "'Sub'>"), findClass(html, "'EndSub'") != std::string_view::npos};
+    return {findClass(html, kSub), findClass(html, kEndSub) != std::string_view::npos};
   if (html.starts_with(kHead)) return {html.find('\'', kHead.size()) + 2, false};
   return {std::string_view::npos, html.starts_with("<span class='EndSub'")};
 }
@@ -117,7 +117,17 @@ class Run {
 
   // Every span of the head is a link back; the first one's name is the anchor.
   static std::string linkedHead(std::string_view html) {
-    return Replace(Replace(html, "<span ", "<a HREF='#Index' "), "</span>", "</a>");
+    constexpr std::string_view kOpening = "<span ", kClosing = "</span>";
+    std::string head;
+    head.reserve(2 * html.size());
+    for (std::size_t tag; (tag = html.find('<')) != std::string_view::npos;) {
+      head.append(html.substr(0, tag));
+      html.remove_prefix(tag);
+      const bool opening = html.starts_with(kOpening), closing = html.starts_with(kClosing);
+      head.append(opening ? "<a HREF='#Index' " : closing ? "</a>" : "<");
+      html.remove_prefix(opening ? kOpening.size() : closing ? kClosing.size() : 1);
+    }
+    return head.append(html);
   }
 
   // Returns the line's HTML as call linking left it.

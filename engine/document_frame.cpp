@@ -79,7 +79,7 @@ void DocumentFrame::Procuebersicht(std::ostream& datei, const ProcedureNames& Pr
   for (const std::string& entry : ProzNamen) {
     const std::string_view name = Trim(entry);
     link.assign("&nbsp;&nbsp;<a HREF='#").append(name).append("'>").append(name);
-    writeLine(datei, link.append("</a><br>"));
+    datei << link.append("</a><br>").append(kLineEnd);
   }
   // The blank in front of the closing tag stands in class mode only: kept on purpose.
   writeLine(datei, inlineMode ? "<span " + inlineStyle + ">Ende der &Uuml;bersicht</span><br>"

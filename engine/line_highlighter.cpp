@@ -73,14 +73,12 @@ bool evenQuotes(std::string_view text) {
   return std::count(text.begin(), text.end(), '"') % 2 == 0;
 }
 
-std::size_t findRem(std::string_view line, std::size_t from) {
-  return findIgnoreCase(line, " REM", from);
-}
+constexpr CaselessText kRem(" REM");
 
 std::size_t findLastRem(std::string_view line) {
   std::size_t last = std::string_view::npos;
-  for (std::size_t hit = findRem(line, 0); hit != std::string_view::npos;
-       hit = findRem(line, hit + 1))
+  for (std::size_t hit = kRem.findIn(line); hit != std::string_view::npos;
+       hit = kRem.findIn(line, hit + 1))
     last = hit;
   return last;
 }
@@ -320,7 +318,8 @@ bool fkt_KommentarZeichen(std::string_view line) {
 bool fkt_KommentarRem(std::string_view line) {
   bool outside = true;
   std::size_t judged = 0;
-  for (std::size_t hit; (hit = findRem(line, judged)) != std::string_view::npos; judged = hit + 1) {
+  for (std::size_t hit; (hit = kRem.findIn(line, judged)) != std::string_view::npos;
+       judged = hit + 1) {
     outside = outside == evenQuotes(line.substr(judged, hit - judged));
     if (outside) return true;
   }

@@ -36,17 +36,19 @@ std::string_view takeLine(std::string_view& text, char lineEnd) {
 // Sub X()" gives "FriendX". Kept on purpose.
 std::string procedureName(std::string_view head) {
   std::string name(head.substr(0, head.find('(')));
-  for (const std::string_view word : {"Private ", "Public ", "Declare ", "Function ", "Sub "})
-    eraseAllIgnoreCase(name, word);
+  static constexpr CaselessText kWords[] = {CaselessText("Private "), CaselessText("Public "),
+                                            CaselessText("Declare "), CaselessText("Function "),
+                                            CaselessText("Sub ")};
+  for (const CaselessText& word : kWords) eraseAll(name, word);
   eraseAll(name, " ");
   return name.insert(0, 1, ' ');
 }
 
 // Whether the line holds "End "; the tail of "Friend " is none.
 bool hasEnd(std::string_view line) {
+  constexpr CaselessText kEnd("End ");
   constexpr std::string_view kFriend = "Fri";
-  for (std::size_t at = findIgnoreCase(line, "End "); at != std::string_view::npos;
-       at = findIgnoreCase(line, "End ", at + 1))
+  for (std::size_t at = 0; (at = kEnd.findIn(line, at)) != std::string_view::npos; ++at)
     if (at < kFriend.size() ||
         !equalsIgnoreCase(line.substr(at - kFriend.size(), kFriend.size()), kFriend))
       return true;
@@ -79,10 +81,12 @@ std::string decodeModuleText(std::string_view file) {
 }
 
 bool fkt_IstProzedurZeile(std::string_view line) {
-  const auto has = [line](std::string_view part) { return containsIgnoreCase(line, part); };
-  return line.find('(') != std::string_view::npos &&  // the cheapest test comes first
-         (has("Sub ") || has("Function ")) && !hasEnd(line) && !has("Declare") && !has("\"Sub") &&
-         !has("\"Function");
+  constexpr CaselessText kSub("Sub "), kFunction("Function "), kDeclare("Declare");
+  constexpr CaselessText kQuotedSub("\"Sub"), kQuotedFunction("\"Function");
+  const auto has = [line](char c) { return line.find(c) != std::string_view::npos; };
+  return has('(') && (kSub.isIn(line) || kFunction.isIn(line)) && !hasEnd(line) &&
+         !kDeclare.isIn(line) &&
+         !(has('"') && (kQuotedSub.isIn(line) || kQuotedFunction.isIn(line)));
 }
 
 void collectProcedureName(std::string_view line, ProcedureNames& ProzNamen) {
