@@ -102,7 +102,8 @@ namespace {
 template <typename Find>
 void eraseFound(std::string& text, std::size_t partSize, Find find) {
   std::size_t hit = find(0);
-  std::size_t kept = std::min(hit, text.size());
+  if (hit == std::string::npos) return;
+  std::size_t kept = hit;
   while (hit != std::string::npos) {
     const std::size_t from = hit + partSize;
     hit = find(from);

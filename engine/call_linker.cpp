@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <unordered_set>
 
 #include "base/text.h"
 
@@ -63,16 +62,12 @@ std::uint32_t pushFolded(std::uint32_t window, char c) {
 
 std::uint32_t hashKey(std::uint32_t key) { return key * 0x9E3779B1U >> (32 - kHashBits); }
 
-// The trimmed names in order, without empty ones; one that stands twice counts
-// at its first place.
-std::vector<std::string_view> distinctNames(const ProcedureNames& ProzNamen) {
+// The trimmed names in order, without empty ones.
+std::vector<std::string_view> trimmedNames(const ProcedureNames& ProzNamen) {
   std::vector<std::string_view> names;
-  std::unordered_set<std::string_view> known(ProzNamen.size());
   names.reserve(ProzNamen.size());
-  for (const std::string& entry : ProzNamen) {
-    const std::string_view name = Trim(entry);
-    if (!name.empty() && known.insert(name).second) names.push_back(name);
-  }
+  for (const std::string& entry : ProzNamen)
+    if (const std::string_view name = Trim(entry); !name.empty()) names.push_back(name);
   return names;
 }
 
@@ -157,17 +152,22 @@ void NameFilter::findInGroup(const Group& group, std::string_view text, std::siz
   }
 }
 
-// Adds the names of that key that the text begins with.
+// Adds the names of that key that the text begins with. One that stands twice
+// counts at its first place only.
 void NameFilter::collect(const Group& group, std::uint32_t key, std::string_view text,
                          std::size_t from, std::vector<std::size_t>& found) const {
-  const std::uint64_t first = std::uint64_t{key} << 32;
-  auto entry = std::lower_bound(group.entries.begin(), group.entries.end(), first | from);
-  for (; entry != group.entries.end() && *entry >> 32 == key; ++entry)
-    if (startsWithIgnoreCase(text, names_[*entry - first])) found.push_back(*entry - first);
+  const std::uint64_t base = std::uint64_t{key} << 32;
+  const auto first = std::lower_bound(group.entries.begin(), group.entries.end(), base);
+  for (auto entry = first; entry != group.entries.end() && *entry >> 32 == key; ++entry) {
+    const std::size_t index = *entry - base;
+    if (index < from || !startsWithIgnoreCase(text, names_[index])) continue;
+    const auto same = [&](std::uint64_t other) { return names_[other - base] == names_[index]; };
+    if (std::none_of(first, entry, same)) found.push_back(index);
+  }
 }
 
 CallLinker::CallLinker(const ProcedureNames& ProzNamen)
-    : names_(distinctNames(ProzNamen)), filter_(names_) {}
+    : names_(trimmedNames(ProzNamen)), filter_(names_) {}
 
 std::string_view CallLinker::link(std::string_view html) {
   if (names_.empty() || startsWithIgnoreCase(html, kCommentSpan)) return html;

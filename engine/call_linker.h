@@ -26,7 +26,8 @@ class NameFilter {
   explicit NameFilter(const std::vector<std::string_view>& names);
 
   // Replaces `found` by the indexes of the names at or behind index `from` that
-  // occur in the text, in ascending order.
+  // occur in the text, in ascending order; the first index of a name that stands
+  // twice.
   void find(std::string_view text, std::size_t from, std::vector<std::size_t>& found) const;
 
  private:
@@ -70,7 +71,7 @@ class CallLinker {
   bool linkName(std::string_view name);
   bool replaceName(std::string_view name, std::size_t end, std::string_view close);
 
-  std::vector<std::string_view> names_;  // trimmed, in order, each text once
+  std::vector<std::string_view> names_;  // trimmed, in order, none empty
   NameFilter filter_;
   std::vector<std::size_t> found_;
   std::string html_;
