@@ -1,5 +1,6 @@
 // Collects a long text from many small pieces. The buffer is longer than the
 // content and grows in chunks of blanks, so an append copies its own text only.
+// The blanks of the reserve are counted, not stored: nothing but Find can see them.
 //
 // Sizes and positions are characters. The limits come from sizes that count two
 // bytes a character in 32 bits: beyond kMaxLength every growth throws
@@ -20,8 +21,8 @@ class cStringBuilder {
  public:
   static constexpr std::size_t kMaxLength = 0x3FFFFFFF;
 
-  std::size_t Length() const { return used_; }
-  std::size_t Capacity() const { return buffer_.size(); }
+  std::size_t Length() const { return content_.size(); }
+  std::size_t Capacity() const { return allocated_; }
   std::size_t ChunkSize() const { return chunk_; }
 
   // Sets the growth step. A step of 0 could never make room and throws
@@ -29,7 +30,7 @@ class cStringBuilder {
   void ChunkSize(std::size_t characters);
 
   // The content; an rvalue builder gives its buffer away.
-  std::string ToString() const& { return buffer_.substr(0, used_); }
+  std::string ToString() const& { return content_; }
   std::string ToString() &&;
 
   // Replaces the whole content.
@@ -38,9 +39,8 @@ class cStringBuilder {
   // Adds `text` behind the content. The buffer grows by one chunk at most: a
   // text that does not fit then throws std::length_error, nothing is changed.
   void Append(std::string_view text) {
-    if (text.size() > Capacity() - used_) makeRoomFor(text.size());
-    text.copy(buffer_.data() + used_, text.size());
-    used_ += text.size();
+    if (text.size() > allocated_ - content_.size()) makeRoomFor(text.size());
+    content_.append(text);
   }
   // NOLINTNEXTLINE(performance-unnecessary-value-param): by value is what sets it apart
   void AppendByVal(std::string text) { Append(text); }
@@ -66,17 +66,17 @@ class cStringBuilder {
   void HeapMinimize();
 
   // Takes memory for that many characters now; changes no size above.
-  void reserveMemory(std::size_t characters) { buffer_.reserve(characters); }
+  void reserveMemory(std::size_t characters) { content_.reserve(characters); }
 
   // How long a text Append takes at the moment.
-  std::size_t appendLimit() const { return Capacity() - used_ + chunk_; }
+  std::size_t appendLimit() const { return allocated_ - content_.size() + chunk_; }
 
  private:
   void addChunk();
   void makeRoomFor(std::size_t characters);
 
-  std::string buffer_;  // content, then blanks
-  std::size_t used_ = 0;
+  std::string content_;
+  std::size_t allocated_ = 0;  // length of the buffer: content and reserve
   std::size_t chunk_ = 8192;
 };
 

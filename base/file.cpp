@@ -184,7 +184,9 @@ struct AtomicFile::State {
         file(std::move(opened)),
         temporary(std::move(beside)),
         buffer(file.get()),
-        stream(&buffer) {}
+        stream(&buffer) {
+    std::setvbuf(file.get(), room.get(), _IOFBF, kRoom);
+  }
 
   ~State() {
     file.reset();  // an open file cannot be removed everywhere
@@ -208,8 +210,11 @@ struct AtomicFile::State {
     temporary.clear();
   }
 
+  static constexpr std::size_t kRoom = 0x10000;  // documents begin with many short lines
+
   fs::path name;    // the target as it was given
   fs::path target;  // its links followed
+  std::unique_ptr<char[]> room = std::make_unique_for_overwrite<char[]>(kRoom);  // of the file
   FileHandle file;
   fs::path temporary;  // empty: the target is written directly
   FileBuffer buffer;
