@@ -152,15 +152,17 @@ void NameFilter::findInGroup(const Group& group, std::string_view text, std::siz
   }
 }
 
-// Adds the names of that key that the text begins with. One that stands twice
-// counts at its first place only.
+// Adds the names of that key that the text, which begins with the key, begins
+// with. One that stands twice counts at its first place only.
 void NameFilter::collect(const Group& group, std::uint32_t key, std::string_view text,
                          std::size_t from, std::vector<std::size_t>& found) const {
   const std::uint64_t base = std::uint64_t{key} << 32;
   const auto first = std::lower_bound(group.entries.begin(), group.entries.end(), base);
   for (auto entry = first; entry != group.entries.end() && *entry >> 32 == key; ++entry) {
     const std::size_t index = *entry - base;
-    if (index < from || !startsWithIgnoreCase(text, names_[index])) continue;
+    if (index < from ||
+        !startsWithIgnoreCase(text.substr(group.length), names_[index].substr(group.length)))
+      continue;
     const auto same = [&](std::uint64_t other) { return names_[other - base] == names_[index]; };
     if (std::none_of(first, entry, same)) found.push_back(index);
   }

@@ -62,8 +62,7 @@ ModuleSource ModulDateiLesen(std::string_view file, const LineProgress& progress
   std::string_view text = ansiText(file, converted);
   const char lineEnd = text.find('\r') == std::string_view::npos ? '\n' : '\r';
   ModuleSource source;
-  source.List1.reserveBytes(
-      text.size() + static_cast<std::size_t>(std::count(text.begin(), text.end(), lineEnd)) + 1);
+  source.List1.reserveBytes(text.size());  // enough where lines end in CR LF
   while (!text.empty()) {
     source.tooManyLines = source.List1.size() == kMaxLines;
     if (source.tooManyLines) break;
