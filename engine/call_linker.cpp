@@ -32,27 +32,21 @@ bool holdsBracket(std::string_view name) {
 // The length of the tag that the text, which begins with "<", begins with; or 1
 // to pass the "<" alone.
 std::size_t tagLength(std::string_view text) {
+  const auto lengthOf = [text](auto tag) { return text.starts_with(tag) ? tag.size() : 1; };
   constexpr std::size_t kValue = 13;  // where the opening tags differ
-  std::string_view tag = kClosingTag;
-  if (text.size() > kValue && text[1] != '/') {
-    switch (text[kValue]) {
-      case 'C':
-        tag = kCodeSpan;
-        break;
-      case 'M':
-        tag = kMarksSpan;
-        break;
-      case 'P':
-        tag = kParmsSpan;
-        break;
-      case 'R':
-        tag = kCommentSpan;
-        break;
-      default:
-        tag = kEndSubSpan;
-    }
+  if (text.size() <= kValue || text[1] == '/') return lengthOf(kClosingTag);
+  switch (text[kValue]) {
+    case 'C':
+      return lengthOf(kCodeSpan);
+    case 'M':
+      return lengthOf(kMarksSpan);
+    case 'P':
+      return lengthOf(kParmsSpan);
+    case 'R':
+      return lengthOf(kCommentSpan);
+    default:
+      return lengthOf(kEndSubSpan);
   }
-  return text.starts_with(tag) ? tag.size() : 1;
 }
 
 // A window holds the last four characters, the newest in its highest byte.
