@@ -94,10 +94,14 @@ class Run {
 
   void emitHead(std::string_view html, std::size_t mark, std::string_view source) {
     constexpr std::string_view kEmptyCode = "<span class=\"Code\"> </span>";
-    std::string head =
-        options_.lineNumbers ? numberedHead(html.substr(0, mark), source) : linkedHead(html);
-    if (head.find(kEmptyCode) != std::string::npos) head = Replace(head, kEmptyCode, " ");
-    collector_.emit(head);
+    decorated_.clear();
+    if (options_.lineNumbers)
+      decorateNumberedHead(html.substr(0, mark), source);
+    else
+      decorateHead(html);
+    if (decorated_.find(kEmptyCode) != std::string::npos)
+      decorated_ = Replace(decorated_, kEmptyCode, " ");
+    collector_.emit(decorated_);
     collector_.append("<br>");
     bSubUmbruch_ = source.ends_with('_');
     if (!bSubUmbruch_) ++lineCounter_;
@@ -106,28 +110,25 @@ class Run {
   // The number is the anchor and the link back; the whole head takes the
   // procedure colour. The opener ends with a blank, so that two stand in front
   // of HREF: kept on purpose.
-  std::string numberedHead(std::string_view opener, std::string_view source) const {
+  void decorateNumberedHead(std::string_view opener, std::string_view source) {
     const std::size_t number = lineCounter_ + 1;
-    std::string head = Replace(LTrim(opener), "<span name", "<a name");
-    head.append(" HREF='#Index' class='Marks'>").append(std::to_string(number));
-    head.append(":</a><span class='Marks'>").append(numberFill(number));
-    head.append("</span><span class='Sub'>").append(source).append("</span>");
-    return head;
+    decorated_.append(Replace(LTrim(opener), "<span name", "<a name"));
+    decorated_.append(" HREF='#Index' class='Marks'>").append(std::to_string(number));
+    decorated_.append(":</a><span class='Marks'>").append(numberFill(number));
+    decorated_.append("</span><span class='Sub'>").append(source).append("</span>");
   }
 
   // Every span of the head is a link back; the first one's name is the anchor.
-  static std::string linkedHead(std::string_view html) {
+  void decorateHead(std::string_view html) {
     constexpr std::string_view kOpening = "<span ", kClosing = "</span>";
-    std::string head;
-    head.reserve(2 * html.size());
     for (std::size_t tag; (tag = html.find('<')) != std::string_view::npos;) {
-      head.append(html.substr(0, tag));
+      decorated_.append(html.substr(0, tag));
       html.remove_prefix(tag);
       const bool opening = html.starts_with(kOpening), closing = html.starts_with(kClosing);
-      head.append(opening ? "<a HREF='#Index' " : closing ? "</a>" : "<");
+      decorated_.append(opening ? "<a HREF='#Index' " : closing ? "</a>" : "<");
       html.remove_prefix(opening ? kOpening.size() : closing ? kClosing.size() : 1);
     }
-    return head.append(html);
+    decorated_.append(html);
   }
 
   // Returns the line's HTML as call linking left it.

@@ -41,7 +41,7 @@ std::string procedureName(std::string_view head) {
                                             CaselessText("Sub ")};
   for (const CaselessText& word : kWords) eraseAll(name, word);
   eraseAll(name, " ");
-  return name.insert(0, 1, ' ');
+  return " " + name;
 }
 
 // Whether the line holds "End "; the tail of "Friend " is none.
