@@ -9,7 +9,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-# Folders no library is made of, and what they may use: everything, and themselves.
+# Folders no library is made of. They may use everything, themselves and what tests share.
 TOP = ("tests", "bench", "fuzz")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 # The system headers of Windows by the beginning of their names, COM and shell included.
@@ -22,7 +22,7 @@ def read_floors():
     text = (ROOT / "CMakeLists.txt").read_text(encoding="utf-8")
     calls = re.findall(r"^tintline_floor\(([\w ]+)\)", text, re.MULTILINE)
     floors = {name: set(below) for name, *below in (call.split() for call in calls)}
-    return floors | {top: {*floors, top} for top in TOP}
+    return floors | {top: {*floors, top, "tests"} for top in TOP}
 
 
 def may_see_windows(path):

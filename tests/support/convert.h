@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/conversion.h"
+#include "tests/support/literal_driver.h"
 
 namespace tintline::test {
 
@@ -19,6 +20,14 @@ inline ColorScheme defaultColors() {
   ColorScheme scheme;
   modColor::Farbesetzen(scheme);
   return scheme;
+}
+
+inline literal::Colours literalColours(const ColorScheme& scheme) {
+  literal::Colours colours;
+  for (std::size_t category = 0; category < kColorCategories; ++category)
+    for (std::size_t field = 0; field < kColorFields; ++field)
+      colours.fields[category][field] = scheme[category][field];
+  return colours;
 }
 
 inline std::vector<std::string> strings(const HtmlLines& lines) {

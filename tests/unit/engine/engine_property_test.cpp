@@ -18,14 +18,6 @@ const literal::KeywordLists kLists = {
     literal::KeywordText({"Dim", "Sub", "If", "Left$", "x", "span", "Rem"}),
     literal::KeywordText({"hwnd", "If", "class", "True"})};
 
-literal::Colours literalColours(const ColorScheme& scheme) {
-  literal::Colours colours;
-  for (std::size_t category = 0; category < kColorCategories; ++category)
-    for (std::size_t field = 0; field < kColorFields; ++field)
-      colours.fields[category][field] = scheme[category][field];
-  return colours;
-}
-
 TEST(HighlighterProperty, AgreesWithTheTranscriptionOnAllShortLines) {
   const KeywordTable table(kLists.Keywords1, kLists.Keywords2);
   Highlighter fast(table);
@@ -65,7 +57,7 @@ TEST(ConversionProperty, AgreesWithTheTranscriptionOnRandomModules) {
     literal::Highlighter slow(kLists);
     const literal::Result expected = literal::Verarbeiten(
         lines, names, {options.lineNumbers, style == StyleMode::Inline, options.blnPaste},
-        literalColours(colors), slow, abortAt);
+        test::literalColours(colors), slow, abortAt);
 
     ASSERT_EQ(test::strings(conversion.List2), expected.List2);
     ASSERT_EQ(conversion.body(), expected.html);
@@ -102,7 +94,7 @@ TEST(SelectionProperty, AgreesWithTheTranscriptionOnRandomModules) {
     literal::Highlighter slow(kLists);
     const literal::SelectionResult expected = literal::AuswahlKonvertieren(
         lines, selected, {.lineNumbers = lineNumbers, .inlineStyle = style == StyleMode::Inline},
-        literalColours(test::defaultColors()), slow);
+        test::literalColours(test::defaultColors()), slow);
 
     ASSERT_EQ(test::strings(conversion.List2), expected.List2);
     ASSERT_EQ(conversion.body(), expected.html);
