@@ -75,12 +75,13 @@ void DocumentFrame::Procuebersicht(std::ostream& datei, const ProcedureNames& Pr
   writeLine(datei, "<span name='Index' " + (inlineMode ? inlineStyle : "class='Sub'") +
                        ">&Uuml;bersicht &uuml;ber die enthaltenen Prozeduren (Sub und "
                        "Function)</span><br>");
-  std::string link;
+  std::string links;
   for (const std::string& entry : ProzNamen) {
     const std::string_view name = Trim(entry);
-    link.assign("&nbsp;&nbsp;<a HREF='#").append(name).append("'>").append(name);
-    datei << link.append("</a><br>").append(kLineEnd);
+    links.append("&nbsp;&nbsp;<a HREF='#").append(name).append("'>").append(name);
+    links.append("</a><br>").append(kLineEnd);
   }
+  datei << links;
   // The blank in front of the closing tag stands in class mode only: kept on purpose.
   writeLine(datei, inlineMode ? "<span " + inlineStyle + ">Ende der &Uuml;bersicht</span><br>"
                               : "<span class='Sub'>Ende der &Uuml;bersicht </span><br>");

@@ -52,7 +52,7 @@ Case makeCase(std::string_view text, FuzzedDataProvider& choices) {
     auto& category =
         made.colors[choices.ConsumeIntegralInRange<std::size_t>(0, kColorCategories - 1)];
     category[kTextColor] = stretch(13);
-    category[kTransparency] = RTrim(stretch(4));  // blanks behind a number are left open
+    category[kTransparency] = stretch(4);
   }
   const auto selection = choices.ConsumeIntegral<std::uint8_t>();
   for (std::size_t i = 0; i < made.lines.size(); ++i)
