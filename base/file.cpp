@@ -29,18 +29,11 @@ bool isDirectory(const fs::path& path) {
   return fs::is_directory(path, none);
 }
 
-// One more than the bytes that the file says it has: a read that fills less has
-// seen the end.
-std::size_t firstReadSize(const fs::path& path) {
-  std::error_code none;
-  const std::uintmax_t size = fs::file_size(path, none);
-  return none ? 1 : static_cast<std::size_t>(size) + 1;
-}
-
 std::string readAll(std::FILE* file, const fs::path& path) {
   constexpr std::size_t kSmallestRead = 0x10000;  // for files that do not know their size
   std::string content;
-  std::size_t room = firstReadSize(path);
+  // One more than there should be: a read that fills less has seen the end.
+  std::size_t room = static_cast<std::size_t>(detail::sizeOf(file)) + 1;
   for (std::size_t done = 0;; room = std::max(done, kSmallestRead)) {
     content.resize(done + room);
     const std::size_t got = std::fread(content.data() + done, 1, room, file);
@@ -90,15 +83,19 @@ class FileBuffer final : public std::streambuf {
   std::error_code failure_;
 };
 
-// Creates a file beside the target. Its name does not hold the target's, which
+// Creates a file beside the target, with the permissions of the one that stands
+// there. Its name does not hold the target's, which
 // may be as long as the file system allows.
-FileHandle createBeside(const fs::path& target, fs::perms permissions, fs::path& temporary) {
+FileHandle createBeside(const fs::path& target, fs::file_status status, fs::path& temporary) {
   constexpr int kAttempts = 100;
   static std::atomic<unsigned> number = 0;
   const std::string start = "~tintline-" + std::to_string(detail::processNumber()) + '-';
   for (int attempt = 0;; ++attempt) {
     temporary = target.parent_path() / (start + std::to_string(number++) + ".tmp");
-    FileHandle file(detail::createNew(temporary, permissions));
+    FileHandle file(
+        fs::exists(status)
+            ? detail::createNew(temporary, status.permissions(), detail::Permissions::Exact)
+            : detail::createNew(temporary, fs::perms(0666), detail::Permissions::Masked));
     if (file) return file;
     std::error_code reason = lastError();
     if (reason == std::errc::file_exists && attempt < kAttempts) continue;
@@ -232,12 +229,9 @@ AtomicFile::AtomicFile(const fs::path& target) {
   std::error_code error;
   const fs::path end = detail::followLinks(target, error);
   if (error) throw FileError(target, error);
-  constexpr auto kNewFile = fs::perms(0666);  // less what the user's mask takes
   fs::path temporary;
-  FileHandle file =
-      createBeside(end, fs::exists(status) ? status.permissions() : kNewFile, temporary);
+  FileHandle file = createBeside(end, status, temporary);
   state_ = std::make_unique<State>(target, end, std::move(file), temporary);
-  if (fs::exists(status)) fs::permissions(temporary, status.permissions(), error);
 }
 
 AtomicFile::~AtomicFile() = default;

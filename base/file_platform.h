@@ -3,6 +3,7 @@
 // Tested by tests/unit/base/file_test.cpp.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
@@ -14,9 +15,14 @@ namespace tintline::detail {
 std::FILE* openToRead(const std::filesystem::path& path);
 std::FILE* openToWrite(const std::filesystem::path& path);
 
-// Creates a file that must not exist yet (else EEXIST), with at most these
-// permissions where the platform knows them.
-std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions);
+// The bytes that the file says it has, 0 when it does not know.
+std::uintmax_t sizeOf(std::FILE* file);
+
+// Creates a file that must not exist yet (else EEXIST), with these permissions
+// where the platform knows them: exactly, or less what the user's mask takes.
+enum class Permissions { Exact, Masked };
+std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions,
+                     Permissions how);
 
 // The number of this process: no other one that runs has it.
 unsigned long processNumber();

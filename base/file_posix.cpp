@@ -1,6 +1,7 @@
 // Opening files by POSIX calls. See file_platform.h.
 // Tested by tests/unit/base/file_test.cpp.
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -15,13 +16,24 @@ std::FILE* openToWrite(const std::filesystem::path& path) {
   return std::fopen(path.c_str(), "wbe");
 }
 
-std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions) {
-  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
-                          static_cast<mode_t>(permissions & std::filesystem::perms::all));
-  return file < 0 ? nullptr : ::fdopen(file, "wb");
+std::uintmax_t sizeOf(std::FILE* file) {
+  struct stat status {};
+  return ::fstat(::fileno(file), &status) == 0 ? static_cast<std::uintmax_t>(status.st_size) : 0;
 }
 
-unsigned long processNumber() { return static_cast<unsigned long>(::getpid()); }
+std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions,
+                     Permissions how) {
+  const auto mode = static_cast<mode_t>(permissions & std::filesystem::perms::all);
+  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+  if (file < 0) return nullptr;
+  if (how == Permissions::Exact) ::fchmod(file, mode);  // a file system without them says no
+  return ::fdopen(file, "wb");
+}
+
+unsigned long processNumber() {
+  static const auto number = static_cast<unsigned long>(::getpid());
+  return number;
+}
 
 std::error_code writeProtection(const std::filesystem::path& path) {
   const bool allowed = ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;

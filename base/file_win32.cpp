@@ -21,7 +21,12 @@ std::FILE* openToRead(const std::filesystem::path& path) { return ::_wfopen(path
 
 std::FILE* openToWrite(const std::filesystem::path& path) { return ::_wfopen(path.c_str(), L"wb"); }
 
-std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms) {
+std::uintmax_t sizeOf(std::FILE* file) {
+  const long long size = ::_filelengthi64(::_fileno(file));
+  return size < 0 ? 0 : static_cast<std::uintmax_t>(size);
+}
+
+std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms, Permissions) {
   const int file = ::_wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
                             _S_IREAD | _S_IWRITE);
   return file < 0 ? nullptr : ::_fdopen(file, "wb");

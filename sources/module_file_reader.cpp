@@ -41,7 +41,8 @@ std::string procedureName(std::string_view head) {
                                             CaselessText("Sub ")};
   for (const CaselessText& word : kWords) eraseAll(name, word);
   eraseAll(name, " ");
-  return " " + name;
+  name.insert(name.begin(), ' ');
+  return name;
 }
 
 // Whether the line holds "End "; the tail of "Friend " is none.
