@@ -73,8 +73,7 @@ class Run {
     observer_.yield();
     const std::string_view source = List1_[i];
     std::string_view html = highlighter_.fkt_ZeileKonvertieren(source);
-    apostrophe_ = source.find('\'') != std::string_view::npos;
-    const LineMarks marks = findMarks(html, apostrophe_);
+    const LineMarks marks = findMarks(html, highlighter_.lineHoldsApostrophe());
     if (marks.procedureEnd) html = withRule(html);
     if (observer_.abortRequested()) return false;
     observer_.yield();
@@ -149,7 +148,7 @@ class Run {
 
   // The upper rule of a module header.
   bool startsModule(std::size_t i, std::string_view html) const {
-    return apostrophe_ && i + 1 < List1_.size() &&
+    return highlighter_.lineHoldsApostrophe() && i + 1 < List1_.size() &&
            html.find("'-------") != std::string_view::npos &&
            containsIgnoreCase(List1_[i + 1], "Modul:");
   }
@@ -176,7 +175,6 @@ class Run {
   bool bSubUmbruch_ = false;     // a procedure head is continued
   bool statementStart_ = true;   // the line before did not end in a continuation
   bool frameOpen_ = false;
-  bool apostrophe_ = false;  // the line's source holds one
   std::string ruled_, decorated_;
 };
 

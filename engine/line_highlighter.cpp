@@ -161,6 +161,7 @@ struct WordPieces {
 
 std::string_view Highlighter::fkt_ZeileKonvertieren(std::string_view line) {
   html_.clear();
+  apostrophe_ = line.find('\'') != std::string_view::npos;
   const std::string_view trimmed = Trim(line);
   if (KommentarFortsetzung_ || trimmed.starts_with('\'') || startsWithIgnoreCase(trimmed, "REM")) {
     writeComment(line);
@@ -176,7 +177,7 @@ std::string_view Highlighter::fkt_ZeileKonvertieren(std::string_view line) {
 // The split is made at the last apostrophe or " REM", whichever occurrence was judged.
 Highlighter::SplitLine Highlighter::splitTrailingComment(std::string_view line) {
   std::size_t at;
-  if (modVBACode::fkt_KommentarZeichen(line)) {
+  if (apostrophe_ && modVBACode::fkt_KommentarZeichen(line)) {
     at = line.rfind('\'');
   } else if (modVBACode::fkt_KommentarRem(line)) {
     at = findLastRem(line);
@@ -311,8 +312,8 @@ void Highlighter::writeComment(std::string_view comment) {
 namespace modVBACode {
 
 bool fkt_KommentarZeichen(std::string_view line) {
-  if (line.find('\'') == std::string_view::npos) return false;
-  return evenQuotes(line.substr(0, line.rfind('\'')));
+  const std::size_t apostrophe = line.rfind('\'');
+  return apostrophe != std::string_view::npos && evenQuotes(line.substr(0, apostrophe));
 }
 
 bool fkt_KommentarRem(std::string_view line) {

@@ -27,6 +27,10 @@ class Highlighter {
   // line a comment.
   std::string_view fkt_ZeileKonvertieren(std::string_view line);
 
+  // Whether the line converted last holds an apostrophe. Where it holds none, all
+  // apostrophes of its HTML stand in the highlighter's own spans.
+  bool lineHoldsApostrophe() const { return apostrophe_; }
+
  private:
   struct SplitLine {
     std::string_view code;
@@ -46,6 +50,7 @@ class Highlighter {
 
   const KeywordTable& keywords_;
   TextBuffer html_;
+  bool apostrophe_ = false;
   bool KommentarFortsetzung_ = false;  // the next line continues a comment
 };
 
