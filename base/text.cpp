@@ -8,17 +8,6 @@
 
 namespace tintline {
 
-std::string_view LTrim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  return first == std::string_view::npos ? std::string_view() : text.substr(first);
-}
-
-std::string_view RTrim(std::string_view text) {
-  return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
-std::string_view Trim(std::string_view text) { return LTrim(RTrim(text)); }
-
 std::string Space(std::ptrdiff_t count) {
   return std::string(static_cast<std::size_t>(std::max<std::ptrdiff_t>(count, 0)), ' ');
 }

@@ -38,9 +38,15 @@ inline constexpr std::array<char, 256> kLower = makeLowerTable();
 constexpr char toLower(char c) { return detail::kLower[static_cast<unsigned char>(c)]; }
 
 // The text without leading blanks, trailing blanks, or both.
-std::string_view LTrim(std::string_view text);
-std::string_view RTrim(std::string_view text);
-std::string_view Trim(std::string_view text);
+constexpr std::string_view LTrim(std::string_view text) {
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  return text;
+}
+constexpr std::string_view RTrim(std::string_view text) {
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  return text;
+}
+constexpr std::string_view Trim(std::string_view text) { return LTrim(RTrim(text)); }
 
 // `count` blanks; none when count is not positive.
 std::string Space(std::ptrdiff_t count);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "base/text.h"
 
@@ -11,6 +12,8 @@ namespace tintline {
 namespace {
 
 constexpr unsigned kHashBits = 16;
+constexpr unsigned kChainShift = 4;  // the bits of a hash that chains do without
+constexpr std::uint32_t kChainEnd = 0xFFFFFFFF;
 constexpr std::string_view kCommentSpan = "<span class='Rem'>";
 constexpr std::string_view kMarksSpan = "<span class='Marks'>";
 
@@ -95,17 +98,20 @@ Surroundings surroundings(std::string_view html, std::string_view name) {
 
 }  // namespace
 
-NameFilter::NameFilter(const std::vector<std::string_view>& names) : names_(names) {
-  for (std::size_t index = 0; index < names.size(); ++index) {
+NameFilter::NameFilter(const std::vector<std::string_view>& names)
+    : names_(names), keys_(names.size()), next_(names.size()) {
+  for (std::size_t index = names.size(); index-- > 0;) {  // so that chains ascend
     const std::size_t length = std::min(names[index].size(), kWindow);
     std::uint32_t key = 0;
     for (std::size_t i = 0; i < length; ++i) key = pushFolded(key, names[index][i]);
     key >>= 8 * (kWindow - length);
+    const std::uint32_t hash = hashKey(key);
     Group& group = groupOf(length);
-    group.seen[hashKey(key) / 64] |= std::uint64_t{1} << hashKey(key) % 64;
-    group.entries.push_back(std::uint64_t{key} << 32 | index);
+    group.seen[hash / 64] |= std::uint64_t{1} << hash % 64;
+    keys_[index] = key;
+    next_[index] =
+        std::exchange(group.heads[hash >> kChainShift], static_cast<std::uint32_t>(index));
   }
-  for (Group& group : groups_) std::sort(group.entries.begin(), group.entries.end());
   std::vector<std::size_t> inTags;
   find(kAllTags, 0, inTags);
   skipTags_ = inTags.empty() && std::none_of(names.begin(), names.end(), holdsBracket);
@@ -114,8 +120,9 @@ NameFilter::NameFilter(const std::vector<std::string_view>& names) : names_(name
 NameFilter::Group& NameFilter::groupOf(std::size_t length) {
   for (Group& group : groups_)
     if (group.length == length) return group;
-  return groups_.emplace_back(
-      Group{length, std::vector<std::uint64_t>((std::size_t{1} << kHashBits) / 64), {}});
+  constexpr std::size_t kHashes = std::size_t{1} << kHashBits;
+  return groups_.emplace_back(Group{length, std::vector<std::uint64_t>(kHashes / 64),
+                                    std::vector<std::uint32_t>(kHashes >> kChainShift, kChainEnd)});
 }
 
 void NameFilter::find(std::string_view text, std::size_t from,
@@ -150,15 +157,14 @@ void NameFilter::findInGroup(const Group& group, std::string_view text, std::siz
 // with. One that stands twice counts at its first place only.
 void NameFilter::collect(const Group& group, std::uint32_t key, std::string_view text,
                          std::size_t from, std::vector<std::size_t>& found) const {
-  const std::uint64_t base = std::uint64_t{key} << 32;
-  const auto first = std::lower_bound(group.entries.begin(), group.entries.end(), base);
-  for (auto entry = first; entry != group.entries.end() && *entry >> 32 == key; ++entry) {
-    const std::size_t index = *entry - base;
-    if (index < from ||
+  const std::uint32_t head = group.heads[hashKey(key) >> kChainShift];
+  for (std::uint32_t index = head; index != kChainEnd; index = next_[index]) {
+    if (index < from || keys_[index] != key ||
         !startsWithIgnoreCase(text.substr(group.length), names_[index].substr(group.length)))
       continue;
-    const auto same = [&](std::uint64_t other) { return names_[other - base] == names_[index]; };
-    if (std::none_of(first, entry, same)) found.push_back(index);
+    std::uint32_t first = head;
+    while (names_[first] != names_[index]) first = next_[first];
+    if (first == index) found.push_back(index);
   }
 }
 

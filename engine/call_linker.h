@@ -34,9 +34,9 @@ class NameFilter {
   // The names of one length below kWindow, or of all lengths from there on. They
   // are reached by a key: their first characters, folded, as one number.
   struct Group {
-    std::size_t length = 0;              // of the key in characters
-    std::vector<std::uint64_t> seen;     // one bit for every hash of a key
-    std::vector<std::uint64_t> entries;  // key in the high half, index in the low; sorted
+    std::size_t length = 0;            // of the key in characters
+    std::vector<std::uint64_t> seen;   // one bit for every hash of a key
+    std::vector<std::uint32_t> heads;  // for a part of the hash, the first name of its chain
   };
 
   static constexpr std::size_t kWindow = 4;
@@ -48,6 +48,8 @@ class NameFilter {
                std::vector<std::size_t>& found) const;
 
   const std::vector<std::string_view>& names_;
+  std::vector<std::uint32_t> keys_;  // of each name
+  std::vector<std::uint32_t> next_;  // the next name of a chain, by ascending index
   std::vector<Group> groups_;
   bool skipTags_ = false;  // no name can occur in a tag, so that tags need not be searched
 };

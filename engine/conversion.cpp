@@ -100,8 +100,7 @@ class Run {
       decorateHead(html);
     if (decorated_.find(kEmptyCode) != std::string::npos)
       decorated_ = Replace(decorated_, kEmptyCode, " ");
-    collector_.emit(decorated_);
-    collector_.append("<br>");
+    collector_.emit(decorated_, "<br>");
     bSubUmbruch_ = source.ends_with('_');
     if (!bSubUmbruch_) ++lineCounter_;
   }
@@ -135,10 +134,9 @@ class Run {
     if (!bSubUmbruch_) html = linker_.link(html);
     if (startsModule(i, html))
       collector_.append(std::exchange(frameOpen_, true) ? kNextFrame : kFrameOpener);
-    collector_.emit(decorated(html, source), !statementStart_);
-    observer_.processed(i, List1_.size());
     const bool continues = source.ends_with('_');
-    collector_.append(continues ? "<br><br>" : "<br>\n");
+    collector_.emit(decorated(html, source), continues ? "<br><br>" : "<br>\n", !statementStart_);
+    observer_.processed(i, List1_.size());
     if (!continues) {
       bSubUmbruch_ = false;
       ++lineCounter_;

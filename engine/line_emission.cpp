@@ -33,11 +33,12 @@ LineCollector::LineCollector(const LineList& source, const DocumentFrame& frame,
   builder_.reserveMemory(kUsualGrowth * source.bytes());
 }
 
-void LineCollector::emit(std::string_view html, bool alwaysWrapper) {
+void LineCollector::emit(std::string_view html, std::string_view lineEnd, bool alwaysWrapper) {
   if (frame_.mode() == StyleMode::Inline) html = styled_ = frame_.fkt_ReplaceStyle(html);
   const Route route = alwaysWrapper || html.size() > kDirectLength ? Route::Wrapper : Route::Direct;
   lines_.add(builder_.Length(), html.size(), route);
   append(html);
+  append(lineEnd);
   observer_.emitted(html, route);
 }
 

@@ -39,11 +39,12 @@ class LineCollector {
   // collector.
   LineCollector(const LineList& source, const DocumentFrame& frame, ConversionObserver& observer);
 
-  // Adds a line, in inline mode with its classes replaced. `alwaysWrapper` sends
-  // a short line through the wrapper too.
-  void emit(std::string_view html, bool alwaysWrapper = false);
+  // Adds a line, in inline mode with its classes replaced, and behind it
+  // `lineEnd`, which belongs to the text only. `alwaysWrapper` sends a short line
+  // through the wrapper too.
+  void emit(std::string_view html, std::string_view lineEnd, bool alwaysWrapper = false);
 
-  // Adds to the text only: line ends, frames.
+  // Adds to the text only: frames.
   void append(std::string_view text);
 
   // Ends the run: the lines with their text.

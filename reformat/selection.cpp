@@ -23,8 +23,7 @@ SelectionConversion AuswahlKonvertieren(const LineList& List1, const std::vector
     const std::string_view html = highlighter.fkt_ZeileKonvertieren(List1[i]);
     if (options.lineNumbers)
       numbered.assign(continued ? kNumberColumn : numberPrefix(lineCounter + 1)).append(html);
-    collector.emit(options.lineNumbers ? numbered : html);
-    collector.append("<br>");
+    collector.emit(options.lineNumbers ? numbered : html, "<br>");
     continued = continuesInHtml(html);
     if (!continuesInSource(List1[i])) ++lineCounter;
     observer.processed(i, List1.size());
