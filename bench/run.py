@@ -119,7 +119,7 @@ CONVERSIONS = [
     ("class, own names", "modules", [], None),
     ("class, own names, line numbers", "modules", ["-n"], None),
     ("class, 500 names a module", "names500", [], 4.0),
-    ("class, 500 names, large modules", "large500", [], 4.0),
+    ("class, 500 names, large modules", "large500", [], None),
     ("inline, no names to link", "modules", ["--style", "inline", "--pasted"], None),
     ("inline, own names", "modules", ["--style", "inline"], None),
     ("inline, 500 names a module", "names500", ["--style", "inline"], None),
