@@ -52,10 +52,7 @@ std::size_t tagLength(std::string_view text) {
   }
 }
 
-// A window holds the last four characters, the newest in its highest byte.
-std::uint32_t pushFolded(std::uint32_t window, char c) {
-  return window >> 8 | static_cast<std::uint32_t>(static_cast<unsigned char>(toLower(c))) << 24;
-}
+std::uint32_t foldedCode(char c) { return static_cast<unsigned char>(toLower(c)); }
 
 std::uint32_t hashKey(std::uint32_t key) { return key * 0x9E3779B1U >> (32 - kHashBits); }
 
@@ -103,8 +100,7 @@ NameFilter::NameFilter(const std::vector<std::string_view>& names)
   for (std::size_t index = names.size(); index-- > 0;) {  // so that chains ascend
     const std::size_t length = std::min(names[index].size(), kWindow);
     std::uint32_t key = 0;
-    for (std::size_t i = 0; i < length; ++i) key = pushFolded(key, names[index][i]);
-    key >>= 8 * (kWindow - length);
+    for (std::size_t i = 0; i < length; ++i) key |= foldedCode(names[index][i]) << 8 * i;
     const std::uint32_t hash = hashKey(key);
     Group& group = groupOf(length);
     group.seen[hash / 64] |= std::uint64_t{1} << hash % 64;
@@ -139,14 +135,14 @@ void NameFilter::findInGroup(const Group& group, std::string_view text, std::siz
   const std::size_t length = group.length;
   const std::size_t shift = 8 * (kWindow - length);
   const bool skipTags = skipTags_;
-  std::uint32_t window = 0;
+  std::uint32_t window = 0;  // the last four characters, the newest in its highest byte
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '<' && skipTags) {
       i += tagLength(text.substr(i)) - 1;
       window = 0;
       continue;
     }
-    window = pushFolded(window, text[i]);
+    window = window >> 8 | foldedCode(text[i]) << 24;
     const std::uint32_t hash = hashKey(window >> shift);
     if ((seen[hash / 64] >> hash % 64 & 1) != 0 && i + 1 >= length)
       collect(group, window >> shift, text.substr(i + 1 - length), from, found);
