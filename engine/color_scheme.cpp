@@ -57,7 +57,7 @@ void Farbesetzen(ColorScheme& scheme) {
 }
 
 bool isTransparent(const ColorScheme& scheme, std::size_t category) {
-  std::string_view number = LTrim(scheme[category][kTransparency]);
+  std::string_view number = Trim(scheme[category][kTransparency]);
   if (!number.empty() && (number.front() == '+' || number.front() == '-')) number.remove_prefix(1);
   const std::size_t point = number.find('.');
   const bool onlyDigits = number.find_first_not_of("0123456789.") == std::string_view::npos &&

@@ -51,7 +51,7 @@ std::string fkt_FarbText(std::string_view decimal, const SystemColor& systemColo
 void Farbesetzen(ColorScheme& scheme);
 
 // True when the category has no background of its own: its transparency flag is
-// a number (leading blanks, sign, digits, decimal point) other than 0.
+// a number (blanks around it, sign, digits, decimal point) other than 0.
 bool isTransparent(const ColorScheme& scheme, std::size_t category);
 
 }  // namespace modColor

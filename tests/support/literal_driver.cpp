@@ -246,7 +246,7 @@ std::string styleText(const Colours& colours, int category, bool procedure) {
 }  // namespace
 
 bool FlagIsZero(const std::string& flag) {
-  std::string rest = LTrim(flag);
+  std::string rest = Trim(flag);
   if (Left(rest, 1) == "+" || Left(rest, 1) == "-") rest = Mid(rest, 2);
   bool pointSeen = false;
   bool otherThanZero = false;
