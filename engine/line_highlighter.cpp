@@ -102,7 +102,7 @@ struct WordPieces {
   std::string_view piece;
   std::string_view rest;
   unsigned classes;       // of the word's characters
-  bool WortEnde = false;  // a blank follows the piece
+  bool WortEnde = false;  // a blank follows the piece; never while there is a rest
 
   void split() {
     splitComma();
@@ -251,7 +251,6 @@ bool Highlighter::writePieces(std::string_view word, unsigned classes) {
     const unsigned ofPiece = classesOf(pieces.piece);
     writePiece(pieces.piece, ofPiece,
                ofPiece == kLetter ? keywords_.lookup(pieces.piece) : WordClass::None);
-    if (pieces.WortEnde && !pieces.rest.empty()) html_.put(' ');
     pieces.next();
   } while (!pieces.piece.empty());
   return pieces.WortEnde;
