@@ -84,8 +84,8 @@ class FileBuffer final : public std::streambuf {
 };
 
 // Creates a file beside the target, with the permissions of the one that stands
-// there. Its name does not hold the target's, which
-// may be as long as the file system allows.
+// there. Its name does not hold the target's, which may be as long as the file
+// system allows.
 FileHandle createBeside(const fs::path& target, fs::file_status status, fs::path& temporary) {
   constexpr int kAttempts = 100;
   static std::atomic<unsigned> number = 0;

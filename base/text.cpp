@@ -39,20 +39,22 @@ std::uint64_t loadFolded(const char* text) {
 
 std::size_t CaselessText::findIn(std::string_view text, std::size_t from) const {
   if (from > text.size() || part_.size() > text.size() - from) return std::string_view::npos;
-  constexpr std::size_t kStep = 8;          // places that are looked at at once,
-  constexpr std::size_t kRead = kStep + 2;  // by reading that many characters
-  if (!filtered_ || text.size() - from < kRead) return findOneByOne(text, from);
-  const std::size_t end = text.size() - part_.size() + 1;  // behind the last possible place
-  for (std::size_t next = from; next < end; next += kStep) {
+  constexpr std::size_t kStep = 8;           // places that are looked at at once,
+  constexpr std::size_t kRead = kStep + 2;   // by reading that many characters
+  const std::size_t first = from + anchor_;  // where the anchor can be at first
+  if (!filtered_ || text.size() - first < kRead) return findOneByOne(text, from);
+  const std::size_t end = text.size() - part_.size() + anchor_ + 1;  // behind its last place
+  for (std::size_t next = first; next < end; next += kStep) {
     const std::size_t at = std::min(next, text.size() - kRead);  // the last step overlaps
     const char* const eight = text.data() + at;
-    const std::uint64_t different = (loadFolded(eight) ^ start_[0]) |
-                                    (loadFolded(eight + 1) ^ start_[1]) |
-                                    (loadFolded(eight + 2) ^ start_[2]);
+    const std::uint64_t different = (loadFolded(eight) ^ folded_[0]) |
+                                    (loadFolded(eight + 1) ^ folded_[1]) |
+                                    (loadFolded(eight + 2) ^ folded_[2]);
     // The high bit of every byte that is 0, and of some behind it.
     std::uint64_t places = (different - kOnes) & ~different & 0x80 * kOnes;
     for (; places != 0; places &= places - 1) {
-      const std::size_t place = at + static_cast<std::size_t>(std::countr_zero(places)) / 8;
+      const std::size_t place =
+          at + static_cast<std::size_t>(std::countr_zero(places)) / 8 - anchor_;
       if (startsWithIgnoreCase(text.substr(place), part_)) return place;
     }
   }

@@ -3,6 +3,7 @@
 #include "engine/call_linker.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -24,9 +25,9 @@ constexpr std::string_view kCodeSpan = "<span class='Code'>";
 constexpr std::string_view kParmsSpan = "<span class='Parms'>";
 constexpr std::string_view kEndSubSpan = "<span class='EndSub'>";
 
-constexpr std::string_view kAllTags =
-    "</span><span class='Code'><span class='Parms'><span class='Marks'><span class='Rem'>"
-    "<span class='EndSub'>";
+constexpr std::string_view kTags[] = {kClosingTag, kCodeSpan,    kParmsSpan,
+                                      kMarksSpan,  kCommentSpan, kEndSubSpan};
+constexpr std::size_t kValue = 13;  // where the opening tags differ
 
 bool holdsBracket(std::string_view name) {
   return name.find('<') != std::string_view::npos || name.find('>') != std::string_view::npos;
@@ -36,7 +37,6 @@ bool holdsBracket(std::string_view name) {
 // to pass the "<" alone.
 std::size_t tagLength(std::string_view text) {
   const auto lengthOf = [text](auto tag) { return text.starts_with(tag) ? tag.size() : 1; };
-  constexpr std::size_t kValue = 13;  // where the opening tags differ
   if (text.size() <= kValue || text[1] == '/') return lengthOf(kClosingTag);
   switch (text[kValue]) {
     case 'C':
@@ -65,15 +65,7 @@ std::vector<std::string_view> trimmedNames(const ProcedureNames& ProzNamen) {
   return names;
 }
 
-// Position of the first comment span without regard to case, or npos.
-std::size_t findCommentSpan(std::string_view html) {
-  constexpr std::size_t kValueAt = 13;
-  constexpr CaselessText kValue(kCommentSpan.substr(kValueAt));  // rarer than "<span"
-  for (std::size_t at = 0; (at = kValue.findIn(html, at)) != std::string_view::npos; ++at)
-    if (at >= kValueAt && startsWithIgnoreCase(html.substr(at - kValueAt), kCommentSpan))
-      return at - kValueAt;
-  return std::string_view::npos;
-}
+constexpr CaselessText kFirstComment(kCommentSpan, kValue);
 
 // What stands around the occurrences of a name, found without regard to case.
 struct Surroundings {
@@ -108,9 +100,13 @@ NameFilter::NameFilter(const std::vector<std::string_view>& names)
     next_[index] =
         std::exchange(group.heads[hash >> kChainShift], static_cast<std::uint32_t>(index));
   }
-  std::vector<std::size_t> inTags;
-  find(kAllTags, 0, inTags);
-  skipTags_ = inTags.empty() && std::none_of(names.begin(), names.end(), holdsBracket);
+  const auto holdsName = [this](std::string_view tag) {
+    std::vector<std::size_t> found;
+    find(tag, 0, found);
+    return !found.empty();
+  };
+  skipTags_ = std::none_of(std::begin(kTags), std::end(kTags), holdsName) &&
+              std::none_of(names.begin(), names.end(), holdsBracket);
 }
 
 NameFilter::Group& NameFilter::groupOf(std::size_t length) {
@@ -186,7 +182,7 @@ std::string_view CallLinker::link(std::string_view html) {
 
 // True when the line was changed.
 bool CallLinker::linkName(std::string_view name) {
-  const std::size_t comment = findCommentSpan(html_);
+  const std::size_t comment = kFirstComment.findIn(html_);
   if (comment == std::string::npos && !surroundings(html_, name).assigned)
     return replaceName(name, html_.size(), "</a> ");
 

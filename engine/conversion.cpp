@@ -25,23 +25,13 @@ struct LineMarks {
   bool procedureEnd = false;                  // "class='EndSub'" occurs
 };
 
-// Position of class='value' without regard to case, or npos.
-std::size_t findClass(std::string_view html, const CaselessText& quotedValue) {
-  constexpr std::string_view kAttribute = "class=";
-  for (std::size_t at = 0; (at = quotedValue.findIn(html, at)) != std::string_view::npos; ++at)
-    if (at >= kAttribute.size() &&
-        startsWithIgnoreCase(html.substr(at - kAttribute.size()), kAttribute))
-      return at - kAttribute.size();
-  return std::string_view::npos;
-}
-
 // Where the source has no apostrophe, only the highlighter's own spans hold one:
 // those of heads and ends open the line, and the name of a head ends at the next.
 LineMarks findMarks(std::string_view html, bool apostropheInSource) {
   constexpr std::string_view kHead = "<span name='";
-  constexpr CaselessText kSub("'Sub'>"), kEndSub("'EndSub'");
-  if (apostropheInSource)
-    return {findClass(html, kSub), findClass(html, kEndSub) != std::string_view::npos};
+  constexpr std::size_t kValue = 6;  // where the class stands: rarer than "class="
+  constexpr CaselessText kSub("class='Sub'>", kValue), kEndSub("class='EndSub'", kValue);
+  if (apostropheInSource) return {kSub.findIn(html), kEndSub.isIn(html)};
   if (html.starts_with(kHead)) return {html.find('\'', kHead.size()) + 2, false};
   return {std::string_view::npos, html.starts_with("<span class='EndSub'")};
 }
@@ -101,7 +91,7 @@ class Run {
     if (decorated_.find(kEmptyCode) != std::string::npos)
       decorated_ = Replace(decorated_, kEmptyCode, " ");
     collector_.emit(decorated_, "<br>");
-    bSubUmbruch_ = source.ends_with('_');
+    bSubUmbruch_ = continuesInSource(source);
     if (!bSubUmbruch_) ++lineCounter_;
   }
 
@@ -134,7 +124,7 @@ class Run {
     if (!bSubUmbruch_) html = linker_.link(html);
     if (startsModule(i, html))
       collector_.append(std::exchange(frameOpen_, true) ? kNextFrame : kFrameOpener);
-    const bool continues = source.ends_with('_');
+    const bool continues = continuesInSource(source);
     collector_.emit(decorated(html, source), continues ? "<br><br>" : "<br>\n", !statementStart_);
     observer_.processed(i, List1_.size());
     if (!continues) {

@@ -97,6 +97,9 @@ TEST(Text, FindsThePlaceThatATestOfEveryPlaceFinds) {
       ++expected;
     if (expected > text.size()) expected = std::string_view::npos;
     ASSERT_EQ(findIgnoreCase(text, part, from), expected) << "run " << run;
+    for (std::size_t anchor = 1; anchor < part.size(); ++anchor)
+      ASSERT_EQ(CaselessText(part, anchor).findIn(text, from), expected)
+          << "run " << run << ", anchor " << anchor;
   }
 }
 
