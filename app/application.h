@@ -1,0 +1,39 @@
+// The program: its forms and what they share, its entry and its end.
+//
+// Tested by tests/unit/app/application_test.cpp.
+#pragma once
+
+#include <filesystem>
+
+#include "app/frmFarbeinstellung/frmFarbeinstellung.h"
+#include "app/frmPrePostCode/frmPrePostCode.h"
+#include "app/frmSplash/frmSplash.h"
+#include "app/frmVBACode/frmVBACode.h"
+#include "app/ports.h"
+#include "engine/color_scheme.h"
+
+namespace tintline {
+
+class Application {
+ public:
+  explicit Application(const Ports& ports);
+
+  const Ports ports;
+  ColorScheme colors;  // the colour table
+  frmSplash splash;
+  frmFarbeinstellung farbeinstellung;
+  frmPrePostCode prePostCode;
+  frmVBACode mainWindow;
+
+  // The entry: shows the main window and returns. `lastError` is the platform's last
+  // error code at process start; when it says that a named object existed already,
+  // nothing is shown and the result is false.
+  bool Main(unsigned long lastError);
+
+  // Unloads every form and releases the single-instance handle.
+  void ProgrammBeenden();
+
+  std::filesystem::path settingsFile() const;
+};
+
+}  // namespace tintline

@@ -1,0 +1,58 @@
+// See list_box.h. Tested by tests/unit/app/list_box_test.cpp.
+#include "app/controls/list_box.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tintline {
+
+void ListBox::AddItem(std::string_view line) {
+  lines_.append(line);
+  selected_.push_back(false);
+  ++lineVersion_;
+  changed();
+}
+
+void ListBox::Clear() { setLines({}); }
+
+void ListBox::setLines(LineList lines) {
+  lines_ = std::move(lines);
+  selected_.assign(lines_.size(), false);
+  selectedCount_ = 0;
+  listIndex_ = kNone;
+  ++lineVersion_;
+  ++selectionVersion_;
+  changed();
+}
+
+void ListBox::setListIndex(std::ptrdiff_t index) {
+  if (index == listIndex_) return;
+  listIndex_ = index;
+  ++selectionVersion_;
+  changed();
+}
+
+void ListBox::setSelected(std::size_t index, bool selected) {
+  if (selected_[index] == selected) return;
+  selected_[index] = selected;
+  selectedCount_ += selected ? 1 : -1;
+  ++selectionVersion_;
+  changed();
+}
+
+void ListBox::selectAll() {
+  selected_.assign(lines_.size(), true);
+  selectedCount_ = lines_.size();
+  ++selectionVersion_;
+  changed();
+}
+
+void ListBox::userSelected(std::vector<bool> selection, std::ptrdiff_t listIndex) {
+  selected_ = std::move(selection);
+  selected_.resize(lines_.size());
+  selectedCount_ = static_cast<std::size_t>(std::count(selected_.begin(), selected_.end(), true));
+  listIndex_ = listIndex;
+  if (Click) Click();
+}
+
+}  // namespace tintline

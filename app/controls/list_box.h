@@ -1,0 +1,64 @@
+// The model of a list box with extended selection. The lines live here and only
+// here: the view asks for those that it draws.
+//
+// Tested by tests/unit/app/list_box_test.cpp.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "app/controls/control.h"
+#include "base/line_list.h"
+
+namespace tintline {
+
+class ListBox : public Control {
+ public:
+  static constexpr std::ptrdiff_t kNone = -1;
+
+  const LineList& lines() const { return lines_; }
+  std::size_t ListCount() const { return lines_.size(); }
+
+  // Adds a line at the end, not selected.
+  void AddItem(std::string_view line);
+
+  // No lines, no selection.
+  void Clear();
+
+  // Replaces all lines; nothing is selected then.
+  void setLines(LineList lines);
+
+  // The current item, or kNone.
+  std::ptrdiff_t ListIndex() const { return listIndex_; }
+  void setListIndex(std::ptrdiff_t index);
+
+  // The selection, one flag a line.
+  const std::vector<bool>& selection() const { return selected_; }
+  bool Selected(std::size_t index) const { return selected_[index]; }
+  void setSelected(std::size_t index, bool selected);
+  void selectAll();
+  std::size_t SelCount() const { return selectedCount_; }
+
+  // The range that can be scrolled through sideways, in pixels.
+  Property<int> HorizontalExtent{*this, 0};
+
+  // Grows whenever lines or selection change from here: how a view knows
+  // whether what it shows is still right.
+  unsigned lineVersion() const { return lineVersion_; }
+  unsigned selectionVersion() const { return selectionVersion_; }
+
+  // The view reports what the user selected and where the focus is; then comes Click.
+  void userSelected(std::vector<bool> selection, std::ptrdiff_t listIndex);
+  Event Click;
+
+ private:
+  LineList lines_;
+  std::vector<bool> selected_;
+  std::size_t selectedCount_ = 0;
+  std::ptrdiff_t listIndex_ = kNone;
+  unsigned lineVersion_ = 0;
+  unsigned selectionVersion_ = 0;
+};
+
+}  // namespace tintline

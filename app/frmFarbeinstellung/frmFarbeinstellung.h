@@ -1,0 +1,70 @@
+// The dialog that edits the colour scheme.
+//
+// Tested by tests/unit/app/frmFarbeinstellung_test.cpp.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <string>
+
+#include "app/controls/combo_box.h"
+#include "app/controls/form.h"
+#include "engine/color_scheme.h"
+#include "ports/dialogs.h"
+#include "ports/shell.h"
+
+namespace tintline {
+
+// A piece of sample code in the colours of its category.
+class SampleLabel final : public Label {
+ public:
+  Property<std::uint32_t> ForeColor{*this, 0};  // 0x00BBGGRR
+  Property<std::uint32_t> BackColor{*this, 0xFFFFFF};
+  Property<bool> Transparent{*this, false};  // no background of its own
+  Property<bool> BoldItalic{*this, false};
+};
+
+class frmFarbeinstellung final : public Form {
+ public:
+  // `colors` is the program's colour table; only "Speichern" leaves it changed.
+  frmFarbeinstellung(ColorScheme& colors, std::filesystem::path settingsFile, Dialogs& dialogs,
+                     Shell& shell, modColor::SystemColor systemColor);
+
+  Label lblKategorie, lblText, lblHintergrund, lblBeispiel, lblSchema;
+  ComboBox cboKategorie;                   // the five categories
+  TextBox txtFarbe, txtHintergrund;        // "#RRGGBB"
+  CommandButton cmdFarbe, cmdHintergrund;  // the system's colour dialog
+  CheckBox chkTransparent;
+  SampleLabel lblMuster;                                      // the category
+  std::array<SampleLabel, kColorCategories> lblMusterSchema;  // the whole scheme
+  Label lblHinweis;  // what is wrong with a colour text, "" when nothing is
+  CommandButton cmdStandard, cmdSpeichern, cmdAbbrechen, cmdHilfe;
+
+  void cboKategorie_Click();
+  void txtFarbe_Change();
+  void txtHintergrund_Change();
+  void cmdFarbe_Click();
+  void cmdHintergrund_Click();
+  void chkTransparent_Click();
+  void cmdStandard_Click();
+  void cmdSpeichern_Click();
+  void cmdAbbrechen_Click();
+  void mnufarbe_Click();
+
+  // True when the last showing ended with "Speichern".
+  bool saved() const { return saved_; }
+
+ private:
+  void Form_Load() override;
+  void Form_Unload() override;
+
+  ColorScheme& colors_;
+  std::filesystem::path settingsFile_;
+  Dialogs& dialogs_;
+  Shell& shell_;
+  modColor::SystemColor systemColor_;
+  ColorScheme edited_;
+  bool saved_ = false;
+};
+
+}  // namespace tintline

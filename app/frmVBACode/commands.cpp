@@ -1,0 +1,115 @@
+// See commands.h. Tested by tests/unit/app/commands_test.cpp.
+#include "app/frmVBACode/commands.h"
+
+namespace tintline {
+namespace {
+
+constexpr MenuEntry kLine{Command::None, L"", L""};
+
+constexpr MenuEntry kDatei[] = {
+    {Command::mnudatei, L"&Öffnen…", L"Strg+O"},
+    {Command::mnuexport, L"&Exportieren…", L"Strg+S"},
+    kLine,
+    {Command::mnubeenden, L"&Beenden", L"Alt+F4"},
+};
+
+constexpr MenuEntry kBearbeiten[] = {
+    {Command::mnuCopy, L"&Kopieren", L"Strg+C"},
+    {Command::mnuInsert, L"&Einfügen", L"Strg+V"},
+    kLine,
+    {Command::mnuSelectAll, L"Alles &markieren", L"Strg+A"},
+};
+
+constexpr MenuEntry kKonvertieren[] = {
+    {Command::mnuMakro, L"M&akro/Datei", L"F5"},
+    {Command::mnuModul, L"&Modul", L"F6"},
+    {Command::mnuAuswahl, L"Aus&wahl", L"F7"},
+    {Command::mnuAlleModule, L"Alle Module &konvertieren", L""},
+    kLine,
+    {Command::mnuFormat, L"Einzug &vergrößern", L"Strg++"},
+    {Command::mnuFormat2, L"Einzug ve&rkleinern", L"Strg+-"},
+    {Command::mnuZeilenbreite, L"Zeilen&breite…", L""},
+    {Command::mnuUmbruch, L"Zeilen &umbrechen", L"Strg+U"},
+    kLine,
+    {Command::mnuZeilennummern, L"Zeilen&nummern", L""},
+    {Command::mnuVorschau, L"V&orschau", L""},
+};
+
+constexpr MenuEntry kOffice[] = {
+    {Command::mnuword, L"Word &analysieren", L""},
+    {Command::mnuexcel, L"Excel analysieren", L""},
+    kLine,
+    {Command::mnutrennen, L"Verbindung zu Word &trennen", L""},
+    {Command::mnutrennen2, L"Verbindung zu Excel trennen", L""},
+    kLine,
+    {Command::mnu2word, L"Nach Word exportieren", L""},
+};
+
+constexpr MenuEntry kExtras[] = {
+    {Command::mnuFarben, L"&Farben einstellen…", L""},
+    {Command::mnuFarbenSpeichern, L"Farben &speichern", L""},
+    {Command::mnuPrePost, L"&Pre- u. PostCode konfigurieren", L""},
+    {Command::mnuSchluesselworte, L"Schlüssel&worte bearbeiten", L""},
+};
+
+constexpr MenuEntry kHilfe[] = {
+    {Command::mnuhelp, L"&Hilfe", L"F1"},
+    kLine,
+    {Command::mnuInfo, L"&Info über TINTLINE…", L""},
+};
+
+constexpr Menu kMenuBar[] = {
+    {L"&Datei", kDatei},   {L"&Bearbeiten", kBearbeiten}, {L"&Konvertieren", kKonvertieren},
+    {L"&Office", kOffice}, {L"E&xtras", kExtras},         {L"&?", kHilfe},
+};
+
+constexpr ToolbarButton kGap{"", Command::None, L""};
+
+constexpr ToolbarButton kToolbar[] = {
+    {"file", Command::mnudatei, L"Liest eine VB(A)-Datei ein"},
+    kGap,
+    {"word", Command::mnuword, L"Liest die Makros aus Word ein"},
+    {"wordende", Command::mnutrennen, L"Trennt die Verbindung zu Word"},
+    kGap,
+    {"ini", Command::mnuSchluesselworte, L"Öffnet die Liste der Schlüsselworte"},  // 6
+    {"save", Command::mnuFarbenSpeichern, L"Speichert die Farben"},
+    kGap,
+    {"copy", Command::cmdVBAClp, L"Kopiert die Auswahl in die Zwischenablage"},  // 9
+    {"insert", Command::mnuInsert, L"Fügt Code aus der Zwischenablage ein"},
+    kGap,
+    {"format", Command::mnuFormat, L"Vergrößert den Einzug"},
+    {"format2", Command::mnuFormat2, L"Verkleinert den Einzug"},  // 13
+    {"umbruch", Command::mnuUmbruch, L"Bricht lange Zeilen um"},
+    kGap,
+    {"export", Command::mnuexport, L"Speichert das Ergebnis"},
+    {"2word", Command::mnu2word, L"Überträgt das Ergebnis nach Word"},
+    kGap,
+    {"farbe", Command::mnuFarben, L"Stellt die Farben ein"},
+    {"help", Command::mnuhelp, L"Zeigt die Hilfe an"},
+};
+
+constexpr Accelerator kAccelerators[] = {
+    {kControl, Key::Letter, 'O', Command::mnudatei},
+    {kControl, Key::Letter, 'S', Command::mnuexport},
+    {kControl, Key::Letter, 'C', Command::mnuCopy},
+    {kControl, Key::Letter, 'V', Command::mnuInsert},
+    {kControl, Key::Letter, 'A', Command::mnuSelectAll},
+    {kControl, Key::Letter, 'U', Command::mnuUmbruch},
+    {kControl, Key::Plus, 0, Command::mnuFormat},
+    {kControl, Key::Minus, 0, Command::mnuFormat2},
+    {kNoModifier, Key::F1, 0, Command::mnuhelp},
+    {kNoModifier, Key::F5, 0, Command::mnuMakro},
+    {kNoModifier, Key::F6, 0, Command::mnuModul},
+    {kNoModifier, Key::F7, 0, Command::mnuAuswahl},
+    {kNoModifier, Key::Escape, 0, Command::mnuAbbrechen},
+};
+
+}  // namespace
+
+std::span<const Menu> menuBar() { return kMenuBar; }
+
+std::span<const ToolbarButton> toolbar() { return kToolbar; }
+
+std::span<const Accelerator> accelerators() { return kAccelerators; }
+
+}  // namespace tintline

@@ -1,0 +1,83 @@
+// The commands of the main window, and where they stand in menus and tool bar.
+//
+// Tested by tests/unit/app/commands_test.cpp.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace tintline {
+
+// Everything that menus, tool bar and keys can start, named after its menu entry or
+// button; `None` separates groups.
+enum class Command {
+  None,
+  mnudatei,
+  mnuexport,
+  mnubeenden,
+  mnuCopy,
+  cmdVBAClp,
+  mnuInsert,
+  mnuSelectAll,
+  mnuModul,
+  mnuMakro,
+  mnuAuswahl,
+  mnuAlleModule,
+  mnuFormat,
+  mnuFormat2,
+  mnuZeilenbreite,
+  mnuUmbruch,
+  mnuZeilennummern,
+  mnuVorschau,
+  mnuword,
+  mnuexcel,
+  mnutrennen,
+  mnutrennen2,
+  mnu2word,
+  mnuFarben,
+  mnuFarbenSpeichern,
+  mnuPrePost,
+  mnuSchluesselworte,
+  mnuhelp,
+  mnuInfo,
+  mnuAbbrechen  // Esc
+};
+
+struct MenuEntry {
+  Command command;            // None: a line between groups
+  std::wstring_view caption;  // "&" in front of the access key
+  std::wstring_view keys;     // shown behind the caption, in the user's language; "" for none
+};
+
+struct Menu {
+  std::wstring_view caption;
+  std::span<const MenuEntry> entries;
+};
+
+// The menu bar, from left to right.
+std::span<const Menu> menuBar();
+
+struct ToolbarButton {
+  std::string_view key;  // names the command's picture; "" for a gap between groups
+  Command command;
+  std::wstring_view toolTip;
+};
+
+// The tool bar, from left to right; gaps count as buttons. Button 6 of it (from 1)
+// needs the control file, button 9 loaded code, and button 13 narrows the indentation.
+std::span<const ToolbarButton> toolbar();
+
+// Key combinations.
+enum KeyModifier : unsigned { kNoModifier = 0, kControl = 1, kShift = 2 };
+enum class Key { Letter, F1, F5, F6, F7, Plus, Minus, Escape };
+
+struct Accelerator {
+  unsigned modifiers;
+  Key key;
+  char letter;  // for Key::Letter, upper case
+  Command command;
+};
+
+std::span<const Accelerator> accelerators();
+
+}  // namespace tintline

@@ -1,0 +1,32 @@
+// All ports that the program stands on, in one hand.
+#pragma once
+
+#include <functional>
+
+#include "engine/color_scheme.h"
+#include "ports/clipboard.h"
+#include "ports/clock.h"
+#include "ports/dialogs.h"
+#include "ports/files.h"
+#include "ports/locale.h"
+#include "ports/message_loop.h"
+#include "ports/shell.h"
+#include "ports/text_measure.h"
+
+namespace tintline {
+
+// What stands behind the references must live as long as the program.
+struct Ports {
+  Dialogs& dialogs;
+  MessageLoop& messageLoop;
+  Clock& clock;
+  Clipboard& clipboard;
+  Shell& shell;
+  Files& files;
+  Locale& locale;
+  TextMeasure& textMeasure;  // in the font of the two lists
+  modColor::SystemColor systemColor;
+  std::function<void()> releaseSingleInstance;  // at exit: the handle's release and close
+};
+
+}  // namespace tintline
