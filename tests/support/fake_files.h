@@ -1,0 +1,26 @@
+// The program's folders inside a temporary folder of the test's own.
+#pragma once
+
+#include <filesystem>
+
+#include "ports/files.h"
+#include "tests/support/temp_folder.h"
+
+namespace tintline::test {
+
+class FakeFiles final : public Files {
+ public:
+  FakeFiles() {
+    std::filesystem::create_directory(program);
+    std::filesystem::create_directory(temporary);
+  }
+
+  std::filesystem::path programFolder() override { return program; }
+  std::filesystem::path temporaryFolder() override { return temporary; }
+
+  TempFolder folder;
+  std::filesystem::path program = folder / "program";
+  std::filesystem::path temporary = folder / "temporary";
+};
+
+}  // namespace tintline::test
