@@ -47,6 +47,15 @@ void ListBox::selectAll() {
   changed();
 }
 
+void ListBox::selectOnly(std::size_t index) {
+  selected_.assign(lines_.size(), false);
+  selected_[index] = true;
+  selectedCount_ = 1;
+  listIndex_ = static_cast<std::ptrdiff_t>(index);
+  ++selectionVersion_;
+  changed();
+}
+
 void ListBox::userSelected(std::vector<bool> selection, std::ptrdiff_t listIndex) {
   selected_ = std::move(selection);
   selected_.resize(lines_.size());

@@ -38,6 +38,9 @@ class ListBox : public Control {
   bool Selected(std::size_t index) const { return selected_[index]; }
   void setSelected(std::size_t index, bool selected);
   void selectAll();
+
+  // Selects that item alone and makes it the current one.
+  void selectOnly(std::size_t index);
   std::size_t SelCount() const { return selectedCount_; }
 
   // The range that can be scrolled through sideways, in pixels.

@@ -3,6 +3,7 @@
 // Tested by tests/unit/app/frmSplash_test.cpp.
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "app/controls/form.h"
@@ -25,6 +26,12 @@ class frmSplash final : public Form {
   Frame Frame1;
   ProgressBar ProgressBar1;
   bool Check1 = false;  // the user may close the splash
+
+  // All controls that can be enabled, disabled, shown or hidden.
+  std::array<Control*, 9> controls() {
+    return {&lblProductName, &lblVersion,       &lblCopyright, &Label1, &Label2,
+            &Label3,         &lblEinstellungen, &imgLogo,      &Frame1};
+  }
 
   void Form_KeyPress();
   void Form_MouseUp();

@@ -10,6 +10,9 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
+#include <optional>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -55,9 +58,8 @@ class frmVBACode final : public Form {
   // Runs a command that the user started; nothing when it is not enabled.
   void execute(Command command);
 
-  // The list that has the focus, for copying; set by the view.
-  enum class ActiveList { None, List1, List2 };
-  ActiveList activeList = ActiveList::None;
+  // The list that has the focus, or null; set by the view.
+  ListBox* ActiveControl = nullptr;
 
   // The view asks before it closes the window: false while a run goes on, which is
   // ended first; the window is then closed behind it.
@@ -72,7 +74,7 @@ class frmVBACode final : public Form {
 
   // -------------------------------------------------------------------- sources
   void DateiEinlesen();
-  void ModulDateiLesen(const std::filesystem::path& file);
+  bool ModulDateiLesen(const std::filesystem::path& file);  // false: not, or not all, read
   void DateiknotenEinfuegen(const std::wstring& name, const std::filesystem::path& path);
   bool fkt_DateiknotenEntnehmen();
   void DateiknotenWiederherstellen();
@@ -106,8 +108,8 @@ class frmVBACode final : public Form {
   void DummySeite();
 
   // ---------------------------------------------------------------------- extras
+  void Check2_Click();
   void mnuFarben_Click();
-  void mnuPrePost_Click();
   void mnuSchluesselworte_Click();
   void fkt_ShowSplash();
   void mnubeenden_Click();
@@ -116,13 +118,86 @@ class frmVBACode final : public Form {
   std::string HTMLText, HTMLTabelle;
 
  private:
+  static constexpr std::wstring_view kSourceCaption = L"Quellcode";
+  static constexpr std::string_view kKeywordsFile = "vb.ini";
+  static constexpr std::string_view kScratchFile = "dummy.html";
+
   class RunObserver;
+  class WholeRun;
+  class SelectionRun;
+
+  // Where the lines of List1 came from: what cmdMakro converts.
+  enum class Source { None, File, Text, Procedure };
+
+  // What was done to the lines of List1 since they were read, to be done again when
+  // they are read anew.
+  struct Reformatting {
+    bool indented = false;
+    bool wrapped = false;
+  };
 
   void Form_Load() override;
   void Form_Unload() override;
 
+  void wireEvents();
+  void command(const std::function<void()>& work);
+  void dispatch(Command command);
+
+  void SchluesselworteLaden(std::string_view fileName);
+  void StandardSchluesselworteLaden();
+  void waitUntil(float start, float seconds);
+  void showKeywordProgress(std::size_t entries);
+
+  void open(const std::filesystem::path& file);
+  void clearLists();
+  void clearResult();
+  void resetDisplay();
+  void setSource(Source source);
+  void nodeWithChildren(TreeNode& node);
+  void nodeWithoutChildren(TreeNode& node);
+
+  void run(const std::function<void()>& work);
+  void endRun(bool preview);
+  bool readSourceAnew();
+  void convertSelection();
+  void ErgebnisAuffrischen();
+  void followCurrentLine(const ListBox& moved, ListBox& other);
+  ConversionOptions conversionOptions() const;
+  DocumentFrame frame() const;
+  std::wstring decimal(double number) const;
+
+  void indent(LineList (*pass)(const LineList&, int&));
+  void replaceLines(LineList lines);
+  void reformatAgain(const Reformatting& wanted);
+
+  std::optional<std::filesystem::path> chooseExportFile();
+  std::wstring defaultName() const;
+  bool writeExportFile(const std::filesystem::path& file);
+  void openExportFile(const std::filesystem::path& file);
+  void writeScratchPage(const std::function<void(std::ostream&)>& write);
+
   Application& application_;
   const Ports& ports_;
+  ListboxHScroll hscroll1_, hscroll2_;
+  KeywordTable keywords_;
+  Highlighter highlighter_;
+
+  Source source_ = Source::None;
+  std::wstring Dateiname_;           // of the loaded file, without folder; "" for none
+  std::filesystem::path Dateipfad_;  // its full path
+  ProcedureNames ProzNamen_;
+  Reformatting reformatting_;
+  int einzug_ = 0;            // blanks per block level
+  int zeilenbreite_ = 80;     // 0: lines are not wrapped
+  bool busy_ = false;         // a command is at work
+  bool closeWanted_ = false;  // the user closed the window while a command was at work
+  bool bEsc_ = false;         // abort request
+  bool blnPaste_ = false;     // the lines are pasted code
+  bool gesamtmodul_ = false;  // List1 holds one or more whole modules of a project
+  bool Auswahl_ = false;      // the result stems from a selection
+  bool controlFile_ = false;  // there is a "vb.ini"
+  bool narrowable_ = false;   // button "format2": lines were indented once
+  bool wrappable_ = false;    // button "umbruch": some line is longer than the width
 };
 
 }  // namespace tintline

@@ -1,0 +1,40 @@
+// See application.h. Tested by tests/unit/app/application_test.cpp.
+#include "app/application.h"
+
+#include "app/HTMLHelp.h"
+#include "app/settings/modIniSave.h"
+
+namespace tintline {
+
+Application::Application(const Ports& platform)
+    : ports(platform),
+      splash(ports.shell),
+      farbeinstellung(colors, settingsFile(), ports.dialogs, ports.shell, ports.systemColor),
+      prePostCode(settingsFile()),
+      mainWindow(*this) {}
+
+// The named object is never created: a second start opens a second main window, on
+// purpose.
+bool Application::Main(unsigned long lastError) {
+  constexpr unsigned long kAlreadyExists = 183;
+  if (lastError == kAlreadyExists) {
+    ports.releaseSingleInstance();
+    return false;
+  }
+  mainWindow.Show();
+  return true;
+}
+
+void Application::ProgrammBeenden() {
+  for (Form* form : {static_cast<Form*>(&splash), static_cast<Form*>(&farbeinstellung),
+                     static_cast<Form*>(&prePostCode), static_cast<Form*>(&mainWindow)})
+    form->Unload();
+  HTMLHelp::CloseHelp(ports.shell);
+  ports.releaseSingleInstance();
+}
+
+std::filesystem::path Application::settingsFile() const {
+  return ports.files.programFolder() / modIniSave::kSettingsFile;
+}
+
+}  // namespace tintline

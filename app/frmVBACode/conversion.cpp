@@ -1,0 +1,222 @@
+// The commands that convert, and what they show while they are at work.
+// Tested by tests/unit/app/conversion_commands_test.cpp.
+#include "engine/conversion.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+#include "app/application.h"
+#include "app/frmVBACode/frmVBACode.h"
+#include "reformat/selection.h"
+
+namespace tintline {
+namespace {
+
+// "Lese Zeile: 0 (10)"
+std::wstring progressText(std::wstring_view what, std::size_t line, std::size_t count) {
+  std::wstring text(what);
+  return text.append(std::to_wstring(line)).append(L" (").append(std::to_wstring(count)) + L")";
+}
+
+constexpr std::wstring_view kReading = L"Lese Zeile: ";
+constexpr std::wstring_view kWorking = L"Bearbeite Zeile: ";
+
+}  // namespace
+
+// Shows a run in the lists and labels and lets the user's events in.
+class frmVBACode::RunObserver : public ConversionObserver {
+ public:
+  // `firstNumber` is the number of the first line in "Bearbeite Zeile: ".
+  RunObserver(frmVBACode& form, std::size_t firstNumber) : form_(form), firstNumber_(firstNumber) {}
+
+  void reading(std::size_t index, std::size_t count) override {
+    form_.Label9.Caption = progressText(kReading, index, count);
+  }
+
+  void yield() override { form_.ports_.messageLoop.yield(); }
+
+  bool abortRequested() override { return std::exchange(form_.bEsc_, false); }
+
+  void emitted(std::string_view line, Route route) override {
+    if (route == Route::Direct)
+      form_.List2.AddItem(line);
+    else
+      form_.hscroll2_.AddItem(line, -1, ListboxHScroll::kGrow);
+  }
+
+ protected:
+  void showWorking(std::size_t index, std::size_t count) {
+    form_.Label10.Caption = progressText(kWorking, index + firstNumber_, count);
+  }
+
+  frmVBACode& form_;
+
+ private:
+  std::size_t firstNumber_;
+};
+
+// A run over all lines: the line at work is selected for a moment in both lists.
+class frmVBACode::WholeRun final : public RunObserver {
+ public:
+  explicit WholeRun(frmVBACode& form) : RunObserver(form, 1) {}
+
+  void processed(std::size_t index, std::size_t count) override {
+    const std::size_t last = form_.List2.ListCount() - 1;
+    mark(form_.List1, index, true);
+    mark(form_.List2, last, true);
+    form_.Frame1.Refresh();
+    form_.Frame2.Refresh();
+    mark(form_.List1, index, false);
+    mark(form_.List2, last, false);
+    showWorking(index, count);
+  }
+
+ private:
+  static void mark(ListBox& list, std::size_t index, bool selected) {
+    list.setSelected(index, selected);
+    list.setListIndex(static_cast<std::ptrdiff_t>(index));
+  }
+};
+
+// A run over the selected lines, which stay selected.
+class frmVBACode::SelectionRun final : public RunObserver {
+ public:
+  explicit SelectionRun(frmVBACode& form) : RunObserver(form, 0) {}
+
+  void processed(std::size_t index, std::size_t count) override {
+    showWorking(index, count);
+    form_.List1.setListIndex(static_cast<std::ptrdiff_t>(index));
+    form_.Frame1.Refresh();
+    form_.Frame2.Refresh();
+  }
+};
+
+void frmVBACode::Verarbeiten() {
+  MousePointer = Pointer::Hourglass;
+  hscroll2_.setScrollWidth(0);
+  clearResult();
+  const float start = ports_.clock.timer();
+  const std::size_t count = List1.ListCount();
+  WholeRun observer(*this);
+  const Conversion conversion = tintline::Verarbeiten(
+      List1.lines(), ProzNamen_, conversionOptions(), frame(), highlighter_, observer);
+  Auswahl_ = false;
+  hscroll2_.fit();
+  if (!conversion.aborted) {
+    HTMLText = conversion.body();
+    const double seconds = std::abs(std::floor((ports_.clock.timer() - start) * 100) / 100);
+    if (count > 0) {
+      Label9.Caption =
+          std::to_wstring(count) + L" Zeilen in " + decimal(seconds) + L"s verarbeitet";
+      Label10.Caption = L"";
+    }
+    HTMLDateierstellen();
+  }
+  MousePointer = Pointer::Default;
+}
+
+ConversionOptions frmVBACode::conversionOptions() const {
+  return {.lineNumbers = Check1.Value, .blnPaste = blnPaste_};
+}
+
+DocumentFrame frmVBACode::frame() const {
+  return DocumentFrame(application_.colors, optStyle.Value ? StyleMode::Inline : StyleMode::Class);
+}
+
+void frmVBACode::cmdMakro_Click() {
+  if (readSourceAnew()) run([this] { Verarbeiten(); });
+}
+
+// A file may have changed on disk since it was read. What the user did to its lines
+// since then is done again.
+bool frmVBACode::readSourceAnew() {
+  if (source_ != Source::File) return true;
+  const Reformatting wanted = reformatting_;
+  if (!ModulDateiLesen(Dateipfad_)) return false;
+  reformatAgain(wanted);
+  return true;
+}
+
+void frmVBACode::cmdModul_Click() {}
+
+void frmVBACode::AlleModuleVerarbeiten() {}
+
+void frmVBACode::cmdAuswahl_Click() {
+  if (List1.ListCount() > 0) run([this] { convertSelection(); });
+}
+
+void frmVBACode::convertSelection() {
+  clearResult();
+  Label9.Caption = L"";
+  MousePointer = Pointer::Hourglass;
+  SelectionRun observer(*this);
+  const SelectionConversion conversion = AuswahlKonvertieren(
+      List1.lines(), List1.selection(), conversionOptions(), frame(), highlighter_, observer);
+  Auswahl_ = true;
+  hscroll2_.fit();
+  HTMLText = conversion.body();
+  HTMLTabelle = conversion.table;
+  HTMLDateierstellen();
+  MousePointer = Pointer::Default;
+}
+
+// The buttons are off while a run goes on, and the preview does not follow it. After
+// an abort there is no result to hand out.
+void frmVBACode::run(const std::function<void()>& work) {
+  const bool preview = Check2.Value;
+  Check2.Value = false;
+  QuellschalterSetzen(false);
+  AusgabeschalterSetzen(false);
+  try {
+    work();
+  } catch (...) {
+    endRun(preview);
+    throw;
+  }
+  endRun(preview);
+}
+
+void frmVBACode::endRun(bool preview) {
+  Check2.Value = preview;
+  QuellschalterSetzen(true);
+  AusgabeschalterSetzen(!HTMLText.empty());
+}
+
+// Shows the result that is on display once more, with what the user has changed.
+void frmVBACode::ErgebnisAuffrischen() {
+  if (List2.ListCount() == 0) return;
+  if (Auswahl_)
+    run([this] { convertSelection(); });
+  else
+    run([this] { Verarbeiten(); });
+}
+
+// The shortest text that tells the number, with the user's decimal separator.
+std::wstring frmVBACode::decimal(double number) const {
+  std::array<char, 32> digits;
+  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+  std::wstring text(digits.data(), end);
+  std::replace(text.begin(), text.end(), L'.', ports_.locale.decimalSeparator());
+  return text;
+}
+
+void frmVBACode::List1auswerten() {
+  cmdVBAClp.Enabled = List1.SelCount() > 0;
+  followCurrentLine(List1, List2);
+}
+
+void frmVBACode::ListBoxauswerten() { followCurrentLine(List2, List1); }
+
+// A source line and its HTML line are shown together, where each line has one.
+void frmVBACode::followCurrentLine(const ListBox& moved, ListBox& other) {
+  const std::ptrdiff_t current = moved.ListIndex();
+  if (current == ListBox::kNone) return;
+  Label9.Caption = progressText(kReading, static_cast<std::size_t>(current), moved.ListCount());
+  if (Auswahl_ || List1.ListCount() != List2.ListCount()) return;
+  other.selectOnly(static_cast<std::size_t>(current));
+}
+
+}  // namespace tintline

@@ -1,0 +1,249 @@
+// The main window's controls and the one place that decides what may be started.
+// See frmVBACode.h. Tested by tests/unit/app/frmVBACode_test.cpp.
+#include "app/frmVBACode/frmVBACode.h"
+
+#include <exception>
+
+#include "app/HTMLHelp.h"
+#include "app/application.h"
+#include "app/settings/modIniSave.h"
+
+namespace tintline {
+
+frmVBACode::frmVBACode(Application& application)
+    : application_(application),
+      ports_(application.ports),
+      hscroll1_(List1, ports_.textMeasure),
+      hscroll2_(List2, ports_.textMeasure),
+      highlighter_(keywords_) {
+  Frame1.Caption = std::wstring(kSourceCaption);
+  Frame2.Caption = L"HTML-Code";
+  FrameVorschau.Caption = L"Vorschau";
+  cmdModul.Caption = L"Modul";
+  cmdModul.ToolTipText = L"Verarbeitet das gesamte Modul";
+  cmdMakro.Caption = L"Makro";
+  cmdMakro.ToolTipText = L"Verarbeitet das Makro/die Datei";
+  cmdAuswahl.Caption = L"Auswahl";
+  cmdAuswahl.ToolTipText = L"Verarbeitet die Auswahl";
+  for (CommandButton* button : {&cmdVBAClp, &cmdHTMClp}) {
+    button->Caption = L"Clipboard";
+    button->ToolTipText = L"Kopiert die Auswahl in die Zwischenablage";
+  }
+  cmdExport.Caption = L"Exportieren";
+  cmdExport.ToolTipText = L"Speichert das Ergebnis";
+  cmdWord.Caption = L">> Word";
+  cmdWord.ToolTipText = L"Überträgt das Ergebnis in ein neues Word-Dokument";
+  Check1.Caption = L"Zeilennummern";
+  Check1.ToolTipText = L"Nummeriert die Zeilen";
+  Check2.Caption = L"Vorschau";
+  Check2.ToolTipText = L"Zeigt nach der Verarbeitung das HTML-Ergebnis an";
+  optClass.Caption = L"CSS zentral def.";
+  optClass.ToolTipText = L"Schreibt die Farben einmal in den Kopf der Seite";
+  optStyle.Caption = L"CSS im Style def.";
+  optStyle.ToolTipText = L"Schreibt die Farben an jede Stelle, die sie braucht";
+  wBrowser.ToolTipText = L"Vorschau auf den konvertierten Quellcode";
+  optClass.Value = true;
+  for (CommandButton* button : {&cmdModul, &cmdVBAClp, &cmdWord}) button->Enabled = false;
+  FrameVorschau.Visible = false;
+  QuellschalterSetzen(false);
+  AusgabeschalterSetzen(false);
+  wireEvents();
+}
+
+void frmVBACode::wireEvents() {
+  cmdModul.Click = [this] { execute(Command::mnuModul); };
+  cmdMakro.Click = [this] { execute(Command::mnuMakro); };
+  cmdAuswahl.Click = [this] { execute(Command::mnuAuswahl); };
+  cmdVBAClp.Click = [this] { execute(Command::cmdVBAClp); };
+  cmdHTMClp.Click = [this] { command([this] { HTMLKopieren(); }); };
+  cmdExport.Click = [this] { execute(Command::mnuexport); };
+  for (Event* click : {&Check1.Click, &optClass.Click, &optStyle.Click})
+    *click = [this] { command([this] { ErgebnisAuffrischen(); }); };
+  Check2.Click = [this] { command([this] { Check2_Click(); }); };
+  TreeView1.NodeClick = [this](TreeNode& node) { command([&] { TreeView1_NodeClick(node); }); };
+  List1.Click = [this] { command([this] { List1auswerten(); }); };
+  List2.Click = [this] { command([this] { ListBoxauswerten(); }); };
+}
+
+// The one guard around every command: none starts inside another, and an unexpected
+// error ends it quietly.
+void frmVBACode::command(const std::function<void()>& work) {
+  if (busy_) return;
+  busy_ = true;
+  bEsc_ = false;
+  Toolbar1.changed();
+  try {
+    work();
+  } catch (const std::exception&) {
+    MousePointer = Pointer::Default;
+  }
+  busy_ = false;
+  Toolbar1.changed();
+  if (closeWanted_) Unload();
+}
+
+void frmVBACode::execute(Command command) {
+  if (!isEnabled(command)) return;
+  if (command == Command::mnuAbbrechen)
+    bEsc_ = true;
+  else if (command == Command::mnubeenden && !QueryUnload())
+    return;  // the window is closed behind the run
+  else
+    this->command([this, command] { dispatch(command); });
+}
+
+void frmVBACode::dispatch(Command command) {
+  switch (command) {
+    case Command::mnudatei:
+      return DateiEinlesen();
+    case Command::mnuexport:
+      return cmdExport_Click();
+    case Command::mnubeenden:
+      return mnubeenden_Click();
+    case Command::mnuCopy:
+      return mnuCopy_Click();
+    case Command::cmdVBAClp:
+      return Kopieren();
+    case Command::mnuInsert:
+      return Einfügen();
+    case Command::mnuSelectAll:
+      return ActiveControl->selectAll();
+    case Command::mnuModul:
+      return cmdModul_Click();
+    case Command::mnuMakro:
+      return cmdMakro_Click();
+    case Command::mnuAuswahl:
+      return cmdAuswahl_Click();
+    case Command::mnuAlleModule:
+      return AlleModuleVerarbeiten();
+    case Command::mnuFormat:
+      return Formatieren();
+    case Command::mnuFormat2:
+      return Formatieren2();
+    case Command::mnuZeilenbreite:
+    case Command::mnuUmbruch:
+    case Command::mnuZeilennummern:
+      Check1.Value = !Check1.Value;
+      return ErgebnisAuffrischen();
+    case Command::mnuVorschau:
+      Check2.Value = !Check2.Value;
+      return Check2_Click();
+    case Command::mnuFarben:
+      return mnuFarben_Click();
+    case Command::mnuFarbenSpeichern:
+      return modIniSave::FarbenSpeichern(application_.settingsFile(), application_.colors);
+    case Command::mnuPrePost:
+      return application_.prePostCode.ShowModal();
+    case Command::mnuSchluesselworte:
+      return mnuSchluesselworte_Click();
+    case Command::mnuhelp:
+      return HTMLHelp::showTopic(ports_.shell, HTMLHelp::kHelpFile, HTMLHelp::kOverview);
+    case Command::mnuInfo:
+      return fkt_ShowSplash();
+    case Command::mnuword:
+    case Command::mnuexcel:
+    case Command::mnutrennen:
+    case Command::mnutrennen2:
+    case Command::mnu2word:
+    case Command::mnuAbbrechen:
+    case Command::None:
+      return;  // not enabled, or done by execute
+  }
+}
+
+bool frmVBACode::isEnabled(Command command) const {
+  if (busy_) return command == Command::mnuAbbrechen || command == Command::mnubeenden;
+  const bool code = List1.ListCount() > 0;
+  switch (command) {
+    case Command::mnuexport:
+      return cmdExport.Enabled;
+    case Command::mnuCopy:
+    case Command::mnuSelectAll:
+      return ActiveControl != nullptr && ActiveControl->ListCount() > 0;
+    case Command::cmdVBAClp:
+      return cmdVBAClp.Enabled;
+    case Command::mnuModul:
+      return cmdModul.Enabled;
+    case Command::mnuMakro:
+      return cmdMakro.Enabled;
+    case Command::mnuAuswahl:
+      return cmdAuswahl.Enabled;
+    case Command::mnuFormat:
+      return code;
+    case Command::mnuFormat2:
+      return code && narrowable_;
+    case Command::mnuUmbruch:
+      return wrappable_;
+    case Command::mnuSchluesselworte:
+      return controlFile_;
+    case Command::mnuAlleModule:
+    case Command::mnuword:
+    case Command::mnuexcel:
+    case Command::mnutrennen:
+    case Command::mnutrennen2:
+    case Command::mnu2word:
+    case Command::mnuAbbrechen:
+    case Command::None:
+      return false;
+    default:
+      return true;
+  }
+}
+
+bool frmVBACode::isChecked(Command command) const {
+  return (command == Command::mnuZeilennummern && Check1.Value) ||
+         (command == Command::mnuVorschau && Check2.Value);
+}
+
+void frmVBACode::QuellschalterSetzen(bool enabled) {
+  cmdAuswahl.Enabled = enabled;
+  cmdMakro.Enabled = enabled;
+}
+
+void frmVBACode::AusgabeschalterSetzen(bool enabled) {
+  cmdHTMClp.Enabled = enabled;
+  cmdExport.Enabled = enabled;
+}
+
+bool frmVBACode::QueryUnload() {
+  if (!busy_) return true;
+  bEsc_ = closeWanted_ = true;
+  return false;
+}
+
+void frmVBACode::Check2_Click() {
+  FrameVorschau.Visible = Check2.Value();
+  wBrowser.Visible = Check2.Value();
+}
+
+void frmVBACode::mnuFarben_Click() {
+  application_.farbeinstellung.ShowModal();
+  if (application_.farbeinstellung.saved()) ErgebnisAuffrischen();
+}
+
+void frmVBACode::mnuSchluesselworte_Click() {
+  ports_.shell.open((ports_.files.programFolder() / kKeywordsFile).wstring());
+}
+
+void frmVBACode::fkt_ShowSplash() {
+  frmSplash& splash = application_.splash;
+  splash.Load();
+  splash.Check1 = true;
+  splash.Label1.Visible = false;
+  splash.ProgressBar1.Visible = false;
+  for (Control* control : splash.controls()) control->Enabled = !control->Visible;
+  splash.Label3.Enabled = true;
+  splash.Frame1.Enabled = true;
+  splash.Show();
+}
+
+void frmVBACode::mnubeenden_Click() {
+  application_.ProgrammBeenden();
+  Unload();
+}
+
+void frmVBACode::Form_Load() { Initialisieren(); }
+
+void frmVBACode::Form_Unload() { application_.ProgrammBeenden(); }
+
+}  // namespace tintline

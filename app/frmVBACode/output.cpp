@@ -1,0 +1,151 @@
+// The commands that hand the result out: export, clipboard, preview.
+// Tested by tests/unit/app/output_commands_test.cpp.
+#include <filesystem>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <utility>
+
+#include "app/application.h"
+#include "app/frmVBACode/frmVBACode.h"
+#include "app/settings/modIniSave.h"
+#include "base/codepage.h"
+#include "base/file.h"
+#include "output/clipboard_text.h"
+#include "output/export_name.h"
+#include "output/html_document.h"
+
+namespace tintline {
+namespace {
+
+SelectableLines selectable(const ListBox& list) {
+  return {.count = list.ListCount(),
+          .line = [&list](std::size_t index) { return list.lines()[index]; },
+          .selected = [&list](std::size_t index) { return list.Selected(index); }};
+}
+
+// What the shell's answer to "Open" means, "" when there is nothing to say. -1 stands
+// for nine reasons of which the first is told, on purpose.
+std::wstring openFailureText(int answer) {
+  switch (answer) {
+    case 11:
+      return L"Datei ist keine Win32 Anwendung";
+    case 5:
+      return L"Zugriff verweigert";
+    case 27:
+      return L"Datei-Assoziation ist unvollständig";
+    case -1:
+      return L"DDE ist nicht bereit";
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+void frmVBACode::cmdExport_Click() {
+  if (List1.ListCount() == 0) return;
+  if (List2.ListCount() == 0) run([this] { Verarbeiten(); });
+  if (List2.ListCount() == 0 || HTMLText.empty()) return;  // the run was ended
+  const std::optional<std::filesystem::path> file = chooseExportFile();
+  if (!file) return;
+  lblExportPfad.Caption = pathText(*file);
+  lblExportPfad.ToolTipText = pathText(*file);
+  if (writeExportFile(*file)) openExportFile(*file);
+}
+
+// The name that the user chose; one that exists, with his consent.
+std::optional<std::filesystem::path> frmVBACode::chooseExportFile() {
+  const FileDialog dialog{.title = L"HTML-Quellcode speichern",
+                          .filter = L"*.htm|*.htm|*.html|*.html",
+                          .fileName = defaultName()};
+  for (;;) {
+    const FileChoice choice = ports_.dialogs.showSave(dialog);
+    if (choice.error >= 1 && choice.error != FileChoice::kCancelled)
+      ports_.dialogs.message(
+          L"Es ist der Fehler: " + std::to_wstring(choice.error) + L" aufgetreten!",
+          MessageIcon::None, {});
+    if (choice.error != 0) return {};
+    const std::filesystem::path file =
+        choice.path.parent_path() /
+        forceExtension(choice.path.filename().wstring(), choice.filterIndex);
+    std::error_code missing;
+    if (!std::filesystem::exists(file, missing) ||
+        ports_.dialogs.confirm(L"Soll die Datei " + pathText(file) + L" überschrieben werden?"))
+      return file;
+  }
+}
+
+std::wstring frmVBACode::defaultName() const {
+  if (Dateiname_.empty() && gesamtmodul_) return {};
+  const TreeNode* const node = TreeView1.SelectedItem();
+  if (source_ == Source::Procedure && node != nullptr) return defaultExportName(node->path());
+  return defaultExportName({Dateiname_});
+}
+
+bool frmVBACode::writeExportFile(const std::filesystem::path& file) {
+  try {
+    AtomicFile target(file);
+    writeExport(target.stream(), frame(), ProzNamen_, HTMLText);
+    target.commit();
+    return true;
+  } catch (const FileError& error) {
+    ports_.dialogs.message(L"Die Datei " + pathText(file) + L" kann nicht geschrieben werden: " +
+                               reasonText(error.reason()),
+                           MessageIcon::Critical, L"Exportieren");
+    return false;
+  }
+}
+
+void frmVBACode::openExportFile(const std::filesystem::path& file) {
+  const std::wstring failure = openFailureText(ports_.shell.open(file.wstring()));
+  if (!failure.empty()) ports_.dialogs.message(failure, MessageIcon::Critical, L"Datei öffnen");
+}
+
+void frmVBACode::mnuCopy_Click() {
+  if (ActiveControl == &List1) Kopieren();
+  if (ActiveControl == &List2) HTMLKopieren();
+}
+
+void frmVBACode::HTMLKopieren() {
+  const std::filesystem::path settings = application_.settingsFile();
+  ports_.clipboard.setText(
+      tintline::HTMLKopieren(modIniSave::fkt_IniWertLesen(settings, "PreCode"), selectable(List2),
+                             modIniSave::fkt_IniWertLesen(settings, "PostCode")));
+}
+
+void frmVBACode::Kopieren() {
+  ports_.clipboard.setText(tintline::Kopieren(selectable(List1)));
+  Pruefen();
+}
+
+void frmVBACode::HTMLDateierstellen() {
+  writeScratchPage(
+      [this](std::ostream& datei) { tintline::HTMLDateierstellen(datei, frame(), HTMLText); });
+  wBrowser.Visible = true;
+}
+
+void frmVBACode::DummySeite() {
+  HTMLText.clear();
+  writeScratchPage([this](std::ostream& datei) { tintline::DummySeite(datei, frame(), HTMLText); });
+}
+
+// Writes the scratch page and shows it: beside the program, or where the user may
+// write.
+void frmVBACode::writeScratchPage(const std::function<void(std::ostream&)>& write) {
+  std::ostringstream page;
+  write(page);
+  const auto show = [this, &page](const std::filesystem::path& folder) {
+    AtomicFile scratch(folder / kScratchFile);
+    scratch.stream() << page.view();
+    scratch.commit();
+    wBrowser.Navigate(folder / kScratchFile);
+  };
+  try {
+    show(ports_.files.programFolder());
+  } catch (const FileError&) {
+    show(ports_.files.temporaryFolder());
+  }
+}
+
+}  // namespace tintline

@@ -1,0 +1,52 @@
+// The commands that change the source lines in place.
+// Tested by tests/unit/app/reformatting_commands_test.cpp.
+#include <utility>
+
+#include "app/frmVBACode/frmVBACode.h"
+#include "reformat/indentation.h"
+
+namespace tintline {
+
+void frmVBACode::Formatieren() {
+  if (List1.ListCount() == 0) return;
+  narrowable_ = true;
+  indent(tintline::Formatieren);
+}
+
+void frmVBACode::Formatieren2() {
+  if (List1.ListCount() > 0) indent(tintline::Formatieren2);
+}
+
+void frmVBACode::indent(LineList (*pass)(const LineList&, int&)) {
+  List1.Enabled = false;
+  LineList lines = pass(List1.lines(), einzug_);
+  Frame1.Caption = std::wstring(kSourceCaption) + L" (Tab=" + std::to_wstring(einzug_) + L")";
+  replaceLines(std::move(lines));
+  reformatting_.indented = true;
+  List1.Enabled = true;
+  List1.Refresh();
+}
+
+// Whether there is something to wrap: wrapping is not there yet.
+void frmVBACode::Pruefen() { wrappable_ = false; }
+
+// Lines that keep their places keep their selection.
+void frmVBACode::replaceLines(LineList lines) {
+  const std::vector<bool> selection = List1.selection();
+  const bool samePlaces = lines.size() == List1.ListCount();
+  List1.setLines(std::move(lines));
+  hscroll1_.fit();
+  for (std::size_t line = 0; samePlaces && line < selection.size(); ++line)
+    List1.setSelected(line, selection[line]);
+}
+
+// Lines that were read anew get what the user did to the lines before them.
+void frmVBACode::reformatAgain(const Reformatting& wanted) {
+  if (wanted.indented) {
+    const bool flushLeft = einzug_ == 0;
+    einzug_ += flushLeft ? 1 : -1;  // the pass takes it back
+    indent(flushLeft ? tintline::Formatieren2 : tintline::Formatieren);
+  }
+}
+
+}  // namespace tintline

@@ -1,0 +1,215 @@
+// Where the source lines come from: module files, the nodes of the tree, the
+// clipboard. Tested by tests/unit/app/sources_test.cpp.
+#include <cmath>
+#include <stdexcept>
+#include <utility>
+
+#include "app/application.h"
+#include "app/frmVBACode/frmVBACode.h"
+#include "base/codepage.h"
+#include "base/file.h"
+#include "sources/module_file_reader.h"
+#include "sources/pasted_text.h"
+
+namespace tintline {
+namespace {
+
+constexpr std::wstring_view kFilesKey = L"Dateien";
+
+const FileDialog kOpenDialog{.title = L"VB(A)-Datei einlesen",
+                             .filter =
+                                 L"Alle (*.bas;*.frm;*.cls)|*.bas;*.frm;*.cls|Module (*.bas)|*.bas|"
+                                 L"Formen (*.frm)|*.frm|Klassen (*.cls)|*.cls",
+                             .fileName = L""};
+
+// The picture of a file node while it is selected, by the text behind the last dot,
+// letter for letter; "" for a file that gets no node.
+std::string_view pictureOf(const std::wstring& fileName) {
+  const std::wstring type = fileName.substr(fileName.find_last_of(L'.') + 1);
+  if (type == L"bas") return "modul";
+  if (type == L"frm") return "frm";
+  if (type == L"cls") return "cls";
+  return {};
+}
+
+std::wstring tooManyLinesText() {
+  return L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen, der Rest wurde nicht gelesen";
+}
+
+}  // namespace
+
+void frmVBACode::DateiEinlesen() {
+  TreeView1.Refresh();
+  const FileChoice choice = ports_.dialogs.showOpen(kOpenDialog);
+  if (choice.error == 0) open(choice.path);
+}
+
+void frmVBACode::fileDropped(const std::filesystem::path& file) {
+  command([this, &file] { open(file); });
+}
+
+void frmVBACode::open(const std::filesystem::path& file) {
+  const std::wstring name = pathText(file.filename());
+  if (name.empty() || name.find(L'*') != std::wstring::npos) return;
+  Dateiname_ = name;
+  Dateipfad_ = file;
+  reformatting_ = {};
+  if (!ModulDateiLesen(file)) return;
+  resetDisplay();
+  DummySeite();
+  QuellschalterSetzen(true);
+  AusgabeschalterSetzen(false);
+  setSource(Source::File);
+  DateiknotenEinfuegen(Dateiname_, Dateipfad_);
+}
+
+bool frmVBACode::ModulDateiLesen(const std::filesystem::path& file) {
+  clearLists();
+  Label9.Caption = L"";
+  Label10.Caption = L"";
+  ProzNamen_.clear();
+  blnPaste_ = false;
+  MousePointer = Pointer::Hourglass;
+  const float start = ports_.clock.timer();
+  ModuleSource module;
+  try {
+    module = tintline::ModulDateiLesen(readFile(file), [this](std::size_t lines) {
+      Label9.Caption = L"Lese Zeile: " + std::to_wstring(lines);
+      ports_.messageLoop.yield();
+    });
+  } catch (const FileError& error) {
+    MousePointer = Pointer::Default;
+    Label9.Caption = pathText(file.filename()) + L": " + reasonText(error.reason());
+    return false;
+  }
+  const float end = ports_.clock.timer();
+  const std::size_t lines = module.List1.size();
+  List1.setLines(std::move(module.List1));
+  hscroll1_.fit();
+  ProzNamen_ = std::move(module.ProzNamen);
+  MousePointer = Pointer::Default;
+  cmdModul.Enabled = false;
+  Label9.Caption = std::to_wstring(lines) + L" Zeilen eingelesen in " +
+                   decimal(std::floor((end - start) * 10) / 10) + L"s";
+  Pruefen();
+  if (module.tooManyLines) Label9.Caption = pathText(file.filename()) + L": " + tooManyLinesText();
+  return !module.tooManyLines;
+}
+
+void frmVBACode::clearLists() {
+  hscroll1_.Clear();
+  hscroll2_.Clear();
+}
+
+void frmVBACode::clearResult() {
+  hscroll2_.Clear();
+  HTMLText.clear();
+  HTMLTabelle.clear();
+}
+
+void frmVBACode::setSource(Source source) {
+  source_ = source;
+  cmdMakro.Caption = source == Source::File   ? L"Datei"
+                     : source == Source::Text ? L"Text"
+                                              : L"Makro";
+}
+
+void frmVBACode::DateiknotenEinfuegen(const std::wstring& name, const std::filesystem::path& path) {
+  Dateiname_ = name;
+  Dateipfad_ = path;
+  if (TreeNode* old = TreeView1.find(kFilesKey)) TreeView1.Remove(*old);
+  DateiknotenWiederherstellen();
+}
+
+bool frmVBACode::fkt_DateiknotenEntnehmen() {
+  TreeNode* const files = TreeView1.find(kFilesKey);
+  if (files == nullptr) return false;
+  const bool loaded = !files->Children().empty();
+  if (loaded) {
+    Dateiname_ = files->Children().front()->Text();
+    Dateipfad_ = files->Children().front()->Tag;
+  }
+  TreeView1.Remove(*files);
+  return loaded;
+}
+
+// A file of another type, or with its type in capitals, gets no node of its own.
+void frmVBACode::DateiknotenWiederherstellen() {
+  TreeNode& files = TreeView1.Add(nullptr, std::wstring(kFilesKey), L"gel. Datei", "open", "open");
+  const std::string_view picture = pictureOf(Dateiname_);
+  if (picture.empty()) return;
+  TreeNode& file = TreeView1.Add(&files, Dateiname_, Dateiname_, "modul", std::string(picture));
+  file.Tag = Dateipfad_.wstring();
+  files.setExpanded(true);
+  TreeView1.select(&file);
+}
+
+void frmVBACode::TreeView1_NodeClick(TreeNode& node) {
+  cmdModul.Enabled = true;
+  QuellschalterSetzen(true);
+  AusgabeschalterSetzen(true);
+  resetDisplay();
+  setSource(Source::Procedure);
+  if (node.Children().empty())
+    nodeWithoutChildren(node);
+  else
+    nodeWithChildren(node);
+}
+
+void frmVBACode::resetDisplay() {
+  Frame1.Caption = std::wstring(kSourceCaption);
+  reformatting_ = {};
+  cmdVBAClp.Enabled = false;
+}
+
+void frmVBACode::nodeWithChildren(TreeNode& node) {
+  const bool component = node.path().size() == 2;
+  if (node.Key() == kFilesKey) {
+    cmdModul.Enabled = false;
+    setSource(Source::File);
+  } else if (!component) {
+    Label9.Caption = L"";
+    Label10.Caption = L"";
+    clearLists();
+    cmdModul.Enabled = false;
+  }
+}
+
+void frmVBACode::nodeWithoutChildren(TreeNode& node) {
+  const bool file = node.path().size() == 2 && node.Parent()->Key() == kFilesKey;
+  cmdModul.Enabled = false;
+  if (file) {
+    setSource(Source::File);
+    ModulDateiLesen(node.Tag);
+  } else {
+    clearLists();
+    QuellschalterSetzen(false);
+  }
+  clearResult();
+  DummySeite();
+  wBrowser.Visible = Check2.Value();
+}
+
+void frmVBACode::Einfügen() {
+  cmdMakro.Enabled = false;
+  setSource(Source::Text);
+  const std::string text = ports_.clipboard.text();
+  if (text.empty()) return;
+  ModuleSource pasted = tintline::Einfügen(text);
+  if (pasted.tooManyLines || List1.ListCount() + pasted.List1.size() > kMaxLines) {
+    ports_.dialogs.message(
+        L"Mehr als " + std::to_wstring(kMaxLines) + L" Zeilen können nicht verarbeitet werden.",
+        MessageIcon::Critical, {});
+    return;
+  }
+  for (std::size_t line = 0; line < pasted.List1.size(); ++line)
+    hscroll1_.AddItem(pasted.List1[line], -1, ListboxHScroll::kGrow);
+  for (std::string& name : pasted.ProzNamen) ProzNamen_.push_back(std::move(name));
+  blnPaste_ = true;
+  clearResult();
+  QuellschalterSetzen(true);
+  AusgabeschalterSetzen(true);
+  Pruefen();
+}
+
+}  // namespace tintline
