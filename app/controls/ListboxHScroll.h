@@ -18,8 +18,8 @@ namespace tintline {
 
 // What AddItem refuses; `source` names the procedure.
 struct ListboxError : std::runtime_error {
-  ListboxError(const char* what, std::string source)
-      : std::runtime_error(what), source(std::move(source)) {}
+  ListboxError(const char* message, std::string procedure)
+      : std::runtime_error(message), source(std::move(procedure)) {}
   std::string source;
 };
 

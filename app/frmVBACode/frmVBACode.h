@@ -5,7 +5,7 @@
 // They run one at a time: while one is at work, another is refused, although every
 // yield to the message loop lets the user's events in. Esc raises bEsc.
 //
-// Tested by tests/unit/app/frmVBACode_test.cpp and its siblings.
+// Tested by tests/unit/app/frmVBACode_test.cpp and the tests beside it.
 #pragma once
 
 #include <cstddef>
