@@ -1,5 +1,6 @@
 #!/bin/bash
-# Makes the program's icon and the picture strips of toolbar and tree from the drawings:
+# Makes the program's icon, the picture strips of toolbar and tree, and the help's pictures of
+# them from the drawings:
 #
 #     data/icons/build.sh
 #
@@ -47,3 +48,7 @@ done
 
 icotool -c -o tintline.ico "$(picture tintline 16)" "$(picture tintline 24)" \
   "$(picture tintline 32)" "$(picture tintline 48)" -r "$(picture tintline 256)"
+
+for name in "${toolbar[@]}"; do cp "$(picture "$name" 24)" "../help/pictures/$name.png"; done
+for name in "${tree[@]}"; do cp "$(picture "$name" 24)" "../help/pictures/tree-$name.png"; done
+cp "$(picture tintline 48)" ../help/pictures/tintline.png
