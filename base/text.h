@@ -48,6 +48,14 @@ constexpr std::string_view RTrim(std::string_view text) {
 }
 constexpr std::string_view Trim(std::string_view text) { return LTrim(RTrim(text)); }
 
+// Takes the first word off the front of the text, with the one blank that ends it.
+constexpr std::string_view takeWord(std::string_view& text) {
+  const std::size_t blank = text.find(' ');
+  const std::string_view word = text.substr(0, blank == std::string_view::npos ? blank : blank + 1);
+  text.remove_prefix(word.size());
+  return word;
+}
+
 // `count` blanks; none when count is not positive.
 std::string Space(std::ptrdiff_t count);
 

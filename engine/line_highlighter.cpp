@@ -83,17 +83,37 @@ std::size_t findLastRem(std::string_view line) {
   return last;
 }
 
-// The name under which calls and the index reach a procedure head: the code in
-// front of the first parenthesis or quote, without the words that are no part of
-// the name.
-std::string anchorName(std::string_view code, std::string_view keyword) {
-  std::string name(code.substr(0, std::min(code.find('('), code.find('"'))));
-  for (const std::string_view part :
-       {keyword, std::string_view("Private"), std::string_view("Declare"),
-        std::string_view("Function "), std::string_view("Sub "), std::string_view("Public "),
-        std::string_view("Lib "), std::string_view(" ")})
-    eraseAll(name, part);
+// Words that are no part of a head's name: as the keyword is not, wherever they
+// stand, and with the blank behind them.
+constexpr std::string_view kAnywhere[] = {"Private", "Declare"};
+constexpr std::string_view kWithBlank[] = {"Function ", "Sub ", "Public ", "Lib "};
+
+// Takes those words out one after the other, then all blanks.
+std::string eraseNoNames(std::string_view head, std::string_view keyword) {
+  std::string name(head);
+  eraseAll(name, keyword);
+  for (const std::string_view part : kAnywhere) eraseAll(name, part);
+  for (const std::string_view part : kWithBlank) eraseAll(name, part);
+  eraseAll(name, " ");
   return name;
+}
+
+// Whether one of those words is within the word, which ends with its blank if it has one.
+bool holdsNoName(std::string_view word, std::string_view keyword) {
+  const auto holds = [word](std::string_view part) {
+    return word.find(part) != std::string_view::npos;
+  };
+  const auto endsWith = [word](std::string_view part) { return word.ends_with(part); };
+  return holds(keyword) || std::any_of(std::begin(kAnywhere), std::end(kAnywhere), holds) ||
+         std::any_of(std::begin(kWithBlank), std::end(kWithBlank), endsWith);
+}
+
+// Whether it is one of those words.
+bool isNoName(std::string_view word, std::string_view keyword) {
+  const std::string_view bare = RTrim(word);
+  return bare == keyword ||
+         std::find(std::begin(kAnywhere), std::end(kAnywhere), bare) != std::end(kAnywhere) ||
+         std::find(std::begin(kWithBlank), std::end(kWithBlank), word) != std::end(kWithBlank);
 }
 
 // One piece of a word and what is still to come. Both are stretches of the word
@@ -291,14 +311,33 @@ void Highlighter::writeMarked(std::string_view piece) {
 
 // The head's code is written as it stands, without highlighting or escapes.
 void Highlighter::writeHead(std::string_view code, std::string_view keyword) {
-  const std::string name = anchorName(code, keyword);
-  html_.clear();
-  html_.ensure(name.size() + code.size() + kMaxSpan);
-  html_.put("<span name='");
-  html_.put(name);
+  writeName(code, keyword);
   html_.put("' class='Sub'>");
   html_.put(code);
   html_.put("</span>");
+}
+
+// The name under which calls and the index reach a procedure head: the code in
+// front of the first parenthesis or quote, without the words that are no part of
+// the name. These stand alone nearly always: then one pass gives what taking them
+// out one after the other does.
+void Highlighter::writeName(std::string_view code, std::string_view keyword) {
+  std::string_view head = code.substr(0, code.find('('));
+  head = head.substr(0, head.find('"'));
+  html_.clear();
+  html_.ensure(head.size() + code.size() + kMaxSpan);
+  html_.put("<span name='");
+  for (std::string_view rest = head; !rest.empty();) {
+    const std::string_view word = takeWord(rest);
+    if (isNoName(word, keyword)) continue;
+    if (holdsNoName(word, keyword)) {
+      // What is around it joins, and that may be one of the words then.
+      html_.clear();
+      html_.put("<span name='");
+      return html_.put(eraseNoNames(head, keyword));
+    }
+    html_.put(RTrim(word));
+  }
 }
 
 void Highlighter::writeComment(std::string_view comment) {

@@ -46,6 +46,7 @@ class Highlighter {
   void writePiece(std::string_view piece, unsigned classes, WordClass wordClass);
   void writeMarked(std::string_view piece);
   void writeHead(std::string_view code, std::string_view keyword);
+  void writeName(std::string_view code, std::string_view keyword);
   void writeComment(std::string_view comment);
 
   const KeywordTable& keywords_;

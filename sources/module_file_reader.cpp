@@ -31,17 +31,46 @@ std::string_view takeLine(std::string_view& text, char lineEnd) {
   return line;
 }
 
+// Words that are no part of the name in a head; each goes with the blank behind it.
+constexpr std::string_view kHeadWords[] = {"Private ", "Public ", "Declare ", "Function ", "Sub "};
+
+// The length of the head word that the word ends in, 0 for none.
+std::size_t headWordAtEnd(std::string_view word) {
+  if (!word.ends_with(' ')) return 0;
+  for (const std::string_view known : kHeadWords)
+    if (word.size() >= known.size() &&
+        equalsIgnoreCase(word.substr(word.size() - known.size()), known))
+      return known.size();
+  return 0;
+}
+
+// Takes the head words out one after the other, then all blanks.
+std::string eraseHeadWords(std::string_view head) {
+  std::string name(head);
+  for (const std::string_view word : kHeadWords) eraseAll(name, CaselessText(word));
+  eraseAll(name, " ");
+  return name;
+}
+
 // The name in a procedure head, one blank in front: what stands before the "("
 // when the known words and all blanks are taken out. Other words stay: "Friend
-// Sub X()" gives "FriendX". Kept on purpose.
+// Sub X()" gives "FriendX". Kept on purpose. Known words stand alone nearly always:
+// then one pass gives what taking them out one after the other does.
 std::string procedureName(std::string_view head) {
-  std::string name(head.substr(0, head.find('(')));
-  static constexpr CaselessText kWords[] = {CaselessText("Private "), CaselessText("Public "),
-                                            CaselessText("Declare "), CaselessText("Function "),
-                                            CaselessText("Sub ")};
-  for (const CaselessText& word : kWords) eraseAll(name, word);
-  eraseAll(name, " ");
-  name.insert(name.begin(), ' ');
+  head = head.substr(0, head.find('('));
+  std::string name;
+  name.reserve(head.size() + 1);
+  name.push_back(' ');
+  for (std::string_view rest = head; !rest.empty();) {
+    const std::string_view word = takeWord(rest);
+    const std::size_t known = headWordAtEnd(word);
+    if (known == 0) {
+      name.append(RTrim(word));
+    } else if (known != word.size()) {
+      // What is in front of it joins what follows, and both may be a head word then.
+      return " " + eraseHeadWords(head);
+    }
+  }
   return name;
 }
 

@@ -175,6 +175,22 @@ void addModuleHeader(std::mt19937& random, std::vector<std::string>& lines) {
   lines.push_back(rule);
 }
 
+void forEachShortText(int maxPieces, const std::vector<std::string>& alphabet,
+                      const std::function<void(const std::string&)>& callback) {
+  std::vector<std::string> texts = {""};
+  callback("");
+  for (int length = 1; length <= maxPieces; ++length) {
+    std::vector<std::string> longer;
+    for (const std::string& text : texts) {
+      for (const std::string& piece : alphabet) {
+        callback(text + piece);
+        if (length < maxPieces) longer.push_back(text + piece);
+      }
+    }
+    texts = longer;
+  }
+}
+
 }  // namespace
 
 std::string randomLine(std::mt19937& random) {
@@ -230,20 +246,15 @@ std::vector<std::string> randomNames(std::mt19937& random) {
 }
 
 void forEachShortLine(int maxPieces, const std::function<void(const std::string&)>& callback) {
-  const std::vector<std::string> alphabet = {"\"", "(",  ")",   ",", "'", "<",
-                                             ">",  ":=", "Sub", " ", "x"};
-  std::vector<std::string> lines = {""};
-  callback("");
-  for (int length = 1; length <= maxPieces; ++length) {
-    std::vector<std::string> longer;
-    for (const std::string& line : lines) {
-      for (const std::string& piece : alphabet) {
-        callback(line + piece);
-        if (length < maxPieces) longer.push_back(line + piece);
-      }
-    }
-    lines = longer;
-  }
+  forEachShortText(maxPieces, {"\"", "(", ")", ",", "'", "<", ">", ":=", "Sub", " ", "x"},
+                   callback);
+}
+
+void forEachShortHead(int maxPieces, const std::function<void(const std::string&)>& callback) {
+  const std::vector<std::string> alphabet = {
+      "Private", "Public", "Declare", "Sub", "Function", "Lib",   "Property", "Pri", "vate ", "Pub",
+      "lic ",    "Dec",    "lare ",   "Su",  "b ",       "tion ", "sUB ",     " ",   "X"};
+  forEachShortText(maxPieces, alphabet, [&](const std::string& head) { callback(head + "()"); });
 }
 
 }  // namespace tintline::literal

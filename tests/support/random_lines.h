@@ -25,4 +25,8 @@ std::vector<std::string> randomNames(std::mt19937& random);
 // " ( ) , ' < > := Sub blank x. There are 11 times as many for each further piece.
 void forEachShortLine(int maxPieces, const std::function<void(const std::string&)>& callback);
 
+// The same over an alphabet of nineteen words of procedure heads and parts of them, with "()"
+// behind it: where one word is taken out, what stood around it may make another.
+void forEachShortHead(int maxPieces, const std::function<void(const std::string&)>& callback);
+
 }  // namespace tintline::literal

@@ -29,6 +29,20 @@ TEST(Text, OnlyBlanksAreTrimmed) {
   }
 }
 
+TEST(Text, TakesWordsWithOneBlankBehindThem) {
+  const struct {
+    std::string_view text, word, rest;
+  } rows[] = {
+      {"", "", ""},           {"a", "a", ""},       {"a ", "a ", ""},
+      {"a  b ", "a ", " b "}, {" a b", " ", "a b"}, {"a\tb c", "a\tb ", "c"},
+  };
+  for (const auto& row : rows) {
+    std::string_view rest = row.text;
+    EXPECT_EQ(takeWord(rest), row.word) << row.text;
+    EXPECT_EQ(rest, row.rest) << row.text;
+  }
+}
+
 TEST(Text, SpaceOfNothing) {
   EXPECT_EQ(Space(3), "   ");
   EXPECT_EQ(Space(0), "");

@@ -35,6 +35,22 @@ TEST(HighlighterProperty, AgreesWithTheTranscriptionOnAllShortLines) {
   EXPECT_GT(lines, 100'000u);
 }
 
+// The name in a head is found without taking out one word after the other, where that is the same.
+TEST(HighlighterProperty, AgreesWithTheTranscriptionOnHeadsWhoseWordsJoin) {
+  const KeywordTable table(kLists.Keywords1, kLists.Keywords2);
+  Highlighter fast(table);
+  literal::Highlighter slow(kLists);
+  std::size_t heads = 0;
+  literal::forEachShortHead(4, [&](const std::string& head) {
+    for (const std::string keyword : {"Sub ", "Property "}) {
+      const std::string html = slow.fkt_ZeileKonvertieren(keyword + head);
+      heads += html.find("class='Sub'") != std::string::npos;
+      ASSERT_EQ(fast.fkt_ZeileKonvertieren(keyword + head), html);
+    }
+  });
+  EXPECT_GT(heads, 200'000u);
+}
+
 TEST(ConversionProperty, AgreesWithTheTranscriptionOnRandomModules) {
   const KeywordTable table(kLists.Keywords1, kLists.Keywords2);
   for (unsigned seed = 1; seed <= 4000; ++seed) {

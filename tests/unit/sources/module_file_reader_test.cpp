@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/convert.h"
+#include "tests/support/literal_text.h"
+#include "tests/support/random_lines.h"
 
 namespace tintline {
 namespace {
@@ -121,6 +123,33 @@ TEST(ModulDateiLesen, collectsProcedureNames) {
   }
   EXPECT_EQ(ModulDateiLesen("Sub a()\rx\rSub b()\rSub a()").ProzNamen,
             (ProcedureNames{" a", " b", " a"}));
+}
+
+// The name in a head by its rule: word after word is taken out, in whatever case.
+std::string nameByRule(const std::string& head) {
+  std::string name = literal::Left(head, head.find('('));
+  for (const std::string word : {"Private ", "Public ", "Declare ", "Function ", "Sub ", " "}) {
+    std::string kept, rest = name;
+    while (const std::size_t position = literal::InStrText(rest, word)) {
+      kept += literal::Left(rest, position - 1);
+      rest = literal::Mid(rest, position + word.size());
+    }
+    name = kept + rest;
+  }
+  return " " + name;
+}
+
+TEST(ModulDateiLesen, takesOneWordAfterTheOtherOutOfAName) {
+  std::size_t heads = 0;
+  literal::forEachShortHead(4, [&](const std::string& head) {
+    ProcedureNames names;
+    collectProcedureName(head, names);
+    heads += names.size();
+    if (!names.empty()) {
+      ASSERT_EQ(names[0], nameByRule(head)) << head;
+    }
+  });
+  EXPECT_GT(heads, 10'000u);
 }
 
 }  // namespace
