@@ -73,8 +73,7 @@ class CaselessText {
         filtered_(part.size() > anchor + 2 && foldsByOneBit(part[anchor]) &&
                   foldsByOneBit(part[anchor + 1]) && foldsByOneBit(part[anchor + 2])) {
     if (!filtered_) return;
-    for (std::size_t i = 0; i < 3; ++i)
-      folded_[i] = static_cast<unsigned char>(part[anchor + i] | 0x20) * 0x0101010101010101U;
+    for (std::size_t i = 0; i < 3; ++i) folded_[i].fill(static_cast<char>(part[anchor + i] | 0x20));
   }
 
   constexpr std::size_t size() const { return part_.size(); }
@@ -96,8 +95,8 @@ class CaselessText {
 
   std::string_view part_;
   std::size_t anchor_;
-  bool filtered_;              // folded_ tells where the part may stand
-  std::uint64_t folded_[3]{};  // the three characters, each folded and repeated eight times
+  bool filtered_;                     // folded_ tells where the part may stand
+  std::array<char, 16> folded_[3]{};  // the three characters, each folded and repeated
 };
 
 // The same for a text that is looked for once.
