@@ -26,6 +26,9 @@ std::wstring fromUtf8(std::string_view text);
 // A path as the user reads it; parts that are no text become U+FFFD.
 std::wstring pathText(const std::filesystem::path& path);
 
+// The path that such a text names.
+std::filesystem::path pathFromText(std::wstring_view text);
+
 // The bytes of a UTF-16 text (without its byte-order mark) in the ANSI code
 // page. An odd last byte is one character that does not fit.
 enum class ByteOrder { LittleEndian, BigEndian };

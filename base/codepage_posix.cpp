@@ -24,4 +24,6 @@ std::wstring fromAnsi(std::string_view text) {
 
 std::wstring pathText(const std::filesystem::path& path) { return fromUtf8(path.native()); }
 
+std::filesystem::path pathFromText(std::wstring_view text) { return toUtf8(text); }
+
 }  // namespace tintline

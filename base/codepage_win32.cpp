@@ -45,4 +45,6 @@ std::wstring fromAnsi(std::string_view text) {
 
 std::wstring pathText(const std::filesystem::path& path) { return path.wstring(); }
 
+std::filesystem::path pathFromText(std::wstring_view text) { return text; }
+
 }  // namespace tintline

@@ -107,10 +107,10 @@ void frmVBACode::Verarbeiten() {
   hscroll2_.fit();
   if (!conversion.aborted) {
     HTMLText = conversion.body();
-    const double seconds = std::abs(std::floor((ports_.clock.timer() - start) * 100) / 100);
+    const double seconds = double{ports_.clock.timer()} - start;
     if (count > 0) {
-      Label9.Caption =
-          std::to_wstring(count) + L" Zeilen in " + decimal(seconds) + L"s verarbeitet";
+      Label9.Caption = std::to_wstring(count) + L" Zeilen in " +
+                       decimal(std::abs(std::floor(seconds * 100) / 100)) + L"s verarbeitet";
       Label10.Caption = L"";
     }
     HTMLDateierstellen();

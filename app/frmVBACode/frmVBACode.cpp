@@ -7,6 +7,7 @@
 #include "app/HTMLHelp.h"
 #include "app/application.h"
 #include "app/settings/modIniSave.h"
+#include "base/codepage.h"
 
 namespace tintline {
 
@@ -222,7 +223,7 @@ void frmVBACode::mnuFarben_Click() {
 }
 
 void frmVBACode::mnuSchluesselworte_Click() {
-  ports_.shell.open((ports_.files.programFolder() / kKeywordsFile).wstring());
+  ports_.shell.open(pathText(ports_.files.programFolder() / kKeywordsFile));
 }
 
 void frmVBACode::fkt_ShowSplash() {

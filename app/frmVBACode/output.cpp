@@ -68,7 +68,7 @@ std::optional<std::filesystem::path> frmVBACode::chooseExportFile() {
     if (choice.error != 0) return {};
     const std::filesystem::path file =
         choice.path.parent_path() /
-        forceExtension(choice.path.filename().wstring(), choice.filterIndex);
+        pathFromText(forceExtension(pathText(choice.path.filename()), choice.filterIndex));
     std::error_code missing;
     if (!std::filesystem::exists(file, missing) ||
         ports_.dialogs.confirm(L"Soll die Datei " + pathText(file) + L" überschrieben werden?"))
@@ -98,7 +98,7 @@ bool frmVBACode::writeExportFile(const std::filesystem::path& file) {
 }
 
 void frmVBACode::openExportFile(const std::filesystem::path& file) {
-  const std::wstring failure = openFailureText(ports_.shell.open(file.wstring()));
+  const std::wstring failure = openFailureText(ports_.shell.open(pathText(file)));
   if (!failure.empty()) ports_.dialogs.message(failure, MessageIcon::Critical, L"Datei öffnen");
 }
 

@@ -82,7 +82,7 @@ bool frmVBACode::ModulDateiLesen(const std::filesystem::path& file) {
     Label9.Caption = pathText(file.filename()) + L": " + reasonText(error.reason());
     return false;
   }
-  const float end = ports_.clock.timer();
+  const double seconds = double{ports_.clock.timer()} - start;
   const std::size_t lines = module.List1.size();
   List1.setLines(std::move(module.List1));
   hscroll1_.fit();
@@ -90,7 +90,7 @@ bool frmVBACode::ModulDateiLesen(const std::filesystem::path& file) {
   MousePointer = Pointer::Default;
   cmdModul.Enabled = false;
   Label9.Caption = std::to_wstring(lines) + L" Zeilen eingelesen in " +
-                   decimal(std::floor((end - start) * 10) / 10) + L"s";
+                   decimal(std::floor(seconds * 10) / 10) + L"s";
   Pruefen();
   if (module.tooManyLines) Label9.Caption = pathText(file.filename()) + L": " + tooManyLinesText();
   return !module.tooManyLines;
@@ -127,7 +127,7 @@ bool frmVBACode::fkt_DateiknotenEntnehmen() {
   const bool loaded = !files->Children().empty();
   if (loaded) {
     Dateiname_ = files->Children().front()->Text();
-    Dateipfad_ = files->Children().front()->Tag;
+    Dateipfad_ = pathFromText(files->Children().front()->Tag);
   }
   TreeView1.Remove(*files);
   return loaded;
@@ -139,7 +139,7 @@ void frmVBACode::DateiknotenWiederherstellen() {
   const std::string_view picture = pictureOf(Dateiname_);
   if (picture.empty()) return;
   TreeNode& file = TreeView1.Add(&files, Dateiname_, Dateiname_, "modul", std::string(picture));
-  file.Tag = Dateipfad_.wstring();
+  file.Tag = pathText(Dateipfad_);
   files.setExpanded(true);
   TreeView1.select(&file);
 }
@@ -180,7 +180,7 @@ void frmVBACode::nodeWithoutChildren(TreeNode& node) {
   cmdModul.Enabled = false;
   if (file) {
     setSource(Source::File);
-    ModulDateiLesen(node.Tag);
+    ModulDateiLesen(pathFromText(node.Tag));
   } else {
     clearLists();
     QuellschalterSetzen(false);
