@@ -1,6 +1,6 @@
 // Ordered text lines in one block of memory: source lines as they were read,
-// thousands of them without an allocation a line. Lines are only ever added;
-// a command that changes lines builds a new list.
+// thousands of them without an allocation a line. Lines are only ever added,
+// nearly always at the end; a command that changes lines builds a new list.
 //
 // Tested by tests/unit/base/line_list_test.cpp.
 #pragma once
@@ -31,6 +31,9 @@ class LineList {
 
   // Adds one line: `line` followed directly by `tail`.
   void append(std::string_view line, std::string_view tail = {});
+
+  // Adds one line in front of line `index` (at most size()); moves all behind it.
+  void insert(std::size_t index, std::string_view line);
 
   // Makes room for a text of that many bytes; saves copies, changes nothing.
   void reserveBytes(std::size_t bytes) { text_.reserve(bytes); }

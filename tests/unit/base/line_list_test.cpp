@@ -21,6 +21,21 @@ TEST(LineList, GivesLinesAsTheyWereAdded) {
   EXPECT_EQ(lines[3], std::string(1000, 'x'));
 }
 
+TEST(LineList, InsertsALineInFrontOfAnother) {
+  const struct {
+    std::size_t index;
+    const char* lines[3];
+  } rows[] = {{0, {"new", "a", "bc"}}, {1, {"a", "new", "bc"}}, {2, {"a", "bc", "new"}}};
+  for (const auto& row : rows) {
+    LineList lines;
+    lines.append("a");
+    lines.append("bc");
+    lines.insert(row.index, "new");
+    ASSERT_EQ(lines.size(), 3u);
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(lines[i], row.lines[i]) << row.index;
+  }
+}
+
 TEST(LineList, IsEmptyAfterClear) {
   LineList lines;
   lines.append("a");
