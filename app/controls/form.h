@@ -17,9 +17,10 @@ class Form;
 // The window of a form.
 class FormView {
  public:
+  // The controls of the form may be gone by then.
   virtual ~FormView() = default;
 
-  // Shows the window and returns at once.
+  // Shows the window and returns at once; brings it forward when it is shown.
   virtual void show() = 0;
 
   // Shows the window and processes events until the form is unloaded.

@@ -6,9 +6,12 @@
 
 namespace tintline {
 
-void ListBox::AddItem(std::string_view line) {
-  lines_.append(line);
-  selected_.push_back(false);
+void ListBox::AddItem(std::string_view line, std::size_t index) {
+  const bool moves = index < lines_.size();
+  lines_.insert(index, line);
+  selected_.insert(selected_.begin() + static_cast<std::ptrdiff_t>(index), false);
+  if (moves && listIndex_ >= static_cast<std::ptrdiff_t>(index)) ++listIndex_;
+  if (moves) ++selectionVersion_;
   ++lineVersion_;
   changed();
 }
@@ -26,6 +29,7 @@ void ListBox::setLines(LineList lines) {
 }
 
 void ListBox::setListIndex(std::ptrdiff_t index) {
+  index = existing(index);
   if (index == listIndex_) return;
   listIndex_ = index;
   ++selectionVersion_;
@@ -60,8 +64,12 @@ void ListBox::userSelected(std::vector<bool> selection, std::ptrdiff_t listIndex
   selected_ = std::move(selection);
   selected_.resize(lines_.size());
   selectedCount_ = static_cast<std::size_t>(std::count(selected_.begin(), selected_.end(), true));
-  listIndex_ = listIndex;
+  listIndex_ = existing(listIndex);
   if (Click) Click();
+}
+
+std::ptrdiff_t ListBox::existing(std::ptrdiff_t index) const {
+  return index >= 0 && index < static_cast<std::ptrdiff_t>(ListCount()) ? index : kNone;
 }
 
 }  // namespace tintline

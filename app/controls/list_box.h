@@ -20,8 +20,10 @@ class ListBox : public Control {
   const LineList& lines() const { return lines_; }
   std::size_t ListCount() const { return lines_.size(); }
 
-  // Adds a line at the end, not selected.
-  void AddItem(std::string_view line);
+  // Adds a line, not selected: at the end, or in front of line `index` (at most
+  // ListCount()). The selection and the current item stay with their lines.
+  void AddItem(std::string_view line) { AddItem(line, ListCount()); }
+  void AddItem(std::string_view line, std::size_t index);
 
   // No lines, no selection.
   void Clear();
@@ -29,7 +31,7 @@ class ListBox : public Control {
   // Replaces all lines; nothing is selected then.
   void setLines(LineList lines);
 
-  // The current item, or kNone.
+  // The current item, or kNone; an index without a line counts as kNone.
   std::ptrdiff_t ListIndex() const { return listIndex_; }
   void setListIndex(std::ptrdiff_t index);
 
@@ -56,6 +58,8 @@ class ListBox : public Control {
   Event Click;
 
  private:
+  std::ptrdiff_t existing(std::ptrdiff_t index) const;
+
   LineList lines_;
   std::vector<bool> selected_;
   std::size_t selectedCount_ = 0;

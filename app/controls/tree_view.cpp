@@ -69,7 +69,7 @@ void TreeView::userSelected(TreeNode& node) {
   if (NodeClick) NodeClick(node);
 }
 
-void TreeView::userRightClicked(TreeNode& node) {
+void TreeView::userRightClicked(TreeNode& node) const {
   if (RightClick) RightClick(node);
 }
 

@@ -86,7 +86,7 @@ class TreeView : public Control {
   // The view reports what the user did: the node clicked (or chosen by key), the
   // node under a right click.
   void userSelected(TreeNode& node);
-  void userRightClicked(TreeNode& node);
+  void userRightClicked(TreeNode& node) const;
   std::function<void(TreeNode&)> NodeClick;
   std::function<void(TreeNode&)> RightClick;
 
