@@ -7,9 +7,11 @@
 // Tested by tests/unit/app/ListboxHScroll_test.cpp.
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "app/controls/list_box.h"
 #include "ports/text_measure.h"
@@ -48,12 +50,10 @@ class ListboxHScroll {
   void setScrollWidth(int pixels);
 
   // Fits the range to the lines as they stand: after lines were replaced, or added
-  // directly, or the font changed.
+  // directly, or the font changed. Measures only lines that may turn out the widest.
   void fit();
 
  private:
-  int neededWidth(std::string_view line) const;
-
   ListBox& list_;
   TextMeasure& measure_;
 };

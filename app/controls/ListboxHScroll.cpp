@@ -1,0 +1,80 @@
+// See ListboxHScroll.h. Tested by tests/unit/app/ListboxHScroll_test.cpp.
+#include "app/controls/ListboxHScroll.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+#include "engine/html_lines.h"
+
+namespace tintline {
+namespace {
+
+// What lines ask for; the width of the widest character is looked up once.
+class LineWidth {
+ public:
+  explicit LineWidth(TextMeasure& measure)
+      : measure_(measure), widest_(std::max(measure.widestCharacter(), 0)) {}
+
+  // What the line cannot be wider than.
+  int bound(std::string_view line) const {
+    constexpr int kMost = std::numeric_limits<int>::max();
+    const auto characters = static_cast<std::uintmax_t>(line.size());
+    if (widest_ != 0 && characters > static_cast<std::uintmax_t>(kMost / widest_)) return kMost;
+    return static_cast<int>(characters) * widest_;
+  }
+
+  // What the line asks for.
+  int needed(std::string_view line) const {
+    return line.size() <= kDirectLength ? bound(line) : measure_.width(line);
+  }
+
+ private:
+  TextMeasure& measure_;
+  int widest_;
+};
+
+[[noreturn]] void refuse(const char* message) {
+  throw ListboxError(message, "ListBoxHScroll.AddItem");
+}
+
+}  // namespace
+
+ListboxHScroll::ListboxHScroll(ListBox& list, TextMeasure& measure)
+    : list_(list), measure_(measure) {}
+
+void ListboxHScroll::AddItem(std::string_view text, std::ptrdiff_t index, Mode mode) {
+  const auto count = static_cast<std::ptrdiff_t>(list_.ListCount());
+  if (index < -1 || index > count) refuse("there is no such place in the list");
+  if (list_.ListCount() >= kMaxLines) refuse("the list is full");
+  const auto place = static_cast<std::size_t>(index == -1 ? count : index);
+  list_.AddItem(text, place);
+  if (mode == kFit) fit();
+  if (mode == kGrow)
+    setScrollWidth(std::max(ScrollWidth(), LineWidth(measure_).needed(list_.lines()[place])));
+}
+
+void ListboxHScroll::Clear() {
+  list_.Clear();
+  setScrollWidth(0);
+}
+
+int ListboxHScroll::ScrollWidth() const { return list_.HorizontalExtent; }
+
+void ListboxHScroll::setScrollWidth(int pixels) { list_.HorizontalExtent = pixels; }
+
+void ListboxHScroll::fit() {
+  const LineList& lines = list_.lines();
+  const LineWidth width(measure_);
+  // The longest line comes first: after it, few others may still be wider.
+  std::size_t longest = 0;
+  for (std::size_t i = 1; i < lines.size(); ++i)
+    if (lines[i].size() > lines[longest].size()) longest = i;
+  int widest = lines.empty() ? 0 : width.needed(lines[longest]);
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    if (i != longest && width.bound(lines[i]) > widest)
+      widest = std::max(widest, width.needed(lines[i]));
+  setScrollWidth(widest);
+}
+
+}  // namespace tintline
