@@ -1,11 +1,19 @@
 // The dialog that edits the colour scheme.
 //
+// It works on a copy of the colour table. A text that is no colour changes nothing:
+// lblHinweis says what is wrong, and until it is corrected "Speichern" is disabled. It
+// is gone when another category is chosen.
+//
 // Tested by tests/unit/app/frmFarbeinstellung_test.cpp.
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "app/controls/combo_box.h"
 #include "app/controls/form.h"
@@ -51,12 +59,32 @@ class frmFarbeinstellung final : public Form {
   void cmdAbbrechen_Click();
   void mnufarbe_Click();
 
+  // Lets the user choose the colour of that field (kTextColor, kBackColor) of the
+  // category in the system's dialog.
+  void Farbauswahl(ColorField field);
+
+  // Copies a colour table.
+  static void CopyList(const ColorScheme& from, ColorScheme& to);
+
+  // The colour integer of a text "#RRGGBB" (blanks around it do not count); nothing
+  // when it is no such text.
+  static std::optional<std::uint32_t> FarbCode(std::string_view text);
+
   // True when the last showing ended with "Speichern".
   bool saved() const { return saved_; }
 
  private:
   void Form_Load() override;
-  void Form_Unload() override;
+
+  std::size_t category() const;
+  TextBox& textField(ColorField field);
+  std::uint32_t color(std::size_t ofCategory, ColorField field) const;
+  void setColor(ColorField field, std::uint32_t color);
+  void textChanged(ColorField field);
+  void showCategory();
+  void showText(ColorField field);
+  void showResult();
+  void showSample(SampleLabel& label, std::size_t ofCategory) const;
 
   ColorScheme& colors_;
   std::filesystem::path settingsFile_;
