@@ -1,0 +1,170 @@
+// Converting: what a run shows, how it is ended, what it leaves.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/app/program_fixture.h"
+
+namespace tintline::test {
+namespace {
+
+class conversion_commands : public ProgramTest {
+ protected:
+  void SetUp() override { start(); }
+
+  // Opens a file and starts counting yields afresh.
+  void open(std::string_view text) {
+    openFile(moduleFile("a.bas", text));
+    ports.messageLoop.yields = 0;
+  }
+
+  // The yields of a run over a file of that many lines: reading it anew comes first.
+  static int yieldsBefore(int lines, int line) { return lines + 3 * line; }
+};
+
+TEST_F(conversion_commands, result_stands_in_list_page_and_labels) {
+  open(kTwoProcedures);
+  ports.clock.step = 0.128F;
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(form.List2.ListCount(), 6U);
+  EXPECT_EQ(form.List2.lines()[1],
+            "<span class='Code'>Call</span> <a HREF='#Zwei' class='Marks'>Zwei</a>   ");
+  EXPECT_NE(scratchPage().find("<pre>\r\n" + form.HTMLText + "\r\n</pre>"), std::string::npos);
+  EXPECT_EQ(form.Label9.Caption(), L"6 Zeilen in 0,12s verarbeitet");
+  EXPECT_EQ(form.Label10.Caption(), L"");
+  EXPECT_TRUE(form.cmdExport.Enabled && form.cmdHTMClp.Enabled && form.cmdMakro.Enabled);
+  EXPECT_EQ(form.MousePointer(), Pointer::Default);
+  EXPECT_EQ(form.List1.SelCount() + form.List2.SelCount(), 0U);
+}
+
+TEST_F(conversion_commands, progress_counts_reading_from_0_and_working_from_1) {
+  open("a\r\nb\r\nc\r\n");
+  ports.messageLoop.at(yieldsBefore(3, 0) + 1, [&] {
+    EXPECT_EQ(form.Label9.Caption(), L"Lese Zeile: 0 (3)");
+    EXPECT_EQ(form.MousePointer(), Pointer::Hourglass);
+    EXPECT_FALSE(form.cmdMakro.Enabled || form.cmdExport.Enabled);
+  });
+  ports.messageLoop.at(yieldsBefore(3, 0) + 3, [&] {
+    EXPECT_EQ(form.Label10.Caption(), L"Bearbeite Zeile: 1 (3)");
+    EXPECT_EQ(form.List1.ListIndex(), 0);
+  });
+  form.execute(Command::mnuMakro);
+  EXPECT_TRUE(ports.messageLoop.done());
+}
+
+TEST_F(conversion_commands, escape_ends_a_run_and_keeps_the_lines_so_far) {
+  open("a\r\nb\r\nc\r\nd\r\n");
+  ports.messageLoop.at(yieldsBefore(4, 2), [&] { form.execute(Command::mnuAbbrechen); });
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(strings(form.List2.lines()), (std::vector<std::string>{"a  ", "b  "}));
+  EXPECT_EQ(form.HTMLText, "");
+  EXPECT_FALSE(form.cmdExport.Enabled) << "half a page is not exported";
+  EXPECT_EQ(form.MousePointer(), Pointer::Default);
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(form.List2.ListCount(), 4U) << "the request does not outlive its run";
+}
+
+TEST_F(conversion_commands, no_command_starts_inside_a_run) {
+  open("a\r\nb\r\n");
+  ports.messageLoop.onYield = [&] {
+    for (int command = 1; command <= static_cast<int>(Command::mnuInfo); ++command)
+      if (command != static_cast<int>(Command::mnubeenden))
+        form.execute(static_cast<Command>(command));
+    for (const CommandButton* button :
+         {&form.cmdMakro, &form.cmdAuswahl, &form.cmdHTMClp, &form.cmdExport})
+      button->Click();
+    form.Check2.Click();
+    form.TreeView1.userSelected(*form.TreeView1.find(L"a.bas"));
+    if (form.List1.ListCount() > 0) selectLines(form.List1, {0});
+  };
+  form.execute(Command::mnuMakro);
+  ports.messageLoop.onYield = nullptr;
+  EXPECT_EQ(form.List2.ListCount(), 2U);
+  EXPECT_TRUE(ports.dialogs.asked.size() == 1);
+}
+
+TEST_F(conversion_commands, closing_the_window_ends_the_run_first) {
+  open("a\r\nb\r\nc\r\n");
+  ports.messageLoop.at(yieldsBefore(3, 1), [&] {
+    EXPECT_FALSE(form.QueryUnload());
+    EXPECT_TRUE(mainWindow.open);
+  });
+  form.execute(Command::mnuMakro);
+  EXPECT_FALSE(mainWindow.open);
+  EXPECT_EQ(form.List2.ListCount(), 1U);
+}
+
+TEST_F(conversion_commands, file_is_read_anew_and_reformatted_as_before) {
+  open("If a Then\r\nb\r\nEnd If\r\n");
+  form.execute(Command::mnuFormat);
+  form.execute(Command::mnuFormat);
+  moduleFile("a.bas", "If a Then\r\nb\r\nc\r\nEnd If\r\n");
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(strings(form.List1.lines()),
+            (std::vector<std::string>{"If a Then ", "  b ", "  c ", "End If "}));
+  EXPECT_EQ(form.Frame1.Caption(), L"Quellcode (Tab=2)");
+  EXPECT_EQ(form.List2.ListCount(), 4U);
+}
+
+TEST_F(conversion_commands, selected_lines_alone_are_converted) {
+  open("Sub A()\r\nb = \"x\"\r\nc\r\n");
+  form.Check1.Value = true;
+  selectLines(form.List1, {1, 2});
+  form.execute(Command::mnuAuswahl);
+  EXPECT_EQ(form.List2.ListCount(), 2U);
+  EXPECT_EQ(form.HTMLTabelle.substr(0, 8), "<tr><td>");
+  EXPECT_EQ(form.Label10.Caption(), L"Bearbeite Zeile: 2 (3)");
+  EXPECT_EQ(form.List1.SelCount(), 2U) << "the selection stays";
+  EXPECT_NE(scratchPage().find(form.HTMLText), std::string::npos);
+  selectLines(form.List1, {});
+  form.execute(Command::mnuAuswahl);
+  EXPECT_EQ(form.List2.ListCount(), 0U);
+  EXPECT_EQ(form.HTMLText, "");
+}
+
+TEST_F(conversion_commands, options_take_effect_on_the_result_that_is_shown) {
+  open(kTwoProcedures);
+  form.execute(Command::mnuMakro);
+  form.optClass.Value = false;
+  form.optStyle.Value = true;
+  form.optStyle.Click();
+  EXPECT_NE(form.HTMLText.find("style=\" color:#0000FF"), std::string::npos);
+  form.execute(Command::mnuZeilennummern);
+  EXPECT_NE(form.HTMLText.find(">2:"), std::string::npos);
+  colorWindow.whileModal = [this] {
+    app.farbeinstellung.txtFarbe.Text = L"#123456";
+    app.farbeinstellung.txtFarbe_Change();
+    app.farbeinstellung.cmdSpeichern_Click();
+  };
+  form.execute(Command::mnuFarben);
+  EXPECT_NE(form.HTMLText.find("#123456"), std::string::npos);
+}
+
+TEST_F(conversion_commands, both_lists_move_together_where_lines_match) {
+  open(kTwoProcedures);
+  form.execute(Command::mnuMakro);
+  selectLines(form.List1, {1, 4});
+  EXPECT_EQ(form.Label9.Caption(), L"Lese Zeile: 4 (6)");
+  EXPECT_EQ(form.List2.ListIndex(), 4);
+  EXPECT_TRUE(form.List2.Selected(4));
+  EXPECT_EQ(form.List2.SelCount(), 1U);
+  EXPECT_TRUE(form.cmdVBAClp.Enabled);
+  form.execute(Command::mnuAuswahl);
+  selectLines(form.List1, {0, 1});
+  EXPECT_EQ(form.List2.SelCount(), 0U) << "not with the result of a selection";
+}
+
+TEST_F(conversion_commands, preview_pane_follows_its_check_box) {
+  open("a\r\n");
+  form.execute(Command::mnuMakro);
+  EXPECT_FALSE(form.FrameVorschau.Visible);
+  form.execute(Command::mnuVorschau);
+  EXPECT_TRUE(form.Check2.Value && form.FrameVorschau.Visible && form.wBrowser.Visible);
+  const unsigned before = form.wBrowser.navigations();
+  form.execute(Command::mnuMakro);
+  EXPECT_TRUE(form.Check2.Value && form.FrameVorschau.Visible);
+  EXPECT_GT(form.wBrowser.navigations(), before);
+}
+
+}  // namespace
+}  // namespace tintline::test

@@ -1,0 +1,138 @@
+// The order of the start, and what it does with the files beside the program.
+#include <string>
+#include <vector>
+
+#include "tests/app/program_fixture.h"
+
+namespace tintline::test {
+namespace {
+
+class start_up : public ProgramTest {};
+
+TEST_F(start_up, shows_splash_then_label_then_main_window) {
+  std::vector<std::string> seen;
+  const auto note = [&seen](std::string what) {
+    if (seen.empty() || seen.back() != what) seen.push_back(std::move(what));
+  };
+  ports.clock.seconds = 100;
+  ports.messageLoop.onYield = [&] {
+    const frmSplash& splash = app.splash;
+    note(std::string(splashWindow.open ? "splash" : "no splash") +
+         (splash.Label1.Visible && splash.ProgressBar1.Visible ? ", reading" : "") +
+         (mainWindow.open ? ", window" : "") + (ports.clock.seconds < 101 ? " in second 1" : ""));
+  };
+  start();
+  EXPECT_EQ(seen, (std::vector<std::string>{"splash in second 1", "splash, reading"}));
+  EXPECT_GE(ports.clock.seconds, 102);
+  EXPECT_FALSE(splashWindow.open);
+  EXPECT_TRUE(mainWindow.open);
+}
+
+TEST_F(start_up, ends_its_waits_when_the_timer_starts_again_at_midnight) {
+  ports.clock.seconds = 86399.9F;
+  ports.clock.onPause = [this] {
+    if (ports.clock.seconds >= 86400) ports.clock.seconds -= 86400;
+  };
+  start();
+  EXPECT_TRUE(mainWindow.open);
+}
+
+TEST_F(start_up, leaves_an_empty_window_with_a_placeholder_page) {
+  start();
+  EXPECT_EQ(form.Caption(), L"VB(A)-Code in HTML-Format umwandeln (" + versionText() + L")");
+  EXPECT_NE(scratchPage().find("In diesem Bereich wird der"), std::string::npos);
+  EXPECT_EQ(form.wBrowser.page(), ports.files.program / "dummy.html");
+  EXPECT_FALSE(form.wBrowser.Visible);
+  EXPECT_FALSE(form.Check2.Value);
+  EXPECT_TRUE(form.optClass.Value);
+  for (const CommandButton* button : {&form.cmdModul, &form.cmdMakro, &form.cmdAuswahl,
+                                      &form.cmdVBAClp, &form.cmdHTMClp, &form.cmdExport})
+    EXPECT_FALSE(button->Enabled) << toUtf8(button->Caption());
+  for (const Command command :
+       {Command::mnuexport, Command::mnuCopy, Command::cmdVBAClp, Command::mnuFormat,
+        Command::mnuFormat2, Command::mnuUmbruch, Command::mnuSchluesselworte})
+    EXPECT_FALSE(form.isEnabled(command)) << static_cast<int>(command);
+  EXPECT_TRUE(std::filesystem::exists(app.settingsFile())) << "default colours are saved";
+}
+
+TEST_F(start_up, writes_the_placeholder_where_it_may) {
+  std::filesystem::create_directories(ports.files.program / "dummy.html" / "in the way");
+  start();
+  EXPECT_EQ(form.wBrowser.page(), ports.files.temporary / "dummy.html");
+  EXPECT_TRUE(std::filesystem::exists(form.wBrowser.page()));
+}
+
+struct ControlFile {
+  const char* name;
+  const char* text;                 // null: there is no such file
+  std::vector<std::wstring> boxes;  // what is told, in order
+  const char* code;                 // how "Dim" comes out
+};
+
+TEST_F(start_up, reads_the_keyword_lists) {
+  const std::wstring missing =
+      L"Die Steuerdatei mit den Schlüsselworten\r\nwurde nicht gefunden!\r\n"
+      L"Bitte ins aktuelle Verzeichnis kopieren.";
+  const ControlFile cases[] = {
+      {"no file: the built-in lists", nullptr, {}, "<span class='Code'>Dim</span> "},
+      {"both sections",
+       "[Keywords 1]\r\nFoo\r\nDim\r\n[Keywords 2]\r\nBar\r\n",
+       {},
+       "<span class='Code'>Dim</span> "},
+      {"an empty file", "", {missing}, "Dim "},
+      {"no second section", "[Keywords 1]\r\nFoo\r\n", {L"Nichts gefunden"}, "Dim "},
+  };
+  for (const ControlFile& c : cases) {
+    SCOPED_TRACE(c.name);
+    FakePorts own;
+    Application program(own.ports());
+    FakeWindow window;
+    program.splash.makeView = program.mainWindow.makeView = window.maker();
+    if (c.text != nullptr) writeText(own.files.program / "vb.ini", c.text);
+    for (std::size_t box = 0; box < c.boxes.size(); ++box) own.dialogs.expectMessage();
+    program.Main(0);
+    for (std::size_t box = 0; box < own.dialogs.asked.size(); ++box)
+      EXPECT_EQ(own.dialogs.asked[box].text, c.boxes[box]);
+    EXPECT_EQ(program.mainWindow.isEnabled(Command::mnuSchluesselworte), c.text != nullptr);
+    writeText(own.files.folder / "x.bas", "Dim\r\n");
+    program.mainWindow.fileDropped(own.files.folder / "x.bas");
+    program.mainWindow.execute(Command::mnuMakro);
+    ASSERT_EQ(program.mainWindow.List2.ListCount(), 1U);
+    EXPECT_EQ(std::string(program.mainWindow.List2.lines()[0]), std::string(c.code) + " ");
+  }
+}
+
+TEST_F(start_up, is_left_at_once_when_the_named_object_existed) {
+  EXPECT_FALSE(app.Main(183));
+  EXPECT_EQ(ports.released, 1);
+  EXPECT_EQ(mainWindow.views + splashWindow.views, 0);
+}
+
+TEST_F(start_up, about_display_closes_on_a_key_or_a_click) {
+  start();
+  for (const bool key : {true, false}) {
+    form.execute(Command::mnuInfo);
+    EXPECT_TRUE(splashWindow.open);
+    EXPECT_FALSE(app.splash.Label1.Visible);
+    EXPECT_FALSE(app.splash.lblVersion.Enabled);
+    EXPECT_TRUE(app.splash.Label3.Enabled);
+    if (key)
+      app.splash.Form_KeyPress();
+    else
+      app.splash.Form_MouseUp();
+    EXPECT_FALSE(splashWindow.open);
+  }
+}
+
+TEST_F(start_up, leaving_unloads_all_forms_and_closes_the_help) {
+  start();
+  form.execute(Command::mnuInfo);
+  form.execute(Command::mnubeenden);
+  EXPECT_FALSE(splashWindow.open);
+  EXPECT_FALSE(mainWindow.open);
+  EXPECT_GE(ports.released, 1);
+  EXPECT_GE(ports.shell.helpClosed, 1);
+}
+
+}  // namespace
+}  // namespace tintline::test
