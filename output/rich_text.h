@@ -1,0 +1,32 @@
+// A rendered page in the format that a rich-edit control reads.
+//
+// Positions in the control's text are those of the page: a line end is one
+// character, and links are plain coloured text. (Some engines let a whole field
+// vanish, so the view marks the links itself, from the runs.)
+//
+// Tested by tests/unit/output/rich_text_test.cpp.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "output/rendered_page.h"
+
+namespace tintline {
+
+// The characters from `from` up to `to` (at most the text's size) as a whole
+// document of ASCII, to be put behind what stands before. A document that ends
+// in a line end would lose it in some engines: let a piece begin with it.
+std::string richText(const RenderedPage& page, std::size_t from, std::size_t to);
+
+inline std::string richText(const RenderedPage& page) {
+  return richText(page, 0, page.text.size());
+}
+
+// The last place to cut in front of a line end so that the piece from `from` on
+// has at most `characters`; a longer line stays whole. The text's size when the
+// rest is no longer than that.
+std::size_t pieceEnd(const RenderedPage& page, std::size_t from, std::size_t characters);
+
+}  // namespace tintline
