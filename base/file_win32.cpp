@@ -1,9 +1,9 @@
 // Opening files by wide names. See file_platform.h.
 // Tested by tests/unit/base/file_test.cpp.
+#include <windows.h>
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
-#include <windows.h>
 
 #include <cerrno>
 #include <string>

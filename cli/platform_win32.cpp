@@ -1,8 +1,8 @@
 // Streams, console and program folder on Windows. See platform.h.
 // Tested by tests/cli/run.py.
+#include <windows.h>
 #include <fcntl.h>
 #include <io.h>
-#include <windows.h>
 
 #include <cstdio>
 #include <system_error>

@@ -15,18 +15,19 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 # The system headers of Windows by the beginning of their names, COM and shell included.
 WINDOWS = re.compile(
     r"(windows|windef|winbase|winuser|winsock|wing|winnls|winerror|shellapi|shlobj|shlwapi|"
-    r"shobj|comm|ole|obj|unknwn|rich|exdisp|mshtm|htmlhelp|uxtheme|io\.h|direct\.h)", re.IGNORECASE)
+    r"shobj|comm|ole|obj|unknwn|servprov|urlmon|rich|exdisp|mshtm|htmlhelp|uxtheme|io\.h|direct\.h)",
+    re.IGNORECASE)
 
 
 def read_floors():
     text = (ROOT / "CMakeLists.txt").read_text(encoding="utf-8")
-    calls = re.findall(r"^tintline_floor\(([\w ]+)\)", text, re.MULTILINE)
+    calls = re.findall(r"^\s*tintline_floor\(([\w ]+)\)", text, re.MULTILINE)
     floors = {name: set(below) for name, *below in (call.split() for call in calls)}
     return floors | {top: {*floors, top, "tests"} for top in TOP}
 
 
 def may_see_windows(path):
-    return path.parts[0] == "win32" or path.stem.endswith("_win32")
+    return "win32" in path.parts[:2] or path.stem.endswith("_win32")
 
 
 def faults_of(path, floors):

@@ -10,7 +10,7 @@ namespace {
 // Eight columns of the font between tab stops, as browsers have them: 0.6 * 10 points * 8.
 constexpr std::string_view kHead =
     R"({\rtf1\ansi\deff0\deftab960{\fonttbl{\f0\fmodern\fprq1\fcharset0 Courier New;}})";
-constexpr std::string_view kBegin = R"(\uc1\f0\fs20 )";
+constexpr std::string_view kBegin = R"(\plain\uc1\f0\fs20 )";
 
 class ColorTable {
  public:

@@ -6,6 +6,8 @@
 namespace tintline {
 namespace {
 
+using namespace std::string_view_literals;
+
 // All of a text: tags as "[name class=… ]", comments as "[!]", the rest as it is.
 std::string readAll(std::string_view text) {
   TagReader reader(text);
@@ -57,8 +59,7 @@ TEST(PageMarkup, tags) {
       {"a quote without an end is text up to it", "<a name='x> <b>", "<a name='x> [b]"},
       {"a tag without an end is text", "<b>x<a <b", "[b]x<a <b"},
       {"an end inside quotes is none", "<a x='>' <b y='>'", "<a x='>' <b y='>'"},
-      {"NULs are ordinary characters", std::string_view("<a\0b name='\0'>", 14),
-       std::string_view("[a\0b name=\0]", 12)},
+      {"NULs are ordinary characters", "<a\0b name='\0'>"sv, "[a\0b name=\0]"sv},
   };
   for (const Case& c : cases) EXPECT_EQ(readAll(c.text), c.expected) << c.name;
 }

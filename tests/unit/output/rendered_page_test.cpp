@@ -12,6 +12,8 @@
 namespace tintline {
 namespace {
 
+using namespace std::string_view_literals;
+
 // The page with its looks: runs as "[c=0000ff bi >target|text]", plain text bare, a rule as "---",
 // an anchor as "{name}".
 std::string described(const RenderedPage& page) {
@@ -132,9 +134,8 @@ TEST(RenderedPage, foreignMarkup) {
        "<a href='javascript:alert(1)'>a</a><a href=\"\\\\server\\x\">b</a>",
        "[cff>javascript:alert(1)|a][cff>\\\\server\\x|b]"},
       {"control characters show nothing",
-       std::string_view("<pre>a\0b\1c\x0B"
-                        "d\fe&#7;\x7F",
-                        24),
+       "<pre>a\0b\1c\x0B"
+       "d\fe&#7;\x7F"sv,
        "abcde\x7F"},
       {"a tag that never ends is text", "a<br>b<span class='x", "a\nb<span class='x"},
       {"all characters of the code page", "<pre>\x80\x9F\xA0\xFF</pre>", "\x80\x9F\xA0\xFF"},

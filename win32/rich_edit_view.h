@@ -1,0 +1,75 @@
+// Shows the program's own pages in a rich-edit control, where no browser can.
+//
+// A long page comes in pieces: what loads in a moment at once, the rest from a
+// timer, so that the window stays responsive. The next page cancels the rest.
+//
+// Tested by tests/win32/rich_edit_view_test.cpp.
+#pragma once
+
+#include <windows.h>
+#include <richedit.h>
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "output/rendered_page.h"
+#include "win32/handle.h"
+
+namespace tintline {
+
+class RichEditView {
+ public:
+  using ExternalLink = std::function<void(const std::wstring& address)>;
+
+  // A control that fills the parent, which hands its WM_NOTIFY messages to onNotify. Throws
+  // Win32Error when the system has no rich-edit control.
+  RichEditView(HWND parent, ExternalLink onExternalLink);
+  ~RichEditView();
+  RichEditView(const RichEditView&) = delete;
+  RichEditView& operator=(const RichEditView&) = delete;
+
+  HWND window() const { return control_.get(); }
+
+  // Reads the page and shows its beginning. Throws FileError and leaves the old page.
+  void navigate(const std::filesystem::path& file);
+
+  // Whether all of the page is shown.
+  bool loaded() const { return shown_ == page_.text.size(); }
+
+  const RenderedPage& page() const { return page_; }
+
+  // Fits the letters to a screen of that many dots per inch.
+  void setDpi(UINT dpi);
+
+  // A message of the control to its parent: clicks on links.
+  void onNotify(const NMHDR& header);
+
+ private:
+  static LRESULT CALLBACK controlProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                           UINT_PTR id, DWORD_PTR view);
+
+  LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+  void setPlainFormat() const;
+  CHARRANGE selection() const;
+  void select(std::size_t from, std::size_t to) const;
+  void show(RenderedPage page);
+  void appendPieces(ULONGLONG milliseconds);
+  void appendPiece(std::size_t end);
+  void markLinks(std::size_t from, std::size_t to) const;
+  void onTimer();
+  void followLink(std::size_t position);
+  void scrollTo(std::size_t position);
+
+  UniqueLibrary library_;  // outlives the control
+  UniqueWindow control_;
+  ExternalLink onExternalLink_;
+  RenderedPage page_;
+  std::size_t shown_ = 0;            // characters in the control
+  std::size_t pieceSize_;            // characters that load in a short moment
+  std::optional<LONG> pressed_;      // where the pressed link begins
+  std::optional<std::size_t> jump_;  // an anchor to go to when it is shown
+};
+
+}  // namespace tintline
