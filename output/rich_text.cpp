@@ -10,7 +10,8 @@ namespace {
 // Eight columns of the font between tab stops, as browsers have them: 0.6 * 10 points * 8.
 constexpr std::string_view kHead =
     R"({\rtf1\ansi\deff0\deftab960{\fonttbl{\f0\fmodern\fprq1\fcharset0 Courier New;}})";
-constexpr std::string_view kBegin = R"(\plain\uc1\f0\fs20 )";
+// The margin that browsers leave at the left: 8 pixels, in twips.
+constexpr std::string_view kBegin = R"(\pard\li120\plain\uc1\f0\fs20 )";
 
 class ColorTable {
  public:

@@ -1,8 +1,8 @@
 // A rendered page in the format that a rich-edit control reads.
 //
 // Positions in the control's text are those of the page: a line end is one
-// character, and links are plain coloured text. (Some engines let a whole field
-// vanish, so the view marks the links itself, from the runs.)
+// character, and links are plain underlined text. (Some engines let a whole
+// field vanish; where the links are, the runs tell.)
 //
 // Tested by tests/unit/output/rich_text_test.cpp.
 #pragma once

@@ -56,7 +56,7 @@ void PreviewPane::navigate(const std::filesystem::path& page) {
 void PreviewPane::setVisible(bool visible) { ShowWindow(window(), visible ? SW_SHOWNA : SW_HIDE); }
 
 void PreviewPane::dpiChanged() {
-  if (richEdit_) richEdit_->setDpi(GetDpiForWindow(window()));
+  if (richEdit_) richEdit_->fitDpi();
 }
 
 bool PreviewPane::translate(MSG& message) {
@@ -85,7 +85,6 @@ void PreviewPane::startBrowser() {
 void PreviewPane::startRichEdit() {
   richEdit_ = std::make_unique<RichEditView>(
       window(), [this](const std::wstring& address) { tellLink(address); });
-  dpiChanged();
 }
 
 void PreviewPane::giveUpBrowser() {
@@ -133,9 +132,6 @@ LRESULT PreviewPane::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM 
     case WM_SETFOCUS:
       if (richEdit_) SetFocus(richEdit_->window());
       if (browser_) browser_->focus();
-      return 0;
-    case WM_NOTIFY:
-      if (richEdit_) richEdit_->onNotify(*reinterpret_cast<const NMHDR*>(lParam));
       return 0;
     case WM_TIMER:
       if (wParam == kPatience) giveUpBrowser();

@@ -17,13 +17,21 @@
 namespace tintline {
 namespace {
 
+constexpr LONG kFontHeight = 200;  // twips, as output/rich_text.cpp writes it: 10 points
+constexpr LONG kMargin = 120;      // twips, as there
 constexpr UINT_PTR kTimer = 1;
 constexpr UINT_PTR kSubclass = 1;
 constexpr ULONGLONG kFirstMoment = 300;  // milliseconds that a new page may take at once
 constexpr ULONGLONG kMoment = 50;        // and every further piece
 constexpr UINT kPause = 10;              // between pieces, for everything else
-constexpr std::size_t kSmallestPiece = 2'000;
+constexpr std::size_t kSmallestPiece = 4'000;
 constexpr std::size_t kLargestPiece = 200'000;
+
+constexpr int kLineHeight = 12;  // points, for the font of output/rich_text.cpp
+
+POINT pointOf(LPARAM lParam) {
+  return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+}
 
 LONG asLong(std::size_t position) { return static_cast<LONG>(position); }
 
@@ -55,7 +63,7 @@ class Standstill {
     const LRESULT line = SendMessageW(control_, EM_GETFIRSTVISIBLELINE, 0, 0);
     if (line != line_) SendMessageW(control_, EM_LINESCROLL, 0, line_ - line);
     SendMessageW(control_, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(control_, nullptr, FALSE);
+    RedrawWindow(control_, nullptr, nullptr, RDW_ERASE | RDW_FRAME | RDW_INVALIDATE);
   }
   Standstill(const Standstill&) = delete;
   Standstill& operator=(const Standstill&) = delete;
@@ -70,44 +78,65 @@ class Standstill {
 }  // namespace
 
 RichEditView::RichEditView(HWND parent, ExternalLink onExternalLink)
-    : library_(LoadLibraryW(L"msftedit.dll")),
+    : parent_(parent),
+      library_(LoadLibraryW(L"msftedit.dll")),
       onExternalLink_(std::move(onExternalLink)),
       pieceSize_(kSmallestPiece) {
   if (!library_) throwLastError();
-  RECT place{};
-  GetClientRect(parent, &place);
-  control_.reset(
-      CreateWindowExW(0, MSFTEDIT_CLASS, L"",
-                      WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
-                          ES_READONLY | ES_AUTOHSCROLL | ES_AUTOVSCROLL | ES_NOHIDESEL,
-                      0, 0, place.right, place.bottom, parent, nullptr, nullptr, nullptr));
-  if (!control_) throwLastError();
-  if (SetWindowSubclass(window(), controlProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this)) ==
-      FALSE)
-    throw Win32Error(E_FAIL);
-  setPlainFormat();
-  send(EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
-  send(EM_SETUNDOLIMIT, 0);
-  send(EM_SETTARGETDEVICE, 0, 1);  // lines do not wrap
-  send(EM_AUTOURLDETECT, 0);       // only the page's own links
-  send(EM_SETEVENTMASK, 0, ENM_LINK);
-  send(EM_SETMARGINS, EC_LEFTMARGIN, MAKELPARAM(8, 0));  // as browsers have it
-}
-
-// What the page says nothing of; else it would be the system's bold font.
-void RichEditView::setPlainFormat() const {
-  CHARFORMAT2W format{};
-  format.cbSize = sizeof format;
-  format.dwMask = CFM_FACE | CFM_SIZE | CFM_COLOR | CFM_BACKCOLOR | CFM_EFFECTS;
-  format.dwEffects = CFE_AUTOCOLOR | CFE_AUTOBACKCOLOR;
-  format.yHeight = 200;  // twips: 10 points
-  format.bPitchAndFamily = FIXED_PITCH | FF_MODERN;
-  lstrcpyW(format.szFaceName, L"Courier New");
-  send(EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
+  replaceControl();
 }
 
 RichEditView::~RichEditView() {
   if (control_) RemoveWindowSubclass(window(), controlProcedure, kSubclass);
+}
+
+UniqueWindow RichEditView::makeControl() {
+  RECT place{};
+  GetClientRect(parent_, &place);
+  UniqueWindow control(
+      CreateWindowExW(0, MSFTEDIT_CLASS, L"",
+                      WS_CHILD | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY |
+                          ES_AUTOHSCROLL | ES_AUTOVSCROLL | ES_NOHIDESEL,
+                      0, 0, place.right, place.bottom, parent_, nullptr, nullptr, nullptr));
+  if (!control) throwLastError();
+  if (SetWindowSubclass(control.get(), controlProcedure, kSubclass,
+                        reinterpret_cast<DWORD_PTR>(this)) == FALSE)
+    throw Win32Error(E_FAIL);
+  return control;
+}
+
+// Some engines take a minute to clear a long text, but no time to go away with it.
+void RichEditView::replaceControl() {
+  UniqueWindow control = makeControl();
+  if (control_) RemoveWindowSubclass(window(), controlProcedure, kSubclass);
+  const bool focused = control_ && GetFocus() == window();
+  const UniqueWindow old = std::exchange(control_, std::move(control));
+  send(EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
+  send(EM_SETUNDOLIMIT, 0);
+  send(EM_SETTARGETDEVICE, 0, 1);  // lines do not wrap
+  send(EM_AUTOURLDETECT, 0);       // only the page's own links
+  setFormats();
+  fitDpi();
+  ShowWindow(window(), SW_SHOWNA);
+  if (focused) SetFocus(window());
+}
+
+// What the text has where a page says nothing, and in its last paragraph, which is the control's
+// own wherever a piece ends. Without it the font would be the system's bold one.
+void RichEditView::setFormats() const {
+  CHARFORMAT2W characters{};
+  characters.cbSize = sizeof characters;
+  characters.dwMask = CFM_FACE | CFM_SIZE | CFM_COLOR | CFM_BACKCOLOR | CFM_EFFECTS;
+  characters.dwEffects = CFE_AUTOCOLOR | CFE_AUTOBACKCOLOR;
+  characters.yHeight = kFontHeight;
+  characters.bPitchAndFamily = FIXED_PITCH | FF_MODERN;
+  lstrcpyW(characters.szFaceName, L"Courier New");
+  send(EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&characters));
+  PARAFORMAT2 paragraphs{};
+  paragraphs.cbSize = sizeof paragraphs;
+  paragraphs.dwMask = PFM_STARTINDENT;
+  paragraphs.dxStartIndent = kMargin;
+  send(EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&paragraphs));
 }
 
 LRESULT RichEditView::send(UINT message, WPARAM wParam, LPARAM lParam) const {
@@ -128,20 +157,19 @@ void RichEditView::select(std::size_t from, std::size_t to) const {
 void RichEditView::navigate(const std::filesystem::path& file) { show(renderPage(readFile(file))); }
 
 void RichEditView::show(RenderedPage page) {
-  KillTimer(window(), kTimer);
-  pressed_.reset();
+  replaceControl();  // and its timer
+  pressed_ = nullptr;
   jump_.reset();
   page_ = std::move(page);
   shown_ = 0;
-  SetWindowTextW(window(), L"");
-  select(0, 0);
   appendPieces(kFirstMoment);
 }
 
-void RichEditView::setDpi(UINT dpi) {
+void RichEditView::fitDpi() const {
   // The control's points are those of the system's resolution, whatever screen it is on.
-  const UINT system = GetDpiForSystem();
-  send(EM_SETZOOM, dpi == system ? 0 : dpi, dpi == system ? 0 : asLong(system));
+  const UINT system = GetDpiForSystem(), screen = GetDpiForWindow(window());
+  const bool same = screen == system || screen == 0;
+  send(EM_SETZOOM, same ? 0 : screen, same ? 0 : static_cast<LPARAM>(system));
 }
 
 // Appends pieces until that time is over; the timer brings the rest.
@@ -170,24 +198,10 @@ void RichEditView::appendPiece(std::size_t end) {
   const std::string text = richText(page_, shown_, end);
   std::string_view rest = text;
   EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&rest), 0, readText};
-  select(shown_, shown_);
+  const CHARRANGE behind{-1, -1};  // found at once, however long the text is
+  send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&behind));
   send(EM_STREAMIN, SF_RTF | SFF_SELECTION, reinterpret_cast<LPARAM>(&stream));
-  markLinks(shown_, end);
   shown_ = end;
-}
-
-void RichEditView::markLinks(std::size_t from, std::size_t to) const {
-  CHARFORMAT2W format{};
-  format.cbSize = sizeof format;
-  format.dwMask = CFM_LINK;
-  format.dwEffects = CFE_LINK;
-  const TextRun* const behind = page_.runs.data() + page_.runs.size();
-  for (const TextRun* run = page_.runAt(from); run != nullptr && run != behind && run->start < to;
-       ++run) {
-    if (!run->looks.link) continue;
-    select(std::max(from, run->start), std::min(to, run->start + run->length));
-    send(EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
-  }
 }
 
 void RichEditView::onTimer() {
@@ -196,19 +210,51 @@ void RichEditView::onTimer() {
   appendPieces(kMoment);
 }
 
-void RichEditView::onNotify(const NMHDR& header) {
-  if (header.hwndFrom != window() || header.code != EN_LINK) return;
-  const auto& link = reinterpret_cast<const ENLINK&>(header);
-  if (link.msg == WM_LBUTTONDOWN) {
-    pressed_ = link.chrg.cpMin;
-  } else if (link.msg == WM_LBUTTONUP && std::exchange(pressed_, {}) == link.chrg.cpMin) {
-    const bool selecting = selection().cpMin != selection().cpMax;
-    if (!selecting) followLink(static_cast<std::size_t>(link.chrg.cpMin));
-  }
+// Where a character's upper left corner is.
+POINT RichEditView::placeOf(std::size_t position) const {
+  POINTL place{};
+  send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), asLong(position));
+  return {place.x, place.y};
 }
 
-void RichEditView::followLink(std::size_t position) {
-  const TextRun* const run = page_.runAt(position);
+// The link at a place of the window, or nullptr.
+const TextRun* RichEditView::linkAt(POINT place) const {
+  const POINTL asked{place.x, place.y};
+  const auto nearest =
+      static_cast<std::size_t>(send(EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&asked)));
+  // Right of its middle, a character's right neighbour may be nearer.
+  for (const std::size_t position : {nearest, nearest - 1}) {
+    const TextRun* const run = page_.runAt(position);
+    if (run == nullptr || !run->looks.link || position >= shown_) continue;
+    const POINT corner = placeOf(position), next = placeOf(position + 1);
+    const int height = MulDiv(kLineHeight, static_cast<int>(GetDpiForWindow(window())), 72);
+    if (place.x >= corner.x && place.x < next.x && place.y >= corner.y &&
+        place.y < corner.y + height)
+      return run;
+  }
+  return nullptr;
+}
+
+bool RichEditView::showHand() const {
+  POINT place{};
+  GetCursorPos(&place);
+  ScreenToClient(window(), &place);
+  if (linkAt(place) == nullptr) return false;
+  SetCursor(LoadCursorW(nullptr, IDC_HAND));
+  return true;
+}
+
+// A link is followed when the mouse is released where it was pressed and nothing was selected.
+LRESULT RichEditView::onButtonUp(WPARAM wParam, LPARAM lParam) {
+  const LRESULT result = DefSubclassProc(window(), WM_LBUTTONUP, wParam, lParam);
+  const TextRun* const pressed = std::exchange(pressed_, nullptr);
+  const CHARRANGE selected = selection();
+  if (pressed != nullptr && selected.cpMin == selected.cpMax && linkAt(pointOf(lParam)) == pressed)
+    followLink(pressed);
+  return result;
+}
+
+void RichEditView::followLink(const TextRun* run) {
   if (run == nullptr || !run->looks.link) return;
   const LinkTarget target = classifyLink(page_.targets[*run->looks.link]);
   if (target.kind == LinkTarget::Kind::External && onExternalLink_) onExternalLink_(target.value);
@@ -231,26 +277,39 @@ void RichEditView::scrollTo(std::size_t position) {
 LRESULT CALLBACK RichEditView::controlProcedure(HWND window, UINT message, WPARAM wParam,
                                                 LPARAM lParam, UINT_PTR, DWORD_PTR view) {
   auto& self = *reinterpret_cast<RichEditView*>(view);
+  if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(window, controlProcedure, kSubclass);
+    self.control_.release();  // the parent has destroyed it
+    return DefSubclassProc(window, message, wParam, lParam);
+  }
+  return self.onMessage(message, wParam, lParam);
+}
+
+LRESULT RichEditView::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_TIMER:
       if (wParam != kTimer) break;
-      self.onTimer();
+      onTimer();
       return 0;
     case WM_GETDLGCODE:
       // Tab leaves the view, as nothing is typed into it; Enter follows a link.
       return DLGC_WANTARROWS | (wParam == VK_RETURN ? DLGC_WANTMESSAGE : 0);
     case WM_KEYDOWN:
       if (wParam != VK_RETURN) break;
-      self.followLink(static_cast<std::size_t>(self.selection().cpMin));
+      followLink(page_.runAt(static_cast<std::size_t>(selection().cpMin)));
       return 0;
-    case WM_NCDESTROY:
-      RemoveWindowSubclass(window, controlProcedure, kSubclass);
-      self.control_.release();  // the parent has destroyed it
+    case WM_SETCURSOR:
+      if (LOWORD(lParam) == HTCLIENT && showHand()) return TRUE;
       break;
+    case WM_LBUTTONDOWN:
+      pressed_ = linkAt(pointOf(lParam));
+      break;
+    case WM_LBUTTONUP:
+      return onButtonUp(wParam, lParam);
     default:
       break;
   }
-  return DefSubclassProc(window, message, wParam, lParam);
+  return DefSubclassProc(window(), message, wParam, lParam);
 }
 
 }  // namespace tintline

@@ -3,6 +3,10 @@
 // A long page comes in pieces: what loads in a moment at once, the rest from a
 // timer, so that the window stays responsive. The next page cancels the rest.
 //
+// Links are text as coloured as the page says; the view itself knows where they
+// are. The control's own links are blue whatever the page says, and to mark them
+// takes the longer the longer the text is.
+//
 // Tested by tests/win32/rich_edit_view_test.cpp.
 #pragma once
 
@@ -23,13 +27,13 @@ class RichEditView {
  public:
   using ExternalLink = std::function<void(const std::wstring& address)>;
 
-  // A control that fills the parent, which hands its WM_NOTIFY messages to onNotify. Throws
-  // Win32Error when the system has no rich-edit control.
+  // A control that fills the parent. Throws Win32Error when the system has none of its kind.
   RichEditView(HWND parent, ExternalLink onExternalLink);
   ~RichEditView();
   RichEditView(const RichEditView&) = delete;
   RichEditView& operator=(const RichEditView&) = delete;
 
+  // The control; another one for every page, nullptr once the parent has destroyed it.
   HWND window() const { return control_.get(); }
 
   // Reads the page and shows its beginning. Throws FileError and leaves the old page.
@@ -40,36 +44,40 @@ class RichEditView {
 
   const RenderedPage& page() const { return page_; }
 
-  // Fits the letters to a screen of that many dots per inch.
-  void setDpi(UINT dpi);
-
-  // A message of the control to its parent: clicks on links.
-  void onNotify(const NMHDR& header);
+  // Fits the letters to the resolution of the screen that the window is on.
+  void fitDpi() const;
 
  private:
   static LRESULT CALLBACK controlProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                            UINT_PTR id, DWORD_PTR view);
 
+  LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
-  void setPlainFormat() const;
+  UniqueWindow makeControl();
+  void replaceControl();
+  void setFormats() const;
   CHARRANGE selection() const;
   void select(std::size_t from, std::size_t to) const;
   void show(RenderedPage page);
   void appendPieces(ULONGLONG milliseconds);
   void appendPiece(std::size_t end);
-  void markLinks(std::size_t from, std::size_t to) const;
   void onTimer();
-  void followLink(std::size_t position);
+  POINT placeOf(std::size_t position) const;
+  const TextRun* linkAt(POINT place) const;
+  bool showHand() const;
+  LRESULT onButtonUp(WPARAM wParam, LPARAM lParam);
+  void followLink(const TextRun* run);
   void scrollTo(std::size_t position);
 
+  HWND parent_;
   UniqueLibrary library_;  // outlives the control
   UniqueWindow control_;
   ExternalLink onExternalLink_;
   RenderedPage page_;
-  std::size_t shown_ = 0;            // characters in the control
-  std::size_t pieceSize_;            // characters that load in a short moment
-  std::optional<LONG> pressed_;      // where the pressed link begins
-  std::optional<std::size_t> jump_;  // an anchor to go to when it is shown
+  std::size_t shown_ = 0;             // characters in the control
+  std::size_t pieceSize_;             // characters that load in a short moment
+  const TextRun* pressed_ = nullptr;  // the link that the mouse was pressed on
+  std::optional<std::size_t> jump_;   // an anchor to go to when it is shown
 };
 
 }  // namespace tintline

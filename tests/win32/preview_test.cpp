@@ -71,18 +71,15 @@ TEST_F(PreviewPaneTest, isAnOrdinaryChildWindow) {
   }
   SetFocus(pane->window());
   EXPECT_EQ(GetFocus(), pane->richEdit()->window());
+  pane->navigate(page("y"));
+  EXPECT_EQ(GetFocus(), pane->richEdit()->window()) << "the next page keeps the keyboard";
 }
 
 TEST_F(PreviewPaneTest, linksReachTheOwner) {
   make(Engine::RichEdit);
+  SetWindowPos(pane->window(), nullptr, 0, 0, 300, 200, SWP_NOZORDER);
   pane->navigate(page("<a href='https://example.org/'>x</a>"));
-  ENLINK link{};
-  link.nmhdr = {pane->richEdit()->window(), 0, EN_LINK};
-  link.chrg = {0, 1};
-  for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
-    link.msg = message;
-    SendMessageW(pane->window(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&link));
-  }
+  test::clickCharacter(pane->richEdit()->window(), 0);
   EXPECT_EQ(links, std::vector<std::wstring>{L"https://example.org/"});
 }
 

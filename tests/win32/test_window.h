@@ -2,7 +2,6 @@
 #pragma once
 
 #include <windows.h>
-#include <commctrl.h>
 #include <ole2.h>
 #include <richedit.h>
 
@@ -26,30 +25,40 @@ class Ole {
   Ole& operator=(const Ole&) = delete;
 };
 
-// A window of that inner size. What it is notified of goes to `onNotify`.
 class TestWindow {
  public:
   TestWindow() {
     window_.reset(CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 600,
                                   400, nullptr, nullptr, nullptr, nullptr));
     if (!window_) throwLastError();
-    SetWindowSubclass(get(), procedure, 1, reinterpret_cast<DWORD_PTR>(this));
   }
   HWND get() const { return window_.get(); }
   void destroy() { window_.reset(); }
 
-  std::function<void(const NMHDR&)> onNotify;
-
  private:
-  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                    UINT_PTR, DWORD_PTR self) {
-    const auto& onNotify = reinterpret_cast<TestWindow*>(self)->onNotify;
-    if (message == WM_NOTIFY && onNotify) onNotify(*reinterpret_cast<const NMHDR*>(lParam));
-    return DefSubclassProc(window, message, wParam, lParam);
-  }
-
   UniqueWindow window_;
 };
+
+// Where a character of a rich-edit control begins, in its window.
+inline POINT placeOf(HWND control, std::size_t position) {
+  POINTL place{};
+  SendMessageW(control, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place),
+               static_cast<LPARAM>(position));
+  return {place.x, place.y};
+}
+
+// Clicks on a place of a window.
+inline void clickAt(HWND window, POINT place) {
+  const LPARAM where = MAKELPARAM(place.x, place.y);
+  SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, where);
+  SendMessageW(window, WM_LBUTTONUP, 0, where);
+}
+
+// Clicks into the middle of a character.
+inline void clickCharacter(HWND control, std::size_t position) {
+  const POINT begin = placeOf(control, position), end = placeOf(control, position + 1);
+  clickAt(control, {(begin.x + end.x) / 2, begin.y + 5});
+}
 
 // Lets messages through until `done` says so; false after that many milliseconds.
 inline bool pumpUntil(const std::function<bool()>& done, ULONGLONG limit = 20'000) {
