@@ -7,11 +7,16 @@
 namespace tintline {
 namespace {
 
-// Eight columns of the font between tab stops, as browsers have them: 0.6 * 10 points * 8.
 constexpr std::string_view kHead =
-    R"({\rtf1\ansi\deff0\deftab960{\fonttbl{\f0\fmodern\fprq1\fcharset0 Courier New;}})";
-// The margin that browsers leave at the left: 8 pixels, in twips.
-constexpr std::string_view kBegin = R"(\pard\li120\plain\uc1\f0\fs20 )";
+    R"({\rtf1\ansi\deff0{\fonttbl{\f0\fmodern\fprq1\fcharset0 Courier New;}})";
+
+// The format of all paragraphs and what text has without looks of its own.
+std::string basicFormat() {
+  std::string words = "\\pard\\li" + std::to_string(kLeftMargin);
+  for (int number = 1; number <= kTabStops; ++number)
+    words += "\\tx" + std::to_string(tabStop(number));
+  return words + "\\plain\\uc1\\f0\\fs" + std::to_string(kFontHeight / 10) + " ";
+}
 
 class ColorTable {
  public:
@@ -86,7 +91,7 @@ std::string richText(const RenderedPage& page, std::size_t from, std::size_t to)
       if (!words.empty()) body += '}';
     }
   }
-  return std::string(kHead) + colors.text() + std::string(kBegin) + body + "}";
+  return std::string(kHead) + colors.text() + basicFormat() + body + "}";
 }
 
 std::size_t pieceEnd(const RenderedPage& page, std::size_t from, std::size_t characters) {

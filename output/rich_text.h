@@ -15,6 +15,12 @@
 
 namespace tintline {
 
+// Of all text and all paragraphs, in twips (a twentieth of a point).
+inline constexpr int kFontHeight = 200;
+inline constexpr int kLeftMargin = 120;  // 8 pixels, as browsers leave them
+inline constexpr int kTabStops = 20;     // so many, every eight columns
+inline constexpr int tabStop(int number) { return kLeftMargin + number * 8 * 120; }
+
 // The characters from `from` up to `to` (at most the text's size) as a whole
 // document of ASCII, to be put behind what stands before. A document that ends
 // in a line end would lose it in some engines: let a piece begin with it.

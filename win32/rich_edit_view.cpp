@@ -17,8 +17,6 @@
 namespace tintline {
 namespace {
 
-constexpr LONG kFontHeight = 200;  // twips, as output/rich_text.cpp writes it: 10 points
-constexpr LONG kMargin = 120;      // twips, as there
 constexpr UINT_PTR kTimer = 1;
 constexpr UINT_PTR kSubclass = 1;
 constexpr ULONGLONG kFirstMoment = 300;  // milliseconds that a new page may take at once
@@ -27,7 +25,7 @@ constexpr UINT kPause = 10;              // between pieces, for everything else
 constexpr std::size_t kSmallestPiece = 4'000;
 constexpr std::size_t kLargestPiece = 200'000;
 
-constexpr int kLineHeight = 12;  // points, for the font of output/rich_text.cpp
+constexpr int kLineHeight = kFontHeight * 6 / 5;  // twips, nearly
 
 POINT pointOf(LPARAM lParam) {
   return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
@@ -134,8 +132,10 @@ void RichEditView::setFormats() const {
   send(EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&characters));
   PARAFORMAT2 paragraphs{};
   paragraphs.cbSize = sizeof paragraphs;
-  paragraphs.dwMask = PFM_STARTINDENT;
-  paragraphs.dxStartIndent = kMargin;
+  paragraphs.dwMask = PFM_STARTINDENT | PFM_TABSTOPS;
+  paragraphs.dxStartIndent = kLeftMargin;
+  paragraphs.cTabCount = kTabStops;
+  for (int i = 0; i < kTabStops; ++i) paragraphs.rgxTabs[i] = tabStop(i + 1);
   send(EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&paragraphs));
 }
 
@@ -227,7 +227,7 @@ const TextRun* RichEditView::linkAt(POINT place) const {
     const TextRun* const run = page_.runAt(position);
     if (run == nullptr || !run->looks.link || position >= shown_) continue;
     const POINT corner = placeOf(position), next = placeOf(position + 1);
-    const int height = MulDiv(kLineHeight, static_cast<int>(GetDpiForWindow(window())), 72);
+    const int height = MulDiv(kLineHeight, static_cast<int>(GetDpiForWindow(window())), 1440);
     if (place.x >= corner.x && place.x < next.x && place.y >= corner.y &&
         place.y < corner.y + height)
       return run;

@@ -106,6 +106,18 @@ TEST_F(RichEditViewTest, textAndLooksAreThoseOfThePage) {
   }
 }
 
+TEST_F(RichEditViewTest, tabsLeadToEveryEighthColumn) {
+  show("<pre>\tx\n12345678x\n1234567\tx\n\t\tx\n1234567890123456x</pre>");
+  const std::wstring text = view->page().text;
+  std::vector<LONG> columns;
+  for (std::size_t i = 0; i < text.size(); ++i)
+    if (text[i] == L'x') columns.push_back(test::placeOf(view->window(), i).x);
+  EXPECT_EQ(columns[0], columns[1]);
+  EXPECT_EQ(columns[2], columns[1]);
+  EXPECT_EQ(columns[3], columns[4]);
+  EXPECT_GT(columns[3], columns[2]);
+}
+
 TEST_F(RichEditViewTest, linksLeadToTheirAnchors) {
   show(test::examplePage("Musterprojekt.bas", StyleMode::Class, true));
   const RenderedPage& page = view->page();
