@@ -1,0 +1,28 @@
+// See files.h.
+#include "win32/files.h"
+
+#include <windows.h>
+
+#include <string>
+
+namespace tintline {
+
+std::filesystem::path SystemFiles::programFolder() {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    if (length < path.size()) {
+      path.resize(length);
+      return std::filesystem::path(path).parent_path();
+    }
+    path.resize(path.size() * 2);
+  }
+}
+
+std::filesystem::path SystemFiles::temporaryFolder() {
+  std::wstring path(GetTempPathW(0, nullptr), L'\0');
+  path.resize(GetTempPathW(static_cast<DWORD>(path.size()), path.data()));
+  return path;
+}
+
+}  // namespace tintline

@@ -1,0 +1,16 @@
+// Folders of the system.
+//
+// Tested by the tests that drive the program.
+#pragma once
+
+#include "ports/files.h"
+
+namespace tintline {
+
+class SystemFiles final : public Files {
+ public:
+  std::filesystem::path programFolder() override;
+  std::filesystem::path temporaryFolder() override;
+};
+
+}  // namespace tintline
