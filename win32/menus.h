@@ -1,0 +1,20 @@
+// The main window's menu bar and key combinations, made of the tables of commands.
+//
+// Tested by the tests that drive the program.
+#pragma once
+
+#include <windows.h>
+
+#include "app/frmVBACode/frmVBACode.h"
+#include "win32/gdi.h"
+
+namespace tintline {
+
+UniqueMenu makeMenuBar();
+
+// What is enabled and checked, when a menu is about to open.
+void updateMenu(HMENU menu, const frmVBACode& form);
+
+UniqueAccelerators makeAccelerators();
+
+}  // namespace tintline
