@@ -87,13 +87,15 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
   // The width a control needs for its caption and `around` pixels (at 96 dpi).
   int widthFor(const std::wstring& caption, int around) const;
 
+  // The size of the window around that inside.
+  SIZE windowSize(SIZE client) const;
+
   // Gives the window the size for clientSize(), in the middle of its owner or monitor.
   void sizeAndCenter();
 
  private:
   void makeFonts();
   void dpiChanged(unsigned dpi, const RECT& suggested);
-  SIZE windowSize(SIZE client) const;
   void activated(bool active);
   bool setPointer(HWND below);
   Widget* widgetOf(HWND control) const;

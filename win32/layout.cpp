@@ -75,7 +75,7 @@ MainLayout layOut(SIZE client, const Division& division, const LayoutMetrics& me
   const LONG gap = px(kGap, metrics);
   const RECT work = workArea(client, metrics);
   MainLayout result{};
-  result.toolBar = {0, 0, client.cx, metrics.toolBar};
+  result.toolBar = {0, px(3, metrics), client.cx, metrics.toolBar};
   result.status = {gap, client.cy - metrics.status, client.cx - gap, client.cy};
   result.tree = {work.left, work.top, work.left + treeWidth(work, division, metrics, preview),
                  work.bottom};

@@ -13,7 +13,7 @@
 namespace tintline {
 namespace {
 
-constexpr SIZE kSmallestClient{640, 440};  // pixels at 96 dpi
+constexpr SIZE kSmallestClient{720, 440};  // pixels at 96 dpi
 constexpr int kButtonWidth = 84, kButtonHeight = 26, kGap = 6;
 constexpr int kCheckMark = 26;  // a check mark's width with the blank behind it
 
@@ -204,8 +204,9 @@ void MainWindow::layout() {
     moves.move(c.list2->hwnd(), areas.list2);
     moves.move(c.framePreview->hwnd(), areas.preview);
     moves.move(browser_.pane().window(), areas.browser);
-    const LONG width = px(kButtonWidth), step = width + px(kGap);
     const RECT &row1 = areas.buttons1, &row2 = areas.buttons2;
+    const LONG room = (sizeOf(row1).cx - 3 * px(kGap)) / 4;
+    const LONG width = std::min<LONG>(px(kButtonWidth), room), step = width + px(kGap);
     moves.move(c.modul->hwnd(), part(row1, row1.left, width));
     moves.move(c.makro->hwnd(), part(row1, row1.left + step, width));
     moves.move(c.auswahl->hwnd(), part(row1, row1.left + 2 * step, width));
@@ -250,8 +251,9 @@ void MainWindow::placeStatus(const RECT& line) {
 }
 
 void MainWindow::limitSize(MINMAXINFO& limits) const {
-  limits.ptMinTrackSize = {px(static_cast<int>(kSmallestClient.cx)),
-                           px(static_cast<int>(kSmallestClient.cy))};
+  const SIZE smallest = windowSize(
+      {px(static_cast<int>(kSmallestClient.cx)), px(static_cast<int>(kSmallestClient.cy))});
+  limits.ptMinTrackSize = {smallest.cx, smallest.cy};
 }
 
 // ------------------------------------------------------------------------- splitters

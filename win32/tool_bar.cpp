@@ -13,8 +13,8 @@
 namespace tintline {
 namespace {
 
-constexpr DWORD kStyle = TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | TBSTYLE_TRANSPARENT | CCS_NODIVIDER |
-                         CCS_NORESIZE | CCS_NOPARENTALIGN;
+constexpr DWORD kStyle = TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_TRANSPARENT |
+                         CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
 constexpr int kPadding = 12;  // pixels at 96 dpi around a picture, both sides together
 
 }  // namespace
@@ -39,7 +39,7 @@ void ToolBarWidget::addButtons() {
       added.iBitmap = pictureOf(Strip::Toolbar, button.key);
       added.idCommand = commandId(button.command);
       added.fsState = TBSTATE_ENABLED;
-      added.fsStyle = BTNS_BUTTON;
+      added.fsStyle = BTNS_BUTTON | BTNS_AUTOSIZE;
       added.iString = reinterpret_cast<INT_PTR>(texts.emplace_back(button.toolTip).c_str());
     }
     buttons.push_back(added);
@@ -51,10 +51,9 @@ void ToolBarWidget::setFont(HFONT font, unsigned dpi) {
   UniqueImageList before = std::exchange(pictures_, loadStrip(Strip::Toolbar, dpi));
   send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures_.get()));
   Widget::setFont(font, dpi);
-  int width = 0, height = 0;
-  ImageList_GetIconSize(pictures_.get(), &width, &height);
   const int padding = scaled(kPadding, dpi);
-  send(TB_SETBUTTONSIZE, 0, MAKELPARAM(width + padding, height + padding));
+  send(TB_SETPADDING, 0, MAKELPARAM(padding, padding));
+  send(TB_AUTOSIZE);
 }
 
 int ToolBarWidget::height() const { return HIWORD(send(TB_GETBUTTONSIZE)); }
