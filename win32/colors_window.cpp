@@ -95,9 +95,11 @@ int ColorsWindow::labelWidth() const {
 }
 
 SIZE ColorsWindow::clientSize() {
-  const int columns = labelWidth() + px(kFieldWidth + kGap + kButtonWidth);
-  const int rows = 4 * (line() + px(kGap)) + 2 * (line() + px(kGap)) + 5 * (line() - px(2));
-  return {columns + px(2 * kMargin), rows + 3 * line() + px(3 * kMargin + 2 * kGap)};
+  const int step = line() + px(kGap);
+  const int rows = 6 * step + static_cast<int>(schemaMuster_.size()) * line();
+  const int buttons = line() + px(2);
+  return {labelWidth() + px(kFieldWidth + kGap + kButtonWidth + 2 * kMargin),
+          rows + buttons + px(3 * kMargin)};
 }
 
 void ColorsWindow::layout() {

@@ -70,10 +70,10 @@ SplashWindow::SplashWindow(MessagePump& pump, frmSplash& form)
   freeware_ = &add<InkLabelWidget>(form.Label2, id::kSplashLabel2, plain, ink);
   feedback_ = &add<InkLabelWidget>(form.Label3, id::kSplashLabel3, link, kLink,
                                    SS_LEFT | SS_NOPREFIX | SS_NOTIFY);
-  settings_ = &add<InkLabelWidget>(form.lblEinstellungen, id::kSplashEinstellungen, plain, faint,
-                                   SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS);
   loading_ = &add<InkLabelWidget>(form.Label1, id::kSplashLabel1, plain, ink);
   progress_ = &add<ProgressWidget>(form.ProgressBar1, id::kSplashProgressBar);
+  settings_ = &add<InkLabelWidget>(form.lblEinstellungen, id::kSplashEinstellungen, plain, faint,
+                                   SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS);
   frame_ = &add<PanelWidget>(form.Frame1, id::kSplashFrame1);
 }
 
@@ -117,7 +117,7 @@ void SplashWindow::layout() {
   const int below = width - 2 * left;
   place(*loading_, left, top, below, line);
   place(*progress_, left, top + line + px(4), below, px(14));
-  place(*settings_, left, height - px(22) - line, below, line);
+  place(*settings_, left, top + px(4), below, line);  // the two above are hidden then
 }
 
 }  // namespace tintline
