@@ -58,8 +58,15 @@ void frmVBACode::wireEvents() {
   cmdVBAClp.Click = [this] { execute(Command::cmdVBAClp); };
   cmdHTMClp.Click = [this] { command([this] { HTMLKopieren(); }); };
   cmdExport.Click = [this] { execute(Command::mnuexport); };
-  for (Event* click : {&Check1.Click, &optClass.Click, &optStyle.Click})
-    *click = [this] { command([this] { ErgebnisAuffrischen(); }); };
+  Check1.Click = [this] { command([this] { ErgebnisAuffrischen(); }); };
+  const auto chosenInsteadOf = [this](OptionButton& other) {
+    return [this, &other] {
+      other.Value = false;
+      command([this] { ErgebnisAuffrischen(); });
+    };
+  };
+  optClass.Click = chosenInsteadOf(optStyle);
+  optStyle.Click = chosenInsteadOf(optClass);
   Check2.Click = [this] { command([this] { Check2_Click(); }); };
   TreeView1.NodeClick = [this](TreeNode& node) { command([&] { TreeView1_NodeClick(node); }); };
   List1.Click = [this] { command([this] { List1auswerten(); }); };
