@@ -58,8 +58,9 @@ void ListView::showSelection() {
   shownSelection_ = model_.selectionVersion();
   const std::vector<bool>& wanted = model_.selection();
   const bool all = model_.SelCount() == wanted.size();
-  send(LB_SETSEL, all && !wanted.empty(), -1);
-  for (std::size_t i = 0; !all && i < wanted.size();) {
+  if (model_.SelCount() != 0 || send(LB_GETSELCOUNT) != 0)
+    send(LB_SETSEL, all && !wanted.empty(), -1);
+  for (std::size_t i = 0; !all && model_.SelCount() != 0 && i < wanted.size();) {
     if (!wanted[i]) {
       ++i;
       continue;

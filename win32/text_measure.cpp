@@ -1,16 +1,15 @@
 // See text_measure.h.
 #include "win32/text_measure.h"
 
-#include "base/codepage.h"
 #include "win32/fonts.h"
 
 namespace tintline {
 
 ListTextMeasure::ListTextMeasure()
-    : font_(listFont(kDesignDpi)), characterWidth_(characterSize(font_.get()).width) {}
+    : characterWidth_(characterSize(listFont(kDesignDpi).get()).width) {}
 
 int ListTextMeasure::width(std::string_view text) {
-  return static_cast<int>(textSize(font_.get(), fromAnsi(expandTabs(text))).cx);
+  return static_cast<int>(expandTabs(text).size()) * characterWidth_;
 }
 
 }  // namespace tintline

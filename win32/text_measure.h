@@ -4,12 +4,12 @@
 #pragma once
 
 #include "ports/text_measure.h"
-#include "win32/gdi.h"
 
 namespace tintline {
 
-// Measures at 96 dpi, whatever monitor the lists are on: the font has one width for
-// all characters, so the lists convert by it (see ListView).
+// The font has one width for all characters, so a count of them is enough: thousands of
+// lines are measured while the user waits. The width is that at 96 dpi, whatever monitor
+// the lists are on; they convert it (see ListView).
 class ListTextMeasure final : public TextMeasure {
  public:
   ListTextMeasure();
@@ -17,7 +17,6 @@ class ListTextMeasure final : public TextMeasure {
   int widestCharacter() override { return characterWidth_; }
 
  private:
-  UniqueFont font_;
   int characterWidth_;
 };
 
