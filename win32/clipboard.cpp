@@ -8,6 +8,7 @@
 
 #include "base/codepage.h"
 #include "win32/handle.h"
+#include "win32/window.h"
 
 namespace tintline {
 namespace {
@@ -23,7 +24,7 @@ using GlobalMemory = UniqueHandle<HGLOBAL, GlobalFree>;
 class OpenedClipboard {
  public:
   OpenedClipboard() {
-    for (int tries = 0; !OpenClipboard(GetActiveWindow()); ++tries) {
+    for (int tries = 0; !OpenClipboard(workingWindow()); ++tries) {
       if (tries == kTries) fail();
       Sleep(kPause);
     }

@@ -51,7 +51,7 @@ class SampleWidget final : public Widget {
 ColorsWindow::ColorsWindow(MessagePump& pump, frmFarbeinstellung& form)
     : FormWindow(pump, form), form_(form) {
   createWindow(kColorsClass, WS_POPUP | WS_CAPTION | WS_SYSMENU, WS_EX_DLGMODALFRAME,
-               GetActiveWindow());
+               workingWindow());
   kategorie_ = &add<LabelWidget>(form.lblKategorie, id::kLblKategorie);
   kategorien_ = &add<ComboWidget>(form.cboKategorie, id::kCboKategorie);
   text_ = &add<LabelWidget>(form.lblText, id::kLblText);

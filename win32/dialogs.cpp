@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "win32/input_box.h"
+#include "win32/window.h"
 
 namespace tintline {
 namespace {
@@ -36,8 +37,7 @@ FileChoice SystemDialogs::showOpen(const FileDialog& dialog) {
 }
 
 FileChoice SystemDialogs::showSave(const FileDialog& dialog) {
-  return show(dialog, OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOREADONLYRETURN,
-              GetSaveFileNameW);
+  return show(dialog, OFN_PATHMUSTEXIST | OFN_HIDEREADONLY, GetSaveFileNameW);
 }
 
 FileChoice SystemDialogs::show(const FileDialog& dialog, DWORD flags,
@@ -94,7 +94,7 @@ std::optional<std::uint32_t> SystemDialogs::chooseColor(std::uint32_t color) {
 
 HWND SystemDialogs::owner() {
   pump_.flush();
-  return GetActiveWindow();
+  return workingWindow();
 }
 
 }  // namespace tintline

@@ -123,6 +123,9 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DPICHANGED:
       dpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
+    case WM_SETTINGCHANGE:
+      if (wParam == SPI_SETNONCLIENTMETRICS) systemFontChanged();
+      return 0;
     case WM_SETCURSOR:
       if (LOWORD(lParam) == HTCLIENT && setPointer(reinterpret_cast<HWND>(wParam))) return TRUE;
       break;
@@ -239,6 +242,13 @@ void FormWindow::makeFonts() {
   host_.tips.setFont(font());
   for (const auto& widget : widgets_) widget->setFont(font(), dpi_);
   fontsChanged();
+}
+
+void FormWindow::systemFontChanged() {
+  if (!shown_) return;
+  makeFonts();
+  if (!isSizable()) sizeAndCenter();
+  layout();
 }
 
 void FormWindow::dpiChanged(unsigned dpi, const RECT& suggested) {

@@ -95,6 +95,7 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
 
  private:
   void makeFonts();
+  void systemFontChanged();
   void dpiChanged(unsigned dpi, const RECT& suggested);
   void activated(bool active);
   bool setPointer(HWND below);

@@ -35,7 +35,7 @@ class InputWindow final : public FormWindow {
  public:
   InputWindow(MessagePump& pump, InputForm& form) : FormWindow(pump, form), form_(form) {
     createWindow(kInputClass, WS_POPUP | WS_CAPTION | WS_SYSMENU, WS_EX_DLGMODALFRAME,
-                 GetActiveWindow());
+                 workingWindow());
     prompt_ = &add<LabelWidget>(form.Prompt, id::kInputPrompt, SS_LEFT | SS_NOPREFIX);
     input_ = &add<EditWidget>(form.Input, id::kInputText);
     ok_ = &add<ButtonWidget>(form.OKButton, id::kOk, BS_DEFPUSHBUTTON);

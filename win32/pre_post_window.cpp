@@ -10,7 +10,7 @@ namespace tintline {
 
 PrePostWindow::PrePostWindow(MessagePump& pump, frmPrePostCode& form) : FormWindow(pump, form) {
   createWindow(kPrePostClass, WS_POPUP | WS_CAPTION | WS_SYSMENU, WS_EX_DLGMODALFRAME,
-               GetActiveWindow());
+               workingWindow());
   label1_ = &add<LabelWidget>(form.Label1, id::kPreLabel);
   pre_ = &add<EditWidget>(form.txtPreCode, id::kTxtPreCode);
   label2_ = &add<LabelWidget>(form.Label2, id::kPostLabel);

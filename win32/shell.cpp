@@ -5,6 +5,7 @@
 #include <shellapi.h>
 
 #include "base/codepage.h"
+#include "win32/window.h"
 
 namespace tintline {
 namespace {
@@ -26,7 +27,7 @@ HtmlHelp viewer() {
 
 int SystemShell::open(const std::wstring& target) {
   HINSTANCE answer =
-      ShellExecuteW(GetActiveWindow(), L"Open", target.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+      ShellExecuteW(workingWindow(), L"Open", target.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
   return static_cast<int>(reinterpret_cast<INT_PTR>(answer));
 }
 
@@ -44,7 +45,7 @@ void SystemShell::showHelp(const std::filesystem::path& helpFile, std::string_vi
 
 void SystemShell::closeHelp() {
   if (!helpShown_) return;
-  if (HtmlHelp help = viewer()) help(GetActiveWindow(), nullptr, kCloseAll, 0);
+  if (HtmlHelp help = viewer()) help(workingWindow(), nullptr, kCloseAll, 0);
 }
 
 }  // namespace tintline

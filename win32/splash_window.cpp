@@ -58,7 +58,7 @@ class PanelWidget final : public Widget {
 
 SplashWindow::SplashWindow(MessagePump& pump, frmSplash& form)
     : FormWindow(pump, form), form_(form) {
-  createWindow(kSplashClass, WS_POPUP | WS_BORDER, WS_EX_DLGMODALFRAME, GetActiveWindow());
+  createWindow(kSplashClass, WS_POPUP | WS_BORDER, WS_EX_DLGMODALFRAME, workingWindow());
   const COLORREF ink = GetSysColor(COLOR_WINDOWTEXT), faint = GetSysColor(COLOR_GRAYTEXT);
   constexpr COLORREF kLink = RGB(0, 102, 204);  // (the system's own is too pale in some themes)
   const FontLook name{.percent = 220, .bold = true}, plain{}, bold{.bold = true},

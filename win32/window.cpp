@@ -58,6 +58,18 @@ LRESULT CALLBACK Window::procedure(HWND window, UINT message, WPARAM wParam, LPA
   return result;
 }
 
+HWND workingWindow() {
+  if (HWND active = GetActiveWindow()) return active;
+  HWND found = nullptr;
+  const auto usable = [](HWND window, LPARAM result) -> BOOL {
+    if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
+    *reinterpret_cast<HWND*>(result) = window;
+    return FALSE;  // the topmost one will do
+  };
+  EnumThreadWindows(GetCurrentThreadId(), usable, reinterpret_cast<LPARAM>(&found));
+  return found;
+}
+
 POINT pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}; }
 
 std::wstring windowText(HWND window) {

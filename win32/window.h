@@ -41,6 +41,10 @@ class Window {
   HWND hwnd_ = nullptr;
 };
 
+// The program's window that the user works in, as the owner of dialogs: also while another
+// program is in front. Null when there is none.
+HWND workingWindow();
+
 // Where lParam of mouse messages points to.
 POINT pointOf(LPARAM lParam);
 
