@@ -4,6 +4,7 @@
 #include <mshtmdid.h>
 #include <shlwapi.h>
 
+#include <exception>
 #include <utility>
 
 #include "output/link_target.h"
@@ -23,8 +24,9 @@ std::wstring textOf(const VARIANT& argument) {
 }
 
 // Events hand their arguments over from the last to the first; Cancel is the last of some.
-void setCancel(VARIANT& argument) {
-  if (argument.vt == (VT_BYREF | VT_BOOL)) *argument.pboolVal = VARIANT_TRUE;
+void setCancel(VARIANT& argument, bool cancel = true) {
+  if (argument.vt == (VT_BYREF | VT_BOOL))
+    *argument.pboolVal = cancel ? VARIANT_TRUE : VARIANT_FALSE;
 }
 
 bool samePath(const std::wstring& a, const std::wstring& b) {
@@ -231,6 +233,14 @@ HRESULT BrowserSite::GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) {
 
 HRESULT BrowserSite::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* arguments,
                             VARIANT* result, EXCEPINFO*, UINT*) {
+  try {
+    return answer(member, arguments, result);
+  } catch (const std::exception&) {
+    return E_FAIL;  // no exception may reach the browser
+  }
+}
+
+HRESULT BrowserSite::answer(DISPID member, DISPPARAMS* arguments, VARIANT* result) {
   const UINT count = arguments != nullptr ? arguments->cArgs : 0;
   switch (member) {
     case DISPID_AMBIENT_DLCONTROL:
@@ -263,9 +273,9 @@ HRESULT BrowserSite::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* argum
 
 // (pDisp, URL, Flags, TargetFrameName, PostData, Headers, Cancel)
 void BrowserSite::beforeNavigate(DISPPARAMS& arguments) {
+  setCancel(arguments.rgvarg[0]);  // first, whatever happens then
   const std::wstring address = textOf(arguments.rgvarg[5]);
-  if (isOwnPage(address)) return;
-  setCancel(arguments.rgvarg[0]);
+  if (isOwnPage(address)) return setCancel(arguments.rgvarg[0], false);
   const LinkTarget target = classifyLink(address);
   if (target.kind == LinkTarget::Kind::External && events_.onExternalLink)
     events_.onExternalLink(target.value);

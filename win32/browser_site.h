@@ -136,6 +136,7 @@ class BrowserSite final : public IOleClientSite,
  private:
   ~BrowserSite() = default;  // by Release only
 
+  HRESULT answer(DISPID member, DISPPARAMS* arguments, VARIANT* result);
   void beforeNavigate(DISPPARAMS& arguments);
   bool isOwnPage(const std::wstring& address) const;
 

@@ -42,7 +42,7 @@ PreviewPane::PreviewPane(HWND parent, int id, Engine engine) : engine_(engine) {
 PreviewPane::~PreviewPane() { window_.reset(); }
 
 void PreviewPane::navigate(const std::filesystem::path& page) {
-  page_ = page;
+  page_ = std::filesystem::absolute(page).lexically_normal();  // as the browser names it
   if (!browser_ && !richEdit_) startEngine();
   if (richEdit_) return richEdit_->navigate(page_);
   try {

@@ -39,8 +39,8 @@ class PreviewPane {
   // it. Set before the first page.
   std::function<void(const std::wstring& address)> onExternalLink;
 
-  // Shows a page of the program, the whole path of its file given. Throws FileError when the
-  // file cannot be read, Win32Error when the system has nothing to show it with.
+  // Shows a page of the program. Throws Win32Error when the system has nothing to show it with;
+  // FileError when the file cannot be read (a browser that cannot read it is given up).
   void navigate(const std::filesystem::path& page);
 
   void setVisible(bool visible);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
 #include <string_view>
 #include <utility>
 
@@ -282,7 +283,11 @@ LRESULT CALLBACK RichEditView::controlProcedure(HWND window, UINT message, WPARA
     self.control_.release();  // the parent has destroyed it
     return DefSubclassProc(window, message, wParam, lParam);
   }
-  return self.onMessage(message, wParam, lParam);
+  try {
+    return self.onMessage(message, wParam, lParam);
+  } catch (const std::exception&) {
+    return 0;  // what is shown stays: no exception may leave a window procedure
+  }
 }
 
 LRESULT RichEditView::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
