@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+#include "tests/support/literal_text.h"
+
 namespace tintline::literal {
 namespace {
 
@@ -167,6 +169,106 @@ std::string randomStatement(std::mt19937& random) {
   return pick(random, openers) + pick(random, names()) + pick(random, ends);
 }
 
+// Words of a statement, one behind the other.
+std::string randomCode(std::mt19937& random) {
+  static const std::vector<std::string> words = {"x",
+                                                 "Kunde",
+                                                 "strName",
+                                                 "total_",
+                                                 "_",
+                                                 "(a, b)",
+                                                 "(",
+                                                 ")",
+                                                 "=",
+                                                 "+",
+                                                 "&",
+                                                 "And",
+                                                 "Then",
+                                                 "Else",
+                                                 ":",
+                                                 ":=",
+                                                 ",",
+                                                 ".Name",
+                                                 ".Zelle(1)",
+                                                 "!Feld",
+                                                 "rs!Feld",
+                                                 "a.b",
+                                                 "5#",
+                                                 "#1,",
+                                                 "#n",
+                                                 "x&",
+                                                 "#1/2/2000#",
+                                                 "#1/2/2000 10:30:00 PM#",
+                                                 "# Jan 1, 2000 #",
+                                                 "#",
+                                                 "[Mein Name]",
+                                                 "['Blatt 1'!A1]",
+                                                 "[",
+                                                 "\"a b c\"",
+                                                 "\"it's \"\"so\"\" _\"",
+                                                 "\"\"",
+                                                 "\"offen ",
+                                                 "If",
+                                                 "Debug.Print",
+                                                 "Foo:",
+                                                 "10",
+                                                 "ByVal a As Long,",
+                                                 "Rem",
+                                                 "x.Rem",
+                                                 "Rem.x",
+                                                 "'"};
+  static const std::vector<std::string> gaps = {" ", " ", " ", " ", " ", "", "  ", "\t", " \t "};
+  std::string code;
+  for (std::size_t i = 0, count = 1 + below(random, 12); i < count; ++i)
+    code += pick(random, words) + pick(random, gaps);
+  return code;
+}
+
+std::string randomComment(std::mt19937& random) {
+  static const std::vector<std::string> openers = {"'",    "' ",    "'   ",  "'''  ",
+                                                   "Rem ", "REM\t", ": Rem "};
+  static const std::vector<std::string> words = {
+      "ein",   "Wort", "foo_", "_", "it's", "\"", "----------------------------",
+      "x = 1", "Rem",  "  ",   "\t"};
+  std::string comment = pick(random, openers);
+  for (std::size_t i = 0, count = below(random, 16); i < count; ++i)
+    comment += pick(random, words) + (oneIn(random, 9) ? "" : " ");
+  return comment;
+}
+
+// A statement with its comment, now and then in several lines.
+void addStatement(std::mt19937& random, std::vector<std::string>& lines) {
+  static const std::vector<std::string> openers = {
+      "",        "",           "    ", "\t",         "        ",    "10 ",
+      "Marke: ", "  Marke : ", "10: ", "If a Then ", "Declare Sub "};
+  std::string line = pick(random, openers);
+  if (!oneIn(random, 5)) line += randomCode(random);
+  while (oneIn(random, 3)) {
+    lines.push_back(line + " _");
+    line = Space(static_cast<int>(below(random, 9))) + randomCode(random);
+  }
+  if (oneIn(random, 2)) line += randomComment(random);
+  while (oneIn(random, 8)) {
+    lines.push_back(line + " _");
+    line = "  " + randomComment(random);
+  }
+  lines.push_back(line);
+}
+
+void addFixedLines(std::mt19937& random, std::vector<std::string>& lines) {
+  static const std::vector<std::vector<std::string>> blocks = {
+      {"VERSION 5.00", "Object = \"{831FDD16-0C5C-11D2-A9FC-0000F8754DA1}#2.0#0\"; \"x.ocx\"",
+       "Begin VB.Form frmKunde", "   Caption = \"ein langer Titel\" 'und was er soll",
+       "   BeginProperty Font {0BE35203-8F91-11CE-9DE3-00AA004BB851}", "   EndProperty", "End"},
+      {"VERSION 1.0 CLASS", "BEGIN", "  MultiUse = -1  'True, und so bleibt es auch", "END"},
+      {"Version 5, x", "Begin"},
+      {"Attribute VB_Name = \"ein Name mit vielen Worten\""},
+      {"Attribute Foo.VB_Description = \"ein Name\" ' Kommentar"},
+      {"#If VBA7 And Win64 Then ' ein Kommentar, der lang ist"},
+      {"#Const Schalter = _", "  1 + 2 + 3 + 4 + 5 + 6 + 7 + 8 + 9 + 10"}};
+  for (const std::string& line : blocks[below(random, blocks.size())]) lines.push_back(line);
+}
+
 void addModuleHeader(std::mt19937& random, std::vector<std::string>& lines) {
   const std::string name = pick(random, names());
   const std::string rule = "'-------" + std::string(name.size(), '-');
@@ -232,6 +334,21 @@ std::vector<std::string> randomModule(std::mt19937& random, int maxLines) {
   if (asReadFromFile) {
     for (std::string& line : lines) line += " ";
   }
+  return lines;
+}
+
+std::vector<std::string> randomStatements(std::mt19937& random, int maxLines) {
+  std::vector<std::string> lines;
+  const std::size_t count = 1 + below(random, static_cast<std::size_t>(maxLines));
+  while (lines.size() < count) {
+    if (oneIn(random, 8))
+      addFixedLines(random, lines);
+    else
+      addStatement(random, lines);
+  }
+  lines.resize(count);
+  const bool asReadFromFile = oneIn(random, 2);
+  for (std::string& line : lines) line = RTrim(line) + (asReadFromFile ? " " : "");
   return lines;
 }
 

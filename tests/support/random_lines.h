@@ -17,6 +17,11 @@ std::string randomLine(std::mt19937& random);
 // with module headers, continued heads and comments among them.
 std::vector<std::string> randomModule(std::mt19937& random, int maxLines);
 
+// Up to maxLines long lines as a programmer writes them: statements with strings, dates, names in
+// brackets, members, labels and comments, continued or not, now and then a file header or lines of
+// conditional compilation; all with a blank behind them or none.
+std::vector<std::string> randomStatements(std::mt19937& random, int maxLines);
+
 // A procedure-name list: " name" entries, among them words of the markup, single letters, repeated
 // and empty names. May be empty.
 std::vector<std::string> randomNames(std::mt19937& random);

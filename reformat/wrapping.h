@@ -1,0 +1,39 @@
+// Breaks source lines that are longer than a width, so that the source means the same.
+//
+// A statement goes on behind " _", one unit deeper than its first line. A comment behind
+// it moves in front of it when it does not fit, a comment line goes on as further
+// comment lines. A line that cannot be broken stays as it is: one without a place for
+// " _", a statement with 24 continuations, the header of a form or class file, Attribute
+// lines, and the lines of conditional compilation.
+//
+// The length of a line is that without the blanks at its end, a tab counts as one.
+//
+// Tested by tests/unit/reformat/wrapping_test.cpp and wrapping_property_test.cpp.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "base/line_list.h"
+
+namespace tintline {
+
+inline constexpr int kMinLineWidth = 20;
+inline constexpr int kMaxLineWidth = 1000;
+
+// How often the language lets one statement go on in another line.
+inline constexpr int kMaxContinuations = 24;
+
+// The line width that a user wrote: 20 to 1000, or 0 for "off"; nothing when it is
+// neither. Blanks around the number do not count.
+std::optional<int> parseLineWidth(std::wstring_view text);
+
+// Whether some line is longer than `width`; never when that is 0.
+bool hasLongerLine(const LineList& List1, int width);
+
+// The list with its lines broken to `width` (0: as they are). `unit` is how much deeper
+// a statement goes on, 4 when that is 0. A line that ends in a blank is broken into
+// lines that end in one. Nothing when the result had more than kMaxLines lines.
+std::optional<LineList> wrapLines(const LineList& List1, int width, int unit);
+
+}  // namespace tintline
