@@ -2,6 +2,8 @@
 // Tested by tests/unit/cli/job_test.cpp and tests/cli/run.py.
 #include "cli/job.h"
 
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "engine/conversion.h"
@@ -10,6 +12,7 @@
 #include "output/html_document.h"
 #include "reformat/indentation.h"
 #include "reformat/selection.h"
+#include "reformat/wrapping.h"
 #include "sources/module_file_reader.h"
 #include "sources/pasted_text.h"
 
@@ -28,6 +31,13 @@ void indent(LineList& List1, int presses) {
   if (presses == 0) return;
   int unit = presses - 1;
   List1 = Formatieren(List1, unit);
+}
+
+void wrap(LineList& List1, int width, int unit) {
+  std::optional<LineList> wrapped = wrapLines(List1, width, unit);
+  if (!wrapped)
+    throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen nach dem Umbruch");
+  List1 = std::move(*wrapped);
 }
 
 // Without ranges all lines are selected.
@@ -57,6 +67,7 @@ Converted convertSource(std::string file, const JobSettings& settings) {
   ModuleSource source = readSource(file, options.pasted);
   std::string().swap(file);  // its lines are kept: do not hold them twice
   indent(source.List1, options.indent);
+  if (options.wrap != 0) wrap(source.List1, options.wrap, options.indent);
 
   const ConversionOptions conversionOptions{.lineNumbers = options.lineNumbers,
                                             .blnPaste = options.pasted};

@@ -4,10 +4,12 @@
 
 #include <charconv>
 #include <limits>
+#include <optional>
 #include <system_error>
 
 #include "base/codepage.h"
 #include "base/text.h"
+#include "reformat/wrapping.h"
 
 namespace tintline {
 namespace {
@@ -78,6 +80,12 @@ bool storeIndent(Options& options, std::string_view value) {
   return true;
 }
 
+bool storeWrap(Options& options, std::string_view value) {
+  const std::optional<int> width = parseLineWidth(argumentText(value));
+  options.wrap = width.value_or(0);
+  return width.has_value();
+}
+
 bool storeJobs(Options& options, std::string_view value) {
   std::size_t jobs = 0;
   if (!parseNumberBetween(value, 1, 64, jobs)) return false;
@@ -138,6 +146,11 @@ constexpr OptionRow kOptions[] = {
      L"rückt vorher N Leerzeichen je Ebene ein,\n"
      L"wie N-mal \"format\" gedrückt (0 bis 100)",
      storeIndent},
+    {"wrap", 0, L"N", L"eine Zahl von 20 bis 1000 oder 0",
+     L"bricht danach Zeilen über N Zeichen um (20 bis 1000,\n"
+     L"0: aus), Folgezeilen eine Ebene tiefer (ohne\n"
+     L"--indent um 4); --lines zählt die neuen Zeilen",
+     storeWrap},
     {"pasted", 0, L"", L"", L"behandelt die Eingabe wie eingefügten Text",
      storeFlag<&Options::pasted>},
     {"keywords", 0, L"DATEI", L"",

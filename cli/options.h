@@ -45,6 +45,7 @@ struct Options {
   bool lineNumbers = false;
   std::vector<LineRange> lines;  // empty: all
   int indent = 0;
+  int wrap = 0;  // line width, 0: lines are not broken
   bool pasted = false;
   std::string keywords;  // "" when not given
   std::string settings;  // "" when not given

@@ -24,7 +24,7 @@ def help_names_every_option(box):
     text = box.run("--help").decode("utf-8")
     for option in ("-o, --output DATEI", "-d, --output-dir ORDNER", "--format FORM",
                    "--style ART", "-n, --line-numbers", "--lines A-B[,C-D...]", "--indent N",
-                   "--pasted", "--keywords DATEI", "--settings DATEI", "--jobs N",
+                   "--wrap N", "--pasted", "--keywords DATEI", "--settings DATEI", "--jobs N",
                    "-q, --quiet", "--help", "--version", "Rückgabewert: 0"):
         holds(text, option)
     assert max(map(len, text.splitlines())) <= 80
@@ -51,6 +51,8 @@ def wrong_usage_is_explained_and_writes_nothing(box):
         (("--lines", "3-1", "a.bas"), '--lines: "3-1" geht nicht'),
         (("--lines", "0-1", "a.bas"), '--lines: "0-1" geht nicht'),
         (("--indent", "-1", "a.bas"), "eine Zahl von 0 bis 100"),
+        (("--wrap", "19", "a.bas"), "eine Zahl von 20 bis 1000 oder 0"),
+        (("--wrap=80x", "a.bas"), "eine Zahl von 20 bis 1000 oder 0"),
         (("--jobs", "100", "a.bas"), "eine Zahl von 1 bis 64"),
         (("--quiet=ja", "a.bas"), "--quiet: nimmt keinen Wert"),
         (("a.bas", ""), "ein leerer Text ist kein Dateiname"),
@@ -154,6 +156,17 @@ def indentation_is_made_before(box):
     for presses in (0, 1, 3, 100):
         expected = b" " * (presses or 5) + b"b  "
         equal(box.run("--format=lines", f"--indent={presses}", "a.bas").split(b"\n")[1], expected)
+
+
+@test
+def long_lines_are_broken_behind_the_indentation(box):
+    box.put("a.bas", b"If a Then\r\nx = 1 ' ein langes Wort\r\nEnd If\r\n")
+    lines = box.run("--format=lines", "--indent=3", "--wrap=21", "a.bas").split(b"\n")
+    equal(lines[1:3], [b"<span class='Rem'>   ' ein langes Wort </span>", b"   x = 1  "])
+    chosen = box.run("--format=lines", "--indent=3", "--wrap=21", "--lines=3", "a.bas")
+    equal(chosen, lines[2] + b"\n")
+    equal(box.run("--wrap=0", "a.bas"), box.run("a.bas"))
+    equal(box.run("--wrap=1000", "a.bas"), box.run("a.bas"))
 
 
 @test
@@ -263,6 +276,15 @@ def the_longest_source_is_32767_lines(box):
     equal(box.run("--format=lines", "a.bas").count(b"\n"), 32767)
     box.put("a.bas", b"x\r\n" * 32767 + b"x")
     equal(box.run("--format=lines", "a.bas", code=1, err="a.bas: mehr als 32767 Zeilen"), b"")
+
+
+@test
+def a_source_that_gets_too_long_when_it_is_broken(box):
+    box.put("a.bas", b"x\r\n" * 32766 + b"' ein Kommentar, lang\r\n")
+    equal(box.run("--format=lines", "--wrap=30", "a.bas").count(b"\n"), 32767)
+    text = "a.bas: mehr als 32767 Zeilen nach dem Umbruch"
+    box.run("--wrap=20", "-o", "out.htm", "a.bas", code=1, err=text)
+    equal(box.names(), ["a.bas"])
 
 
 @test

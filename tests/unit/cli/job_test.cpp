@@ -43,6 +43,16 @@ TEST(Job, onePassIndentsLikeManyPresses) {
   }
 }
 
+TEST(Job, linesAreBrokenBehindTheIndentationAndThenChosen) {
+  const std::string source = "If a Then\r\nb ' ein Kommentar, lang\r\nEnd If\r\n";
+  EXPECT_EQ(converted(source, {"--format=lines", "--indent=2", "--wrap=20", "--lines=2-4"}),
+            "<span class='Rem'>  ' ein Kommentar, </span>\n"
+            "<span class='Rem'>  ' lang </span>\n"
+            "  b  \n");
+  EXPECT_EQ(converted("abcdefghijklmn = o + p\r\n", {"--format=lines", "--wrap=20"}),
+            "abcdefghijklmn = o _  \n    + p  \n");
+}
+
 TEST(Job, chosenLinesAreConvertedAsASelection) {
   const std::string source = "one\r\ntwo\r\nthree\r\nfour\r\n";
   EXPECT_EQ(converted(source, {"--format=lines", "--lines=4,1-2,2-2"}), "one  \ntwo  \nfour  \n");
@@ -67,6 +77,10 @@ TEST(Job, failuresNameTheReason) {
   EXPECT_EQ(reason(lines, {"--format=body"}), L"");
   EXPECT_EQ(reason(lines + "x", {"--format=body"}), L"mehr als 32767 Zeilen");
   EXPECT_EQ(reason(lines + "x", {"--format=body", "--pasted"}), L"mehr als 32767 Zeilen");
+  EXPECT_EQ(reason(lines, {"--wrap=20"}), L"");
+  lines.replace(lines.size() - 3, 3, "' ein Kommentar, lang\r\n");
+  EXPECT_EQ(reason(lines, {"--wrap=30"}), L"");
+  EXPECT_EQ(reason(lines, {"--wrap=20"}), L"mehr als 32767 Zeilen nach dem Umbruch");
   EXPECT_EQ(reason("a\r\nb\r\n", {"--lines=2-3"}),
             L"die Zeilen 2-3 gibt es nicht, letzte Zeile ist 2");
   EXPECT_EQ(reason("", {"--lines=1"}), L"die Zeilen 1-1 gibt es nicht, letzte Zeile ist 0");

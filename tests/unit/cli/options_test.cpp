@@ -22,6 +22,7 @@ std::string describe(const Options& options) {
   for (const LineRange& range : options.lines)
     text << " [" << range.first << '-' << range.last << ']';
   if (options.indent != 0) text << " indent=" << options.indent;
+  if (options.wrap != 0) text << " wrap=" << options.wrap;
   if (options.pasted) text << " pasted";
   if (!options.keywords.empty()) text << " k=" << options.keywords;
   if (!options.settings.empty()) text << " s=" << options.settings;
@@ -60,7 +61,11 @@ TEST(Options, areRead) {
       {"a line number beyond all numbers is found outside the file later",
        {"--lines=99999999999999999999", "a"},
        "<a> [18446744073709551615-18446744073709551615]"},
-      {"limits of numbers", {"--indent=100", "--jobs=64", "a"}, "<a> indent=100 jobs=64"},
+      {"limits of numbers",
+       {"--indent=100", "--wrap=1000", "--jobs=64", "a"},
+       "<a> indent=100 wrap=1000 jobs=64"},
+      {"the least line width", {"--wrap", "20", "a"}, "<a> wrap=20"},
+      {"line width 0 is off", {"--wrap=80", "--wrap=0", "a"}, "<a>"},
       {"the rest", {"--pasted", "--keywords=k", "--settings=s", "a"}, "<a> pasted k=k s=s"},
       {"help at once, whatever follows", {"--help", "--wrong"}, " help"},
       {"version", {"--version"}, " version"},
@@ -88,6 +93,10 @@ TEST(Options, wrongOnesAreNamedWithWhatIsAllowed) {
        L"table"},
       {{"--style", "Class"}, L"--style: \"Class\" geht nicht, möglich ist class oder inline"},
       {{"--indent", "101"}, L"--indent: \"101\" geht nicht, möglich ist eine Zahl von 0 bis 100"},
+      {{"--wrap", "19"},
+       L"--wrap: \"19\" geht nicht, möglich ist eine Zahl von 20 bis 1000 oder 0"},
+      {{"--wrap", "1001"},
+       L"--wrap: \"1001\" geht nicht, möglich ist eine Zahl von 20 bis 1000 oder 0"},
       {{"--jobs", "0"}, L"--jobs: \"0\" geht nicht, möglich ist eine Zahl von 1 bis 64"},
       {{"--jobs", "65"}, L"--jobs: \"65\" geht nicht, möglich ist eine Zahl von 1 bis 64"},
       {{""}, L"ein leerer Text ist kein Dateiname"},
@@ -106,6 +115,7 @@ TEST(Options, refuseWrongNumbersAndRanges) {
   for (const char* value : {"", "a", "-1", "+1", " 1", "1 ", "1x", "0x10", "1.5"}) {
     EXPECT_THROW(parseOptions({std::string("--indent=") + value}), UsageError) << value;
     EXPECT_THROW(parseOptions({std::string("--jobs=") + value}), UsageError) << value;
+    EXPECT_THROW(parseOptions({std::string("--wrap=") + value}), UsageError) << value;
   }
   for (const char* value :
        {"0", "0-1", "2-1", "1-", "-1", "1--2", "1,", ",1", "1,,2", "1-2-3", "1;2", "1 - 2", "a-b"})
