@@ -129,7 +129,9 @@ void frmVBACode::dispatch(Command command) {
     case Command::mnuFormat2:
       return Formatieren2();
     case Command::mnuZeilenbreite:
+      return Zeilenbreite();
     case Command::mnuUmbruch:
+      return Umbruch();
     case Command::mnuZeilennummern:
       Check1.Value = !Check1.Value;
       return ErgebnisAuffrischen();

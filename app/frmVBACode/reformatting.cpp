@@ -4,6 +4,7 @@
 
 #include "app/frmVBACode/frmVBACode.h"
 #include "reformat/indentation.h"
+#include "reformat/wrapping.h"
 
 namespace tintline {
 
@@ -27,8 +28,38 @@ void frmVBACode::indent(LineList (*pass)(const LineList&, int&)) {
   List1.Refresh();
 }
 
-// Whether there is something to wrap: wrapping is not there yet.
-void frmVBACode::Pruefen() { wrappable_ = false; }
+void frmVBACode::Zeilenbreite() {
+  const auto answer =
+      ports_.dialogs.input(L"Zeilenbreite (" + std::to_wstring(kMinLineWidth) + L" bis " +
+                               std::to_wstring(kMaxLineWidth) + L" Zeichen, 0 = aus):",
+                           std::to_wstring(zeilenbreite_));
+  if (!answer) return;
+  if (const auto width = parseLineWidth(*answer)) {
+    zeilenbreite_ = *width;
+    Pruefen();
+  } else {
+    ports_.dialogs.message(L"\"" + *answer + L"\" ist keine Zeilenbreite. Erlaubt sind " +
+                               std::to_wstring(kMinLineWidth) + L" bis " +
+                               std::to_wstring(kMaxLineWidth) + L" Zeichen oder 0 für aus.",
+                           MessageIcon::Critical, {});
+  }
+}
+
+void frmVBACode::Umbruch() {
+  auto lines = wrapLines(List1.lines(), zeilenbreite_, einzug_);
+  if (!lines) {
+    ports_.dialogs.message(L"Umbrochen wären es mehr als " + std::to_wstring(kMaxLines) +
+                               L" Zeilen. Der Quellcode bleibt, wie er ist.",
+                           MessageIcon::Critical, {});
+    return;
+  }
+  replaceLines(std::move(*lines));
+  reformatting_.wrapped = true;
+  Pruefen();
+}
+
+// Whether there is something to wrap.
+void frmVBACode::Pruefen() { wrappable_ = hasLongerLine(List1.lines(), zeilenbreite_); }
 
 // Lines that keep their places keep their selection.
 void frmVBACode::replaceLines(LineList lines) {
@@ -47,6 +78,7 @@ void frmVBACode::reformatAgain(const Reformatting& wanted) {
     einzug_ += flushLeft ? 1 : -1;  // the pass takes it back
     indent(flushLeft ? tintline::Formatieren2 : tintline::Formatieren);
   }
+  if (wanted.wrapped) Umbruch();
 }
 
 }  // namespace tintline

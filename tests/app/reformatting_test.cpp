@@ -36,5 +36,49 @@ TEST_F(reformatting_commands, re_indented_lines_are_converted_as_they_stand) {
   EXPECT_EQ(form.List2.lines()[1], " b  ");
 }
 
+TEST_F(reformatting_commands, width_is_asked_for_and_checked) {
+  const struct {
+    std::optional<std::wstring> answer;
+    const wchar_t* offered;  // at the next question
+  } cases[] = {{std::nullopt, L"80"}, {L"100", L"100"}, {L"19", L"100"},
+               {L"abc", L"100"},      {L"0", L"0"},     {L"1000", L"1000"}};
+  for (const auto& c : cases) {
+    const bool wrong = c.answer && *c.answer != c.offered;
+    ports.dialogs.answerInput(c.answer);
+    if (wrong) ports.dialogs.expectMessage();
+    form.execute(Command::mnuZeilenbreite);
+    ports.dialogs.answerInput(std::nullopt);
+    form.execute(Command::mnuZeilenbreite);
+    EXPECT_EQ(ports.dialogs.asked.back().value, c.offered);
+  }
+}
+
+TEST_F(reformatting_commands, wrapping_is_offered_exactly_for_lines_beyond_the_width) {
+  const std::string fits(80, 'x');
+  openFile(moduleFile("a.bas", fits + "\r\n"));
+  EXPECT_FALSE(form.isEnabled(Command::mnuUmbruch));
+  openFile(moduleFile("b.bas", "Call " + std::string(70, 'x') + " 123456\r\n"));
+  ASSERT_TRUE(form.isEnabled(Command::mnuUmbruch));
+  ports.dialogs.answerInput(L"0");
+  form.execute(Command::mnuZeilenbreite);
+  EXPECT_FALSE(form.isEnabled(Command::mnuUmbruch));
+  ports.dialogs.answerInput(L"80");
+  form.execute(Command::mnuZeilenbreite);
+  form.execute(Command::mnuUmbruch);
+  EXPECT_EQ(form.List1.ListCount(), 2U);
+  EXPECT_FALSE(form.isEnabled(Command::mnuUmbruch));
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(form.List2.ListCount(), 2U) << "the file is read anew and wrapped again";
+}
+
+TEST_F(reformatting_commands, scroll_range_follows_the_lines) {
+  openFile(moduleFile("a.bas", std::string(60, 'W') + " " + std::string(60, 'W') + "\r\n"));
+  const int before = form.List1.HorizontalExtent;
+  EXPECT_GE(before, 1200);
+  form.execute(Command::mnuUmbruch);
+  EXPECT_GT(form.List1.HorizontalExtent, 600);
+  EXPECT_LT(form.List1.HorizontalExtent, before);
+}
+
 }  // namespace
 }  // namespace tintline::test
