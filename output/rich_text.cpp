@@ -12,10 +12,10 @@ constexpr std::string_view kHead =
 
 // The format of all paragraphs and what text has without looks of its own.
 std::string basicFormat() {
-  std::string words = "\\pard\\li" + std::to_string(kLeftMargin);
+  std::string words = R"(\pard\li)" + std::to_string(kLeftMargin);
   for (int number = 1; number <= kTabStops; ++number)
     words += "\\tx" + std::to_string(tabStop(number));
-  return words + "\\plain\\uc1\\f0\\fs" + std::to_string(kFontHeight / 10) + " ";
+  return words + R"(\plain\uc1\f0\fs)" + std::to_string(kFontHeight / 10) + " ";
 }
 
 class ColorTable {
