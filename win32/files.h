@@ -1,6 +1,6 @@
 // Folders of the system.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/ports_test.cpp.
 #pragma once
 
 #include "ports/files.h"

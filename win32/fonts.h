@@ -1,6 +1,6 @@
 // The fonts of the windows in the resolution of a monitor.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/fonts_test.cpp.
 #pragma once
 
 #include <string>

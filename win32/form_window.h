@@ -2,7 +2,7 @@
 // resolution of the monitor, and hands messages to them. What stands where is decided
 // by the window of each form.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/form_window_test.cpp.
 #pragma once
 
 #include <memory>

@@ -1,6 +1,6 @@
 // A small dialog that asks for one line of text.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/form_window_test.cpp.
 #pragma once
 
 #include <optional>

@@ -105,21 +105,21 @@ MainLayout layOut(SIZE client, const Division& division, const LayoutMetrics& me
 }
 
 Division moved(Splitter splitter, POINT point, SIZE client, const Division& division,
-               const LayoutMetrics& metrics) {
-  const LONG gap = px(kGap, metrics);
+               const LayoutMetrics& metrics, bool preview) {
+  const LONG gap = px(kGap, metrics), half = gap / 2;
   const RECT work = workArea(client, metrics);
-  const MainLayout now = layOut(client, division, metrics, splitter == Splitter::Preview);
+  const MainLayout now = layOut(client, division, metrics, preview);
   const auto part = [](LONG size, LONG whole) {
     return static_cast<double>(size) / static_cast<double>(std::max(whole, 1L));
   };
   Division result = division;
   if (splitter == Splitter::Tree)
-    result.tree = part(point.x - work.left, work.right - work.left - gap);
+    result.tree = part(point.x - half - work.left, work.right - work.left - gap);
   if (splitter == Splitter::Preview)
-    result.preview = part(work.right - point.x, work.right - now.tree.right - 2 * gap);
+    result.preview = part(work.right - half - point.x, work.right - now.tree.right - 2 * gap);
   if (splitter == Splitter::Source)
-    result.source =
-        part(point.y - work.top, listsHeight(work, now.options.bottom - now.options.top, metrics));
+    result.source = part(point.y - half - work.top,
+                         listsHeight(work, now.options.bottom - now.options.top, metrics));
   return result;
 }
 

@@ -4,7 +4,7 @@
 // the other, each in its frame with its buttons below; between them is a row of options.
 // The tool bar is on top, the status line at the bottom.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/layout_test.cpp.
 #pragma once
 
 #include <windows.h>
@@ -45,6 +45,6 @@ MainLayout layOut(SIZE client, const Division& division, const LayoutMetrics& me
 
 // The division after a splitter was moved to that point.
 Division moved(Splitter splitter, POINT point, SIZE client, const Division& division,
-               const LayoutMetrics& metrics);
+               const LayoutMetrics& metrics, bool preview);
 
 }  // namespace tintline

@@ -1,7 +1,7 @@
 // A real list box over the lines of a ListBox: it holds no lines of its own but draws
 // those that show.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/list_view_test.cpp.
 #pragma once
 
 #include <windows.h>

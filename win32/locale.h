@@ -1,6 +1,6 @@
 // The user's language settings.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/ports_test.cpp.
 #pragma once
 
 #include "ports/locale.h"

@@ -275,7 +275,8 @@ void MainWindow::drag(POINT point) {
   if (dragged_ == Splitter::None) return;
   RECT client{};
   GetClientRect(hwnd(), &client);
-  division_ = moved(dragged_, point, sizeOf(client), division_, metrics());
+  division_ =
+      moved(dragged_, point, sizeOf(client), division_, metrics(), form_.FrameVorschau.Visible);
   layout();
   UpdateWindow(hwnd());
 }

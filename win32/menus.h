@@ -1,6 +1,6 @@
 // The main window's menu bar and key combinations, made of the tables of commands.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/menus_test.cpp.
 #pragma once
 
 #include <windows.h>

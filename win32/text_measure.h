@@ -1,6 +1,6 @@
 // The width of text in the font of the lists.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/fonts_test.cpp.
 #pragma once
 
 #include "ports/text_measure.h"

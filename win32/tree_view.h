@@ -1,6 +1,6 @@
 // A tree control over the nodes of a TreeView.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/tree_view_test.cpp.
 #pragma once
 
 #include <windows.h>

@@ -3,7 +3,7 @@
 // What changed is shown when the pump finds time for it, not at once: models may
 // change thousands of times a second.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/form_window_test.cpp.
 #pragma once
 
 #include <windows.h>

@@ -1,7 +1,7 @@
 // The simple controls: button, check box, option, text field, drop-down list, label,
 // frame, progress bar.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/form_window_test.cpp.
 #pragma once
 
 #include <windows.h>

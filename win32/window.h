@@ -1,6 +1,6 @@
 // A window of the program's own class whose messages go to an object.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/form_window_test.cpp.
 #pragma once
 
 #include <windows.h>

@@ -1,0 +1,147 @@
+// Tests of win32/tree_view.h.
+#include "win32/tree_view.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/win32/test_host.h"
+#include "tests/win32/test_window.h"
+#include "win32/control_ids.h"
+
+namespace tintline {
+namespace {
+
+struct TreeViewTest : testing::Test {
+  TreeView model;
+  test::TestHost host;
+  std::vector<std::wstring> clicked;
+  std::unique_ptr<TreeWidget> widget;
+
+  TreeViewTest() {
+    model.NodeClick = [this](TreeNode& node) { clicked.push_back(node.Key()); };
+  }
+
+  HWND show() {
+    widget = std::make_unique<TreeWidget>(host.host(), model, id::kTreeView1);
+    widget->setFont(static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT)), 96);
+    SetWindowPos(widget->hwnd(), nullptr, 0, 0, 300, 300, SWP_NOZORDER | SWP_SHOWWINDOW);
+    host.show(*widget);
+    return widget->hwnd();
+  }
+
+  TreeNode& add(TreeNode* parent, const wchar_t* key) {
+    return model.Add(parent, key, key, "open", "open");
+  }
+
+  // The texts of an item and all below it, "-" in front of each level.
+  std::wstring texts(HTREEITEM item, const std::wstring& indent = {}) {
+    std::wstring all;
+    for (; item != nullptr; item = TreeView_GetNextSibling(widget->hwnd(), item)) {
+      wchar_t text[50]{};
+      TVITEMW known{};
+      known.mask = TVIF_TEXT;
+      known.hItem = item;
+      known.pszText = text;
+      known.cchTextMax = 50;
+      TreeView_GetItem(widget->hwnd(), &known);
+      all += indent + text + L" " + texts(TreeView_GetChild(widget->hwnd(), item), indent + L"-");
+    }
+    return all;
+  }
+  std::wstring texts() { return texts(TreeView_GetRoot(widget->hwnd())); }
+
+  HTREEITEM firstChild() {
+    return TreeView_GetChild(widget->hwnd(), TreeView_GetRoot(widget->hwnd()));
+  }
+  void click(HTREEITEM item) {
+    RECT area{};
+    TreeView_GetItemRect(widget->hwnd(), item, &area, TRUE);
+    const POINT place{area.left + 3, area.top + 3};
+    POINT screen = place;
+    ClientToScreen(widget->hwnd(), &screen);
+    SetCursorPos(screen.x, screen.y);
+    PostMessageW(widget->hwnd(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(place.x, place.y));
+    PostMessageW(widget->hwnd(), WM_LBUTTONUP, 0, MAKELPARAM(place.x, place.y));
+  }
+  bool waitForClicks(std::size_t count) {
+    return test::pumpUntil([&] { return clicked.size() >= count; }, 3000);
+  }
+};
+
+TEST_F(TreeViewTest, showsWhatWasThereBeforeAndWhatComesLater) {
+  TreeNode& first = add(nullptr, L"a");
+  add(&first, L"b");
+  show();
+  TreeNode& second = add(nullptr, L"c");
+  add(&add(&second, L"d"), L"e");
+  EXPECT_EQ(texts(), L"a -b c -d --e ");
+  second.setText(L"neu");
+  model.Remove(first);
+  EXPECT_EQ(texts(), L"neu -d --e ");
+  model.Clear();
+  EXPECT_EQ(texts(), L"");
+}
+
+TEST_F(TreeViewTest, whatTheProgramSelectsIsNoClick) {
+  TreeNode& root = add(nullptr, L"a");
+  TreeNode& child = add(&root, L"b");
+  HWND tree = show();
+  model.select(&child);
+  EXPECT_EQ(TreeView_GetSelection(tree), firstChild());
+  model.Remove(child);  // the control selects another one
+  test::pumpUntil([] { return false; }, 50);
+  EXPECT_TRUE(clicked.empty());
+}
+
+TEST_F(TreeViewTest, everyChoiceOfTheUserIsAClick) {
+  add(&add(nullptr, L"a"), L"b");
+  HWND tree = show();
+  TreeView_SelectItem(tree, firstChild());  // as a screen reader does
+  ASSERT_TRUE(waitForClicks(1));
+  SendMessageW(tree, WM_KEYDOWN, VK_UP, 0);
+  ASSERT_TRUE(waitForClicks(2));
+  EXPECT_EQ(clicked, (std::vector<std::wstring>{L"b", L"a"}));
+  EXPECT_EQ(model.SelectedItem()->Key(), L"a");
+}
+
+TEST_F(TreeViewTest, aClickOnTheSelectedNodeCountsToo) {
+  TreeNode& root = add(nullptr, L"a");
+  show();
+  model.select(&root);
+  click(TreeView_GetRoot(widget->hwnd()));
+  ASSERT_TRUE(waitForClicks(1));
+  test::pumpUntil([] { return false; }, 50);
+  EXPECT_EQ(clicked, std::vector<std::wstring>{L"a"});
+}
+
+TEST_F(TreeViewTest, aNodeThatIsGoneIsNotClicked) {
+  TreeNode& root = add(nullptr, L"a");
+  show();
+  TreeView_SelectItem(widget->hwnd(), TreeView_GetRoot(widget->hwnd()));
+  model.Remove(root);
+  test::pumpUntil([] { return false; }, 50);
+  EXPECT_TRUE(clicked.empty());
+}
+
+TEST_F(TreeViewTest, modelAndControlAgreeWhichNodesAreOpen) {
+  TreeNode& root = add(nullptr, L"a");
+  add(&root, L"b");
+  HWND tree = show();
+  const auto open = [&] {
+    return (TreeView_GetItemState(tree, TreeView_GetRoot(tree), TVIS_EXPANDED) & TVIS_EXPANDED) !=
+           0;
+  };
+  root.setExpanded(true);
+  EXPECT_TRUE(open());
+  SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(TreeView_GetRoot(tree)));
+  SendMessageW(tree, WM_KEYDOWN, VK_SUBTRACT, 0);  // the user closes it
+  EXPECT_FALSE(open());
+  EXPECT_FALSE(root.Expanded());
+  SendMessageW(tree, WM_KEYDOWN, VK_ADD, 0);
+  EXPECT_TRUE(root.Expanded());
+}
+
+}  // namespace
+}  // namespace tintline
