@@ -16,10 +16,11 @@ namespace tintline {
 
 class Application {
  public:
-  explicit Application(const Ports& ports);
+  explicit Application(const Ports& platform);
 
   const Ports ports;
-  ColorScheme colors;  // the colour table
+  ColorScheme colors;              // the colour table
+  std::filesystem::path HelpFile;  // the entry for context help; set at start-up
   frmSplash splash;
   frmFarbeinstellung farbeinstellung;
   frmPrePostCode prePostCode;

@@ -15,7 +15,8 @@ class Shell {
   // 32 is success; below stands what the shell answered.
   virtual int open(const std::wstring& target) = 0;
 
-  // Shows a topic of a compiled help file; failures are the viewer's own.
+  // Shows a topic of a compiled help file ("": the one that the file's name brings
+  // along); failures are the viewer's own.
   virtual void showHelp(const std::filesystem::path& helpFile, std::string_view topic) = 0;
 
   // Closes all help windows.

@@ -119,6 +119,9 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DROPFILES:
       filesDropped(wParam);
       return 0;
+    case WM_HELP:  // from a dialog: here F1 is a command
+      form_.KontexthilfeZeigen();
+      return TRUE;
     case WM_GETMINMAXINFO:
       limitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
       return 0;

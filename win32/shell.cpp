@@ -40,7 +40,8 @@ void SystemShell::showHelp(const std::filesystem::path& helpFile, std::string_vi
   }
   helpShown_ = true;
   const std::string file = toAnsi(helpFile.native()), data(topic);
-  help(nullptr, file.c_str(), kDisplayTopic, reinterpret_cast<DWORD_PTR>(data.c_str()));
+  const char* const shown = topic.empty() ? nullptr : data.c_str();
+  help(nullptr, file.c_str(), kDisplayTopic, reinterpret_cast<DWORD_PTR>(shown));
 }
 
 void SystemShell::closeHelp() {

@@ -3,6 +3,8 @@
 
 #include <windowsx.h>
 
+#include <exception>
+
 #include "win32/control_ids.h"
 #include "win32/error.h"
 
@@ -42,6 +44,16 @@ LRESULT Window::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return DefWindowProcW(hwnd_, message, wParam, lParam);
 }
 
+// An unexpected error ends what the message started, quietly: no exception may leave a
+// window procedure.
+LRESULT Window::handleSafely(UINT message, WPARAM wParam, LPARAM lParam) {
+  try {
+    return handle(message, wParam, lParam);
+  } catch (const std::exception&) {
+    return 0;
+  }
+}
+
 LRESULT CALLBACK Window::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_NCCREATE) {
     auto* self = static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
@@ -50,7 +62,7 @@ LRESULT CALLBACK Window::procedure(HWND window, UINT message, WPARAM wParam, LPA
   }
   auto* self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (self == nullptr) return DefWindowProcW(window, message, wParam, lParam);
-  const LRESULT result = self->handle(message, wParam, lParam);
+  const LRESULT result = self->handleSafely(message, wParam, lParam);
   if (message == WM_NCDESTROY) {
     SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     self->hwnd_ = nullptr;

@@ -36,6 +36,7 @@ class Window {
   virtual LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
+  LRESULT handleSafely(UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
   HWND hwnd_ = nullptr;

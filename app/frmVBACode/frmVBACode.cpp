@@ -247,6 +247,8 @@ void frmVBACode::fkt_ShowSplash() {
   splash.Show();
 }
 
+void frmVBACode::KontexthilfeZeigen() { ports_.shell.showHelp(application_.HelpFile, {}); }
+
 void frmVBACode::mnubeenden_Click() {
   application_.ProgrammBeenden();
   Unload();

@@ -114,6 +114,9 @@ class frmVBACode final : public Form {
   void fkt_ShowSplash();
   void mnubeenden_Click();
 
+  // F1 in a dialog: the help's entry for context help.
+  void KontexthilfeZeigen();
+
   // The HTML text and its companion, the table form of a selection.
   std::string HTMLText, HTMLTabelle;
 

@@ -30,6 +30,7 @@ std::string readControlFile(const std::filesystem::path& file) {
 
 void frmVBACode::Initialisieren() {
   application_.splash.Load();
+  application_.HelpFile = ports_.files.programFolder() / "TINTLINE2.chm::/topic.txt";
   Check2.Value = false;
   clearLists();
   Inilesen();

@@ -124,6 +124,16 @@ TEST_F(start_up, about_display_closes_on_a_key_or_a_click) {
   }
 }
 
+TEST_F(start_up, help_opens_at_the_overview_and_in_dialogs_at_the_context_entry) {
+  start();
+  form.execute(Command::mnuhelp);
+  form.KontexthilfeZeigen();
+  const std::vector<std::pair<std::filesystem::path, std::string>> shown = {
+      {"TINTLINE2.chm", "./htm/funktions.bersicht.htm"},
+      {ports.files.program / "TINTLINE2.chm::/topic.txt", ""}};
+  EXPECT_EQ(ports.shell.shownHelp, shown);
+}
+
 TEST_F(start_up, leaving_unloads_all_forms_and_closes_the_help) {
   start();
   form.execute(Command::mnuInfo);
