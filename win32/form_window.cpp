@@ -39,9 +39,17 @@ void FormWindow::runModal() {
   pump().flush();
   disableOthers();
   show();
-  SetFocus(GetNextDlgTabItem(hwnd(), nullptr, FALSE));
+  focusFirst();
   pump().runUntil([this] { return hwnd() == nullptr; });
   enableOthers();
+}
+
+// A text field is selected whole, so that typing replaces what it offers.
+void FormWindow::focusFirst() {
+  HWND first = GetNextDlgTabItem(hwnd(), nullptr, FALSE);
+  SetFocus(first);
+  if ((SendMessageW(first, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0)
+    SendMessageW(first, EM_SETSEL, 0, -1);
 }
 
 // The others are enabled first, so that one of them becomes the active window.

@@ -98,6 +98,7 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
   void systemFontChanged();
   void dpiChanged(unsigned dpi, const RECT& suggested);
   void activated(bool active);
+  void focusFirst();
   bool setPointer(HWND below);
   Widget* widgetOf(HWND control) const;
   Widget* widgetOf(int id) const;

@@ -45,8 +45,10 @@ TreeWidget::TreeWidget(WidgetHost& host, TreeView& model, int id)
   if (model.SelectedItem() != nullptr) select(model.SelectedItem());
 }
 
-TreeWidget::~TreeWidget() {
-  if (hwnd() != nullptr) model_.setTreeView(nullptr);
+void TreeWidget::detach() {
+  if (hwnd() == nullptr) return;
+  model_.setTreeView(nullptr);
+  Widget::detach();
 }
 
 void TreeWidget::setFont(HFONT font, unsigned dpi) {

@@ -20,8 +20,9 @@ namespace tintline {
 class TreeWidget final : public Widget {
  public:
   TreeWidget(WidgetHost& host, TreeView& model, int id);
-  ~TreeWidget() override;
+  ~TreeWidget() override { TreeWidget::detach(); }
 
+  void detach() override;
   void setFont(HFONT font, unsigned dpi) override;
   LRESULT notify(NMHDR& header) override;
 

@@ -14,7 +14,7 @@ Widget::Widget(WidgetHost& host, Control& model, int id, const Spec& spec)
   model.setView(this);
 }
 
-Widget::~Widget() { detach(); }
+Widget::~Widget() { Widget::detach(); }
 
 void Widget::changed(Control&) { dirty_ = true; }
 

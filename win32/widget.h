@@ -39,7 +39,7 @@ class Widget : public ControlView {
   void flush();
 
   // The model's view no longer: the window goes.
-  void detach();
+  virtual void detach();
 
   virtual void setFont(HFONT font, unsigned dpi);
 

@@ -185,7 +185,8 @@ std::optional<std::wstring> answerOf(const std::function<void(HWND)>& act) {
 TEST(input_box, givesTheTextOrNothing) {
   EXPECT_EQ(answerOf([](HWND box) { PostMessageW(box, WM_COMMAND, id::kOk, 0); }), L"80");
   EXPECT_EQ(answerOf([](HWND box) {
-              SetDlgItemTextW(box, id::kInputText, L"120");
+              for (const WPARAM c : {L'1', L'2', L'0'})  // replaces what was offered
+                SendDlgItemMessageW(box, id::kInputText, WM_CHAR, c, 0);
               PostMessageW(GetDlgItem(box, id::kInputText), WM_KEYDOWN, VK_RETURN, 0);
             }),
             L"120");

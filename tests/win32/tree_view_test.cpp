@@ -84,6 +84,15 @@ TEST_F(TreeViewTest, showsWhatWasThereBeforeAndWhatComesLater) {
   EXPECT_EQ(texts(), L"");
 }
 
+TEST_F(TreeViewTest, theModelLivesOnWithoutItsWindow) {
+  TreeNode& root = add(nullptr, L"a");
+  show();
+  widget->detach();  // as when the window goes
+  add(&root, L"b");
+  widget.reset();
+  model.Clear();
+}
+
 TEST_F(TreeViewTest, whatTheProgramSelectsIsNoClick) {
   TreeNode& root = add(nullptr, L"a");
   TreeNode& child = add(&root, L"b");
