@@ -166,8 +166,8 @@ void MainWindow::filesDropped(WPARAM drop) {
 
 // ---------------------------------------------------------------------------- layout
 void MainWindow::flushed() {
-  browser_.flush(form_.FrameVorschau.Visible);
   if (previewShown_ != form_.FrameVorschau.Visible) layout();
+  browser_.flush(form_.FrameVorschau.Visible);  // in its place: a page without room scrolls away
 }
 
 void MainWindow::fontsChanged() { browser_.pane().dpiChanged(); }
