@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const std::string_view line : Split({reinterpret_cast<const char*>(data), size - 2}, '\n'))
     lines.push_back(std::string(line) + (asReadFromFile ? " " : ""));
   const std::string fault = test::wrappingFault(lines, width, unit);
-  if (!fault.empty()) std::fprintf(stderr, "%s\n", fault.c_str());
+  if (!fault.empty()) std::fwrite(fault.data(), 1, fault.size(), stderr);
   assert(fault.empty());
   return 0;
 }

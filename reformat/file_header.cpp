@@ -28,11 +28,10 @@ bool isObject(std::string_view line) {
 
 bool isAttribute(std::string_view line) {
   if (!equalsIgnoreCase(firstWord(line), "Attribute")) return false;
-  std::string_view name = behindFirstWord(line);
+  const std::string_view name = behindFirstWord(line);
   const std::string_view owner = firstWord(name);
-  if (!owner.empty() && name.substr(owner.size()).starts_with('.'))
-    name.remove_prefix(owner.size() + 1);
-  return startsWithIgnoreCase(name, "VB_");
+  return startsWithIgnoreCase(name, "VB_") ||
+         (!owner.empty() && startsWithIgnoreCase(name.substr(owner.size()), ".VB_"));
 }
 
 bool FileHeader::holds(std::string_view line) {

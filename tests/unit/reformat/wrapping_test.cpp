@@ -303,10 +303,12 @@ z = 1)"},
     {"Attribute lines stay, a call of that name does not", R"(
 Attribute VB_Name = "Modul eins"
   attribute Foo.VB_Description = "a b"
+Attribute VB_Foo.Bar = "a b c"
 Attribute Foo.Bar, 1, 2)",
      R"(
 Attribute VB_Name = "Modul eins"
   attribute Foo.VB_Description = "a b"
+Attribute VB_Foo.Bar = "a b c"
 Attribute Foo.Bar, _
   1, 2)"},
     {"the header of a form stays, its code does not", R"(
