@@ -3,9 +3,15 @@
 #
 # Needs chmcmd (Debian package fp-utils). The sources are UTF-8, the help viewer's contents,
 # index and search know only the ANSI code page: copies in Windows-1252 are what is compiled.
+#
+# Equal sources give equal bytes, wherever and whenever they are compiled. That is why the
+# project has neither a binary index (chmcmd writes two bytes of an address into it; the viewer
+# reads index.hhk as well) nor [MAP] and [ALIAS] (of which chmcmd writes the path of the folder
+# that it runs in, so that no viewer finds the topic).
 set -euo pipefail
 target=$(realpath -m "$1")
 cd "$(dirname "$0")"
+here=$PWD
 
 work=$(mktemp -d)
 trap 'rm -r "$work"' EXIT
@@ -19,4 +25,5 @@ cp -r pictures "$work/"
 cd "$work"
 # (It finds no anchor of another topic, whatever the spelling; the tests check these links.)
 chmcmd --verbosity 0 TINTLINE2.hhp 2>&1 | sed '/^Error: Anchor .* undefined/d'
+"$here/fix_time.py" TINTLINE2.chm
 mv TINTLINE2.chm "$target"
