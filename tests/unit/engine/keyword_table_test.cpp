@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
+#include "base/file.h"
 #include "base/resources.h"
+#include "base/text.h"
 
 namespace tintline {
 namespace {
@@ -69,6 +73,22 @@ TEST(ControlFile, SectionsBecomeTheTwoLists) {
   EXPECT_EQ(load.entries, 4u);
   EXPECT_EQ(load.table.Keywords1(), "\0Dim\0;Sub\0As \0a=b\0"s);
   EXPECT_EQ(load.table.Keywords2(), "\0True\0"s);
+}
+
+std::vector<std::string> wordsOf(const std::string& list) {
+  std::vector<std::string> words;
+  for (const std::string_view entry : Split(list, '\0'))
+    if (!entry.empty() && !entry.starts_with(';')) words.emplace_back(entry);
+  return words;
+}
+
+TEST(ControlFile, ThePackagedOneHoldsTheBuiltInLists) {
+  const KeywordLoad load = SchluesselworteLaden(readFile("data/vb.ini"));
+  const KeywordTable builtIn =
+      StandardSchluesselworteLaden(programResource(101), programResource(102));
+  EXPECT_EQ(load.outcome, KeywordOutcome::Loaded);
+  EXPECT_EQ(wordsOf(load.table.Keywords1()), wordsOf(builtIn.Keywords1()));
+  EXPECT_EQ(wordsOf(load.table.Keywords2()), wordsOf(builtIn.Keywords2()));
 }
 
 TEST(ControlFile, MissingSectionsLeaveListsEmpty) {
