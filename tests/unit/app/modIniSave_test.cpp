@@ -98,6 +98,7 @@ TEST(Settings, theFirstStartWritesTheDefaults) {
   EXPECT_FALSE(fkt_FarbenLaden(folder / "a.ini", scheme));
   EXPECT_EQ(scheme, defaults());
   EXPECT_EQ(readFile(folder / "a.ini"), kDefaultFile);
+  EXPECT_EQ(readFile("package/TINTLINE.ini"), kDefaultFile) << "by which removing tells changes";
   EXPECT_TRUE(fkt_FarbenLaden(folder / "a.ini", scheme));
 }
 

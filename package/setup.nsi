@@ -1,0 +1,413 @@
+Target amd64-unicode
+; The installer for Windows, made by package/build.py, which gives
+;   VERSION  VERSION_NUMBERS (four)  STAGE (folder with the program's files)  REFERENCE (the settings of a first start)
+;   ICON  TARGET (the installer)
+;
+; Without administrator rights it installs for this user; for all users it asks Windows for
+; them. Silent: x-setup.exe /S [/AllUsers] [/ContextMenu] [/D=FOLDER]
+; Exit codes: 0 done, 1 ended by the user, 2 not possible (TINTLINE runs, rights are missing).
+; Tested by tests/package/run.py.
+Unicode true
+SetCompressor /SOLID lzma
+RequestExecutionLevel user
+ManifestDPIAware true
+
+!include MUI2.nsh
+!include LogicLib.nsh
+!include FileFunc.nsh
+!include Sections.nsh
+
+!define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\TINTLINE"
+!define NOT_POSSIBLE 2
+
+Name "TINTLINE"
+OutFile "${TARGET}"
+BrandingText "TINTLINE ${VERSION}"
+ShowInstDetails nevershow
+ShowUninstDetails nevershow
+
+Var ForAll        ; 1: for all users
+Var ModeIsGiven   ; 1: by an option, nobody is asked
+Var RadioForMe
+Var RadioForAll
+Var Changed       ; settings that the user changed, names with a blank in front
+
+; ------------------------------------------------------------------------------- pages
+!define MUI_ICON "${ICON}"
+!define MUI_UNICON "${ICON}"
+!define MUI_ABORTWARNING
+; By the shell, which runs it with the rights of the user and not with those of the installer.
+!define MUI_FINISHPAGE_RUN "$WINDIR\explorer.exe"
+!define MUI_FINISHPAGE_RUN_PARAMETERS '$\"$INSTDIR\TINTLINE.exe$\"'
+!define MUI_FINISHPAGE_RUN_TEXT "$(RunText)"
+
+Page custom ModePage ModePageLeave
+!insertmacro MUI_PAGE_COMPONENTS
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+
+!insertmacro MUI_LANGUAGE "German"  ; the first is for all languages but those named here
+!insertmacro MUI_LANGUAGE "English"
+
+!macro Text NAME GERMAN ENGLISH
+  LangString ${NAME} ${LANG_GERMAN} "${GERMAN}"
+  LangString ${NAME} ${LANG_ENGLISH} "${ENGLISH}"
+!macroend
+!insertmacro Text RunText "TINTLINE starten" "Start TINTLINE"
+!insertmacro Text ModeTitle "Für wen?" "For whom?"
+!insertmacro Text ModeSubtitle "TINTLINE kann für Sie allein oder für alle Benutzer installiert werden." \
+  "TINTLINE can be installed for you only or for all users."
+!insertmacro Text ModeForMe "Nur für &mich (ohne Administratorrechte)" \
+  "Only for &me (no administrator rights needed)"
+!insertmacro Text ModeForAll "Für &alle Benutzer (mit Administratorrechten)" \
+  "For &all users (needs administrator rights)"
+!insertmacro Text RightsAreMissing "Dafür sind Administratorrechte nötig." \
+  "This needs administrator rights."
+!insertmacro Text IsRunning "TINTLINE läuft noch. Bitte beenden Sie es zuerst." \
+  "TINTLINE is running. Please close it first."
+!insertmacro Text OldStays "Die ältere Version konnte nicht entfernt werden." \
+  "The older version could not be removed."
+!insertmacro Text SectionProgram "Programm" "Program"
+!insertmacro Text SectionMenu "Kontextmenü von .bas, .cls, .frm" "Context menu of .bas, .cls, .frm"
+!insertmacro Text AboutProgram "TINTLINE, die Befehlszeile und die Hilfe." \
+  "TINTLINE, its command line and its help (in German)."
+!insertmacro Text AboutMenu "„Mit TINTLINE konvertieren“ im Kontextmenü von Moduldateien." \
+  "An entry “Mit TINTLINE konvertieren” in the context menu of module files."
+!insertmacro Text KeepSettings "Sie haben Einstellungen von TINTLINE geändert:$\r$\n$\r$\n$Changed$\r$\n$\r$\nSollen diese Dateien bleiben?" \
+  "You changed settings of TINTLINE:$\r$\n$\r$\n$Changed$\r$\n$\r$\nShall these files stay?"
+
+; The properties of the installer.
+VIProductVersion "${VERSION_NUMBERS}"
+!macro Property NAME VALUE
+  VIAddVersionKey /LANG=${LANG_GERMAN} "${NAME}" "${VALUE}"
+  VIAddVersionKey /LANG=${LANG_ENGLISH} "${NAME}" "${VALUE}"
+!macroend
+!insertmacro Property ProductName "TINTLINE"
+!insertmacro Property ProductVersion "${VERSION}"
+!insertmacro Property FileVersion "${VERSION}"
+!insertmacro Property FileDescription "TINTLINE Setup"
+!insertmacro Property LegalCopyright "© 2026 The TINTLINE authors"
+
+; ---------------------------------------------------- what installing and removing share
+!macro Shared un
+; Ends a run that cannot go on, with a message unless it is silent. On the stack: the message.
+Function ${un}NotPossible
+  Exch $0
+  MessageBox MB_ICONSTOP "$0" /SD IDOK
+  SetErrorLevel ${NOT_POSSIBLE}
+  Quit
+FunctionEnd
+
+; A program that runs cannot be opened for writing. On the stack: its path.
+Function ${un}WaitUntilClosed
+  Exch $0
+  Push $1
+  again:
+  ${If} ${FileExists} "$0"
+    ClearErrors
+    FileOpen $1 "$0" a
+    ${If} ${Errors}
+      MessageBox MB_ICONEXCLAMATION|MB_RETRYCANCEL "$(IsRunning)" /SD IDCANCEL IDRETRY again
+      SetErrorLevel ${NOT_POSSIBLE}
+      Quit
+    ${EndIf}
+    FileClose $1
+  ${EndIf}
+  Pop $1
+  Pop $0
+FunctionEnd
+
+Function ${un}RefreshMenus
+  System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'  ; associations changed
+FunctionEnd
+!macroend
+!insertmacro Shared ""
+!insertmacro Shared "un."
+
+!macro WaitUntilClosed un
+  Push "$INSTDIR\TINTLINE.exe"
+  Call ${un}WaitUntilClosed
+  Push "$INSTDIR\TINTLINE.com"
+  Call ${un}WaitUntilClosed
+!macroend
+
+; For each kind of module file: MACRO KIND
+!macro ForModuleFiles MACRO
+  !insertmacro ${MACRO} ".bas"
+  !insertmacro ${MACRO} ".cls"
+  !insertmacro ${MACRO} ".frm"
+!macroend
+!define MENU_KEY "Software\Classes\SystemFileAssociations"
+
+; ------------------------------------------------------------------------ installing
+Section "!$(SectionProgram)" ProgramSection
+  SectionIn RO
+  !insertmacro WaitUntilClosed ""
+  Call RemoveOlderVersion
+  SetOutPath "$INSTDIR"
+  File "${STAGE}\TINTLINE.exe"
+  File "${STAGE}\TINTLINE.com"
+  File "${STAGE}\TINTLINE2.chm"
+  File "${STAGE}\LIESMICH.txt"
+  File "${STAGE}\LIZENZ.txt"
+  SetOverwrite off  ; one that is still there was extended by the user
+  File "${STAGE}\vb.ini"
+  SetOverwrite on
+  WriteUninstaller "$INSTDIR\Uninstall.exe"
+  CreateShortcut "$SMPROGRAMS\TINTLINE.lnk" "$INSTDIR\TINTLINE.exe"
+
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "TINTLINE"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayIcon" "$INSTDIR\TINTLINE.exe"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "Publisher" "The TINTLINE authors"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoModify" 1
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoRepair" 1
+  SectionGetSize ${ProgramSection} $0
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "EstimatedSize" $0
+SectionEnd
+
+!macro AddMenu KIND
+  WriteRegStr SHCTX "${MENU_KEY}\${KIND}\shell\TINTLINE" "" "Mit TINTLINE konvertieren"
+  WriteRegStr SHCTX "${MENU_KEY}\${KIND}\shell\TINTLINE" "Icon" "$INSTDIR\TINTLINE.exe"
+  WriteRegStr SHCTX "${MENU_KEY}\${KIND}\shell\TINTLINE\command" "" '"$INSTDIR\TINTLINE.exe" "%1"'
+!macroend
+
+Section /o "$(SectionMenu)" MenuSection
+  !insertmacro ForModuleFiles AddMenu
+  Call RefreshMenus
+SectionEnd
+
+!insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
+  !insertmacro MUI_DESCRIPTION_TEXT ${ProgramSection} "$(AboutProgram)"
+  !insertmacro MUI_DESCRIPTION_TEXT ${MenuSection} "$(AboutMenu)"
+!insertmacro MUI_FUNCTION_DESCRIPTION_END
+
+; An older version goes first, so that nothing is left of it but what the user changed.
+Function RemoveOlderVersion
+  ReadRegStr $0 SHCTX "${UNINSTALL_KEY}" "InstallLocation"
+  ${If} $0 != ""
+  ${AndIf} ${FileExists} "$0\Uninstall.exe"
+    ExecWait '"$0\Uninstall.exe" /S _?=$0' $1
+    ${If} $1 <> 0
+      Push "$(OldStays)"
+      Call NotPossible
+    ${EndIf}
+    Delete "$0\Uninstall.exe"
+    RMDir "$0"  ; only when it is empty
+  ${EndIf}
+FunctionEnd
+
+Function .onInit
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/ContextMenu" $1
+  ${IfNot} ${Errors}
+    !insertmacro SelectSection ${MenuSection}
+  ${EndIf}
+  StrCpy $ForAll 0
+  StrCpy $ModeIsGiven 0
+  ClearErrors
+  ${GetOptions} $0 "/AllUsers" $1
+  ${IfNot} ${Errors}
+    StrCpy $ForAll 1
+    StrCpy $ModeIsGiven 1
+    Call IsAdministrator
+    Pop $0
+    ${If} $0 = 0
+      Push "$(RightsAreMissing)"
+      Call NotPossible
+    ${EndIf}
+  ${EndIf}
+  Call UseMode
+FunctionEnd
+
+; 1 or 0 on the stack.
+Function IsAdministrator
+  UserInfo::GetAccountType
+  Pop $0
+  ${If} $0 == "Admin"
+    Push 1
+  ${Else}
+    Push 0
+  ${EndIf}
+FunctionEnd
+
+; Places of this mode; what an older version has is taken over.
+Function UseMode
+  ${If} $ForAll = 1
+    SetShellVarContext all
+  ${Else}
+    SetShellVarContext current
+  ${EndIf}
+  ${If} $INSTDIR == ""  ; not given by /D
+    ReadRegStr $INSTDIR SHCTX "${UNINSTALL_KEY}" "InstallLocation"
+  ${EndIf}
+  ${If} $INSTDIR == ""
+    ${If} $ForAll = 1
+      StrCpy $INSTDIR "$PROGRAMFILES64\TINTLINE"
+    ${Else}
+      StrCpy $INSTDIR "$LOCALAPPDATA\Programs\TINTLINE"
+    ${EndIf}
+  ${EndIf}
+  ReadRegStr $0 SHCTX "${MENU_KEY}\.bas\shell\TINTLINE" ""
+  ${If} $0 != ""
+    !insertmacro SelectSection ${MenuSection}
+  ${EndIf}
+FunctionEnd
+
+Function ModePage
+  ${If} $ModeIsGiven = 1
+    Abort  ; the page is left out
+  ${EndIf}
+  !insertmacro MUI_HEADER_TEXT "$(ModeTitle)" "$(ModeSubtitle)"
+  nsDialogs::Create 1018
+  Pop $0
+  ${NSD_CreateRadioButton} 10u 20u 90% 12u "$(ModeForMe)"
+  Pop $RadioForMe
+  ${NSD_CreateRadioButton} 10u 40u 90% 12u "$(ModeForAll)"
+  Pop $RadioForAll
+  ${If} $ForAll = 1
+    ${NSD_Check} $RadioForAll
+  ${Else}
+    ${NSD_Check} $RadioForMe
+  ${EndIf}
+  nsDialogs::Show
+FunctionEnd
+
+Function ModePageLeave
+  ${NSD_GetState} $RadioForAll $0
+  ${If} $0 <> ${BST_CHECKED}
+    StrCpy $1 0
+  ${Else}
+    StrCpy $1 1
+    Call IsAdministrator
+    Pop $0
+    ${If} $0 = 0
+      ClearErrors
+      ExecShell "runas" "$EXEPATH" "/AllUsers"  ; again, with rights that Windows asks for
+      ${IfNot} ${Errors}
+        Quit
+      ${EndIf}
+      MessageBox MB_ICONEXCLAMATION "$(RightsAreMissing)"
+      Abort  ; the page stays
+    ${EndIf}
+  ${EndIf}
+  ${If} $1 <> $ForAll
+    StrCpy $ForAll $1
+    StrCpy $INSTDIR ""
+    Call UseMode
+  ${EndIf}
+FunctionEnd
+
+; -------------------------------------------------------------------------- removing
+!macro RemoveMenu KIND
+  DeleteRegKey SHCTX "${MENU_KEY}\${KIND}\shell\TINTLINE"
+  DeleteRegKey /ifempty SHCTX "${MENU_KEY}\${KIND}\shell"
+  DeleteRegKey /ifempty SHCTX "${MENU_KEY}\${KIND}"
+!macroend
+
+Section "Uninstall"
+  !insertmacro WaitUntilClosed "un."
+  Call un.RemoveSettings
+  Delete "$INSTDIR\TINTLINE.exe"
+  Delete "$INSTDIR\TINTLINE.com"
+  Delete "$INSTDIR\TINTLINE2.chm"
+  Delete "$INSTDIR\LIESMICH.txt"
+  Delete "$INSTDIR\LIZENZ.txt"
+  Delete "$INSTDIR\dummy.html"  ; the page of the preview
+  Delete "$INSTDIR\Uninstall.exe"
+  SetOutPath "$TEMP"  ; a folder that is in use would stay
+  RMDir "$INSTDIR"    ; only when it is empty, and so the folder that it lies in by default
+  RMDir "$LOCALAPPDATA\Programs"
+  Delete "$SMPROGRAMS\TINTLINE.lnk"
+  DeleteRegKey SHCTX "${UNINSTALL_KEY}"
+  !insertmacro ForModuleFiles RemoveMenu
+  Call un.RefreshMenus
+SectionEnd
+
+; Settings that nobody changed go; about the others the user is asked.
+!macro RemoveSetting NAME REFERENCE
+  SetOutPath "$PLUGINSDIR"
+  File "${REFERENCE}"
+  StrCpy $0 "$INSTDIR\${NAME}"
+  StrCpy $1 "$PLUGINSDIR\${NAME}"
+  ${If} ${FileExists} "$0"
+    Call un.AreEqual
+    ${If} $2 = 1
+      Delete "$0"
+    ${Else}
+      StrCpy $Changed "$Changed ${NAME}"
+    ${EndIf}
+  ${EndIf}
+!macroend
+
+Function un.RemoveSettings
+  InitPluginsDir
+  StrCpy $Changed ""
+  !insertmacro RemoveSetting "vb.ini" "${STAGE}\vb.ini"
+  !insertmacro RemoveSetting "TINTLINE.ini" "${REFERENCE}\TINTLINE.ini"
+  ${If} $Changed != ""
+    MessageBox MB_ICONQUESTION|MB_YESNO "$(KeepSettings)" /SD IDYES IDYES keep
+    Delete "$INSTDIR\vb.ini"
+    Delete "$INSTDIR\TINTLINE.ini"
+    keep:
+  ${EndIf}
+FunctionEnd
+
+; $2 becomes 1 when the files $0 and $1 hold the same bytes, else 0.
+Function un.AreEqual
+  StrCpy $2 0
+  ClearErrors
+  FileOpen $3 "$0" r
+  FileOpen $4 "$1" r
+  ${If} ${Errors}
+    Return
+  ${EndIf}
+  FileSeek $3 0 END $5
+  FileSeek $4 0 END $6
+  ${If} $5 = $6
+    System::Alloc $5
+    Pop $7
+    System::Alloc $5
+    Pop $8
+    FileSeek $3 0
+    FileSeek $4 0
+    System::Call 'kernel32::ReadFile(p r3, p r7, i r5, *i, p 0)'
+    System::Call 'kernel32::ReadFile(p r4, p r8, i r5, *i, p 0)'
+    System::Call 'ntdll::RtlCompareMemory(p r7, p r8, p r5) p .r9'
+    System::Free $7
+    System::Free $8
+    ${If} $9 = $5
+      StrCpy $2 1
+    ${EndIf}
+  ${EndIf}
+  FileClose $3
+  FileClose $4
+FunctionEnd
+
+Function un.onInit
+  SetShellVarContext current
+  ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
+  ${If} $0 == $INSTDIR
+    SetShellVarContext all
+    UserInfo::GetAccountType
+    Pop $0
+    ${If} $0 != "Admin"
+      ${IfNot} ${Silent}
+        ClearErrors
+        ExecShell "runas" "$INSTDIR\Uninstall.exe"  ; again, with rights that Windows asks for
+        ${IfNot} ${Errors}
+          Quit
+        ${EndIf}
+      ${EndIf}
+      Push "$(RightsAreMissing)"
+      Call un.NotPossible
+    ${EndIf}
+  ${EndIf}
+FunctionEnd

@@ -1,0 +1,39 @@
+# Completion of tintline in bash. Tested by tests/package/run.py.
+
+_tintline_files() {  # _tintline_files WORD: source files, and folders that lead to some
+  local kind
+  compgen -d -- "$1"
+  for kind in '[Bb][Aa][Ss]' '[Cc][Ll][Ss]' '[Ff][Rr][Mm]'; do
+    compgen -f -X "!*.$kind" -- "$1"
+  done
+}
+
+_tintline() {
+  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
+  # "--format=page" comes as three words.
+  [[ $before != = ]] || before=${COMP_WORDS[COMP_CWORD - 2]}
+  [[ $word != = ]] || word=
+  local words='' names=''
+  COMPREPLY=()
+  case $before in
+    -o | --output | --keywords | --settings) names=$(compgen -f -- "$word") ;;
+    -d | --output-dir) names=$(compgen -d -- "$word") ;;
+    --format) words='page body lines preview clipboard table' ;;
+    --style) words='class inline' ;;
+    --lines | --indent | --wrap | --jobs) ;;  # numbers
+    *)
+      if [[ $word == -* ]]; then
+        words='-o --output -d --output-dir --format --style -n --line-numbers --lines --indent
+          --wrap --pasted --keywords --settings --jobs -q --quiet --help --version'
+      else
+        names=$(_tintline_files "$word")
+      fi ;;
+  esac
+  if [ -n "$names" ]; then
+    compopt -o filenames 2> /dev/null  # so that blanks in names are quoted
+  else
+    names=$(compgen -W "$words" -- "$word")
+  fi
+  [ -z "$names" ] || mapfile -t COMPREPLY <<< "$names"
+}
+complete -F _tintline tintline
