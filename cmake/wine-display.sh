@@ -14,16 +14,6 @@ if [ "${1:-}" = --dpi ]; then
   shift 2
 fi
 
-# A copy of the prefix that costs nothing. Wine changes the files of its registry in place, so
-# these are real copies; all others are shared.
-copy_prefix() {
-  [ ! -e "$wine_dir/display/ready" ] || return 0
-  rm -rf "$wine_dir/display"
-  cp -al "$wine_dir/prefix" "$wine_dir/display"
-  cp --remove-destination "$wine_dir"/prefix/*.reg "$wine_dir/display/"
-  touch "$wine_dir/display/ready"
-}
-
 open_screen() {
   local number
   exec {screen}< <(exec Xvfb -displayfd 1 -screen 0 "${screen_size}x24" -nolisten tcp 2> /dev/null)
@@ -60,7 +50,7 @@ end_session() {
 
 exec 8> "$wine_dir/display-lock"
 flock 8
-alone copy_prefix
+alone copy_prefix display
 export WINEPREFIX="$wine_dir/display"
 [ -n "${DISPLAY:-}" ] || open_screen
 trap end_session EXIT

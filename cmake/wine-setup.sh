@@ -1,4 +1,4 @@
-# Sourced by wine-run.sh and wine-display.sh: how Wine is set up for us.
+# Sourced by the other wine-*.sh: how Wine is set up for us.
 #
 # Everything Wine keeps (prefixes, a German locale, an empty home) lies in build/wine, made
 # on first use; delete it to start afresh.
@@ -18,7 +18,7 @@ import_settings() { "${german[@]}" timeout 60 wine regedit /S "$1"; }
 # do, and the fonts are those that this system has for the ones of Windows.
 make_prefix() (
   unset DISPLAY
-  rm -rf "$wine_dir/prefix" "$wine_dir/display" "$wine_dir"/ready*
+  rm -rf "$wine_dir/prefix" "$wine_dir/display" "$wine_dir/office" "$wine_dir"/ready*
   localedef -i de_DE -f UTF-8 "$LOCPATH/de_DE.UTF-8"
   "${german[@]}" timeout 120 wineboot -i
   cp /usr/share/wine/fonts/{marlett,tahoma,tahomabd,symbol,wingding,webdings}.ttf \
@@ -40,6 +40,17 @@ REG
   timeout 60 wineserver -k
   touch "$wine_ready"
 )
+
+# copy_prefix NAME: a copy of the prefix that costs nothing. Wine changes the files of its
+# registry in place, so these are real copies; all others are shared.
+copy_prefix() {
+  local copy=$wine_dir/$1
+  [ ! -e "$copy/ready" ] || return 0
+  rm -rf "$copy"
+  cp -al "$wine_dir/prefix" "$copy"
+  cp --remove-destination "$wine_dir"/prefix/*.reg "$copy/"
+  touch "$copy/ready"
+}
 
 # Wine's background processes inherit the output of the program that starts them, and a
 # pipe would stay open until the last of them ends. So they are started here, with none;
