@@ -107,9 +107,12 @@ void FormWindow::flush() {
 // -------------------------------------------------------------------------- messages
 LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_COMMAND:
-      if (command(LOWORD(wParam), HIWORD(wParam))) return 0;
+    case WM_COMMAND: {
+      const bool known = command(LOWORD(wParam), HIWORD(wParam));
+      pump().flush();  // whoever sent it sees what came of it as soon as it is answered
+      if (known) return 0;
       break;
+    }
     case WM_NOTIFY: {
       auto& header = *reinterpret_cast<NMHDR*>(lParam);
       if (Widget* widget = widgetOf(header.hwndFrom)) return widget->notify(header);
