@@ -39,7 +39,7 @@ def faults_of(path, floors):
         here = path.parts[0]
         if kind == "<":
             if WINDOWS.match(name) and not may_see_windows(path):
-                yield line, f"<{name}> belongs into win32/ or a *_win32 file"
+                yield line, f"<{name}> belongs into a folder win32/ or a *_win32 file"
         elif not (ROOT / name).is_file():
             yield line, f'"{name}" is not a file from the project root'
         elif folder != here and folder not in floors[here]:

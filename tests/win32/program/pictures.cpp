@@ -1,0 +1,86 @@
+// Takes pictures of the program's windows; needs a screen.
+//
+//   tintline_pictures FOLDER         the main window with a converted module, and every dialog
+//   tintline_pictures --main PICTURE [MODULE]   the main window as it starts, with MODULE opened
+//
+// Run by ./dev pictures and ./dev app.
+
+#include <iostream>
+
+#include "tests/win32/program/main_window.h"
+#include "tests/win32/program/program_folder.h"
+#include "tests/win32/program/screenshot.h"
+
+namespace tintline::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct DialogPicture {
+  Command command;
+  const wchar_t* className;
+  const wchar_t* picture;
+};
+
+constexpr DialogPicture kDialogs[] = {
+    {Command::mnuFarben, kColorsClass, L"farben.png"},
+    {Command::mnuPrePost, kPrePostClass, L"prepost.png"},
+    {Command::mnuInfo, kSplashClass, L"info.png"},
+    {Command::mnuZeilenbreite, kInputClass, L"zeilenbreite.png"},
+};
+
+void pictureOfDialog(const MainWindow& main, const DialogPicture& dialog, const fs::path& folder) {
+  const Started command = main.start(dialog.command);
+  const Window window = main.app().windowOfClass(dialog.className);
+  savePicture(window, folder / dialog.picture);
+  window.post(WM_CLOSE);
+  if (window.className() == kSplashClass) window.pressKey(VK_SPACE);
+  main.app().untilGone(window);
+  command.finish();
+}
+
+void picturesOfAll(const fs::path& folder) {
+  create_directories(folder);
+  const ProgramFolder program;
+  const App app(program.program());
+  const MainWindow main(app);
+  main.open(sampleModule());
+  main.setChecked(id::kCheck1, true);
+  main.setChecked(id::kCheck2, true);
+  main.convert();
+  savePicture(main.window(), folder / L"hauptfenster.png");
+  for (const DialogPicture& dialog : kDialogs) pictureOfDialog(main, dialog, folder);
+  main.close();
+}
+
+void pictureOfStart(const fs::path& picture, const fs::path& module) {
+  const ProgramFolder program;
+  const App app(program.program());
+  const MainWindow main(app);
+  if (!module.empty()) main.open(fs::absolute(module));
+  savePicture(main.window(), picture);
+  main.close();
+}
+
+int run(const std::vector<std::wstring>& arguments) {
+  const std::size_t count = arguments.size();
+  if (count >= 2 && count <= 3 && arguments[0] == L"--main")
+    pictureOfStart(arguments[1], count == 3 ? arguments[2] : L"");
+  else if (count == 1)
+    picturesOfAll(arguments[0]);
+  else
+    return 2;
+  return 0;
+}
+
+}  // namespace
+}  // namespace tintline::test
+
+int main() {
+  try {
+    return tintline::test::run(tintline::test::ownArguments());
+  } catch (const std::exception& error) {
+    std::cerr << "tintline_pictures: " << error.what() << '\n';
+    return 1;
+  }
+}
