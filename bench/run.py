@@ -18,6 +18,8 @@ import tempfile
 from pathlib import Path
 from statistics import median
 
+from table import Bars, Table
+
 ROOT = Path(__file__).resolve().parent.parent
 MIB = 1024 * 1024
 WALL, PROCESSOR, PEAK = range(3)  # what a run is measured by: seconds, seconds, KiB
@@ -76,33 +78,6 @@ class Bench:
     def ratio(self, name, other, clock=WALL):
         pairs = zip(self.runs[name], self.runs[other])
         return median(mine[clock] / theirs[clock] for mine, theirs in pairs)
-
-
-class Table:
-    def __init__(self, *heads):
-        print(f"\n| {' | '.join(heads)} |")
-        print("|" + "---|" * len(heads), flush=True)
-
-    def row(self, *cells):
-        print(f"| {' | '.join(cells)} |", flush=True)
-
-
-class Bars:
-    """What has to be reached, and how often it was."""
-
-    def __init__(self):
-        self.reached = self.missed = 0
-
-    def at_most(self, value, limit, unit=""):
-        return self.judged(value <= limit, f"≤ {limit:.3g}{unit}")
-
-    def at_least(self, value, limit, unit=""):
-        return self.judged(value >= limit, f"≥ {limit:.3g}{unit}")
-
-    def judged(self, good, text):
-        self.reached += good
-        self.missed += not good
-        return f"{text}: {'ok' if good else '**missed**'}"
 
 
 def size_of(files):
