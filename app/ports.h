@@ -10,6 +10,7 @@
 #include "ports/files.h"
 #include "ports/locale.h"
 #include "ports/message_loop.h"
+#include "ports/office.h"
 #include "ports/shell.h"
 #include "ports/text_measure.h"
 
@@ -22,6 +23,7 @@ struct Ports {
   Clock& clock;
   Clipboard& clipboard;
   Shell& shell;
+  Office& office;
   Files& files;
   Locale& locale;
   TextMeasure& textMeasure;  // in the font of the two lists

@@ -35,6 +35,11 @@ class Dialogs {
   // A file to write; the program itself asks before it replaces one.
   virtual FileChoice showSave(const FileDialog& dialog) = 0;
 
+  // An existing folder of the file system, `startFolder` chosen at first; nothing when
+  // the user cancels.
+  virtual std::optional<std::filesystem::path> chooseFolder(
+      const std::wstring& title, const std::filesystem::path& startFolder) = 0;
+
   // A box with "OK". An empty title stands for the program's name.
   virtual void message(const std::wstring& text, MessageIcon icon, const std::wstring& title) = 0;
 

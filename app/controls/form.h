@@ -37,6 +37,7 @@ class Form : public Control {
  public:
   Property<std::wstring> Caption{*this, {}};
   Property<Pointer> MousePointer{*this, Pointer::Default};
+  Property<bool> Topmost{*this, false};  // in front of the windows of other programs
 
   // Makes the window of this form; set by the platform before the form is shown.
   std::function<std::unique_ptr<FormView>()> makeView;

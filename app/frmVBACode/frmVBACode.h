@@ -13,6 +13,7 @@
 #include <functional>
 #include <optional>
 #include <ostream>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -57,6 +58,10 @@ class frmVBACode final : public Form {
 
   // Runs a command that the user started; nothing when it is not enabled.
   void execute(Command command);
+
+  // Shows these entries as a menu where the mouse pointer is, and `execute`s the one that
+  // the user chooses; set by the view.
+  std::function<void(std::span<const MenuEntry>)> PopupMenu;
 
   // The list that has the focus, or null; set by the view.
   ListBox* ActiveControl = nullptr;

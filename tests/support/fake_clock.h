@@ -16,6 +16,8 @@ class FakeClock final : public Clock {
     return now;
   }
 
+  std::chrono::year_month_day today() override { return date; }
+
   void pause(std::chrono::milliseconds duration) override {
     seconds += std::chrono::duration<float>(duration).count();
     paused += duration;
@@ -23,7 +25,9 @@ class FakeClock final : public Clock {
   }
 
   float seconds = 0;  // since midnight: what timer() gives next
-  float step = 0;     // how much time goes by between two looks at the clock
+  std::chrono::year_month_day date{std::chrono::year(2025), std::chrono::month(1),
+                                   std::chrono::day(31)};
+  float step = 0;  // how much time goes by between two looks at the clock
   std::chrono::milliseconds paused{0};
   std::function<void()> onPause;
 };

@@ -9,6 +9,7 @@
 #include "tests/support/fake_files.h"
 #include "tests/support/fake_locale.h"
 #include "tests/support/fake_message_loop.h"
+#include "tests/support/fake_office.h"
 #include "tests/support/fake_shell.h"
 #include "tests/support/fake_text_measure.h"
 #include "tests/support/script_dialogs.h"
@@ -21,6 +22,7 @@ struct FakePorts {
   FakeClock clock;
   FakeClipboard clipboard;
   FakeShell shell;
+  FakeOffice office;
   FakeFiles files;
   FakeLocale locale;
   FakeTextMeasure textMeasure;
@@ -35,6 +37,7 @@ struct FakePorts {
             .clock = clock,
             .clipboard = clipboard,
             .shell = shell,
+            .office = office,
             .files = files,
             .locale = locale,
             .textMeasure = textMeasure,

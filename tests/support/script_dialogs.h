@@ -22,10 +22,10 @@ class ScriptDialogs final : public Dialogs {
  public:
   // Something that the program asked or told.
   struct Question {
-    enum class Kind { Open, Save, Message, Confirm, Input, ChooseColor };
+    enum class Kind { Open, Save, Folder, Message, Confirm, Input, ChooseColor };
     Kind kind;
     std::wstring text;   // the message, the question, the prompt; a file dialog's title
-    std::wstring value;  // what it offered: file name, input value
+    std::wstring value;  // what it offered: file name, folder, input value
     std::wstring title;  // a message's title
     std::wstring filter = {};
     MessageIcon icon = MessageIcon::None;
@@ -40,6 +40,9 @@ class ScriptDialogs final : public Dialogs {
   // The answers, in the order of the questions. A message is only to be expected.
   void answerOpen(FileChoice choice) { add(Kind::Open, std::move(choice)); }
   void answerSave(FileChoice choice) { add(Kind::Save, std::move(choice)); }
+  void answerFolder(std::optional<std::filesystem::path> folder) {
+    add(Kind::Folder, std::move(folder));
+  }
   void expectMessage() { add(Kind::Message, {}); }
   void answerConfirm(bool yes) { add(Kind::Confirm, yes); }
   void answerInput(std::optional<std::wstring> text) { add(Kind::Input, std::move(text)); }
@@ -57,6 +60,13 @@ class ScriptDialogs final : public Dialogs {
 
   FileChoice showSave(const FileDialog& dialog) override {
     return next<FileChoice>(fileQuestion(Kind::Save, dialog)).value_or(cancelled());
+  }
+
+  std::optional<std::filesystem::path> chooseFolder(
+      const std::wstring& title, const std::filesystem::path& startFolder) override {
+    return next<std::optional<std::filesystem::path>>(
+               {.kind = Kind::Folder, .text = title, .value = pathText(startFolder), .title = {}})
+        .value_or(std::nullopt);
   }
 
   void message(const std::wstring& text, MessageIcon icon, const std::wstring& title) override {
@@ -85,7 +95,7 @@ class ScriptDialogs final : public Dialogs {
  private:
   using Kind = Question::Kind;
   using Value = std::variant<std::monostate, FileChoice, bool, std::optional<std::wstring>,
-                             std::optional<std::uint32_t>>;
+                             std::optional<std::uint32_t>, std::optional<std::filesystem::path>>;
   struct Answer {
     Kind kind;
     Value value;
