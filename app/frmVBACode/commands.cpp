@@ -63,6 +63,13 @@ constexpr Menu kMenuBar[] = {
     {L"&Office", kOffice}, {L"E&xtras", kExtras},         {L"&?", kHilfe},
 };
 
+constexpr MenuEntry kModulExport[] = {{Command::mnuModulExport, L"Modul exportieren", L""}};
+
+constexpr MenuEntry kModulAll[] = {
+    {Command::mnuexportall, L"Alle Module exportieren", L""},
+    {Command::mnuconvertall, L"Alle Module konvertieren", L""},
+};
+
 constexpr ToolbarButton kGap{"", Command::None, L""};
 
 constexpr ToolbarButton kToolbar[] = {
@@ -107,6 +114,10 @@ constexpr Accelerator kAccelerators[] = {
 }  // namespace
 
 std::span<const Menu> menuBar() { return kMenuBar; }
+
+std::span<const MenuEntry> componentMenu() { return kModulExport; }
+
+std::span<const MenuEntry> mnuModulAll() { return kModulAll; }
 
 std::span<const ToolbarButton> toolbar() { return kToolbar; }
 

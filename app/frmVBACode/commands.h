@@ -34,6 +34,9 @@ enum class Command {
   mnutrennen,
   mnutrennen2,
   mnu2word,
+  mnuModulExport,  // in the menus of the tree
+  mnuexportall,
+  mnuconvertall,
   mnuFarben,
   mnuFarbenSpeichern,
   mnuPrePost,
@@ -56,6 +59,10 @@ struct Menu {
 
 // The menu bar, from left to right.
 std::span<const Menu> menuBar();
+
+// The menus of the tree, for a component and for a document.
+std::span<const MenuEntry> componentMenu();
+std::span<const MenuEntry> mnuModulAll();
 
 struct ToolbarButton {
   std::string_view key;  // names the command's picture; "" for a gap between groups

@@ -130,19 +130,19 @@ void frmVBACode::cmdMakro_Click() {
   if (readSourceAnew()) run([this] { Verarbeiten(); });
 }
 
-// A file may have changed on disk since it was read. What the user did to its lines
-// since then is done again.
+// A file may have changed on disk since it was read, a procedure in its application; or
+// the lines are those of a whole module now. What the user did to the lines since then is
+// done again.
 bool frmVBACode::readSourceAnew() {
-  if (source_ != Source::File) return true;
+  const TreeNode* const node = TreeView1.SelectedItem();
+  const bool procedure =
+      source_ == Source::Procedure && node != nullptr && node->path().size() == 3;
+  if (source_ != Source::File && !procedure) return true;
   const Reformatting wanted = reformatting_;
-  if (!ModulDateiLesen(Dateipfad_)) return false;
+  if (procedure ? !Makroeinlesen(*node) : !ModulDateiLesen(Dateipfad_)) return false;
   reformatAgain(wanted);
   return true;
 }
-
-void frmVBACode::cmdModul_Click() {}
-
-void frmVBACode::AlleModuleVerarbeiten() {}
 
 void frmVBACode::cmdAuswahl_Click() {
   if (List1.ListCount() > 0) run([this] { convertSelection(); });

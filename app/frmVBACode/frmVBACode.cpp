@@ -44,7 +44,7 @@ frmVBACode::frmVBACode(Application& application)
   optStyle.ToolTipText = L"Schreibt die Farben an jede Stelle, die sie braucht";
   wBrowser.ToolTipText = L"Vorschau auf den konvertierten Quellcode";
   optClass.Value = true;
-  for (CommandButton* button : {&cmdModul, &cmdVBAClp, &cmdWord}) button->Enabled = false;
+  for (CommandButton* button : {&cmdModul, &cmdVBAClp}) button->Enabled = false;
   FrameVorschau.Visible = false;
   QuellschalterSetzen(false);
   AusgabeschalterSetzen(false);
@@ -67,8 +67,12 @@ void frmVBACode::wireEvents() {
   };
   optClass.Click = chosenInsteadOf(optStyle);
   optStyle.Click = chosenInsteadOf(optClass);
+  cmdWord.Click = [this] { execute(Command::mnu2word); };
   Check2.Click = [this] { command([this] { Check2_Click(); }); };
   TreeView1.NodeClick = [this](TreeNode& node) { command([&] { TreeView1_NodeClick(node); }); };
+  TreeView1.RightClick = [this](TreeNode& node) {
+    if (!busy_) TreeView1_RightClick(node);
+  };
   List1.Click = [this] { command([this] { List1auswerten(); }); };
   List2.Click = [this] { command([this] { ListBoxauswerten(); }); };
 }
@@ -151,10 +155,22 @@ void frmVBACode::dispatch(Command command) {
     case Command::mnuInfo:
       return fkt_ShowSplash();
     case Command::mnuword:
+      return modWord::Wordanalyse(*this);
     case Command::mnuexcel:
+      return modWord::Excelanalyse(*this);
     case Command::mnutrennen:
+      return Trennen(Word);
     case Command::mnutrennen2:
+      return Trennen(Excel);
     case Command::mnu2word:
+      return cmdWord_Click();
+    case Command::mnuModulExport:
+      return ModulExportieren(*menuNode());
+    case Command::mnuexportall:
+      return AlleModuleExportieren(*menuNode());
+    case Command::mnuconvertall:
+      TreeView1.select(menuNode());
+      return AlleModuleVerarbeiten();
     case Command::mnuAbbrechen:
     case Command::None:
       return;  // not enabled, or done by execute
@@ -187,11 +203,17 @@ bool frmVBACode::isEnabled(Command command) const {
     case Command::mnuSchluesselworte:
       return controlFile_;
     case Command::mnuAlleModule:
-    case Command::mnuword:
-    case Command::mnuexcel:
+      return TreeView1.SelectedItem() != nullptr && hasModules(*TreeView1.SelectedItem());
     case Command::mnutrennen:
+      return Word.connected();
     case Command::mnutrennen2:
+      return Excel.connected();
     case Command::mnu2word:
+      return cmdWord.Enabled;
+    case Command::mnuModulExport:
+    case Command::mnuexportall:
+    case Command::mnuconvertall:
+      return menuNode() != nullptr;
     case Command::mnuAbbrechen:
     case Command::None:
       return false;
@@ -213,6 +235,7 @@ void frmVBACode::QuellschalterSetzen(bool enabled) {
 void frmVBACode::AusgabeschalterSetzen(bool enabled) {
   cmdHTMClp.Enabled = enabled;
   cmdExport.Enabled = enabled;
+  cmdWord.Enabled = enabled;
 }
 
 bool frmVBACode::QueryUnload() {
@@ -256,6 +279,10 @@ void frmVBACode::mnubeenden_Click() {
 
 void frmVBACode::Form_Load() { Initialisieren(); }
 
-void frmVBACode::Form_Unload() { application_.ProgrammBeenden(); }
+void frmVBACode::Form_Unload() {
+  Word.disconnect();
+  Excel.disconnect();
+  application_.ProgrammBeenden();
+}
 
 }  // namespace tintline

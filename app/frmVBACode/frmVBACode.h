@@ -23,10 +23,15 @@
 #include "app/controls/tree_view.h"
 #include "app/controls/web_browser.h"
 #include "app/frmVBACode/commands.h"
+#include "app/modWord.h"
 #include "app/ports.h"
+#include "base/file.h"
 #include "engine/conversion.h"
 #include "engine/keyword_table.h"
 #include "engine/line_highlighter.h"
+#include "output/clipboard_text.h"
+#include "sources/module_file_reader.h"
+#include "sources/project_analysis.h"
 
 namespace tintline {
 
@@ -88,6 +93,33 @@ class frmVBACode final : public Form {
   void AusgabeschalterSetzen(bool enabled);
   void Einfügen();
 
+  // --------------------------------------------------------------------- Office
+  modWord::Connection Word{L"Word"}, Excel{L"Excel"};
+
+  // Connects; false when it failed, which the user was told.
+  bool Verbinden(modWord::Connection& connection, std::wstring_view procedure);
+
+  // Ends the connection and takes its documents out of the tree.
+  void Trennen(modWord::Connection& connection);
+
+  // Puts the documents of the application into the tree anew; false when it failed. Esc
+  // ends it: the documents up to then stay.
+  bool Baumübersicht(modWord::Connection& connection);
+
+  // Reads the code of a procedure's or declarations' node; false when it failed. What it
+  // asks for are the names and the project's index that this node and those above it hold.
+  // A node may be gone after a failure.
+  bool Makroeinlesen(const TreeNode& node);
+
+  // Adds the lines of that module of the project, behind a header when it is to have one.
+  // False when there are too many. Throws OfficeError.
+  bool Modulbearbeiten(Project& project, const std::wstring& module, bool header);
+
+  void TreeView1_RightClick(TreeNode& node);
+  void ModulExportieren(const TreeNode& node);
+  void AlleModuleExportieren(const TreeNode& node);
+  void cmdWord_Click();
+
   // ----------------------------------------------------------------- conversion
   void cmdModul_Click();
   void cmdMakro_Click();
@@ -127,6 +159,7 @@ class frmVBACode final : public Form {
 
  private:
   static constexpr std::wstring_view kSourceCaption = L"Quellcode";
+  static constexpr std::wstring_view kFilesKey = L"Dateien";
   static constexpr std::string_view kKeywordsFile = "vb.ini";
   static constexpr std::string_view kScratchFile = "dummy.html";
 
@@ -178,6 +211,28 @@ class frmVBACode final : public Form {
   void replaceLines(LineList lines);
   void reformatAgain(const Reformatting& wanted);
 
+  bool OfficeAufruf(modWord::Connection& connection, std::wstring_view procedure,
+                    const std::function<void()>& work);
+  modWord::Connection* connectionOf(const TreeNode& node);
+  Project& projectOf(const TreeNode& node);
+  TreeNode* menuNode() const { return menuNode_ ? TreeView1.byId(*menuNode_) : nullptr; }
+  bool hasModules(const TreeNode& node) const;
+  void addDocument(const modWord::Connection& connection, std::size_t index,
+                   const ProjectSummary& project);
+  void removeDocuments(const modWord::Connection& connection);
+  bool appendLines(const ModuleSource& source);
+  bool appendCode(const CodeModule& code, std::int32_t start, std::int32_t count,
+                  ProcedureNames& names);
+  void convertModules(const TreeNode& document, const std::vector<std::wstring>& modules,
+                      bool headers, std::wstring_view procedure);
+  std::optional<std::filesystem::path> chooseExportFolder(const std::wstring& name);
+  bool exportComponent(const Component& component, const std::wstring& name,
+                       const std::filesystem::path& folder, const std::wstring& document);
+  void tellNotExported(const std::wstring& name, const std::wstring& reason);
+
+  static SelectableLines selectable(const ListBox& list);
+  bool hasResult();
+  void tellUnwritable(const FileError& error);
   std::optional<std::filesystem::path> chooseExportFile();
   std::wstring defaultName() const;
   bool writeExportFile(const std::filesystem::path& file);
@@ -195,17 +250,18 @@ class frmVBACode final : public Form {
   std::filesystem::path Dateipfad_;  // its full path
   ProcedureNames ProzNamen_;
   Reformatting reformatting_;
-  int einzug_ = 0;            // blanks per block level
-  int zeilenbreite_ = 80;     // 0: lines are not wrapped
-  bool busy_ = false;         // a command is at work
-  bool closeWanted_ = false;  // the user closed the window while a command was at work
-  bool bEsc_ = false;         // abort request
-  bool blnPaste_ = false;     // the lines are pasted code
-  bool gesamtmodul_ = false;  // List1 holds one or more whole modules of a project
-  bool Auswahl_ = false;      // the result stems from a selection
-  bool controlFile_ = false;  // there is a "vb.ini"
-  bool narrowable_ = false;   // button "format2": lines were indented once
-  bool wrappable_ = false;    // button "umbruch": some line is longer than the width
+  std::optional<std::size_t> menuNode_;  // the node under the last right click
+  int einzug_ = 0;                       // blanks per block level
+  int zeilenbreite_ = 80;                // 0: lines are not wrapped
+  bool busy_ = false;                    // a command is at work
+  bool closeWanted_ = false;             // the user closed the window while a command was at work
+  bool bEsc_ = false;                    // abort request
+  bool blnPaste_ = false;                // the lines are pasted code
+  bool gesamtmodul_ = false;             // List1 holds one or more whole modules of a project
+  bool Auswahl_ = false;                 // the result stems from a selection
+  bool controlFile_ = false;             // there is a "vb.ini"
+  bool narrowable_ = false;              // button "format2": lines were indented once
+  bool wrappable_ = false;               // button "umbruch": some line is longer than the width
 };
 
 }  // namespace tintline

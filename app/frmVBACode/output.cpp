@@ -18,12 +18,6 @@
 namespace tintline {
 namespace {
 
-SelectableLines selectable(const ListBox& list) {
-  return {.count = list.ListCount(),
-          .line = [&list](std::size_t index) { return list.lines()[index]; },
-          .selected = [&list](std::size_t index) { return list.Selected(index); }};
-}
-
 // What the shell's answer to "Open" means, "" when there is nothing to say. -1 stands
 // for nine reasons of which the first is told, on purpose.
 std::wstring openFailureText(int answer) {
@@ -43,10 +37,21 @@ std::wstring openFailureText(int answer) {
 
 }  // namespace
 
-void frmVBACode::cmdExport_Click() {
-  if (List1.ListCount() == 0) return;
+SelectableLines frmVBACode::selectable(const ListBox& list) {
+  return {.count = list.ListCount(),
+          .line = [&list](std::size_t index) { return list.lines()[index]; },
+          .selected = [&list](std::size_t index) { return list.Selected(index); }};
+}
+
+// Converts when that was not done yet; false when there is nothing, or the run was ended.
+bool frmVBACode::hasResult() {
+  if (List1.ListCount() == 0) return false;
   if (List2.ListCount() == 0) run([this] { Verarbeiten(); });
-  if (List2.ListCount() == 0 || HTMLText.empty()) return;  // the run was ended
+  return List2.ListCount() > 0 && !HTMLText.empty();
+}
+
+void frmVBACode::cmdExport_Click() {
+  if (!hasResult()) return;
   const std::optional<std::filesystem::path> file = chooseExportFile();
   if (!file) return;
   lblExportPfad.Caption = pathText(*file);
@@ -90,11 +95,15 @@ bool frmVBACode::writeExportFile(const std::filesystem::path& file) {
     target.commit();
     return true;
   } catch (const FileError& error) {
-    ports_.dialogs.message(L"Die Datei " + pathText(file) + L" kann nicht geschrieben werden: " +
-                               reasonText(error.reason()),
-                           MessageIcon::Critical, L"Exportieren");
+    tellUnwritable(error);
     return false;
   }
+}
+
+void frmVBACode::tellUnwritable(const FileError& error) {
+  ports_.dialogs.message(L"Die Datei " + pathText(error.path()) +
+                             L" kann nicht geschrieben werden: " + reasonText(error.reason()),
+                         MessageIcon::Critical, L"Exportieren");
 }
 
 void frmVBACode::openExportFile(const std::filesystem::path& file) {

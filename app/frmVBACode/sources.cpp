@@ -14,8 +14,6 @@
 namespace tintline {
 namespace {
 
-constexpr std::wstring_view kFilesKey = L"Dateien";
-
 const FileDialog kOpenDialog{.title = L"VB(A)-Datei einlesen",
                              .filter =
                                  L"Alle (*.bas;*.frm;*.cls)|*.bas;*.frm;*.cls|Module (*.bas)|*.bas|"
@@ -176,11 +174,16 @@ void frmVBACode::nodeWithChildren(TreeNode& node) {
 }
 
 void frmVBACode::nodeWithoutChildren(TreeNode& node) {
-  const bool file = node.path().size() == 2 && node.Parent()->Key() == kFilesKey;
+  const std::size_t level = node.path().size();
   cmdModul.Enabled = false;
-  if (file) {
+  if (level == 2 && node.Parent()->Key() == kFilesKey) {
     setSource(Source::File);
     ModulDateiLesen(pathFromText(node.Tag));
+  } else if (level == 3) {
+    const bool read = Makroeinlesen(node);  // the node may be gone then
+    cmdModul.Enabled = read;
+    QuellschalterSetzen(read);
+    cmdVBAClp.Enabled = false;
   } else {
     clearLists();
     QuellschalterSetzen(false);
@@ -196,20 +199,26 @@ void frmVBACode::Einfügen() {
   const std::string text = ports_.clipboard.text();
   if (text.empty()) return;
   ModuleSource pasted = tintline::Einfügen(text);
-  if (pasted.tooManyLines || List1.ListCount() + pasted.List1.size() > kMaxLines) {
-    ports_.dialogs.message(
-        L"Mehr als " + std::to_wstring(kMaxLines) + L" Zeilen können nicht verarbeitet werden.",
-        MessageIcon::Critical, {});
-    return;
-  }
-  for (std::size_t line = 0; line < pasted.List1.size(); ++line)
-    hscroll1_.AddItem(pasted.List1[line], -1, ListboxHScroll::kGrow);
+  if (!appendLines(pasted)) return;
   for (std::string& name : pasted.ProzNamen) ProzNamen_.push_back(std::move(name));
   blnPaste_ = true;
   clearResult();
   QuellschalterSetzen(true);
   AusgabeschalterSetzen(true);
   Pruefen();
+}
+
+// False, and the user is told, when they are too many: then none is added.
+bool frmVBACode::appendLines(const ModuleSource& source) {
+  if (source.tooManyLines || List1.ListCount() + source.List1.size() > kMaxLines) {
+    ports_.dialogs.message(
+        L"Mehr als " + std::to_wstring(kMaxLines) + L" Zeilen können nicht verarbeitet werden.",
+        MessageIcon::Critical, {});
+    return false;
+  }
+  for (std::size_t line = 0; line < source.List1.size(); ++line)
+    hscroll1_.AddItem(source.List1[line], -1, ListboxHScroll::kGrow);
+  return true;
 }
 
 }  // namespace tintline

@@ -1,0 +1,388 @@
+// Word and Excel in the main window: documents in the tree, their code in the lists,
+// the result in a new Word document. Tested by tests/app/office_test.cpp.
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/application.h"
+#include "app/frmVBACode/frmVBACode.h"
+#include "base/codepage.h"
+#include "base/file.h"
+#include "output/word_page.h"
+#include "sources/module_export.h"
+#include "sources/module_header.h"
+
+namespace tintline {
+namespace {
+
+constexpr std::wstring_view kOfForm = L" of Formular frmVBACode";
+constexpr std::wstring_view kDeclarationKey = L"_Declaration";
+
+// Every key below a document begins with that of its application.
+std::wstring keyPrefix(const modWord::Connection& connection) {
+  return std::wstring(connection.name()) + L"_";
+}
+
+const TreeNode& rootOf(const TreeNode& node) {
+  return node.Parent() == nullptr ? node : rootOf(*node.Parent());
+}
+
+// "Modul1 (12 Z.)": the name in front of the count.
+std::wstring nameOf(const TreeNode& node) { return node.Text().substr(0, node.Text().find(L" (")); }
+
+std::wstring withLines(std::wstring_view name, std::int32_t lines) {
+  return std::wstring(name) + L" (" + std::to_wstring(lines) + L" Z.)";
+}
+
+std::string pictureOf(const ComponentSummary& component) {
+  if (component.name == L"ThisDocument") return "this";
+  switch (component.type) {
+    case kClassModule:
+    case kDocumentModule:
+      return "cls";
+    case kFormModule:
+      return "frm";
+    default:
+      return "modul";
+  }
+}
+
+// The name of the procedure in its node's text, "Get Wert (3 Z.)", and its kind.
+std::wstring procedureOf(const TreeNode& node, ProcedureKind& kind) {
+  const std::wstring name = nameOf(node);
+  for (const ProcedureKind known : {ProcedureKind::Get, ProcedureKind::Let, ProcedureKind::Set}) {
+    if (!name.starts_with(kindPrefix(known))) continue;
+    kind = known;
+    return name.substr(kindPrefix(known).size());
+  }
+  kind = ProcedureKind::Procedure;
+  return nameOf(node);
+}
+
+void addComponent(TreeView& tree, TreeNode& document, const std::wstring& key,
+                  const ComponentSummary& component) {
+  const std::string picture = pictureOf(component);
+  TreeNode& node =
+      tree.Add(&document, key, withLines(component.name, component.lines), picture, picture);
+  if (component.declarationLines > 0)
+    tree.Add(&node, key + std::wstring(kDeclarationKey),
+             withLines(L"Declaration", component.declarationLines), "dec", "dec");
+  for (std::size_t i = 0; i < component.procedures.size(); ++i) {
+    const ProcedureSummary& procedure = component.procedures[i];
+    tree.Add(&node, key + L"_" + std::to_wstring(i + 1),
+             withLines(std::wstring(kindPrefix(procedure.kind)) + procedure.name, procedure.lines),
+             "vb", "vb");
+  }
+}
+
+// A page in the folder for temporary files, until it was used.
+class TemporaryPage {
+ public:
+  TemporaryPage(std::filesystem::path path, std::string_view text) : path_(std::move(path)) {
+    AtomicFile file(path_);
+    file.stream() << text;
+    file.commit();
+  }
+  ~TemporaryPage() {
+    std::error_code kept;
+    std::filesystem::remove(path_, kept);
+  }
+  TemporaryPage(const TemporaryPage&) = delete;
+  TemporaryPage& operator=(const TemporaryPage&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace
+
+// ---------------------------------------------------------------------- connections
+// Does something that needs the application, in the name of that procedure. What fails is
+// told, and false; a connection that cannot be used any more is ended first.
+bool frmVBACode::OfficeAufruf(modWord::Connection& connection, std::wstring_view procedure,
+                              const std::function<void()>& work) {
+  try {
+    work();
+    return true;
+  } catch (const OfficeError& error) {
+    if (error.kind() == OfficeError::Kind::ConnectionLost) connection.forget();
+    if (error.kind() == OfficeError::Kind::AccessRefused) connection.disconnect();
+    if (!connection.connected()) removeDocuments(connection);
+    MousePointer = Pointer::Default;
+    const modWord::FailureMessage failure = modWord::failureMessage(error, procedure);
+    ports_.dialogs.message(failure.text, MessageIcon::Critical, failure.title);
+    return false;
+  }
+}
+
+bool frmVBACode::Verbinden(modWord::Connection& connection, std::wstring_view procedure) {
+  const bool done = OfficeAufruf(connection, procedure, [&] { connection.connect(ports_.office); });
+  if (!done) Trennen(connection);
+  return done;
+}
+
+void frmVBACode::Trennen(modWord::Connection& connection) {
+  connection.disconnect();
+  removeDocuments(connection);
+}
+
+void frmVBACode::removeDocuments(const modWord::Connection& connection) {
+  std::vector<TreeNode*> documents;
+  for (const auto& root : TreeView1.roots())
+    if (root->Key().starts_with(keyPrefix(connection))) documents.push_back(root.get());
+  for (TreeNode* document : documents) TreeView1.Remove(*document);
+  if (TreeView1.SelectedItem() == nullptr) cmdModul.Enabled = false;
+}
+
+// The application that the node's document is open in; null for a loaded file.
+modWord::Connection* frmVBACode::connectionOf(const TreeNode& node) {
+  for (modWord::Connection* connection : {&Word, &Excel})
+    if (rootOf(node).Key().starts_with(keyPrefix(*connection))) return connection;
+  return nullptr;
+}
+
+Project& frmVBACode::projectOf(const TreeNode& node) {
+  return connectionOf(node)->project(std::stoul(rootOf(node).Tag));
+}
+
+bool frmVBACode::hasModules(const TreeNode& node) const {
+  return rootOf(node).Key() != kFilesKey && !rootOf(node).Children().empty();
+}
+
+// -------------------------------------------------------------------------- analysis
+bool frmVBACode::Baumübersicht(modWord::Connection& connection) {
+  const bool file = fkt_DateiknotenEntnehmen();
+  removeDocuments(connection);
+  cmdModul.Enabled = false;
+  const auto goOn = [this] {
+    ports_.messageLoop.yield();
+    return !bEsc_;
+  };
+  const bool done = OfficeAufruf(connection, L"Baumübersicht" + std::wstring(kOfForm), [&] {
+    connection.readProjects();
+    for (std::size_t index = 1; index <= connection.projectCount() && goOn(); ++index)
+      if (const auto project = analyseProject(connection.project(index), goOn))
+        addDocument(connection, index, *project);
+  });
+  if (file) DateiknotenWiederherstellen();
+  TreeView1.Refresh();
+  return done;
+}
+
+// A document gets into the tree when all of it is known: nothing half-built is ever there.
+void frmVBACode::addDocument(const modWord::Connection& connection, std::size_t index,
+                             const ProjectSummary& project) {
+  const std::wstring key = keyPrefix(connection) + std::to_wstring(index);
+  const std::wstring count =
+      project.isProtected ? L"geschützt" : std::to_wstring(project.components.size());
+  TreeNode& document =
+      TreeView1.Add(nullptr, key, project.document + L" (" + count + L")", "word", "word");
+  document.Tag = std::to_wstring(index);
+  for (std::size_t i = 0; i < project.components.size(); ++i)
+    addComponent(TreeView1, document, key + L"_" + std::to_wstring(i + 1), project.components[i]);
+}
+
+// --------------------------------------------------------------------------- reading
+bool frmVBACode::Makroeinlesen(const TreeNode& node) {
+  clearLists();
+  Label9.Caption = L"";
+  Label10.Caption = L"";
+  gesamtmodul_ = false;
+  blnPaste_ = false;
+  MousePointer = Pointer::Hourglass;
+  bool complete = false;
+  OfficeAufruf(*connectionOf(node), L"Makroeinlesen" + std::wstring(kOfForm), [&] {
+    const bool declarations = node.Key().ends_with(kDeclarationKey);
+    ProcedureKind kind{};
+    const std::wstring procedure = procedureOf(node, kind);
+    const CodeModule code =
+        projectOf(node).VBComponents().Item(nameOf(*node.Parent())).CodeModule();
+    ProcedureNames notListed;  // the index stays that of the last module
+    complete = declarations ? appendCode(code, 1, code.CountOfDeclarationLines(), notListed)
+                            : appendCode(code, code.ProcStartLine(procedure, kind),
+                                         code.ProcCountLines(procedure, kind), notListed);
+  });
+  MousePointer = Pointer::Default;
+  if (!complete) return false;
+  Label9.Caption = std::to_wstring(List1.ListCount()) + L" Zeilen eingelesen";
+  Pruefen();
+  return true;
+}
+
+bool frmVBACode::Modulbearbeiten(Project& project, const std::wstring& module, bool header) {
+  const CodeModule code = project.VBComponents().Item(module).CodeModule();
+  if (header) {
+    ModuleSource lines;
+    for (const std::string& line : Modulkopf(toAnsi(module))) lines.List1.append(line);
+    if (!appendLines(lines)) return false;
+  }
+  return appendCode(code, 1, code.CountOfLines(), ProzNamen_);
+}
+
+// The whole stretch is asked for in one call. Its lines and names are those that a file
+// with the same code has.
+bool frmVBACode::appendCode(const CodeModule& code, std::int32_t start, std::int32_t count,
+                            ProcedureNames& names) {
+  if (count <= 0) return true;
+  const ModuleSource source = tintline::ModulDateiLesen(
+      toAnsi(code.Lines(start, count)) + "\r\n", [this, count](std::size_t line) {
+        Label9.Caption =
+            L"Lese Zeile: " + std::to_wstring(line) + L" (" + std::to_wstring(count) + L")";
+        ports_.messageLoop.yield();
+      });
+  if (!appendLines(source)) return false;
+  names.insert(names.end(), source.ProzNamen.begin(), source.ProzNamen.end());
+  return true;
+}
+
+// ------------------------------------------------------------------------ conversion
+void frmVBACode::cmdModul_Click() {
+  const TreeNode* node = TreeView1.SelectedItem();
+  if (node == nullptr || connectionOf(*node) == nullptr) return;
+  if (node->Children().empty() && node->Parent() != nullptr) node = node->Parent();
+  if (node->Text() == node->path().front()) return;  // a document is no module
+  convertModules(rootOf(*node), {nameOf(*node)}, false, L"cmdModul_Click");
+}
+
+void frmVBACode::AlleModuleVerarbeiten() {
+  const TreeNode* const node = TreeView1.SelectedItem();
+  if (node == nullptr || !hasModules(*node)) return;
+  const TreeNode& document = rootOf(*node);
+  std::vector<std::wstring> modules;
+  for (const auto& module : document.Children()) modules.push_back(nameOf(*module));
+  convertModules(document, modules, true, L"AlleModuleVerarbeiten");
+  TreeView1.Refresh();
+}
+
+// Reads the modules one behind the other and converts them as one document.
+void frmVBACode::convertModules(const TreeNode& document, const std::vector<std::wstring>& modules,
+                                bool headers, std::wstring_view procedure) {
+  clearLists();
+  clearResult();
+  resetDisplay();
+  setSource(Source::Procedure);
+  ProzNamen_.clear();
+  blnPaste_ = false;
+  run([&] {
+    MousePointer = Pointer::Hourglass;
+    bool complete = true;
+    const bool done =
+        OfficeAufruf(*connectionOf(document), std::wstring(procedure) + std::wstring(kOfForm), [&] {
+          Project& project = projectOf(document);
+          for (std::size_t i = 0; complete && i < modules.size(); ++i) {
+            ports_.messageLoop.yield();
+            complete =
+                Modulbearbeiten(project, modules[i], headers) && !std::exchange(bEsc_, false);
+          }
+        });
+    MousePointer = Pointer::Default;
+    if (!done || !complete) return;
+    Pruefen();
+    gesamtmodul_ = true;
+    Verarbeiten();
+  });
+}
+
+// ---------------------------------------------------------------------------- export
+void frmVBACode::TreeView1_RightClick(TreeNode& node) {
+  menuNode_ = node.id();
+  if (node.Children().empty() || !hasModules(node) || !PopupMenu) return;
+  const std::size_t level = node.path().size();
+  if (level == 2) PopupMenu(componentMenu());
+  if (level == 1) PopupMenu(mnuModulAll());
+}
+
+// The folder of today's exports below the one that the user chooses.
+std::optional<std::filesystem::path> frmVBACode::chooseExportFolder(const std::wstring& name) {
+  const auto folder =
+      ports_.dialogs.chooseFolder(L"Export-Ordner auswählen", ports_.files.temporaryFolder());
+  if (!folder) return {};
+  try {
+    return fkt_DatumsOrdner(*folder, ports_.clock.today());
+  } catch (const FileError& error) {
+    tellNotExported(name, L": \r\n" + reasonText(error.reason()));
+    return {};
+  }
+}
+
+void frmVBACode::tellNotExported(const std::wstring& name, const std::wstring& reason) {
+  ports_.dialogs.message(L"Das Modul \"" + name + L"\" konnte nicht exportiert werden" + reason,
+                         MessageIcon::Critical, {});
+}
+
+// False when the component was not exported, which the user was told.
+bool frmVBACode::exportComponent(const Component& component, const std::wstring& name,
+                                 const std::filesystem::path& folder,
+                                 const std::wstring& document) {
+  try {
+    component.Export(fkt_ExportPfad(folder, document, name, component.Type()));
+    return true;
+  } catch (const OfficeError& error) {
+    if (error.kind() != OfficeError::Kind::Failed) throw;
+    tellNotExported(name, L": \r\n" + error.description());
+  } catch (const FileError& error) {
+    tellNotExported(name, L": \r\n" + reasonText(error.reason()));
+  }
+  return false;
+}
+
+void frmVBACode::ModulExportieren(const TreeNode& node) {
+  const std::wstring name = nameOf(node);
+  if (node.path().size() != 2 || node.Children().empty() || !hasModules(node))
+    return tellNotExported(name, {});
+  OfficeAufruf(*connectionOf(node), L"ModulExportieren" + std::wstring(kOfForm), [&] {
+    Project& project = projectOf(node);
+    const std::wstring document = documentFolder(project.BuildFileName());
+    const auto folder = chooseExportFolder(name);
+    if (!folder) return;
+    if (exportComponent(project.VBComponents().Item(name), name, *folder, document))
+      ports_.dialogs.message(L"Das Modul \"" + name +
+                                 L"\" wurde in folgendes Verzeichnis exportiert: \r\n" +
+                                 pathText(*folder),
+                             MessageIcon::Information, {});
+  });
+}
+
+void frmVBACode::AlleModuleExportieren(const TreeNode& node) {
+  const std::wstring name = nameOf(node);
+  if (node.path().size() != 1 || !hasModules(node)) return tellNotExported(name, {});
+  OfficeAufruf(*connectionOf(node), L"AlleModuleExportieren" + std::wstring(kOfForm), [&] {
+    Project& project = projectOf(node);
+    const std::wstring document = documentFolder(project.BuildFileName());
+    const auto folder = chooseExportFolder(name);
+    if (!folder) return;
+    const Components& components = project.VBComponents();
+    const std::int32_t count = components.Count();
+    for (std::int32_t i = 1; i <= count; ++i) {
+      const Component component = components.Item(i);
+      exportComponent(component, component.Name(), *folder, document);
+      ports_.messageLoop.yield();
+      if (std::exchange(bEsc_, false)) return;
+    }
+    ports_.dialogs.message(
+        L"Alle Module wurden in folgendes Verzeichnis exportiert: \r\n" + pathText(*folder),
+        MessageIcon::Information, {});
+  });
+}
+
+// -------------------------------------------------------------------------- transfer
+// The page goes over as a file: the application itself knows best how to read it.
+void frmVBACode::cmdWord_Click() {
+  if (!hasResult()) return;
+  std::ostringstream text;
+  writeWordPage(text, application_.colors, selectable(List2));
+  MousePointer = Pointer::Hourglass;
+  try {
+    const TemporaryPage page(ports_.files.temporaryFolder() / "TINTLINE-Word.htm", text.view());
+    OfficeAufruf(Word, L"cmdWord_Click" + std::wstring(kOfForm),
+                 [&] { Word.insertDocument(ports_.office, page.path()); });
+  } catch (const FileError& error) {
+    tellUnwritable(error);
+  }
+  MousePointer = Pointer::Default;
+}
+
+}  // namespace tintline

@@ -1,0 +1,135 @@
+// See modWord.h. Tested by tests/app/office_test.cpp.
+#include "app/modWord.h"
+
+#include <utility>
+
+#include "app/frmVBACode/frmVBACode.h"
+#include "base/codepage.h"
+
+namespace tintline::modWord {
+namespace {
+
+// A new document holds the page, or is closed again.
+void fillDocument(const AutomatedObject& document, const std::filesystem::path& page) {
+  constexpr std::int32_t kMargin = 36;  // points: half an inch
+  constexpr std::int32_t kFontSize = 9;
+  const AutomatedObject paper = document.object(L"PageSetup");
+  paper.put(L"LeftMargin", kMargin);
+  paper.put(L"RightMargin", kMargin);
+  document.put(L"ShowSpellingErrors", false);
+  document.put(L"ShowGrammaticalErrors", false);
+  constexpr bool kConfirmConversions = false;
+  document.object(L"Content")
+      .call(L"InsertFile", pathText(page), std::monostate(), kConfirmConversions);
+  const AutomatedObject content = document.object(L"Content");
+  content.put(L"NoProofing", true);
+  const AutomatedObject font = content.object(L"Font");
+  font.put(L"Name", std::wstring(L"Courier New"));
+  font.put(L"Size", kFontSize);
+}
+
+void closeUnsaved(const AutomatedObject& document) {
+  constexpr std::int32_t kDoNotSaveChanges = 0;
+  try {
+    document.call(L"Close", kDoNotSaveChanges);
+  } catch (const OfficeError&) {
+    return;  // the failure before it is the one to be told
+  }
+}
+
+void analyse(frmVBACode& form, Connection& connection, std::wstring_view procedure) {
+  form.MousePointer = Pointer::Hourglass;
+  form.Label9.Caption = L"Stelle Verbindung zu " + std::wstring(connection.name()) + L" her...";
+  form.Label9.Refresh();
+  form.Topmost = true;
+  bool done = form.Verbinden(connection, procedure);
+  if (done) {
+    form.Label9.Caption = L"Analysiere die Dokumentvorlagen...";
+    form.Label9.Refresh();
+    done = form.Baumübersicht(connection);
+  }
+  form.Topmost = false;
+  form.Label9.Caption = L"";
+  form.MousePointer = Pointer::Default;
+  if (done) form.DummySeite();
+}
+
+}  // namespace
+
+void Connection::connect(Office& office) {
+  if (connected() && !answers()) forget();
+  if (connected()) return;
+  application_ = office.connect(std::wstring(name_) + L".Application");
+  if (application_.created) AutomatedObject(application_.object).put(L"Visible", true);
+}
+
+bool Connection::answers() const {
+  try {
+    application_.object->get(L"Visible", {});
+    return true;
+  } catch (const OfficeError&) {
+    return false;
+  }
+}
+
+void Connection::disconnect() {
+  projects_.clear();
+  try {
+    if (application_.created) AutomatedObject(application_.object).call(L"Quit");
+  } catch (const OfficeError&) {
+    // It is gone already, or does not want to end: it is let go all the same.
+  }
+  forget();
+}
+
+void Connection::forget() {
+  projects_.clear();
+  application_ = {};
+}
+
+void Connection::readProjects() {
+  projects_.clear();
+  projects_ = projectsOf(application_.object);
+}
+
+Project& Connection::project(std::size_t index) {
+  if (index == 0 || index > projects_.size())
+    throw OfficeError(OfficeError::Kind::Failed, 9, L"Index außerhalb des gültigen Bereichs",
+                      0x8002000B);
+  return projects_[index - 1];
+}
+
+void Connection::insertDocument(Office& office, const std::filesystem::path& page) {
+  Connection passing(name_);  // a failure quits what was started for nothing
+  if (!connected()) passing.connect(office);
+  OfficeApplication& host = connected() ? application_ : passing.application_;
+  const AutomatedObject application(host.object);
+  application.put(L"Visible", true);
+  const AutomatedObject document(
+      AutomatedObject(application.object(L"Documents")).get<OfficeObjectPtr>(L"Add"));
+  try {
+    fillDocument(document, page);
+  } catch (const OfficeError&) {
+    closeUnsaved(document);
+    throw;
+  }
+  host.created = false;
+}
+
+FailureMessage failureMessage(const OfficeError& error, std::wstring_view procedure) {
+  // Both name Word also where Excel is meant: kept on purpose.
+  if (error.kind() == OfficeError::Kind::AccessRefused)
+    return {L"Bitte die Sicherheitseinstellungen für Makros ändern oder Word manuell starten.", {}};
+  if (error.kind() == OfficeError::Kind::ConnectionLost)
+    return {L"Die Verbindung zu Word wurde unterbrochen, bitte neu einlesen.",
+            L"Verbindungsfehler!"};
+  return {L"Error " + std::to_wstring(error.number()) + L" (" + error.description() +
+              L") in procedure " + std::wstring(procedure),
+          {}};
+}
+
+void Wordanalyse(frmVBACode& form) { analyse(form, form.Word, L"Wordanalyse of Modul modWord"); }
+
+void Excelanalyse(frmVBACode& form) { analyse(form, form.Excel, L"Excelanalyse of Modul modWord"); }
+
+}  // namespace tintline::modWord

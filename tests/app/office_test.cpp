@@ -1,0 +1,566 @@
+// Word and Excel in the main window: analysing, reading, converting, exporting, sending,
+// and everything that can go wrong with them.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/app/program_fixture.h"
+
+namespace tintline::test {
+namespace {
+
+constexpr std::string_view kModul1 =
+    "Option Explicit\r\n"
+    "Sub Eins()\r\n"
+    "Call Zwei\r\n"
+    "End Sub\r\n"
+    "\r\n"
+    "Private Sub Zwei()\r\n"
+    "x = 1\r\n"
+    "End Sub";
+
+constexpr std::string_view kKunde =
+    "Property Get Wert()\r\n"
+    "End Property\r\n"
+    "Property Let Wert(x)\r\n"
+    "' let\r\n"
+    "End Property";
+
+class office_commands : public ProgramTest {
+ protected:
+  void SetUp() override {
+    start();
+    word().running = excel().running = true;
+    word().projects = {
+        {.file = L"C:\\Vorlagen\\Brief.dot",
+         .components = {{.name = L"ThisDocument", .type = 100},
+                        {.name = L"Modul1", .code = std::string(kModul1)},
+                        {.name = L"Kunde", .type = 2, .code = std::string(kKunde)}}},
+        {.file = L"C:\\Geheim.dot", .protection = 1},
+        {.file = L"C:\\Project.dot",
+         .components = {{.name = L"Modul1", .code = "Sub Declaration()\r\nEnd Sub"}}}};
+    excel().projects = {{.file = L"C:\\Mappe.xls",
+                         .components = {{.name = L"Eingabe", .type = 3, .code = "Dim y"},
+                                        {.name = L"Tabelle1", .type = 100}}}};
+    form.PopupMenu = [this](std::span<const MenuEntry> entries) {
+      popups.emplace_back(entries.begin(), entries.end());
+    };
+  }
+
+  FakeHost& word() { return ports.office.word; }
+  FakeHost& excel() { return ports.office.excel; }
+
+  // The tree, a node a line, indented: "Modul1 (8 Z.) [modul]".
+  std::string tree() const {
+    std::wstring text;
+    for (const auto& root : form.TreeView1.roots()) add(*root, text);
+    return toUtf8(text);
+  }
+
+  TreeNode& node(std::wstring_view key) {
+    TreeNode* found = form.TreeView1.find(key);
+    EXPECT_NE(found, nullptr) << toUtf8(key);
+    return found != nullptr ? *found : *form.TreeView1.roots().front();
+  }
+
+  void click(std::wstring_view key) { form.TreeView1.userSelected(node(key)); }
+  void rightClick(std::wstring_view key) { form.TreeView1.userRightClicked(node(key)); }
+
+  std::vector<std::string> code() const { return strings(form.List1.lines()); }
+
+  // What the user was told last, "title: text".
+  std::string told() const {
+    const auto& last = ports.dialogs.asked.back();
+    return toUtf8(last.title.empty() ? last.text : last.title + L": " + last.text);
+  }
+
+  std::vector<std::vector<MenuEntry>> popups;
+
+ private:
+  static void add(const TreeNode& node, std::wstring& text) {
+    text += std::wstring(2 * (node.path().size() - 1), L' ') + node.Text() + L" [" +
+            fromAnsi(node.Image()) + L"]\n";
+    for (const auto& child : node.Children()) add(*child, text);
+  }
+};
+
+constexpr char kWordTree[] =
+    "Brief (3) [word]\n"
+    "  ThisDocument (0 Z.) [this]\n"
+    "  Modul1 (8 Z.) [modul]\n"
+    "    Declaration (1 Z.) [dec]\n"
+    "    Eins (3 Z.) [vb]\n"
+    "    Zwei (4 Z.) [vb]\n"
+    "  Kunde (5 Z.) [cls]\n"
+    "    Get Wert (2 Z.) [vb]\n"
+    "    Let Wert (3 Z.) [vb]\n"
+    "Geheim (geschützt) [word]\n"
+    "Dokument (1) [word]\n"
+    "  Modul1 (2 Z.) [modul]\n"
+    "    Declaration (2 Z.) [vb]\n";
+
+constexpr char kExcelTree[] =
+    "Mappe (2) [word]\n"
+    "  Eingabe (1 Z.) [frm]\n"
+    "    Declaration (1 Z.) [dec]\n"
+    "  Tabelle1 (0 Z.) [cls]\n";
+
+constexpr char kLost[] =
+    "Verbindungsfehler!: Die Verbindung zu Word wurde unterbrochen, bitte neu einlesen.";
+
+// ---------------------------------------------------------------------------- analysis
+TEST_F(office_commands, analysed_documents_of_both_applications_stand_side_by_side) {
+  openFile(moduleFile("a.bas", "x\r\n"));
+  form.execute(Command::mnuword);
+  form.execute(Command::mnuexcel);
+  EXPECT_EQ(tree(), std::string(kWordTree) + kExcelTree + "gel. Datei [open]\n  a.bas [modul]\n");
+  EXPECT_EQ(node(L"Word_3").Tag, L"3");
+  EXPECT_NE(scratchPage().find("In diesem Bereich"), std::string::npos);
+  EXPECT_EQ(code(), (std::vector<std::string>{"x "})) << "the file stays loaded";
+  word().projects.pop_back();
+  form.execute(Command::mnuword);
+  EXPECT_EQ(form.TreeView1.roots().size(), 4U) << "its documents were replaced, not added again";
+}
+
+TEST_F(office_commands, analysis_tells_what_it_does_and_stays_in_front) {
+  std::vector<std::wstring> captions;
+  word().onCall = [&](const std::wstring&) {
+    EXPECT_TRUE(form.Topmost);
+    EXPECT_EQ(form.MousePointer(), Pointer::Hourglass);
+    if (captions.empty() || captions.back() != form.Label9.Caption())
+      captions.push_back(form.Label9.Caption);
+  };
+  word().running = false;
+  form.execute(Command::mnuword);
+  word().onCall = nullptr;
+  EXPECT_EQ(captions, (std::vector<std::wstring>{L"Stelle Verbindung zu Word her...",
+                                                 L"Analysiere die Dokumentvorlagen..."}));
+  EXPECT_EQ(form.Label9.Caption(), L"");
+  EXPECT_FALSE(form.Topmost);
+  EXPECT_EQ(form.MousePointer(), Pointer::Default);
+}
+
+TEST_F(office_commands, a_running_application_is_left_alone_and_a_started_one_is_quit) {
+  form.execute(Command::mnuexcel);
+  word().running = false;
+  form.execute(Command::mnuword);
+  EXPECT_TRUE(word().visible);
+  form.execute(Command::mnuword);
+  EXPECT_EQ(word().starts, 1) << "the started one is used again";
+  EXPECT_TRUE(form.isEnabled(Command::mnutrennen) && form.isEnabled(Command::mnutrennen2));
+  form.execute(Command::mnutrennen);
+  form.execute(Command::mnutrennen2);
+  EXPECT_FALSE(form.isEnabled(Command::mnutrennen) || form.isEnabled(Command::mnutrennen2));
+  EXPECT_EQ(word().quits, 1);
+  EXPECT_EQ(excel().quits, 0);
+  EXPECT_EQ(word().living + excel().living, 0);
+  EXPECT_EQ(tree(), "");
+}
+
+TEST_F(office_commands, closing_the_window_ends_the_connections) {
+  word().running = false;
+  form.execute(Command::mnuword);
+  form.execute(Command::mnuexcel);
+  form.Unload();
+  EXPECT_EQ(word().quits, 1);
+  EXPECT_EQ(word().living + excel().living, 0);
+}
+
+TEST_F(office_commands, escape_ends_the_analysis_between_documents) {
+  openFile(moduleFile("a.bas", "x\r\n"));
+  word().onCall = [&](const std::wstring& member) {
+    if (member == L"CodeModule" && word().callsOf[member] == 4)  // in the last document
+      form.execute(Command::mnuAbbrechen);
+  };
+  form.execute(Command::mnuword);
+  word().onCall = nullptr;
+  EXPECT_EQ(tree(), std::string(kWordTree).substr(0, std::string(kWordTree).find("Dokument (")) +
+                        "gel. Datei [open]\n  a.bas [modul]\n");
+  click(L"Word_1_2_1");
+  EXPECT_EQ(form.List1.ListCount(), 3U) << "what was read can be used";
+}
+
+TEST_F(office_commands, nothing_else_starts_while_an_application_is_walked) {
+  word().onCall = [&](const std::wstring&) {
+    for (int command = 1; command <= static_cast<int>(Command::mnuInfo); ++command)
+      if (command != static_cast<int>(Command::mnubeenden))
+        form.execute(static_cast<Command>(command));
+    if (!form.TreeView1.empty()) {
+      form.TreeView1.userSelected(*form.TreeView1.roots().front());
+      rightClick(L"Word_1");
+    }
+  };
+  form.execute(Command::mnuword);
+  EXPECT_EQ(tree(), kWordTree);
+  EXPECT_TRUE(popups.empty());
+  EXPECT_EQ(excel().calls, 0);
+}
+
+// ----------------------------------------------------------------------------- failures
+TEST_F(office_commands, failed_analysis_says_why_and_leaves_nothing_half_done) {
+  const std::string brief = std::string(kWordTree).substr(0, std::string(kWordTree).find("Geheim"));
+  const struct {
+    const char* name;
+    std::function<void(FakeHost&)> fail;
+    std::string told, tree;
+    bool connected;
+  } cases[] = {
+      {"there is no Word", [](FakeHost& host) { host.installed = host.running = false; },
+       "Error 429 (Objekterstellung nicht möglich) in procedure Wordanalyse of Modul modWord", "",
+       false},
+      {"access is refused", [](FakeHost& host) { host.refusesAccess = true; },
+       "Bitte die Sicherheitseinstellungen für Makros ändern oder Word manuell starten.", "",
+       false},
+      {"Word dies when it is asked for its editor", [](FakeHost& host) { host.diesAt = 1; }, kLost,
+       "", false},
+      {"Word dies in the middle", [](FakeHost& host) { host.diesAt = 40; }, kLost, "", false},
+      {"a member fails",
+       [](FakeHost& host) {
+         host.fails.insert({L"Project.Protection", FakeHost::failure(7, L"Nicht genug")});
+         host.projects[0].name = L"TemplateProject";
+       },
+       "Error 7 (Nicht genug) in procedure Baumübersicht of Formular frmVBACode", brief, true},
+  };
+  const std::vector<FakeProject> healthy = word().projects;
+  for (const auto& c : cases) {
+    form.execute(Command::mnutrennen);
+    word().installed = word().running = true;
+    word().refusesAccess = false;
+    word().calls = word().diesAt = 0;
+    word().fails.clear();
+    word().projects = healthy;
+    openFile(moduleFile("a.bas", "x\r\n"));
+    c.fail(word());
+    ports.dialogs.expectMessage();
+    form.execute(Command::mnuword);
+    EXPECT_EQ(told(), c.told) << c.name;
+    EXPECT_EQ(tree(), c.tree + "gel. Datei [open]\n  a.bas [modul]\n") << c.name;
+    EXPECT_EQ(form.isEnabled(Command::mnutrennen), c.connected) << c.name;
+    EXPECT_TRUE(c.connected || word().living == 0) << c.name;
+    EXPECT_TRUE(!form.Topmost && form.MousePointer() == Pointer::Default) << c.name;
+    EXPECT_EQ(form.Label9.Caption(), L"") << c.name;
+    EXPECT_TRUE(form.isEnabled(Command::mnuword)) << c.name;
+  }
+}
+
+TEST_F(office_commands, refused_access_quits_what_was_started_for_it) {
+  word().running = false;
+  word().refusesAccess = true;
+  ports.dialogs.expectMessage();
+  form.execute(Command::mnuword);
+  EXPECT_EQ(word().quits, 1);
+  EXPECT_EQ(word().living, 0);
+}
+
+TEST_F(office_commands, a_lost_connection_is_told_by_the_next_command_and_gone_then) {
+  const std::function<void()> commands[] = {
+      [&] { click(L"Word_1_2_1"); },
+      [&] { form.execute(Command::mnuModul); },
+      [&] { form.execute(Command::mnuAlleModule); },
+      [&] { form.execute(Command::mnuMakro); },
+      [&] {
+        rightClick(L"Word_1_2");
+        form.execute(Command::mnuModulExport);
+      },
+      [&] {
+        rightClick(L"Word_1");
+        form.execute(Command::mnuexportall);
+      },
+      [&] { form.execute(Command::mnu2word); },
+  };
+  for (const auto& command : commands) {
+    word().running = true;
+    form.execute(Command::mnuword);
+    click(L"Word_1_2_1");
+    word().end();
+    ports.dialogs.expectMessage();
+    command();
+    EXPECT_EQ(told(), kLost);
+    EXPECT_FALSE(form.isEnabled(Command::mnutrennen));
+    EXPECT_EQ(tree(), "");
+    EXPECT_EQ(word().living, 0);
+    EXPECT_EQ(word().quits, 0);
+    EXPECT_EQ(form.MousePointer(), Pointer::Default);
+    EXPECT_FALSE(form.isEnabled(Command::mnuModul) || form.isEnabled(Command::mnuAlleModule) ||
+                 form.isEnabled(Command::mnuModulExport));
+  }
+}
+
+TEST_F(office_commands, analysing_again_mends_a_lost_connection) {
+  form.execute(Command::mnuword);
+  word().end();
+  form.execute(Command::mnuword);
+  EXPECT_EQ(tree(), kWordTree);
+  EXPECT_EQ(word().starts, 1);
+}
+
+// ------------------------------------------------------------------------------ reading
+TEST_F(office_commands, clicked_nodes_give_their_code_and_switch_the_buttons) {
+  form.execute(Command::mnuword);
+  form.execute(Command::mnuexcel);
+  const struct {
+    const wchar_t* key;
+    std::vector<std::string> lines;
+    bool modul, makro, all;
+  } cases[] = {
+      {L"Word_1_2_Declaration", {"Option Explicit "}, true, true, true},
+      {L"Word_1_2_1", {"Sub Eins() ", "Call Zwei ", "End Sub "}, true, true, true},
+      {L"Word_1_2_2", {" ", "Private Sub Zwei() ", "x = 1 ", "End Sub "}, true, true, true},
+      {L"Word_1_3_1", {"Property Get Wert() ", "End Property "}, true, true, true},
+      {L"Word_1_3_2", {"Property Let Wert(x) ", "' let ", "End Property "}, true, true, true},
+      {L"Word_1_2", {"Property Let Wert(x) ", "' let ", "End Property "}, true, true, true},
+      {L"Word_3_1_1", {"Sub Declaration() ", "End Sub "}, true, true, true},
+      {L"Word_1", {}, false, true, true},
+      {L"Word_1_1", {}, false, false, true},
+      {L"Word_2", {}, false, false, false},
+      {L"Excel_1_1_Declaration", {"Dim y "}, true, true, true},
+  };
+  for (const auto& c : cases) {
+    click(c.key);
+    EXPECT_EQ(code(), c.lines) << toUtf8(c.key);
+    EXPECT_EQ(form.cmdModul.Enabled(), c.modul) << toUtf8(c.key);
+    EXPECT_EQ(form.cmdMakro.Enabled(), c.makro) << toUtf8(c.key);
+    EXPECT_EQ(form.isEnabled(Command::mnuAlleModule), c.all) << toUtf8(c.key);
+    EXPECT_FALSE(form.cmdVBAClp.Enabled) << toUtf8(c.key);
+    EXPECT_EQ(form.cmdMakro.Caption(), L"Makro") << toUtf8(c.key);
+  }
+  EXPECT_EQ(form.Label9.Caption(), L"1 Zeilen eingelesen");
+}
+
+TEST_F(office_commands, failed_reading_says_which_procedure_failed) {
+  form.execute(Command::mnuword);
+  word().fails.insert({L"Modul1.Lines", FakeHost::failure(9, L"Index")});
+  ports.dialogs.expectMessage();
+  click(L"Word_1_2_1");
+  EXPECT_EQ(told(), "Error 9 (Index) in procedure Makroeinlesen of Formular frmVBACode");
+  EXPECT_EQ(tree(), kWordTree) << "the connection still stands";
+  EXPECT_FALSE(form.cmdMakro.Enabled);
+  word().fails.clear();
+  click(L"Word_1_2_1");
+  EXPECT_EQ(form.List1.ListCount(), 3U);
+}
+
+TEST_F(office_commands, long_modules_take_few_calls_and_too_long_ones_are_refused) {
+  std::string lines = "Sub A()";
+  for (int line = 2; line < 10'000; ++line) lines += "\r\nx = 1";
+  lines += "\r\nEnd Sub";
+  word().projects[0].components[1].code = lines;
+  form.execute(Command::mnuword);
+  click(L"Word_1_2");
+  word().calls = 0;
+  form.execute(Command::mnuModul);
+  EXPECT_EQ(form.List2.ListCount(), 10'000U);
+  EXPECT_LE(word().calls, 5);
+  word().calls = 0;
+  click(L"Word_1_2_1");
+  EXPECT_EQ(form.List1.ListCount(), 10'000U);
+  EXPECT_LE(word().calls, 5);
+  for (std::size_t line = 10'000; line <= kMaxLines; ++line) lines += "\r\n'";
+  word().projects[0].components[1].code = lines;
+  ports.dialogs.expectMessage();
+  click(L"Word_1_2_1");
+  EXPECT_EQ(told(), "Mehr als 32767 Zeilen können nicht verarbeitet werden.");
+  EXPECT_EQ(form.List1.ListCount(), 0U);
+}
+
+// --------------------------------------------------------------------------- conversion
+TEST_F(office_commands, a_module_gives_the_bytes_of_the_same_code_in_a_file) {
+  openFile(moduleFile("Modul1.bas", kModul1));
+  form.execute(Command::mnuMakro);
+  const std::string fromFile = form.HTMLText;
+  ports.dialogs.answerSave({.path = ports.files.folder / "file.htm"});
+  form.execute(Command::mnuexport);
+  form.execute(Command::mnuword);
+  click(L"Word_1_2_1");
+  form.execute(Command::mnuModul);
+  EXPECT_EQ(form.HTMLText, fromFile);
+  EXPECT_NE(fromFile.find("HREF='#Zwei'"), std::string::npos);
+  ports.dialogs.answerSave({.path = ports.files.folder / "word.htm"});
+  form.execute(Command::mnuexport);
+  EXPECT_EQ(ports.dialogs.asked.back().value, L"Brief_Modul1_Eins");
+  EXPECT_EQ(readFile(ports.files.folder / "word.htm"), readFile(ports.files.folder / "file.htm"));
+}
+
+TEST_F(office_commands, macro_is_read_anew_behind_a_module) {
+  form.execute(Command::mnuword);
+  click(L"Word_1_2_1");
+  form.execute(Command::mnuModul);
+  EXPECT_EQ(form.List1.ListCount(), 8U);
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(code(), (std::vector<std::string>{"Sub Eins() ", "Call Zwei ", "End Sub "}));
+  EXPECT_EQ(form.List2.ListCount(), 3U);
+  form.execute(Command::mnuFormat);
+  word().projects[0].components[1].code = "Sub Eins()\r\nIf a Then\r\nNeu\r\nEnd If\r\nEnd Sub";
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(code()[2], " Neu ") << "as it is in Word now, indented as before";
+}
+
+TEST_F(office_commands, all_modules_become_one_page_with_a_frame_each) {
+  word().projects[0].components[0].code = "Sub Null()\r\nEnd Sub";
+  form.execute(Command::mnuword);
+  click(L"Word_1_3_2");
+  form.execute(Command::mnuAlleModule);
+  EXPECT_EQ(form.List1.ListCount(), 3U * 3 + 2 + 8 + 5);
+  EXPECT_EQ(code()[5], "'-------------");
+  EXPECT_EQ(code()[6], "' Modul:Modul1");
+  EXPECT_EQ(code()[7], "'-------------");
+  std::size_t frames = 0;
+  for (std::size_t at = 0; (at = form.HTMLText.find("<div style='border", at)) != std::string::npos;
+       ++at)
+    ++frames;
+  EXPECT_EQ(frames, 3U);
+  EXPECT_EQ(form.MousePointer(), Pointer::Default);
+  EXPECT_TRUE(form.cmdExport.Enabled && form.cmdWord.Enabled);
+}
+
+TEST_F(office_commands, escape_between_modules_converts_nothing) {
+  form.execute(Command::mnuword);
+  click(L"Word_1_2_1");
+  word().callsOf.clear();
+  word().onCall = [&](const std::wstring& member) {
+    if (member == L"Lines") form.execute(Command::mnuAbbrechen);
+  };
+  form.execute(Command::mnuAlleModule);
+  EXPECT_EQ(form.List1.ListCount(), 3U + 3 + 8) << "what was read stays";
+  EXPECT_EQ(form.List2.ListCount(), 0U);
+  EXPECT_EQ(form.MousePointer(), Pointer::Default);
+  EXPECT_FALSE(form.cmdExport.Enabled);
+}
+
+TEST_F(office_commands, whole_modules_are_converted_for_modules_alone) {
+  form.execute(Command::mnuword);
+  click(L"Word_1");
+  form.cmdModul_Click();
+  EXPECT_EQ(form.List1.ListCount(), 0U) << "a document is no module";
+  form.TreeView1.select(nullptr);
+  form.cmdModul_Click();
+  form.AlleModuleVerarbeiten();
+  openFile(moduleFile("a.bas", "x\r\n"));
+  EXPECT_FALSE(form.isEnabled(Command::mnuModul) || form.isEnabled(Command::mnuAlleModule));
+}
+
+// ------------------------------------------------------------------------------- export
+TEST_F(office_commands, right_click_offers_what_fits_the_node) {
+  openFile(moduleFile("a.bas", "x\r\n"));
+  form.execute(Command::mnuword);
+  for (const wchar_t* key :
+       {L"Dateien", L"a.bas", L"Word_1_1", L"Word_2", L"Word_1_2_1", L"Word_1_2_Declaration"})
+    rightClick(key);
+  EXPECT_TRUE(popups.empty());
+  rightClick(L"Word_1_2");
+  rightClick(L"Word_1");
+  ASSERT_EQ(popups.size(), 2U);
+  ASSERT_EQ(popups[0].size(), 1U);
+  EXPECT_EQ(popups[0][0].caption, L"Modul exportieren");
+  ASSERT_EQ(popups[1].size(), 2U);
+  EXPECT_EQ(popups[1][0].caption, L"Alle Module exportieren");
+  EXPECT_EQ(popups[1][1].caption, L"Alle Module konvertieren");
+  form.execute(popups[1][1].command);
+  EXPECT_EQ(form.List1.ListCount(), 3U * 3 + 8 + 5);
+  EXPECT_EQ(form.TreeView1.SelectedItem(), &node(L"Word_1"));
+}
+
+TEST_F(office_commands, a_module_is_exported_into_the_folder_of_day_and_document) {
+  form.execute(Command::mnuword);
+  rightClick(L"Word_1_2");
+  ports.dialogs.answerFolder(ports.files.folder.path());
+  ports.dialogs.expectMessage();
+  form.execute(Command::mnuModulExport);
+  const auto& question = *(ports.dialogs.asked.end() - 2);
+  EXPECT_EQ(question.text, L"Export-Ordner auswählen");
+  EXPECT_EQ(question.value, pathText(ports.files.temporary));
+  const std::filesystem::path day = ports.files.folder / "VBA-20250131";
+  EXPECT_EQ(told(), "Das Modul \"Modul1\" wurde in folgendes Verzeichnis exportiert: \r\n" +
+                        toUtf8(pathText(day)));
+  EXPECT_EQ(ports.dialogs.asked.back().icon, MessageIcon::Information);
+  EXPECT_EQ(readFile(day / "Brief" / "Modul1.bas"), std::string(kModul1) + "\r\n");
+  ports.dialogs.answerFolder(std::nullopt);
+  form.execute(Command::mnuModulExport);
+}
+
+TEST_F(office_commands, all_modules_are_exported_and_failures_are_told_one_by_one) {
+  word().projects[0].file = L"C:\\..\\Con.dot";
+  word().projects[0].components[1].name = L"..\\..\\Modul?";
+  form.execute(Command::mnuword);
+  rightClick(L"Word_1");
+  word().fails.insert({L"ThisDocument.Export", FakeHost::failure(75, L"Zugriffsfehler")});
+  ports.dialogs.answerFolder(ports.files.folder.path());
+  ports.dialogs.expectMessage();
+  ports.dialogs.expectMessage();
+  form.execute(Command::mnuexportall);
+  const std::filesystem::path day = ports.files.folder / "VBA-20250131";
+  EXPECT_EQ((ports.dialogs.asked.end() - 2)->text,
+            L"Das Modul \"ThisDocument\" konnte nicht exportiert werden: \r\nZugriffsfehler");
+  EXPECT_EQ(told(),
+            "Alle Module wurden in folgendes Verzeichnis exportiert: \r\n" + toUtf8(pathText(day)));
+  EXPECT_TRUE(exists(day / "_Con" / ".._.._Modul_.bas") && exists(day / "_Con" / "Kunde.cls"));
+}
+
+TEST_F(office_commands, what_cannot_be_exported_is_told) {
+  form.execute(Command::mnuword);
+  for (int i = 0; i < 3; ++i) ports.dialogs.expectMessage();
+  form.ModulExportieren(node(L"Word_1_1"));
+  EXPECT_EQ(told(), "Das Modul \"ThisDocument\" konnte nicht exportiert werden");
+  form.ModulExportieren(node(L"Word_1"));
+  form.AlleModuleExportieren(node(L"Word_2"));
+  EXPECT_EQ(told(), "Das Modul \"Geheim\" konnte nicht exportiert werden");
+  writeText(ports.files.folder / "VBA-20250131", "in the way");
+  ports.dialogs.answerFolder(ports.files.folder.path());
+  ports.dialogs.expectMessage();
+  rightClick(L"Word_1");
+  form.execute(Command::mnuexportall);
+  EXPECT_TRUE(told().starts_with("Das Modul \"Brief\" konnte nicht exportiert werden: \r\n"));
+}
+
+// ----------------------------------------------------------------------------- transfer
+TEST_F(office_commands, result_goes_into_a_new_document_of_the_running_word) {
+  openFile(moduleFile("a.bas", kTwoProcedures));
+  form.cmdWord.Click();
+  EXPECT_TRUE(word().documents.empty()) << "not enabled before there is a result";
+  form.execute(Command::mnuMakro);
+  form.cmdWord.Click();
+  ASSERT_EQ(word().documents.size(), 1U);
+  FakeDocument& document = *word().documents[0];
+  EXPECT_NE(document.inserted.find("\">Call</span>"), std::string::npos);
+  EXPECT_EQ(document.inserted.find("class="), std::string::npos);
+  EXPECT_EQ(document.properties[L"Content.Font.Name"], L"Courier New");
+  EXPECT_EQ(document.properties[L"Content.NoProofing"], L"True");
+  EXPECT_EQ(document.properties[L"ShowSpellingErrors"], L"False");
+  EXPECT_TRUE(word().visible && word().running && !document.closed);
+  EXPECT_EQ(word().living, 0);
+  EXPECT_FALSE(std::filesystem::exists(pathFromText(document.insertedPath)));
+  EXPECT_FALSE(form.isEnabled(Command::mnutrennen)) << "no connection stays";
+  selectLines(form.List2, {4});
+  form.execute(Command::mnu2word);
+  EXPECT_NE(word().documents[1]->inserted.find("<pre>\r\nx = 1  \r\n</pre>"), std::string::npos);
+}
+
+TEST_F(office_commands, a_word_that_holds_a_result_belongs_to_the_user) {
+  word().running = false;
+  form.execute(Command::mnuword);
+  click(L"Word_1_2_1");
+  form.execute(Command::mnu2word);
+  EXPECT_EQ(word().documents.size(), 1U) << "converted first";
+  form.execute(Command::mnutrennen);
+  EXPECT_EQ(word().quits, 0);
+  EXPECT_EQ(word().living, 0);
+}
+
+TEST_F(office_commands, a_failed_transfer_leaves_no_document_and_no_word_behind) {
+  openFile(moduleFile("a.bas", "x\r\n"));
+  form.execute(Command::mnuMakro);
+  word().running = false;
+  word().fails.insert({L"InsertFile", FakeHost::failure(5174, L"Datei nicht gefunden")});
+  ports.dialogs.expectMessage();
+  form.execute(Command::mnu2word);
+  EXPECT_EQ(told(),
+            "Error 5174 (Datei nicht gefunden) in procedure cmdWord_Click of Formular frmVBACode");
+  EXPECT_TRUE(word().documents[0]->closed);
+  EXPECT_EQ(word().quits, 1);
+  EXPECT_EQ(word().living, 0);
+  EXPECT_TRUE(std::filesystem::is_empty(ports.files.temporary));
+  EXPECT_TRUE(form.isEnabled(Command::mnu2word)) << "to be tried again";
+}
+
+}  // namespace
+}  // namespace tintline::test
