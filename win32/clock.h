@@ -10,6 +10,7 @@ namespace tintline {
 class SystemClock final : public Clock {
  public:
   float timer() override;
+  std::chrono::year_month_day today() override;
   void pause(std::chrono::milliseconds duration) override;
 };
 

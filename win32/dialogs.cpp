@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "win32/folder_dialog.h"
 #include "win32/input_box.h"
 #include "win32/window.h"
 
@@ -90,6 +91,11 @@ std::optional<std::uint32_t> SystemDialogs::chooseColor(std::uint32_t color) {
   request.Flags = CC_RGBINIT | CC_FULLOPEN | CC_ANYCOLOR;
   if (!ChooseColorW(&request)) return std::nullopt;
   return request.rgbResult;
+}
+
+std::optional<std::filesystem::path> SystemDialogs::chooseFolder(
+    const std::wstring& title, const std::filesystem::path& startFolder) {
+  return modBrowseForFolder::fkt_OrdnerWaehlen(owner(), title, startFolder);
 }
 
 HWND SystemDialogs::owner() {

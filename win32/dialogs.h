@@ -23,6 +23,8 @@ class SystemDialogs final : public Dialogs {
   bool confirm(const std::wstring& text) override;
   std::optional<std::wstring> input(const std::wstring& prompt, const std::wstring& value) override;
   std::optional<std::uint32_t> chooseColor(std::uint32_t color) override;
+  std::optional<std::filesystem::path> chooseFolder(
+      const std::wstring& title, const std::filesystem::path& startFolder) override;
 
  private:
   FileChoice show(const FileDialog& dialog, DWORD flags, BOOL(WINAPI* ask)(LPOPENFILENAMEW));

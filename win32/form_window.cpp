@@ -75,6 +75,13 @@ void FormWindow::enableOthers() {
 }
 
 // ---------------------------------------------------------------------- ControlView
+void FormWindow::showTopmost() {
+  const bool topmost = (GetWindowLongPtrW(hwnd(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+  if (topmost == form_.Topmost()) return;
+  SetWindowPos(hwnd(), form_.Topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 void FormWindow::changed(Control&) { formChanged_ = true; }
 
 void FormWindow::refresh(Control&) {
@@ -93,6 +100,7 @@ void FormWindow::flush() {
   if (formChanged_) {
     formChanged_ = false;
     if (windowText(hwnd()) != form_.Caption()) SetWindowTextW(hwnd(), form_.Caption().c_str());
+    showTopmost();
     POINT pointer{};
     GetCursorPos(&pointer);
     HWND below = WindowFromPoint(pointer);

@@ -94,6 +94,7 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
   void sizeAndCenter();
 
  private:
+  void showTopmost();
   void makeFonts();
   void systemFontChanged();
   void dpiChanged(unsigned dpi, const RECT& suggested);

@@ -19,6 +19,7 @@
 #include "win32/locale.h"
 #include "win32/main_window.h"
 #include "win32/message_pump.h"
+#include "win32/office.h"
 #include "win32/pre_post_window.h"
 #include "win32/shell.h"
 #include "win32/splash_window.h"
@@ -61,6 +62,7 @@ struct Platform {
   SystemClock clock;
   SystemClipboard clipboard;
   SystemShell shell{dialogs};
+  SystemOffice office{pump};
   SystemFiles files;
   SystemLocale locale;
   ListTextMeasure textMeasure;
@@ -72,6 +74,7 @@ struct Platform {
         clock,
         clipboard,
         shell,
+        office,
         files,
         locale,
         textMeasure,

@@ -53,6 +53,7 @@ MainWindow::MainWindow(MessagePump& pump, frmVBACode& form, Shell& shell, int de
   menu_ = makeMenuBar();
   SetMenu(hwnd(), menu_.release());  // the window owns it from now on
   addControls(designCharacterWidth);
+  form_.PopupMenu = [this](std::span<const MenuEntry> entries) { popUp(entries); };
 }
 
 // Their order is the tab order; what lies below others comes last.
@@ -155,6 +156,16 @@ bool MainWindow::command(int id, WORD code) {
 
 void MainWindow::closeRequested() {
   if (form_.QueryUnload()) form_.Unload();
+}
+
+// Its states are set when it opens, as those of the menu bar.
+void MainWindow::popUp(std::span<const MenuEntry> entries) {
+  const UniqueMenu menu = makePopupMenu(entries);
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  const int chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, pointer.x,
+                                    pointer.y, 0, hwnd(), nullptr);
+  if (chosen != 0) command(chosen, 0);
 }
 
 void MainWindow::filesDropped(WPARAM drop) {

@@ -45,6 +45,7 @@ class MainWindow final : public FormWindow {
   void drag(POINT point);
 
   void filesDropped(WPARAM drop);
+  void popUp(std::span<const MenuEntry> entries);
 
   struct Controls {
     Widget *tree, *list1, *modul, *makro, *auswahl, *vbaClp, *check1, *check2, *optClass, *optStyle,

@@ -44,11 +44,16 @@ std::vector<WORD> keysOf(const Accelerator& accelerator) {
 
 }  // namespace
 
+UniqueMenu makePopupMenu(std::span<const MenuEntry> entries) {
+  UniqueMenu popup(CreatePopupMenu());
+  for (const MenuEntry& entry : entries) append(popup.get(), entry);
+  return popup;
+}
+
 UniqueMenu makeMenuBar() {
   UniqueMenu bar(CreateMenu());
   for (const Menu& menu : menuBar()) {
-    UniqueMenu popup(CreatePopupMenu());
-    for (const MenuEntry& entry : menu.entries) append(popup.get(), entry);
+    UniqueMenu popup = makePopupMenu(menu.entries);
     AppendMenuW(bar.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(popup.release()),
                 std::wstring(menu.caption).c_str());  // the bar owns it from now on
   }

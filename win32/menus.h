@@ -5,12 +5,16 @@
 
 #include <windows.h>
 
+#include <span>
+
 #include "app/frmVBACode/frmVBACode.h"
 #include "win32/gdi.h"
 
 namespace tintline {
 
 UniqueMenu makeMenuBar();
+
+UniqueMenu makePopupMenu(std::span<const MenuEntry> entries);
 
 // What is enabled and checked, when a menu is about to open.
 void updateMenu(HMENU menu, const frmVBACode& form);

@@ -163,13 +163,14 @@ void frmVBACode::convertSelection() {
   MousePointer = Pointer::Default;
 }
 
-// The buttons are off while a run goes on, and the preview does not follow it. After
-// an abort there is no result to hand out.
+// Buttons and options are off while a run goes on, and the preview does not follow it.
+// After an abort there is no result to hand out.
 void frmVBACode::run(const std::function<void()>& work) {
   const bool preview = Check2.Value;
   Check2.Value = false;
   QuellschalterSetzen(false);
   AusgabeschalterSetzen(false);
+  OptionenSetzen(false);
   try {
     work();
   } catch (...) {
@@ -183,6 +184,13 @@ void frmVBACode::endRun(bool preview) {
   Check2.Value = preview;
   QuellschalterSetzen(true);
   AusgabeschalterSetzen(!HTMLText.empty());
+  OptionenSetzen(true);
+}
+
+void frmVBACode::OptionenSetzen(bool enabled) {
+  Check1.Enabled = enabled;
+  optClass.Enabled = enabled;
+  optStyle.Enabled = enabled;
 }
 
 // Shows the result that is on display once more, with what the user has changed.

@@ -199,6 +199,7 @@ class frmVBACode final : public Form {
 
   void run(const std::function<void()>& work);
   void endRun(bool preview);
+  void OptionenSetzen(bool enabled);
   bool readSourceAnew();
   void convertSelection();
   void ErgebnisAuffrischen();

@@ -42,7 +42,7 @@ TEST_F(conversion_commands, progress_counts_reading_from_0_and_working_from_1) {
   ports.messageLoop.at(yieldsBefore(3, 0) + 1, [&] {
     EXPECT_EQ(form.Label9.Caption(), L"Lese Zeile: 0 (3)");
     EXPECT_EQ(form.MousePointer(), Pointer::Hourglass);
-    EXPECT_FALSE(form.cmdMakro.Enabled || form.cmdExport.Enabled);
+    EXPECT_FALSE(form.cmdMakro.Enabled || form.cmdExport.Enabled || form.optStyle.Enabled);
   });
   ports.messageLoop.at(yieldsBefore(3, 0) + 3, [&] {
     EXPECT_EQ(form.Label10.Caption(), L"Bearbeite Zeile: 1 (3)");
