@@ -1,7 +1,6 @@
 // See fake_office.h.
 #include "tests/support/fake_office.h"
 
-#include <ranges>
 #include <utility>
 
 #include "base/codepage.h"
@@ -139,9 +138,9 @@ Code parse(const std::string& text) {
     inside = inside && !isEnd(line);
   }
   auto behind = static_cast<std::int32_t>(code.lines.size()) + 1;
-  for (Procedure& known : code.procedures | std::views::reverse) {
-    known.lines = behind - known.start;
-    behind = known.start;
+  for (std::size_t i = code.procedures.size(); i-- > 0;) {
+    code.procedures[i].lines = behind - code.procedures[i].start;
+    behind = code.procedures[i].start;
   }
   code.declarations = behind - 1;
   return code;
