@@ -36,6 +36,7 @@ Var Changed       ; settings that the user changed, names with a blank in front
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
+!define MUI_COMPONENTSPAGE_SMALLDESC  ; room for the names
 ; By the shell, which runs it with the rights of the user and not with those of the installer.
 !define MUI_FINISHPAGE_RUN "$WINDIR\explorer.exe"
 !define MUI_FINISHPAGE_RUN_PARAMETERS '$\"$INSTDIR\TINTLINE.exe$\"'
@@ -71,11 +72,11 @@ Page custom ModePage ModePageLeave
 !insertmacro Text OldStays "Die ältere Version konnte nicht entfernt werden." \
   "The older version could not be removed."
 !insertmacro Text SectionProgram "Programm" "Program"
-!insertmacro Text SectionMenu "Kontextmenü von .bas, .cls, .frm" "Context menu of .bas, .cls, .frm"
+!insertmacro Text SectionMenu "Mit TINTLINE konvertieren" "Mit TINTLINE konvertieren"
 !insertmacro Text AboutProgram "TINTLINE, die Befehlszeile und die Hilfe." \
   "TINTLINE, its command line and its help (in German)."
-!insertmacro Text AboutMenu "„Mit TINTLINE konvertieren“ im Kontextmenü von Moduldateien." \
-  "An entry “Mit TINTLINE konvertieren” in the context menu of module files."
+!insertmacro Text AboutMenu "Ein Eintrag im Kontextmenü von .bas, .cls und .frm, der die Datei öffnet." \
+  "An entry in the context menu of .bas, .cls and .frm that opens the file."
 !insertmacro Text KeepSettings "Sie haben Einstellungen von TINTLINE geändert:$\r$\n$\r$\n$Changed$\r$\n$\r$\nSollen diese Dateien bleiben?" \
   "You changed settings of TINTLINE:$\r$\n$\r$\n$Changed$\r$\n$\r$\nShall these files stay?"
 

@@ -10,7 +10,6 @@ FIXED_VERSION_MARK = struct.pack("<I", 0xFEEF04BD)
 
 # Parts of every Windows 10 and 11 of 64 bits, Server Core aside.
 SYSTEM_DLLS = {
-    "advapi32.dll": "registry and rights",
     "comctl32.dll": "tree, tool bar, status bar",
     "comdlg32.dll": "dialogs for opening and saving",
     "gdi32.dll": "drawing",

@@ -203,6 +203,9 @@ def programs_carry_version_icon_and_manifest(bench):
         assert {16, 32, 48, 256} <= sizes, (name, sizes)
         manifest = found.manifest()
         assert 'level="asInvoker"' in manifest and "longPathAware" in manifest, manifest
+    setup = portable_executable.Resources(bench.setup)
+    equal((setup.file_version(), setup.version_texts()["ProductVersion"]),
+          ((major, minor, 0, patch), bench.version))
     assert "Common-Controls" in portable_executable.Resources(
         bench.program("TINTLINE.exe")).manifest()
 
