@@ -1,7 +1,8 @@
 Target amd64-unicode
 ; The installer for Windows, made by package/build.py, which gives
-;   VERSION  VERSION_NUMBERS (four)  STAGE (folder with the program's files)  REFERENCE (the settings of a first start)
-;   ICON  TARGET (the installer)
+;   VERSION  VERSION_NUMBERS (four)  STAGE (folder with the program's files)
+;   REFERENCE (folder with the settings of a first start)
+;   ICON  TARGET (the installer).
 ;
 ; Without administrator rights it installs for this user; for all users it asks Windows for
 ; them. Silent: x-setup.exe /S [/AllUsers] [/ContextMenu] [/D=FOLDER]
