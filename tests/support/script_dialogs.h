@@ -45,7 +45,7 @@ class ScriptDialogs final : public Dialogs {
   }
   void expectMessage() { add(Kind::Message, {}); }
   void answerConfirm(bool yes) { add(Kind::Confirm, yes); }
-  void answerInput(std::optional<std::wstring> text) { add(Kind::Input, std::move(text)); }
+  void answerInput(const std::optional<std::wstring>& text) { add(Kind::Input, text); }
   void answerColor(std::optional<std::uint32_t> color) { add(Kind::ChooseColor, color); }
 
   // Everything that was asked, in order.
