@@ -43,8 +43,16 @@ prepare_session() {
   start_session
 }
 
+# The process of a console that is just ending outlives its server now and then, and would keep
+# the caller's pipe open for ever.
 end_session() {
+  local process
   wineserver -k > /dev/null 2>&1 || true
+  for process in /proc/[0-9]*; do
+    if grep -qszxF "WINEPREFIX=$WINEPREFIX" "$process/environ"; then
+      kill -KILL "${process#/proc/}" 2> /dev/null || true
+    fi
+  done
   [ -z "${screen_process:-}" ] || kill "$screen_process" 2> /dev/null || true
 }
 
