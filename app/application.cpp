@@ -1,13 +1,15 @@
-// See application.h. Tested by tests/unit/app/application_test.cpp.
+// See application.h. Tested by tests/app/start_up_test.cpp.
 #include "app/application.h"
+
+#include <utility>
 
 #include "app/HTMLHelp.h"
 #include "app/settings/modIniSave.h"
 
 namespace tintline {
 
-Application::Application(const Ports& platform)
-    : ports(platform),
+Application::Application(Ports platform)
+    : ports(std::move(platform)),
       splash(ports.shell),
       farbeinstellung(colors, settingsFile(), ports.dialogs, ports.shell, ports.systemColor),
       prePostCode(settingsFile()),

@@ -1,6 +1,6 @@
 // The program: its forms and what they share, its entry and its end.
 //
-// Tested by tests/unit/app/application_test.cpp.
+// Tested by tests/app/start_up_test.cpp.
 #pragma once
 
 #include <filesystem>
@@ -16,7 +16,7 @@ namespace tintline {
 
 class Application {
  public:
-  explicit Application(const Ports& platform);
+  explicit Application(Ports platform);
 
   const Ports ports;
   ColorScheme colors;              // the colour table

@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <stdexcept>
 #include <utility>
 
 #include "app/application.h"
@@ -173,11 +174,21 @@ void frmVBACode::run(const std::function<void()>& work) {
   OptionenSetzen(false);
   try {
     work();
+  } catch (const std::length_error&) {
+    tellTooLarge();
+  } catch (const std::overflow_error&) {
+    tellTooLarge();
   } catch (...) {
     endRun(preview);
     throw;
   }
   endRun(preview);
+}
+
+void frmVBACode::tellTooLarge() {
+  MousePointer = Pointer::Default;
+  clearResult();
+  ports_.dialogs.message(L"Das Ergebnis wird zu groß.", MessageIcon::Critical, {});
 }
 
 void frmVBACode::endRun(bool preview) {

@@ -1,5 +1,5 @@
 // The main window's controls and the one place that decides what may be started.
-// See frmVBACode.h. Tested by tests/unit/app/frmVBACode_test.cpp.
+// See frmVBACode.h. Tested by the tests in tests/app.
 #include "app/frmVBACode/frmVBACode.h"
 
 #include <exception>

@@ -5,7 +5,7 @@
 // They run one at a time: while one is at work, another is refused, although every
 // yield to the message loop lets the user's events in. Esc raises bEsc.
 //
-// Tested by tests/unit/app/frmVBACode_test.cpp and the tests beside it.
+// Tested by the tests in tests/app.
 #pragma once
 
 #include <cstddef>
@@ -199,6 +199,7 @@ class frmVBACode final : public Form {
 
   void run(const std::function<void()>& work);
   void endRun(bool preview);
+  void tellTooLarge();
   void OptionenSetzen(bool enabled);
   bool readSourceAnew();
   void convertSelection();

@@ -106,6 +106,20 @@ TEST_F(conversion_commands, file_is_read_anew_and_reformatted_as_before) {
   EXPECT_EQ(form.List2.ListCount(), 4U);
 }
 
+// Every link brings letters into the line that are names themselves.
+TEST_F(conversion_commands, result_that_grows_without_end_is_told) {
+  std::string text;
+  for (const char name : std::string_view("HREFMacklrs"))
+    text += "Sub " + std::string(1, name) + "()\r\nEnd Sub\r\n";
+  open(text + std::string(1000, 'H') + "\r\n");
+  ports.dialogs.expectMessage();
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(ports.dialogs.asked.back().text, L"Das Ergebnis wird zu groß.");
+  EXPECT_EQ(form.List2.ListCount(), 0U);
+  EXPECT_EQ(form.MousePointer(), Pointer::Default);
+  EXPECT_TRUE(form.isEnabled(Command::mnuMakro));
+}
+
 TEST_F(conversion_commands, selected_lines_alone_are_converted) {
   open("Sub A()\r\nb = \"x\"\r\nc\r\n");
   form.Check1.Value = true;
