@@ -31,6 +31,7 @@ CAPTIONS = ["Modul", "Makro", "Datei", "Text", "Auswahl", "Clipboard", "Exportie
             "Zeilennummern", "Vorschau", "CSS zentral def.", "CSS im Style def.",
             "Modul exportieren", "Alle Module exportieren", "Esc"]
 MENUS = Path("app/frmVBACode/commands.cpp")
+HANDBOOK = Path("docs/handbuch.md")
 
 CHROMIUM = [
     "chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
@@ -142,6 +143,13 @@ def test(function):
 @test
 def what_the_program_opens_is_there(book):
     none(name for name in OPENED_BY_PROGRAM if name not in book.files)
+
+
+@test
+def every_section_of_the_handbook_is_a_topic(book):
+    headings = re.findall(r"^## (.*)$", HANDBOOK.read_text(encoding="utf-8"), re.M)
+    expected = {f'<a id="{Path(name).stem}"></a>{page.title}' for name, page in book.pages.items()}
+    assert set(headings) == expected and len(headings) == len(expected), (headings, expected)
 
 
 @test
