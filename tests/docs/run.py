@@ -18,7 +18,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 GUIDES = [ROOT / "README.md", ROOT / "docs/handbuch.md"]
-DOCUMENTS = [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]
+DOCUMENTS = [*sorted(ROOT.glob("*.md")), *sorted((ROOT / "docs").glob("*.md"))]
 EXAMPLES = ROOT / "data/examples"
 SECONDS = 60  # until a program that hangs is given up
 
