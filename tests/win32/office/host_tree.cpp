@@ -161,9 +161,10 @@ Member object(std::wstring_view name, std::function<Object()> maker) {
 // Keeps what is inserted: its file may be gone when somebody looks.
 void insertFile(const Host& host, const Call& call) {
   const std::filesystem::path from(call.text(0));
+  const auto copy = host.folder.path() / (L"inserted" + from.extension().wstring());
   std::error_code failure;
-  copy_file(from, host.folder.path() / (L"inserted" + from.extension().wstring()),
-            std::filesystem::copy_options::overwrite_existing, failure);
+  std::filesystem::remove(copy, failure);  // copy_file itself overwrites nothing here
+  copy_file(from, copy, failure);
   if (failure) throw HostError{5174, L"Diese Datei wurde nicht gefunden."};
 }
 

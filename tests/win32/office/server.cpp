@@ -172,6 +172,17 @@ void serve(Host& host, const std::function<void(std::string_view)>& writeStatus)
   }
 }
 
+// Who told the application to quit still holds it then; he gets the time to let go.
+void untilLetGo(const Host& host) {
+  constexpr DWORD kPatience = 500;  // milliseconds
+  const ULONGLONG end = GetTickCount64() + kPatience;
+  while (host.references() > 0 && GetTickCount64() < end) {
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) DispatchMessageW(&message);
+  }
+}
+
 void runServer(const Program& program, const std::filesystem::path& folder, bool startedByCom) {
   throwIfFailed(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
   HostFolder files(folder / program.id);
@@ -189,6 +200,7 @@ void runServer(const Program& program, const std::filesystem::path& folder, bool
     };
     writeStatus("running");
     serve(host, writeStatus);
+    if (!files.mustQuit()) untilLetGo(host);
   }
   const long left = host.references();  // before the connections are cut
   CoDisconnectObject(application.get(), 0);
