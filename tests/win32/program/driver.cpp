@@ -242,6 +242,7 @@ constexpr int kMessageText = 0xFFFF;
 constexpr int kMessageIcon = 0x14;  // Windows' number; other systems: any SS_ICON
 constexpr int kFileName = 0x47C;
 constexpr int kFileFilter = 0x470;
+constexpr int kFolderPrompt = 14146;
 
 bool isMessageBox(Window window) {
   return window.className() == kDialogClass && GetDlgItem(window.handle(), kMessageText) != nullptr;
@@ -250,6 +251,11 @@ bool isMessageBox(Window window) {
 bool isFileDialog(Window window) {
   return window.className() == kDialogClass && window.findControl(kFileName) &&
          window.findControl(kFileName)->visible();
+}
+
+bool isFolderDialog(Window window) {
+  return window.className() == kDialogClass &&
+         GetDlgItem(window.handle(), kFolderPrompt) != nullptr;
 }
 
 }  // namespace
@@ -299,6 +305,21 @@ void FileDialogOf::cancel() const {
   app_.untilGone(window_);
 }
 
+FolderDialogOf::FolderDialogOf(const App& app)
+    : app_(app), window_(app.window(isFolderDialog, "a folder dialog")) {}
+
+std::wstring FolderDialogOf::prompt() const { return window_.control(kFolderPrompt).text(); }
+
+void FolderDialogOf::accept() const {
+  window_.post(WM_COMMAND, IDOK);
+  app_.untilGone(window_);
+}
+
+void FolderDialogOf::cancel() const {
+  window_.post(WM_COMMAND, IDCANCEL);
+  app_.untilGone(window_);
+}
+
 // ----------------------------------------------------------------------------------- tree
 
 namespace {
@@ -342,6 +363,21 @@ std::wstring treeText(const App& app, Window tree, HTREEITEM item) {
   return {text, wcsnlen(text, kTreeText)};
 }
 
+// Where the node's text is, once it is in view.
+POINT placeOf(const App& app, Window tree, std::size_t index) {
+  const HTREEITEM item = treeItems(tree).at(index).handle;
+  tree.send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+  // The message takes the node in the place where it puts the rectangle.
+  const ForeignMemory memory(app.process(), sizeof(RECT));
+  RECT place{};
+  std::memcpy(&place, &item, sizeof item);
+  memory.write(&place, sizeof place);
+  if (tree.send(TVM_GETITEMRECT, TRUE, memory.argument()) == 0)
+    throw Failure("the tree node is not in view");
+  memory.read(0, &place, sizeof place);
+  return {place.left + 2, (place.top + place.bottom) / 2};
+}
+
 }  // namespace
 
 std::vector<std::wstring> treeTexts(const App& app, Window tree) {
@@ -353,16 +389,20 @@ std::vector<std::wstring> treeTexts(const App& app, Window tree) {
 }
 
 void clickTreeNode(const App& app, Window tree, std::size_t index) {
-  const HTREEITEM item = treeItems(tree).at(index).handle;
-  // The message takes the node in the place where it puts the rectangle.
-  const ForeignMemory memory(app.process(), sizeof(RECT));
-  RECT place{};
-  std::memcpy(&place, &item, sizeof item);
-  memory.write(&place, sizeof place);
-  if (tree.send(TVM_GETITEMRECT, TRUE, memory.argument()) == 0)
-    throw Failure("the tree node is not in view");
-  memory.read(0, &place, sizeof place);
-  tree.click({(place.left + place.right) / 2, (place.top + place.bottom) / 2});
+  tree.click(placeOf(app, tree, index));
+}
+
+void chooseFromTreeMenu(const App& app, Window tree, std::size_t index, int entry) {
+  const POINT place = placeOf(app, tree, index);
+  POINT onScreen = place;
+  ClientToScreen(tree.handle(), &onScreen);
+  SetCursorPos(onScreen.x, onScreen.y);  // the menu opens at the pointer
+  tree.post(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(place.x, place.y));
+  tree.post(WM_RBUTTONUP, 0, MAKELPARAM(place.x, place.y));
+  const Window menu = app.windowOfClass(L"#32768");
+  for (int i = 0; i <= entry; ++i) tree.post(WM_KEYDOWN, VK_DOWN);
+  tree.post(WM_KEYDOWN, VK_RETURN);
+  app.untilGone(menu);
 }
 
 // ------------------------------------------------------------------------------- messages

@@ -130,6 +130,20 @@ class FileDialogOf {
   Window window_;
 };
 
+// The system's dialog for choosing a folder; waits for it.
+class FolderDialogOf {
+ public:
+  explicit FolderDialogOf(const App& app);
+
+  std::wstring prompt() const;
+  void accept() const;  // the folder that is selected, at first the one it starts with
+  void cancel() const;
+
+ private:
+  const App& app_;
+  Window window_;
+};
+
 // A message that was sent and that nobody waits for: a command that takes its time, or that
 // asks the user something before it comes to its end.
 class Started {
@@ -152,8 +166,12 @@ std::string answerInMemory(const App& app, Window window, UINT message, WPARAM w
 // The texts of a tree, depth first, each indented by two blanks a level.
 std::vector<std::wstring> treeTexts(const App& app, Window tree);
 
-// Clicks the node (counted as above) in the tree.
+// Clicks the node (counted as above) in the tree, which is opened and scrolled for it.
 void clickTreeNode(const App& app, Window tree, std::size_t index);
+
+// Opens the node's context menu and chooses an entry, from 0, by the keyboard. What that
+// starts may ask something before it ends.
+void chooseFromTreeMenu(const App& app, Window tree, std::size_t index, int entry);
 
 // The clipboard's text in the code page, as it stands; nothing for no text.
 std::optional<std::string> clipboardText();

@@ -103,8 +103,17 @@ testing::AssertionResult sameText(std::string_view actual, std::string_view expe
 }
 
 fs::path openedFile(const App& app) {
-  app.until([] { return exists(noteFile()); }, "the opening of a page");
-  const std::string name = readFile(noteFile());
+  std::string name;
+  const auto isNoted = [&name] {
+    try {
+      if (!exists(noteFile())) return false;
+      name = readFile(noteFile());
+      return true;
+    } catch (const FileError&) {  // it is just being written
+      return false;
+    }
+  };
+  app.until(isNoted, "the opening of a page");
   fs::remove(noteFile());
   return std::u8string(name.begin(), name.end());
 }
