@@ -1,12 +1,15 @@
 // Takes pictures of the program's windows; needs a screen.
 //
-//   tintline_pictures FOLDER         the main window with a converted module, and every dialog
+//   tintline_pictures FOLDER         the main window with a converted module and with documents
+//                                    of Word, and every dialog
 //   tintline_pictures --main PICTURE [MODULE]   the main window as it starts, with MODULE opened
 //
 // Run by ./dev pictures and ./dev app.
 
 #include <iostream>
 
+#include "base/file.h"
+#include "tests/win32/office/controlled_server.h"
 #include "tests/win32/program/main_window.h"
 #include "tests/win32/program/program_folder.h"
 #include "tests/win32/program/screenshot.h"
@@ -53,6 +56,38 @@ void picturesOfAll(const fs::path& folder) {
   main.close();
 }
 
+// The server of the tests stands for Word.
+void pictureOfWord(const fs::path& folder) {
+  const TempFolder hosts;
+  const ControlledServer word(hosts.path(), L"Word.Application");
+  word.write(L"projects.txt",
+             "project Project\nfile C:\\Vorlagen\\Brief.dot\n"
+             "component 100 leer.bas ThisDocument\n"
+             "component 1 muster.bas Musterprojekt\n"
+             "component 2 kunde.cls Kunde\n"
+             "component 3 leer.bas Eingabe\n"
+             "project Project\nfile C:\\Vorlagen\\Geheim.dot\nprotection 1\n");
+  word.write(L"leer.bas", "");
+  word.write(L"muster.bas", readFile(sampleModule()));
+  word.write(L"kunde.cls", "Option Explicit\r\nProperty Get Wert()\r\nEnd Property\r\n");
+  ControlledServer::registerAt(hosts.path());
+  word.start();
+  const ProgramFolder program;
+  const App app(program.program());
+  const MainWindow main(app);
+  main.open(sampleModule());
+  main.run(Command::mnuword);
+  const Window tree = main.control(id::kTreeView1);
+  const std::size_t count = treeTexts(app, tree).size();
+  for (const std::size_t last : {count - 5, std::size_t{4}}) {  // that of Kunde, one of the module
+    clickTreeNode(app, tree, last);
+    main.untilShown(id::kLabel9, L" Zeilen eingelesen");
+  }
+  savePicture(main.window(), folder / L"word.png");
+  main.close();
+  ControlledServer::unregister();
+}
+
 void pictureOfStart(const fs::path& picture, const fs::path& module) {
   const ProgramFolder program;
   const App app(program.program());
@@ -67,7 +102,7 @@ int run(const std::vector<std::wstring>& arguments) {
   if (count >= 2 && count <= 3 && arguments[0] == L"--main")
     pictureOfStart(arguments[1], count == 3 ? arguments[2] : L"");
   else if (count == 1)
-    picturesOfAll(arguments[0]);
+    picturesOfAll(arguments[0]), pictureOfWord(arguments[0]);
   else
     return 2;
   return 0;
