@@ -10,13 +10,14 @@
 namespace tintline {
 namespace {
 
-// In the order in which data/icons/build.sh puts the pictures side by side.
+// In the order in which data/icons/build.sh puts the pictures side by side. The keys "modul"
+// of the toolbar and "word" of the tree, a document, have drawings of other names there.
 constexpr std::string_view kToolbarKeys[] = {"file",    "word",  "excel",   "wordende", "ini",
                                              "save",    "copy",  "insert",  "format",   "format2",
                                              "umbruch", "modul", "makro",   "auswahl",  "export",
                                              "2word",   "farbe", "preview", "help"};
-constexpr std::string_view kTreeKeys[] = {"open",     "modul", "frm", "cls",
-                                          "document", "this",  "dec", "vb"};
+constexpr std::string_view kTreeKeys[] = {"open", "modul", "frm", "cls",
+                                          "word", "this",  "dec", "vb"};
 
 constexpr int kSizes[] = {32, 24, 16};
 

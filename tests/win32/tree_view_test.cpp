@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -82,6 +83,24 @@ TEST_F(TreeViewTest, showsWhatWasThereBeforeAndWhatComesLater) {
   EXPECT_EQ(texts(), L"neu -d --e ");
   model.Clear();
   EXPECT_EQ(texts(), L"");
+}
+
+TEST_F(TreeViewTest, everyKindOfNodeHasAPictureOfItsOwn) {
+  HWND tree = show();
+  std::set<int> pictures;
+  const char* const kinds[] = {"open", "word", "modul", "cls", "frm", "this", "dec", "vb"};
+  for (const char* kind : kinds) {
+    model.Clear();
+    model.Add(nullptr, L"a", L"a", kind, kind);
+    TVITEMW known{};
+    known.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    known.hItem = TreeView_GetRoot(tree);
+    TreeView_GetItem(tree, &known);
+    EXPECT_GE(known.iImage, 0) << kind;
+    EXPECT_EQ(known.iSelectedImage, known.iImage) << kind;
+    pictures.insert(known.iImage);
+  }
+  EXPECT_EQ(pictures.size(), std::size(kinds));
 }
 
 TEST_F(TreeViewTest, theModelLivesOnWithoutItsWindow) {
