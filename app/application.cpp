@@ -10,9 +10,11 @@ namespace tintline {
 
 Application::Application(Ports platform)
     : ports(std::move(platform)),
+      settingsFile(
+          modIniSave::chooseSettingsFile(ports.files.programFolder(), ports.files.userFolder())),
       splash(ports.shell),
-      farbeinstellung(colors, settingsFile(), ports.dialogs, ports.shell, ports.systemColor),
-      prePostCode(settingsFile()),
+      farbeinstellung(colors, settingsFile, ports.dialogs, ports.shell, ports.systemColor),
+      prePostCode(settingsFile),
       mainWindow(*this) {}
 
 // The named object is never created: a second start opens a second main window, on
@@ -33,10 +35,6 @@ void Application::ProgrammBeenden() {
     form->Unload();
   HTMLHelp::CloseHelp(ports.shell);
   ports.releaseSingleInstance();
-}
-
-std::filesystem::path Application::settingsFile() const {
-  return ports.files.programFolder() / modIniSave::kSettingsFile;
 }
 
 }  // namespace tintline

@@ -19,8 +19,9 @@ class Application {
   explicit Application(Ports platform);
 
   const Ports ports;
-  ColorScheme colors;              // the colour table
-  std::filesystem::path HelpFile;  // the entry for context help; set at start-up
+  const std::filesystem::path settingsFile;  // the one in use, chosen once
+  ColorScheme colors;                        // the colour table
+  std::filesystem::path HelpFile;            // the entry for context help; set at start-up
   frmSplash splash;
   frmFarbeinstellung farbeinstellung;
   frmPrePostCode prePostCode;
@@ -33,8 +34,6 @@ class Application {
 
   // Unloads every form and releases the single-instance handle.
   void ProgrammBeenden();
-
-  std::filesystem::path settingsFile() const;
 };
 
 }  // namespace tintline

@@ -1,4 +1,4 @@
-// Where the platform keeps the program and its temporary files.
+// Where the platform keeps the program, its temporary files and what is the user's.
 #pragma once
 
 #include <filesystem>
@@ -14,6 +14,10 @@ class Files {
 
   // The user's folder for temporary files.
   virtual std::filesystem::path temporaryFolder() = 0;
+
+  // The folder for what the program keeps for this user. It need not exist yet; empty
+  // when the platform has none.
+  virtual std::filesystem::path userFolder() = 0;
 };
 
 }  // namespace tintline

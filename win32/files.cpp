@@ -2,7 +2,9 @@
 #include "win32/files.h"
 
 #include <windows.h>
+#include <shlobj.h>
 
+#include <memory>
 #include <string>
 
 namespace tintline {
@@ -23,6 +25,14 @@ std::filesystem::path SystemFiles::temporaryFolder() {
   std::wstring path(GetTempPathW(0, nullptr), L'\0');
   path.resize(GetTempPathW(static_cast<DWORD>(path.size()), path.data()));
   return path;
+}
+
+std::filesystem::path SystemFiles::userFolder() {
+  wchar_t* path = nullptr;
+  const HRESULT result =
+      SHGetKnownFolderPath(FOLDERID_RoamingAppData, KF_FLAG_DEFAULT, nullptr, &path);
+  const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owner(path, &CoTaskMemFree);
+  return SUCCEEDED(result) ? std::filesystem::path(path) / "TINTLINE" : std::filesystem::path();
 }
 
 }  // namespace tintline

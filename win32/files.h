@@ -11,6 +11,7 @@ class SystemFiles final : public Files {
  public:
   std::filesystem::path programFolder() override;
   std::filesystem::path temporaryFolder() override;
+  std::filesystem::path userFolder() override;
 };
 
 }  // namespace tintline

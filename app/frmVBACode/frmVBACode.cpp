@@ -145,7 +145,7 @@ void frmVBACode::dispatch(Command command) {
     case Command::mnuFarben:
       return mnuFarben_Click();
     case Command::mnuFarbenSpeichern:
-      return modIniSave::FarbenSpeichern(application_.settingsFile(), application_.colors);
+      return modIniSave::FarbenSpeichern(application_.settingsFile, application_.colors);
     case Command::mnuPrePost:
       return application_.prePostCode.ShowModal();
     case Command::mnuSchluesselworte:
@@ -261,6 +261,7 @@ void frmVBACode::mnuSchluesselworte_Click() {
 void frmVBACode::fkt_ShowSplash() {
   frmSplash& splash = application_.splash;
   splash.Load();
+  splash.lblEinstellungen.Caption = L"Einstellungen: " + pathText(application_.settingsFile);
   splash.Check1 = true;
   splash.Label1.Visible = false;
   splash.ProgressBar1.Visible = false;

@@ -117,7 +117,7 @@ void frmVBACode::mnuCopy_Click() {
 }
 
 void frmVBACode::HTMLKopieren() {
-  const std::filesystem::path settings = application_.settingsFile();
+  const std::filesystem::path& settings = application_.settingsFile;
   ports_.clipboard.setText(
       tintline::HTMLKopieren(modIniSave::fkt_IniWertLesen(settings, "PreCode"), selectable(List2),
                              modIniSave::fkt_IniWertLesen(settings, "PostCode")));

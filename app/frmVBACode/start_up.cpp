@@ -50,7 +50,7 @@ void frmVBACode::Inilesen() {
   splash.Label1.Visible = true;
   splash.Refresh();
   splash.ProgressBar1.Visible = true;
-  modIniSave::fkt_FarbenLaden(application_.settingsFile(), application_.colors);
+  modIniSave::fkt_FarbenLaden(application_.settingsFile, application_.colors);
   cmdModul.Enabled = false;
   SchluesselworteLaden(kKeywordsFile);
   gesamtmodul_ = false;

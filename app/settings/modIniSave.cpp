@@ -1,6 +1,7 @@
 // See modIniSave.h. Tested by tests/unit/app/modIniSave_test.cpp.
 #include "app/settings/modIniSave.h"
 
+#include <fstream>
 #include <optional>
 
 #include "base/file.h"
@@ -47,6 +48,34 @@ ColorValues colorValues(const ColorScheme& scheme) {
   return values;
 }
 
+// Whether a save would succeed. Nothing is left behind, and a file that is there
+// stays as it is.
+bool isWritable(const std::filesystem::path& file) {
+  std::error_code none;
+  if (std::filesystem::exists(file, none) &&
+      !std::fstream(file, std::ios::in | std::ios::out | std::ios::binary))
+    return false;
+  try {
+    const AtomicFile neverCommitted(file);
+    return true;
+  } catch (const FileError&) {
+    return false;
+  }
+}
+
+bool isFile(const std::filesystem::path& path) {
+  std::error_code none;
+  return std::filesystem::is_regular_file(path, none);
+}
+
+// Without the copy the user's file begins with the default colours.
+void tryToCopy(const std::filesystem::path& from, const std::filesystem::path& to) {
+  try {
+    replaceContent(to, readFile(from));
+  } catch (const FileError&) {  // goes unreported, as all that concerns this file
+  }
+}
+
 bool tryToSave(const std::filesystem::path& file, const ColorScheme& scheme) {
   try {
     EinstellungenSchreiben(file, colorValues(scheme), true);
@@ -57,6 +86,19 @@ bool tryToSave(const std::filesystem::path& file, const ColorScheme& scheme) {
 }
 
 }  // namespace
+
+std::filesystem::path chooseSettingsFile(const std::filesystem::path& programFolder,
+                                         const std::filesystem::path& userFolder) {
+  std::filesystem::path beside = programFolder / kSettingsFile;
+  if (userFolder.empty() || isWritable(beside)) return beside;
+  std::filesystem::path own = userFolder / kSettingsFile;
+  if (isFile(own)) return own;
+  std::error_code none;
+  std::filesystem::create_directories(userFolder, none);
+  if (!isWritable(own)) return beside;
+  if (isFile(beside)) tryToCopy(beside, own);
+  return own;
+}
 
 std::string fkt_IniWertLesen(const std::filesystem::path& file, std::string_view key) {
   try {

@@ -1,5 +1,6 @@
 // The settings file "TINTLINE.ini": the colour scheme and the texts around a
-// clipboard copy. Every value is stored with a closing "," that reading drops.
+// clipboard copy. Every value is stored with a closing "," that reading drops. It
+// lies beside the program, or in the user's own folder where he may not write there.
 //
 // Tested by tests/unit/app/modIniSave_test.cpp.
 #pragma once
@@ -14,6 +15,16 @@
 namespace tintline::modIniSave {
 
 inline constexpr std::string_view kSettingsFile = "TINTLINE.ini";
+
+// The settings file to read and write: the one beside the program when it can be
+// written or created, else the one in the user's folder, which is created when it is
+// missing. Where neither is possible (an empty `userFolder` stands for none), the one
+// beside the program, to be read at least.
+//
+// A file in the user's folder begins as a copy of the one beside the program, made
+// here once: what is changed there afterwards no longer counts for this user.
+std::filesystem::path chooseSettingsFile(const std::filesystem::path& programFolder,
+                                         const std::filesystem::path& userFolder);
 
 // The stored text of a key without its last character (the terminator), "" when
 // file or key are missing. At most 254 characters of a value are read, so at

@@ -121,8 +121,8 @@ TEST_F(output_commands, copies_follow_the_list_that_has_the_focus) {
 
   form.ActiveControl = &form.List2;
   selectLines(form.List2, {4});
-  modIniSave::IniWertSchreiben(app.settingsFile(), "PreCode", "<div>,");
-  modIniSave::IniWertSchreiben(app.settingsFile(), "PostCode", "</div>,");
+  modIniSave::IniWertSchreiben(app.settingsFile, "PreCode", "<div>,");
+  modIniSave::IniWertSchreiben(app.settingsFile, "PostCode", "</div>,");
   form.execute(Command::mnuCopy);
   EXPECT_EQ(ports.clipboard.content,
             "<div>\r\n" + std::string(form.List2.lines()[4]) + "\r\n</div>");

@@ -52,7 +52,7 @@ TEST_F(start_up, leaves_an_empty_window_with_a_placeholder_page) {
        {Command::mnuexport, Command::mnuCopy, Command::cmdVBAClp, Command::mnuFormat,
         Command::mnuFormat2, Command::mnuUmbruch, Command::mnuSchluesselworte})
     EXPECT_FALSE(form.isEnabled(command)) << static_cast<int>(command);
-  EXPECT_TRUE(std::filesystem::exists(app.settingsFile())) << "default colours are saved";
+  EXPECT_TRUE(std::filesystem::exists(app.settingsFile)) << "default colours are saved";
 }
 
 TEST_F(start_up, writes_the_placeholder_where_it_may) {
@@ -106,6 +106,43 @@ TEST_F(start_up, is_left_at_once_when_the_named_object_existed) {
   EXPECT_FALSE(app.Main(183));
   EXPECT_EQ(ports.released, 1);
   EXPECT_EQ(mainWindow.views + splashWindow.views, 0);
+}
+
+TEST_F(start_up, settings_go_where_they_can_be_written_and_the_about_display_tells_where) {
+  for (const bool inTheWay : {false, true}) {
+    FakePorts own;
+    const std::filesystem::path beside = own.files.program / "TINTLINE.ini";
+    if (inTheWay) std::filesystem::create_directory(beside);
+    const std::filesystem::path file = inTheWay ? own.files.user / "TINTLINE.ini" : beside;
+    Application program(own.ports());
+    FakeWindow window, prePost, colorDialog;
+    program.splash.makeView = program.mainWindow.makeView = window.maker();
+    program.prePostCode.makeView = prePost.maker();
+    program.farbeinstellung.makeView = colorDialog.maker();
+    program.Main(0);
+    EXPECT_EQ(program.splash.lblEinstellungen.Caption(), L"") << "while starting";
+    EXPECT_TRUE(std::filesystem::is_regular_file(file));
+    EXPECT_EQ(std::filesystem::exists(own.files.user), inTheWay);
+
+    program.mainWindow.execute(Command::mnuInfo);
+    EXPECT_EQ(program.splash.lblEinstellungen.Caption(), L"Einstellungen: " + pathText(file));
+
+    prePost.whileModal = [&] {
+      program.prePostCode.txtPreCode.Text = L"<pre>";
+      program.prePostCode.OKButton.Click();
+    };
+    program.mainWindow.execute(Command::mnuPrePost);
+    colorDialog.whileModal = [&] {
+      program.farbeinstellung.txtFarbe.Text = L"#123456";
+      program.farbeinstellung.txtFarbe.Change();
+      program.farbeinstellung.cmdSpeichern.Click();
+    };
+    program.mainWindow.execute(Command::mnuFarben);
+    const std::string saved = readFile(file);
+    EXPECT_NE(saved.find("PreCode=<pre>,"), std::string::npos) << saved;
+    EXPECT_NE(saved.find("ColProz=,#123456,"), std::string::npos) << saved;
+    EXPECT_EQ(std::filesystem::is_directory(beside), inTheWay);
+  }
 }
 
 TEST_F(start_up, about_display_closes_on_a_key_or_a_click) {

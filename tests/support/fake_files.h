@@ -1,4 +1,5 @@
-// The program's folders inside a temporary folder of the test's own.
+// The program's folders inside a temporary folder of the test's own. The user's is
+// not there yet.
 #pragma once
 
 #include <filesystem>
@@ -17,10 +18,12 @@ class FakeFiles final : public Files {
 
   std::filesystem::path programFolder() override { return program; }
   std::filesystem::path temporaryFolder() override { return temporary; }
+  std::filesystem::path userFolder() override { return user; }
 
   TempFolder folder;
   std::filesystem::path program = folder / "program";
   std::filesystem::path temporary = folder / "temporary";
+  std::filesystem::path user = folder / "roaming" / "TINTLINE";
 };
 
 }  // namespace tintline::test

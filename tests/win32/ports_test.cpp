@@ -44,6 +44,8 @@ TEST(files, theFoldersAreThere) {
   SystemFiles files;
   EXPECT_TRUE(std::filesystem::exists(files.programFolder() / "tintline_win32_tests.exe"));
   EXPECT_TRUE(std::filesystem::is_directory(files.temporaryFolder()));
+  EXPECT_EQ(files.userFolder().filename(), "TINTLINE");
+  EXPECT_TRUE(std::filesystem::is_directory(files.userFolder().parent_path()));
 }
 
 TEST(locale, knowsTheDecimalSeparator) { EXPECT_EQ(SystemLocale().decimalSeparator(), L','); }

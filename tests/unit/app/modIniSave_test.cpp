@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "base/file.h"
+#include "tests/support/ordinary_user.h"
 #include "tests/support/temp_folder.h"
 
 namespace tintline::modIniSave {
@@ -46,6 +49,103 @@ std::string fileWith(std::string_view changedKey, std::string_view value) {
     content += "\r\n";
   }
   return content;
+}
+
+enum class There { Nothing, File, Directory };
+
+void place(const fs::path& path, There what, std::string_view content) {
+  if (what == There::Directory) fs::create_directory(path);
+  if (what == There::File) put(path, content);
+}
+
+// All below a folder, files with their content.
+std::map<std::string, std::string> everythingIn(const fs::path& folder) {
+  std::map<std::string, std::string> all;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
+    all[entry.path().lexically_relative(folder).generic_string()] =
+        entry.is_directory() ? "" : readFile(entry.path());
+  return all;
+}
+
+TEST(Settings, theFileBesideTheProgramIsTakenWhenItCanBeWritten) {
+  for (const There own : {There::Nothing, There::File})
+    for (const There beside : {There::Nothing, There::File}) {
+      const TempFolder folder;
+      fs::create_directory(folder / "program");
+      place(folder / "program" / kSettingsFile, beside, "shared");
+      if (own == There::File) fs::create_directory(folder / "user");
+      place(folder / "user" / kSettingsFile, own, "own");
+      const auto before = everythingIn(folder.path());
+      EXPECT_EQ(chooseSettingsFile(folder / "program", folder / "user"),
+                folder / "program" / kSettingsFile);
+      EXPECT_EQ(everythingIn(folder.path()), before) << "looking changes nothing";
+    }
+}
+
+TEST(Settings, theUsersFileIsTakenWhenTheOneBesideTheProgramCannotBeWritten) {
+  const struct {
+    const char* name;
+    There own;
+    const char* userFolder;  // "" for a platform without one
+    bool taken;
+    std::map<std::string, std::string> after;
+  } rows[] = {
+      {"no file yet", There::Nothing, "user", true, {{"user", ""}}},
+      {"no folder above it either",
+       There::Nothing,
+       "user/roaming",
+       true,
+       {{"user", ""}, {"user/roaming", ""}}},
+      {"a file", There::File, "user", true, {{"user", ""}, {"user/TINTLINE.ini", "own"}}},
+      {"a directory in its place, too",
+       There::Directory,
+       "user",
+       false,
+       {{"user", ""}, {"user/TINTLINE.ini", ""}}},
+      {"a file in the place of the folder", There::Nothing, "program/file/user", false, {}},
+      {"no folder for the user", There::Nothing, "", false, {}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const TempFolder folder;
+    const fs::path beside = folder / "program" / kSettingsFile;
+    fs::create_directories(beside);
+    put(folder / "program" / "file", "");
+    const fs::path user = *row.userFolder == 0 ? fs::path() : folder / row.userFolder;
+    if (row.own != There::Nothing) {
+      fs::create_directory(user);
+      place(user / kSettingsFile, row.own, "own");
+    }
+    EXPECT_EQ(chooseSettingsFile(folder / "program", user),
+              row.taken ? user / kSettingsFile : beside);
+    auto after = row.after;
+    after.insert({{"program", ""}, {"program/TINTLINE.ini", ""}, {"program/file", ""}});
+    EXPECT_EQ(everythingIn(folder.path()), after);
+  }
+}
+
+TEST(Settings, theUsersFileBeginsAsACopy) {
+  const TempFolder folder;
+  const fs::path program = folder / "program", beside = program / kSettingsFile;
+  const fs::path user = folder / "user", own = user / kSettingsFile;
+  fs::create_directory(program);
+  put(beside, "shared");
+  fs::permissions(beside, fs::perms(0444));
+  fs::permissions(program, fs::perms(0555));
+  fs::permissions(folder.path(), fs::perms::all);
+  const auto choose = [&] {
+    [[maybe_unused]] const test::OrdinaryUser somebody;
+    return chooseSettingsFile(program, user);
+  };
+  EXPECT_EQ(choose(), own);
+  EXPECT_EQ(readFile(own), "shared");
+  put(own, "own");
+  EXPECT_EQ(choose(), own);
+  EXPECT_EQ(readFile(own), "own") << "copied once";
+  EXPECT_EQ(readFile(beside), "shared");
+  EXPECT_EQ(everythingIn(folder.path()).size(), 4U);
+  fs::permissions(program, fs::perms(0755));  // else they cannot be removed everywhere
+  fs::permissions(beside, fs::perms(0644));
 }
 
 TEST(Settings, readingDropsTheLastCharacter) {

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <functional>
 
+#include "tests/support/ordinary_user.h"
 #include "tests/support/temp_folder.h"
 
 #ifndef _WIN32
@@ -21,6 +22,7 @@ namespace tintline {
 namespace {
 
 namespace fs = std::filesystem;
+using test::OrdinaryUser;
 using test::TempFolder;
 
 void put(const fs::path& path, std::string_view content) {
@@ -143,18 +145,6 @@ TEST(AtomicFile, aFailedStreamIsAFailedFile) {
             std::errc::io_error);
   EXPECT_EQ(readFile(folder / "a.htm"), "alt");
 }
-
-// Nothing is protected from the superuser: be somebody else for a while.
-class OrdinaryUser {
-#ifndef _WIN32
- public:
-  OrdinaryUser() : superuser_(::geteuid() == 0 && ::seteuid(65534) == 0) {}
-  ~OrdinaryUser() { EXPECT_TRUE(!superuser_ || ::seteuid(0) == 0); }
-
- private:
-  bool superuser_;
-#endif
-};
 
 TEST(AtomicFile, leavesAProtectedFile) {
   const TempFolder folder;

@@ -174,9 +174,25 @@ TEST_P(ControlFile, is_complained_about_and_the_program_goes_on) {
 INSTANTIATE_TEST_SUITE_P(start, ControlFile, testing::ValuesIn(kControlFiles),
                          [](const auto& row) { return row.param.name; });
 
+// Where settings go that cannot be written beside the program. What the test makes there
+// is gone afterwards; a file that was there before stays.
+class UserSettings {
+ public:
+  ~UserSettings() {
+    std::error_code none;
+    if (!wasThere_ && remove(file, none)) remove(file.parent_path(), none);
+  }
+
+  const fs::path file = fs::path(_wgetenv(L"APPDATA")) / L"TINTLINE" / L"TINTLINE.ini";
+
+ private:
+  bool wasThere_ = exists(file);
+};
+
 // Directories stand where the program wants to write its files.
 TEST(start, a_folder_that_cannot_be_written_to_is_no_obstacle) {
   const ProgramFolder folder;
+  const UserSettings own;
   create_directory(folder / L"TINTLINE.ini");
   create_directory(folder / L"dummy.html");
   const RunningProgram program(folder);
@@ -184,6 +200,13 @@ TEST(start, a_folder_that_cannot_be_written_to_is_no_obstacle) {
   program.main.convert();
   EXPECT_GT(program.main.lineCount(id::kList2), 0U);
   EXPECT_FALSE(MessageBoxOf::find(program.app));
+  EXPECT_TRUE(is_regular_file(own.file));
+  program.main.run(Command::mnuInfo);
+  const Window about = program.app.windowOfClass(kSplashClass);
+  EXPECT_EQ(about.control(id::kSplashEinstellungen).text(),
+            L"Einstellungen: " + own.file.wstring());
+  about.pressKey(VK_SPACE);
+  program.app.untilGone(about);
   EXPECT_EQ(program.main.close(), 0U);
   EXPECT_TRUE(is_directory(folder / L"TINTLINE.ini"));
 }
