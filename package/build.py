@@ -90,8 +90,10 @@ def stage_windows(package):
     for name in ("TINTLINE.exe", "TINTLINE.com", "TINTLINE2.chm"):
         package.put(folder / name, package.windows / name)
     package.put(folder / "vb.ini", ROOT / "data" / "vb.ini")
+    licence = "\n".join(path.read_text(encoding="utf-8")
+                        for path in (ROOT / "LICENSE", HERE / "NOTICES.txt"))
     for name, text in (("LIESMICH.txt", package.filled(HERE / "LIESMICH.txt")),
-                       ("LIZENZ.txt", (ROOT / "LICENSE").read_text(encoding="utf-8"))):
+                       ("LIZENZ.txt", licence)):
         package.put(folder / name, text.replace("\n", "\r\n").encode("utf-8-sig"))
     return folder
 

@@ -31,7 +31,8 @@ Var ForAll        ; 1: for all users
 Var ModeIsGiven   ; 1: by an option, nobody is asked
 Var RadioForMe
 Var RadioForAll
-Var Changed       ; settings that the user changed, names with a blank in front
+Var UserSettings  ; folder of the settings file of an installed program
+Var Changed       ; settings that the user changed, a line each
 
 ; ------------------------------------------------------------------------------- pages
 !define MUI_ICON "${ICON}"
@@ -78,8 +79,8 @@ Page custom ModePage ModePageLeave
   "TINTLINE, its command line and its help (in German)."
 !insertmacro Text AboutMenu "Ein Eintrag im Kontextmenü von .bas, .cls und .frm, der die Datei öffnet." \
   "An entry in the context menu of .bas, .cls and .frm that opens the file."
-!insertmacro Text KeepSettings "Sie haben Einstellungen von TINTLINE geändert:$\r$\n$\r$\n$Changed$\r$\n$\r$\nSollen diese Dateien bleiben?" \
-  "You changed settings of TINTLINE:$\r$\n$\r$\n$Changed$\r$\n$\r$\nShall these files stay?"
+!insertmacro Text KeepSettings "Sie haben Einstellungen von TINTLINE geändert:$\r$\n$Changed$\r$\n$\r$\nSollen diese Dateien bleiben?" \
+  "You changed settings of TINTLINE:$\r$\n$Changed$\r$\n$\r$\nShall these files stay?"
 
 ; The properties of the installer.
 VIProductVersion "${VERSION_NUMBERS}"
@@ -327,6 +328,7 @@ Section "Uninstall"
   SetOutPath "$TEMP"  ; a folder that is in use would stay
   RMDir "$INSTDIR"    ; only when it is empty, and so the folder that it lies in by default
   RMDir "$LOCALAPPDATA\Programs"
+  RMDir "$UserSettings"
   Delete "$SMPROGRAMS\TINTLINE.lnk"
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"
   !insertmacro ForModuleFiles RemoveMenu
@@ -334,17 +336,16 @@ Section "Uninstall"
 SectionEnd
 
 ; Settings that nobody changed go; about the others the user is asked.
-!macro RemoveSetting NAME REFERENCE
-  SetOutPath "$PLUGINSDIR"
-  File "${REFERENCE}"
-  StrCpy $0 "$INSTDIR\${NAME}"
-  StrCpy $1 "$PLUGINSDIR\${NAME}"
+!macro RemoveSetting PATH REFERENCE
+  StrCpy $0 "${PATH}"
   ${If} ${FileExists} "$0"
+    StrCpy $1 "$PLUGINSDIR\reference"
+    File "/oname=$1" "${REFERENCE}"
     Call un.AreEqual
     ${If} $2 = 1
       Delete "$0"
     ${Else}
-      StrCpy $Changed "$Changed ${NAME}"
+      StrCpy $Changed "$Changed$\r$\n$0"
     ${EndIf}
   ${EndIf}
 !macroend
@@ -352,12 +353,14 @@ SectionEnd
 Function un.RemoveSettings
   InitPluginsDir
   StrCpy $Changed ""
-  !insertmacro RemoveSetting "vb.ini" "${STAGE}\vb.ini"
-  !insertmacro RemoveSetting "TINTLINE.ini" "${REFERENCE}\TINTLINE.ini"
+  !insertmacro RemoveSetting "$INSTDIR\vb.ini" "${STAGE}\vb.ini"
+  !insertmacro RemoveSetting "$INSTDIR\TINTLINE.ini" "${REFERENCE}\TINTLINE.ini"
+  !insertmacro RemoveSetting "$UserSettings\TINTLINE.ini" "${REFERENCE}\TINTLINE.ini"
   ${If} $Changed != ""
     MessageBox MB_ICONQUESTION|MB_YESNO "$(KeepSettings)" /SD IDYES IDYES keep
     Delete "$INSTDIR\vb.ini"
     Delete "$INSTDIR\TINTLINE.ini"
+    Delete "$UserSettings\TINTLINE.ini"
     keep:
   ${EndIf}
 FunctionEnd
@@ -395,6 +398,7 @@ FunctionEnd
 
 Function un.onInit
   SetShellVarContext current
+  StrCpy $UserSettings "$APPDATA\TINTLINE"  ; of this user, also when all users have the program
   ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
   ${If} $0 == $INSTDIR
     SetShellVarContext all

@@ -172,7 +172,8 @@ def the_zip_holds_the_program(bench):
                if word not in readme and word != "LIESMICH.txt"]
     assert not missing and "@" not in readme, (missing, readme)
     licence = texts["LIZENZ.txt"].decode("utf-8-sig").replace("\r\n", "\n")
-    equal(licence, Path("LICENSE").read_text(encoding="utf-8"))
+    assert licence.startswith(Path("LICENSE").read_text(encoding="utf-8")), licence
+    assert "GCC Runtime Library" in licence and "mingw-w64" in licence, licence
 
 
 @test
@@ -249,6 +250,8 @@ def installed_for_one_user_and_removed(bench):
     equal(prefix.registry("HKLM", UNINSTALL_KEY), {})
     # The files that it makes itself go as well, when nobody changed them.
     shutil.copyfile("package/TINTLINE.ini", prefix.path(place) / "TINTLINE.ini")
+    prefix.user_settings.parent.mkdir()
+    shutil.copyfile("package/TINTLINE.ini", prefix.user_settings)
     (prefix.path(place) / "dummy.html").write_bytes(b"<html>")
     remove(bench, place)
     equal(sorted(prefix.everything() - before), [])
@@ -281,16 +284,20 @@ def settings_that_the_user_changed_stay(bench):
     folder = prefix.path(r"C:\Ziel")
     settings = Path("package/TINTLINE.ini").read_bytes().replace(b"#0000FF", b"#0000FE")
     words = (folder / "vb.ini").read_bytes() + b"Hund\r\n"
-    (folder / "TINTLINE.ini").write_bytes(settings)
+    prefix.user_settings.parent.mkdir()
+    for path in (folder / "TINTLINE.ini", prefix.user_settings):
+        path.write_bytes(settings)
     (folder / "vb.ini").write_bytes(words)
     remove(bench, r"C:\Ziel")
     equal(sorted(os.listdir(folder)), ["TINTLINE.ini", "vb.ini"])
     # Installed again, it goes on with them.
     prefix.run(bench.setup, "/S", r"/D=C:\Ziel")
     remove(bench, r"C:\Ziel")
-    equal((folder / "TINTLINE.ini").read_bytes(), settings)
+    for path in (folder / "TINTLINE.ini", prefix.user_settings):
+        equal(path.read_bytes(), settings)
     equal((folder / "vb.ini").read_bytes(), words)
     shutil.rmtree(folder)
+    shutil.rmtree(prefix.user_settings.parent)
 
 
 def older_setup(bench):

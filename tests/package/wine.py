@@ -36,6 +36,8 @@ class Prefix:
         subprocess.run(["wine", "cmd", "/c", "rem"], check=True, **silent)
         self.home = self.run("cmd", "/c", "echo %USERPROFILE%").strip()
         self.local_data = self.home + r"\AppData\Local"
+        # Of a program in a folder that its user may not write.
+        self.user_settings = self.path(self.home + r"\AppData\Roaming\TINTLINE\TINTLINE.ini")
 
     def path(self, windows_path):
         assert windows_path.startswith("C:\\"), windows_path
