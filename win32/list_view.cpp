@@ -39,8 +39,8 @@ void ListView::setFont(HFONT, unsigned dpi) {
 void ListView::show() {
   const bool newLines = shownLines_ != model_.lineVersion();
   if (newLines) showLines();
+  showExtent();  // in front of what scrolls: its bar takes room from the lines
   if (newLines || shownSelection_ != model_.selectionVersion()) showSelection();
-  showExtent();
 }
 
 // The place that the user scrolled to stays as long as there are lines there.

@@ -71,6 +71,17 @@ TEST_F(ListViewTest, showsTheSelectionOfTheModel) {
   EXPECT_EQ(clicks, 0U) << "showing is no click";
 }
 
+TEST_F(ListViewTest, theChosenLineIsSeenWholeAboveAScrollBarThatComesWithIt) {
+  for (int line = 0; line < 100; ++line) model.AddItem("Zeile");
+  model.HorizontalExtent = 10'000;
+  model.setListIndex(99);
+  host.show(view);
+  RECT line{}, inside{};
+  send(LB_GETITEMRECT, 99, reinterpret_cast<LPARAM>(&line));
+  GetClientRect(view.hwnd(), &inside);
+  EXPECT_LE(line.bottom, inside.bottom);
+}
+
 TEST_F(ListViewTest, theSelectionStaysWithLinesThatComeBehindIt) {
   fill(5);
   model.setSelected(1, true);
