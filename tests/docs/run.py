@@ -65,10 +65,12 @@ def missing(document, target):
 
 
 def fill(folder, command):
-    """Puts modules under all names that the command has into its folder; their names."""
+    """Puts files under all names that the command has into its folder; their names."""
     for example in EXAMPLES.iterdir():
         shutil.copy(example, folder)
     for word in command:
+        if word.endswith(".ini"):
+            shutil.copy(ROOT / "data/vb.ini", folder / word)
         kinds = [example for example in EXAMPLES.iterdir() if word.endswith(example.suffix)]
         if kinds and "*" not in word:
             shutil.copy(kinds[0], folder / word)

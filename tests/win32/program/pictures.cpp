@@ -83,7 +83,7 @@ void pictureOfWord(const fs::path& folder) {
     clickTreeNode(app, tree, last);
     main.untilShown(id::kLabel9, L" Zeilen eingelesen");
   }
-  savePicture(main.window(), folder / L"word.png");
+  savePicture(main.window(), folder / L"dokumente.png");
   main.close();
   ControlledServer::unregister();
 }
