@@ -112,7 +112,7 @@ def make_zip(package, folder):
 def make_setup(package, folder):
     major, minor, patch = package.version.split(".")
     names = {"VERSION": package.version, "VERSION_NUMBERS": f"{major}.{minor}.0.{patch}",
-             "STAGE": folder, "REFERENCE": HERE, "ICON": ROOT / "data/icons/tintline.ico",
+             "STAGE": folder, "REFERENCE": HERE, "PICTURES": ROOT / "data/icons",
              "TARGET": package.target / f"TINTLINE-{package.version}-setup.exe"}
     package.run("makensis", "-V2", "-WX", "-NOCD", "-INPUTCHARSET", "UTF8",
                 *(f"-D{name}={value}" for name, value in names.items()), str(HERE / "setup.nsi"))

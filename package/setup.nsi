@@ -2,7 +2,7 @@ Target amd64-unicode
 ; The installer for Windows, made by package/build.py, which gives
 ;   VERSION  VERSION_NUMBERS (four)  STAGE (folder with the program's files)
 ;   REFERENCE (folder with the settings of a first start)
-;   ICON  TARGET (the installer).
+;   PICTURES (folder with icon and picture)  TARGET (the installer).
 ;
 ; Without administrator rights it installs for this user; for all users it asks Windows for
 ; them. Silent: x-setup.exe /S [/AllUsers] [/ContextMenu] [/D=FOLDER]
@@ -35,8 +35,9 @@ Var UserSettings  ; folder of the settings file of an installed program
 Var Changed       ; settings that the user changed, a line each
 
 ; ------------------------------------------------------------------------------- pages
-!define MUI_ICON "${ICON}"
-!define MUI_UNICON "${ICON}"
+!define MUI_ICON "${PICTURES}\tintline.ico"
+!define MUI_UNICON "${PICTURES}\tintline.ico"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURES}\setup.bmp"
 !define MUI_ABORTWARNING
 !define MUI_COMPONENTSPAGE_SMALLDESC  ; room for the names
 ; By the shell, which runs it with the rights of the user and not with those of the installer.

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Makes the program's icon, the picture strips of toolbar and tree, and the help's pictures of
-# them from the drawings:
+# Makes the program's icon, the picture strips of toolbar and tree, the help's pictures of
+# them and the picture of the installer from the drawings:
 #
 #     data/icons/build.sh
 #
@@ -24,10 +24,10 @@ toolbar=(file word excel wordende ini save copy insert format format2 umbruch mo
   makro auswahl export 2word farbe preview help)
 tree=(open modul frm cls document this dec vb)
 
-# picture NAME SIZE: the path of the drawing as PNG, made when it is not there yet.
+# picture NAME HEIGHT [WIDTH]: the path of the drawing as PNG, made when it is not there yet.
 picture() {
   local png=$work/$1-$2.png
-  [ -e "$png" ] || rsvg-convert -w "$2" -h "$2" -o "$png" "$1.svg"
+  [ -e "$png" ] || rsvg-convert -w "${3:-$2}" -h "$2" -o "$png" "$1.svg"
   echo "$png"
 }
 
@@ -48,6 +48,9 @@ done
 
 icotool -c -o tintline.ico "$(picture tintline 16)" "$(picture tintline 24)" \
   "$(picture tintline 32)" "$(picture tintline 48)" -r "$(picture tintline 256)"
+
+# What stands beside the last page of the installer.
+convert "$(picture setup 314 164)" -alpha off -type TrueColor bmp3:setup.bmp
 
 for name in "${toolbar[@]}"; do cp "$(picture "$name" 24)" "../help/pictures/$name.png"; done
 for name in "${tree[@]}"; do cp "$(picture "$name" 24)" "../help/pictures/tree-$name.png"; done

@@ -309,7 +309,7 @@ def older_setup(bench):
     target = bench.folder / "older-setup.exe"
     names = {"VERSION": "0.0.9", "VERSION_NUMBERS": "0.0.0.9", "STAGE": stage,
              "REFERENCE": Path("package").resolve(), "TARGET": target,
-             "ICON": Path("data/icons/tintline.ico").resolve()}
+             "PICTURES": Path("data/icons").resolve()}
     run("makensis", "-V2", "-INPUTCHARSET", "UTF8",
         *(f"-D{name}={value}" for name, value in names.items()), "package/setup.nsi")
     return target
