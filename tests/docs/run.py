@@ -115,6 +115,18 @@ def every_option_is_explained(program):
     assert len(options) >= 10 and options <= told, options - told
 
 
+def default_colours_are_those_of_the_program(program):
+    page = subprocess.run([program, EXAMPLES / "Kunde.cls"], check=True, capture_output=True,
+                          timeout=SECONDS).stdout.decode("cp1252")
+    css = dict(re.findall(r"^\.(\w+) \{(.*?)\}", page, re.M | re.S))
+    told = re.findall(r'^\| [\w ]+ \| (#\w+) \| (#\w+) \| <span class="(\w+)">',
+                      GUIDES[1].read_text(encoding="utf-8"), re.M)
+    classes = {"sub": "Sub", "res": "Code", "par": "Parms", "rem": "Rem", "str": "Marks"}
+    assert {row[2] for row in told} == set(classes), told
+    for *colours, name in told:
+        assert re.findall(r"color: (#\w+);", css[classes[name]]) == colours, (name, colours, css)
+
+
 def links_lead_somewhere(document):
     text = prose(document)
     targets = [html.unescape(target) for target in re.findall(r"\]\(([^)\s]+)\)", text)]
@@ -130,6 +142,8 @@ def tests(program, scratch):
     known = set(re.findall(r"^\./dev ([a-z]+)", usage.stdout.decode("utf-8"), re.M))
     yield "the commands of ./dev", lambda: every_command_is_there(known)
     yield "the options of tintline in the handbook", lambda: every_option_is_explained(program)
+    yield "the default colours in the handbook", lambda: default_colours_are_those_of_the_program(
+        program)
     for document in DOCUMENTS:
         yield f"links of {document.name}", lambda: links_lead_somewhere(document)
     for guide in GUIDES:
