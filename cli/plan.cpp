@@ -6,7 +6,6 @@
 #include <map>
 
 #include "base/codepage.h"
-#include "cli/platform.h"
 
 namespace tintline {
 namespace {
@@ -42,18 +41,20 @@ void checkTargetsDiffer(const std::vector<Task>& tasks) {
   }
 }
 
+// The file that an argument names; none for an argument that is not given.
+ExistingFile sourceOf(const std::string& argument) {
+  if (argument.empty() || argument == kStandardStream) return {};
+  return existingFile(argumentPath(argument));
+}
+
 void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options& options) {
   FileNames read;
-  const auto add = [&read](const std::string& argument) {
-    if (argument.empty() || argument == kStandardStream) return;
-    const auto identity = fileIdentity(argumentPath(argument));
-    if (!identity.empty()) read[identity] = argumentText(argument);
-  };
-  for (const Task& task : tasks) add(task.input);
-  add(options.keywords);
-  add(options.settings);
+  for (const Task& task : tasks) read[task.source.identity] = inputName(task);
+  for (const std::string& argument : {options.keywords, options.settings})
+    read[sourceOf(argument).identity] = argumentText(argument);
+  read.erase(FileNames::key_type());  // of what is no file
   for (const Task& task : tasks) {
-    const auto found = read.find(fileIdentity(task.target));  // "" is never in there
+    const auto found = read.find(existingFile(task.target).identity);
     if (found != read.end())
       throw UsageError(L"die Ausgabe " + targetName(task) + L" würde " + found->second +
                        L" überschreiben");
@@ -66,7 +67,8 @@ std::vector<Task> planTasks(const Options& options) {
   checkCombination(options);
   std::vector<Task> tasks;
   for (const std::string& input : options.inputs)
-    tasks.push_back({input, targetOf(input, options)});
+    tasks.push_back(
+        {.input = input, .source = sourceOf(input), .target = targetOf(input, options)});
   if (!tasks.front().target.empty()) {
     checkTargetsDiffer(tasks);
     checkNothingReadIsOverwritten(tasks, options);

@@ -8,11 +8,13 @@
 #include <vector>
 
 #include "cli/options.h"
+#include "cli/platform.h"
 
 namespace tintline {
 
 struct Task {
   std::string input;             // as given
+  ExistingFile source;           // the file behind the input, when there is one
   std::filesystem::path target;  // empty: the standard output
 };
 

@@ -4,6 +4,7 @@
 // Tested by tests/cli/run.py.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string_view>
 
@@ -32,8 +33,13 @@ std::filesystem::path programFolder();
 // A text that is equal for names that the file system takes for the same file.
 std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path);
 
-// A text that is equal for all ways to one existing regular file; "" for
-// anything else: a device can be read and written at once.
-std::filesystem::path::string_type fileIdentity(const std::filesystem::path& path);
+struct ExistingFile {
+  std::filesystem::path::string_type identity;  // equal for all ways to the same file
+  std::uintmax_t size = 0;                      // bytes
+};
+
+// The regular file that a path leads to. Anything else has an empty identity: a
+// device can be read and written at once.
+ExistingFile existingFile(const std::filesystem::path& path);
 
 }  // namespace tintline

@@ -61,10 +61,11 @@ std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path
   return path.native();
 }
 
-std::filesystem::path::string_type fileIdentity(const std::filesystem::path& path) {
+ExistingFile existingFile(const std::filesystem::path& path) {
   struct stat status {};
   if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-  return std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino);
+  return {.identity = std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino),
+          .size = static_cast<std::uintmax_t>(status.st_size)};
 }
 
 }  // namespace tintline

@@ -68,11 +68,12 @@ std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path
   return key;
 }
 
-std::filesystem::path::string_type fileIdentity(const std::filesystem::path& path) {
+ExistingFile existingFile(const std::filesystem::path& path) {
   std::error_code failure;
   const std::filesystem::path name = std::filesystem::canonical(path, failure);
-  const bool regular = !failure && std::filesystem::is_regular_file(name, failure);
-  return regular ? fileNameKey(name) : std::filesystem::path::string_type();
+  if (failure || !std::filesystem::is_regular_file(name, failure)) return {};
+  const std::uintmax_t size = std::filesystem::file_size(name, failure);
+  return {.identity = fileNameKey(name), .size = failure ? 0 : size};
 }
 
 }  // namespace tintline

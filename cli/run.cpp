@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <new>
+#include <numeric>
 #include <stdexcept>
 #include <system_error>
 #include <thread>
@@ -144,6 +145,18 @@ std::size_t jobsOf(const Options& options) {
   return options.jobs != 0 ? options.jobs : std::max(1U, std::thread::hardware_concurrency());
 }
 
+// The order in which the tasks are done. With several threads the largest inputs come first: one
+// of them at the end would leave the other threads idle.
+std::vector<std::size_t> workOrder(const std::vector<Task>& tasks, std::size_t jobs) {
+  std::vector<std::size_t> order(tasks.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  if (jobs > 1)
+    std::stable_sort(order.begin(), order.end(), [&tasks](std::size_t left, std::size_t right) {
+      return tasks[left].source.size > tasks[right].source.size;
+    });
+  return order;
+}
+
 std::vector<std::wstring> inputNames(const std::vector<Task>& tasks) {
   std::vector<std::wstring> names;
   names.reserve(tasks.size());
@@ -166,10 +179,12 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
     }
   }
   Report report(inputNames(tasks), surroundings.tell, surroundings.terminal && !options.quiet);
-  const auto work = [&](std::size_t index) {
+  const std::size_t jobs = tasks.size() == 1 ? 1 : jobsOf(options);
+  const std::vector<std::size_t> order = workOrder(tasks, jobs);
+  inParallel(order.size(), jobs, [&](std::size_t place) {
+    const std::size_t index = order[place];
     report.finished(index, convert(tasks[index], settings, surroundings));
-  };
-  inParallel(tasks.size(), tasks.size() == 1 ? 1 : jobsOf(options), work);
+  });
   return report.close() ? kAllConverted : kSomeFailed;
 }
 
