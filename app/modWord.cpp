@@ -67,8 +67,8 @@ bool Connection::answers() const {
   try {
     application_.object->get(L"Visible", {});
     return true;
-  } catch (const OfficeError&) {
-    return false;
+  } catch (const OfficeError& error) {
+    return error.kind() == OfficeError::Kind::Busy;
   }
 }
 
@@ -85,6 +85,11 @@ void Connection::disconnect() {
 void Connection::forget() {
   projects_.clear();
   application_ = {};
+}
+
+void Connection::giveUp() {
+  projects_.clear();
+  if (!application_.created) forget();
 }
 
 void Connection::readProjects() {
@@ -120,7 +125,7 @@ FailureMessage failureMessage(const OfficeError& error, std::wstring_view proced
   // Both name Word also where Excel is meant: kept on purpose.
   if (error.kind() == OfficeError::Kind::AccessRefused)
     return {L"Bitte die Sicherheitseinstellungen für Makros ändern oder Word manuell starten.", {}};
-  if (error.kind() == OfficeError::Kind::ConnectionLost)
+  if (error.kind() == OfficeError::Kind::ConnectionLost || error.kind() == OfficeError::Kind::Busy)
     return {L"Die Verbindung zu Word wurde unterbrochen, bitte neu einlesen.",
             L"Verbindungsfehler!"};
   return {L"Error " + std::to_wstring(error.number()) + L" (" + error.description() +

@@ -41,6 +41,10 @@ class Connection {
   // The same without a word to the application, which is gone.
   void forget();
 
+  // Ends the connection to an application that is too busy to answer; one that the program
+  // started is only left alone, so that it can be told to quit later.
+  void giveUp();
+
   // Reads which projects are open; those of the last time are let go. Throws OfficeError.
   void readProjects();
 

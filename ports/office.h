@@ -30,7 +30,8 @@ class OfficeError : public std::runtime_error {
   enum class Kind {
     Failed,          // the member says so
     AccessRefused,   // the host does not trust access to its VBA projects
-    ConnectionLost,  // the host is gone, or was too busy for too long
+    ConnectionLost,  // the host is gone
+    Busy,            // the host was busy for too long
     NotInstalled     // there is no such application
   };
 

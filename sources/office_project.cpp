@@ -39,7 +39,7 @@ std::wstring Project::BuildFileName() const {
   } catch (const OfficeError& error) {
     if (error.kind() != OfficeError::Kind::Failed) throw;
   }
-  return object_.text(L"Name");
+  return object_.text(L"Name") + L".DLL";  // as a path ends
 }
 
 const Components& Project::VBComponents() {

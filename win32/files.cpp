@@ -22,6 +22,7 @@ std::filesystem::path SystemFiles::programFolder() {
 }
 
 std::filesystem::path SystemFiles::temporaryFolder() {
+  if (const wchar_t* const temp = _wgetenv(L"TEMP")) return temp;
   std::wstring path(GetTempPathW(0, nullptr), L'\0');
   path.resize(GetTempPathW(static_cast<DWORD>(path.size()), path.data()));
   return path;

@@ -115,9 +115,10 @@ void ExceptionInfo::reset() {
 }
 
 OfficeError memberError(std::wstring_view member, HRESULT failure, std::wstring description) {
-  const Kind kind = isAccessRefused(member, failure)              ? Kind::AccessRefused
-                    : isBusy(failure) || contains(kLost, failure) ? Kind::ConnectionLost
-                                                                  : Kind::Failed;
+  const Kind kind = isAccessRefused(member, failure) ? Kind::AccessRefused
+                    : isBusy(failure)                ? Kind::Busy
+                    : contains(kLost, failure)       ? Kind::ConnectionLost
+                                                     : Kind::Failed;
   return makeError(kind, numberOf(failure), std::move(description), failure);
 }
 

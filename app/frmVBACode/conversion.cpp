@@ -146,7 +146,9 @@ bool frmVBACode::readSourceAnew() {
 }
 
 void frmVBACode::cmdAuswahl_Click() {
-  if (List1.ListCount() > 0) run([this] { convertSelection(); });
+  if (List1.ListCount() == 0) return;
+  selectedLines_ = List1.selection();
+  run([this] { convertSelection(); });
 }
 
 void frmVBACode::convertSelection() {
@@ -155,7 +157,7 @@ void frmVBACode::convertSelection() {
   MousePointer = Pointer::Hourglass;
   SelectionRun observer(*this);
   const SelectionConversion conversion = AuswahlKonvertieren(
-      List1.lines(), List1.selection(), conversionOptions(), frame(), highlighter_, observer);
+      List1.lines(), selectedLines_, conversionOptions(), frame(), highlighter_, observer);
   Auswahl_ = true;
   hscroll2_.fit();
   HTMLText = conversion.body();
@@ -204,13 +206,14 @@ void frmVBACode::OptionenSetzen(bool enabled) {
   optStyle.Enabled = enabled;
 }
 
-// Shows the result that is on display once more, with what the user has changed.
+// Shows the result that is on display once more, with what the user has changed: the same
+// lines, whatever is selected by now. When these are no more there, it stays.
 void frmVBACode::ErgebnisAuffrischen() {
   if (List2.ListCount() == 0) return;
-  if (Auswahl_)
-    run([this] { convertSelection(); });
-  else
+  if (!Auswahl_)
     run([this] { Verarbeiten(); });
+  else if (selectedLines_.size() == List1.ListCount())
+    run([this] { convertSelection(); });
 }
 
 // The shortest text that tells the number, with the user's decimal separator.

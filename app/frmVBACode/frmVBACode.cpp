@@ -90,6 +90,7 @@ void frmVBACode::command(const std::function<void()>& work) {
     MousePointer = Pointer::Default;
   }
   busy_ = false;
+  if (FrameVorschau.Visible() != Check2.Value()) Check2_Click();  // clicked meanwhile
   Toolbar1.changed();
   if (closeWanted_) Unload();
 }
@@ -119,7 +120,7 @@ void frmVBACode::dispatch(Command command) {
     case Command::mnuInsert:
       return Einfügen();
     case Command::mnuSelectAll:
-      return ActiveControl->selectAll();
+      return AllesMarkieren();
     case Command::mnuModul:
       return cmdModul_Click();
     case Command::mnuMakro:

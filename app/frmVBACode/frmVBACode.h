@@ -141,6 +141,7 @@ class frmVBACode final : public Form {
   void HTMLKopieren();
   void Kopieren();
   void mnuCopy_Click();
+  void AllesMarkieren();
   void HTMLDateierstellen();
   void DummySeite();
 
@@ -186,6 +187,7 @@ class frmVBACode final : public Form {
 
   void SchluesselworteLaden(std::string_view fileName);
   void StandardSchluesselworteLaden();
+  void showFirstPage();
   void waitUntil(float start, float seconds);
   void showKeywordProgress(std::size_t entries);
 
@@ -228,8 +230,7 @@ class frmVBACode final : public Form {
   void convertModules(const TreeNode& document, const std::vector<std::wstring>& modules,
                       bool headers, std::wstring_view procedure);
   std::optional<std::filesystem::path> chooseExportFolder(const std::wstring& name);
-  bool exportComponent(const Component& component, const std::wstring& name,
-                       const std::filesystem::path& folder, const std::wstring& document);
+  bool exportModule(const std::wstring& name, const std::function<void()>& work);
   void tellNotExported(const std::wstring& name, const std::wstring& reason);
 
   static SelectableLines selectable(const ListBox& list);
@@ -260,7 +261,8 @@ class frmVBACode final : public Form {
   bool bEsc_ = false;                    // abort request
   bool blnPaste_ = false;                // the lines are pasted code
   bool gesamtmodul_ = false;             // List1 holds one or more whole modules of a project
-  bool Auswahl_ = false;                 // the result stems from a selection
+  bool Auswahl_ = false;                 // the result stems from a selection:
+  std::vector<bool> selectedLines_;      // of these lines
   bool controlFile_ = false;             // there is a "vb.ini"
   bool narrowable_ = false;              // button "format2": lines were indented once
   bool wrappable_ = false;               // button "umbruch": some line is longer than the width

@@ -109,8 +109,9 @@ bool frmVBACode::OfficeAufruf(modWord::Connection& connection, std::wstring_view
     return true;
   } catch (const OfficeError& error) {
     if (error.kind() == OfficeError::Kind::ConnectionLost) connection.forget();
+    if (error.kind() == OfficeError::Kind::Busy) connection.giveUp();
     if (error.kind() == OfficeError::Kind::AccessRefused) connection.disconnect();
-    if (!connection.connected()) removeDocuments(connection);
+    if (connection.projectCount() == 0) removeDocuments(connection);
     MousePointer = Pointer::Default;
     const modWord::FailureMessage failure = modWord::failureMessage(error, procedure);
     ports_.dialogs.message(failure.text, MessageIcon::Critical, failure.title);
@@ -313,12 +314,11 @@ void frmVBACode::tellNotExported(const std::wstring& name, const std::wstring& r
                          MessageIcon::Critical, {});
 }
 
-// False when the component was not exported, which the user was told.
-bool frmVBACode::exportComponent(const Component& component, const std::wstring& name,
-                                 const std::filesystem::path& folder,
-                                 const std::wstring& document) {
+// Exports a module, whose name may get known on the way. False when it was not exported, which
+// the user was told.
+bool frmVBACode::exportModule(const std::wstring& name, const std::function<void()>& work) {
   try {
-    component.Export(fkt_ExportPfad(folder, document, name, component.Type()));
+    work();
     return true;
   } catch (const OfficeError& error) {
     if (error.kind() != OfficeError::Kind::Failed) throw;
@@ -338,7 +338,11 @@ void frmVBACode::ModulExportieren(const TreeNode& node) {
     const std::wstring document = documentFolder(project.BuildFileName());
     const auto folder = chooseExportFolder(name);
     if (!folder) return;
-    if (exportComponent(project.VBComponents().Item(name), name, *folder, document))
+    const auto work = [&] {
+      const Component component = project.VBComponents().Item(name);
+      component.Export(fkt_ExportPfad(*folder, document, name, component.Type()));
+    };
+    if (exportModule(name, work))
       ports_.dialogs.message(L"Das Modul \"" + name +
                                  L"\" wurde in folgendes Verzeichnis exportiert: \r\n" +
                                  pathText(*folder),
@@ -357,8 +361,12 @@ void frmVBACode::AlleModuleExportieren(const TreeNode& node) {
     const Components& components = project.VBComponents();
     const std::int32_t count = components.Count();
     for (std::int32_t i = 1; i <= count; ++i) {
-      const Component component = components.Item(i);
-      exportComponent(component, component.Name(), *folder, document);
+      std::wstring module = std::to_wstring(i);
+      exportModule(module, [&] {
+        const Component component = components.Item(i);
+        module = component.Name();
+        component.Export(fkt_ExportPfad(*folder, document, module, component.Type()));
+      });
       ports_.messageLoop.yield();
       if (std::exchange(bEsc_, false)) return;
     }

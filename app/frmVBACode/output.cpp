@@ -84,7 +84,8 @@ std::optional<std::filesystem::path> frmVBACode::chooseExportFile() {
 std::wstring frmVBACode::defaultName() const {
   if (Dateiname_.empty() && gesamtmodul_) return {};
   const TreeNode* const node = TreeView1.SelectedItem();
-  if (source_ == Source::Procedure && node != nullptr) return defaultExportName(node->path());
+  const bool ofNode = source_ == Source::Procedure || Dateiname_.empty();
+  if (ofNode && node != nullptr) return defaultExportName(node->path());
   return defaultExportName({Dateiname_});
 }
 
@@ -116,6 +117,11 @@ void frmVBACode::mnuCopy_Click() {
   if (ActiveControl == &List2) HTMLKopieren();
 }
 
+void frmVBACode::AllesMarkieren() {
+  ActiveControl->selectAll();
+  if (ActiveControl == &List1) cmdVBAClp.Enabled = true;
+}
+
 void frmVBACode::HTMLKopieren() {
   const std::filesystem::path& settings = application_.settingsFile;
   ports_.clipboard.setText(
@@ -135,7 +141,7 @@ void frmVBACode::HTMLDateierstellen() {
 }
 
 void frmVBACode::DummySeite() {
-  HTMLText.clear();
+  clearResult();
   writeScratchPage([this](std::ostream& datei) { tintline::DummySeite(datei, frame(), HTMLText); });
 }
 

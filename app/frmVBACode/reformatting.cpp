@@ -55,7 +55,6 @@ void frmVBACode::Umbruch() {
   }
   replaceLines(std::move(*lines));
   reformatting_.wrapped = true;
-  Pruefen();
 }
 
 // Whether there is something to wrap.
@@ -67,6 +66,7 @@ void frmVBACode::replaceLines(LineList lines) {
   const bool samePlaces = lines.size() == List1.ListCount();
   List1.setLines(std::move(lines));
   hscroll1_.fit();
+  Pruefen();
   for (std::size_t line = 0; samePlaces && line < selection.size(); ++line)
     List1.setSelected(line, selection[line]);
 }

@@ -97,6 +97,7 @@ bool frmVBACode::ModulDateiLesen(const std::filesystem::path& file) {
 void frmVBACode::clearLists() {
   hscroll1_.Clear();
   hscroll2_.Clear();
+  Pruefen();
 }
 
 void frmVBACode::clearResult() {
@@ -175,20 +176,22 @@ void frmVBACode::nodeWithChildren(TreeNode& node) {
 
 void frmVBACode::nodeWithoutChildren(TreeNode& node) {
   const std::size_t level = node.path().size();
-  cmdModul.Enabled = false;
   if (level == 2 && node.Parent()->Key() == kFilesKey) {
+    cmdModul.Enabled = false;
     setSource(Source::File);
-    ModulDateiLesen(pathFromText(node.Tag));
+    Dateiname_ = node.Text();
+    Dateipfad_ = pathFromText(node.Tag);
+    ModulDateiLesen(Dateipfad_);
   } else if (level == 3) {
     const bool read = Makroeinlesen(node);  // the node may be gone then
     cmdModul.Enabled = read;
     QuellschalterSetzen(read);
     cmdVBAClp.Enabled = false;
-  } else {
+  } else if (level != 2) {  // of a component without code nothing is read, and nothing goes
     clearLists();
+    cmdModul.Enabled = false;
     QuellschalterSetzen(false);
   }
-  clearResult();
   DummySeite();
   wBrowser.Visible = Check2.Value();
 }

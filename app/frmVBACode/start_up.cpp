@@ -55,9 +55,17 @@ void frmVBACode::Inilesen() {
   SchluesselworteLaden(kKeywordsFile);
   gesamtmodul_ = false;
   waitUntil(start, 2);
-  DummySeite();
+  showFirstPage();
   wBrowser.Visible = false;
   splash.Unload();
+}
+
+// Where no page can be written the program starts all the same.
+void frmVBACode::showFirstPage() {
+  try {
+    DummySeite();
+  } catch (const FileError&) {  // the preview stays empty
+  }
 }
 
 // The timer starts again at midnight: then the wait is over.

@@ -150,7 +150,8 @@ void FarbenSpeichern(const std::filesystem::path& file, ColorScheme& scheme) {
     modColor::Farbesetzen(scheme);
     tryToSave(file, scheme);
   }
-  fkt_FarbenLaden(file, scheme);
+  if (!readColors(file, scheme) && scheme[kProzeduren][kTransparency].empty())
+    modColor::Farbesetzen(scheme);
 }
 
 void EinstellungenSchreiben(const std::filesystem::path& file, const ColorValues& colors,

@@ -154,6 +154,24 @@ TEST_F(conversion_commands, options_take_effect_on_the_result_that_is_shown) {
   EXPECT_NE(form.HTMLText.find("#123456"), std::string::npos);
 }
 
+TEST_F(conversion_commands, a_selection_is_shown_again_with_the_lines_that_it_had) {
+  open(kTwoProcedures);
+  selectLines(form.List1, {1, 4});
+  form.execute(Command::mnuAuswahl);
+  selectLines(form.List1, {0});
+  form.execute(Command::mnuZeilennummern);
+  EXPECT_EQ(form.List2.ListCount(), 2U);
+  EXPECT_NE(form.HTMLText.find("x = 1"), std::string::npos);
+  ports.clipboard.content = "y = 2";
+  form.execute(Command::mnuInsert);
+  selectLines(form.List1, {6});
+  form.execute(Command::mnuAuswahl);
+  const std::string shown = form.HTMLText;
+  form.List1.AddItem("z = 3");  // they are others now
+  form.execute(Command::mnuZeilennummern);
+  EXPECT_EQ(form.HTMLText, shown);
+}
+
 TEST_F(conversion_commands, both_lists_move_together_where_lines_match) {
   open(kTwoProcedures);
   form.execute(Command::mnuMakro);
@@ -178,6 +196,13 @@ TEST_F(conversion_commands, preview_pane_follows_its_check_box) {
   form.execute(Command::mnuMakro);
   EXPECT_TRUE(form.Check2.Value && form.FrameVorschau.Visible);
   EXPECT_GT(form.wBrowser.navigations(), before);
+  const auto file = moduleFile("b.bas", "b\r\n");
+  ports.messageLoop.at(ports.messageLoop.yields + 1, [&] {
+    form.Check2.Value = false;
+    form.Check2.Click();
+  });
+  openFile(file);
+  EXPECT_FALSE(form.FrameVorschau.Visible) << "clicked while the file was read";
 }
 
 }  // namespace

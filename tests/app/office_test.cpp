@@ -1,112 +1,15 @@
-// Word and Excel in the main window: analysing, reading, converting, exporting, sending,
-// and everything that can go wrong with them.
+// Word and Excel in the main window: analysing, reading, converting, and everything that can go
+// wrong with them.
 #include <algorithm>
 #include <string>
 #include <vector>
 
-#include "tests/app/program_fixture.h"
+#include "tests/app/office_fixture.h"
 
 namespace tintline::test {
 namespace {
 
-constexpr std::string_view kModul1 =
-    "Option Explicit\r\n"
-    "Sub Eins()\r\n"
-    "Call Zwei\r\n"
-    "End Sub\r\n"
-    "\r\n"
-    "Private Sub Zwei()\r\n"
-    "x = 1\r\n"
-    "End Sub";
-
-constexpr std::string_view kKunde =
-    "Property Get Wert()\r\n"
-    "End Property\r\n"
-    "Property Let Wert(x)\r\n"
-    "' let\r\n"
-    "End Property";
-
-class office_commands : public ProgramTest {
- protected:
-  void SetUp() override {
-    start();
-    word().running = excel().running = true;
-    word().projects = {
-        {.file = L"C:\\Vorlagen\\Brief.dot",
-         .components = {{.name = L"ThisDocument", .type = 100},
-                        {.name = L"Modul1", .code = std::string(kModul1)},
-                        {.name = L"Kunde", .type = 2, .code = std::string(kKunde)}}},
-        {.file = L"C:\\Geheim.dot", .protection = 1},
-        {.file = L"C:\\Project.dot",
-         .components = {{.name = L"Modul1", .code = "Sub Declaration()\r\nEnd Sub"}}}};
-    excel().projects = {{.file = L"C:\\Mappe.xls",
-                         .components = {{.name = L"Eingabe", .type = 3, .code = "Dim y"},
-                                        {.name = L"Tabelle1", .type = 100}}}};
-    form.PopupMenu = [this](std::span<const MenuEntry> entries) {
-      popups.emplace_back(entries.begin(), entries.end());
-    };
-  }
-
-  FakeHost& word() { return ports.office.word; }
-  FakeHost& excel() { return ports.office.excel; }
-
-  // The tree, a node a line, indented: "Modul1 (8 Z.) [modul]".
-  std::string tree() const {
-    std::wstring text;
-    for (const auto& root : form.TreeView1.roots()) add(*root, text);
-    return toUtf8(text);
-  }
-
-  TreeNode& node(std::wstring_view key) {
-    TreeNode* found = form.TreeView1.find(key);
-    EXPECT_NE(found, nullptr) << toUtf8(key);
-    return found != nullptr ? *found : *form.TreeView1.roots().front();
-  }
-
-  void click(std::wstring_view key) { form.TreeView1.userSelected(node(key)); }
-  void rightClick(std::wstring_view key) { form.TreeView1.userRightClicked(node(key)); }
-
-  std::vector<std::string> code() const { return strings(form.List1.lines()); }
-
-  // What the user was told last, "title: text".
-  std::string told() const {
-    const auto& last = ports.dialogs.asked.back();
-    return toUtf8(last.title.empty() ? last.text : last.title + L": " + last.text);
-  }
-
-  std::vector<std::vector<MenuEntry>> popups;
-
- private:
-  static void add(const TreeNode& node, std::wstring& text) {
-    text += std::wstring(2 * (node.path().size() - 1), L' ') + node.Text() + L" [" +
-            fromAnsi(node.Image()) + L"]\n";
-    for (const auto& child : node.Children()) add(*child, text);
-  }
-};
-
-constexpr char kWordTree[] =
-    "Brief (3) [word]\n"
-    "  ThisDocument (0 Z.) [this]\n"
-    "  Modul1 (8 Z.) [modul]\n"
-    "    Declaration (1 Z.) [dec]\n"
-    "    Eins (3 Z.) [vb]\n"
-    "    Zwei (4 Z.) [vb]\n"
-    "  Kunde (5 Z.) [cls]\n"
-    "    Get Wert (2 Z.) [vb]\n"
-    "    Let Wert (3 Z.) [vb]\n"
-    "Geheim (geschützt) [word]\n"
-    "Dokument (1) [word]\n"
-    "  Modul1 (2 Z.) [modul]\n"
-    "    Declaration (2 Z.) [vb]\n";
-
-constexpr char kExcelTree[] =
-    "Mappe (2) [word]\n"
-    "  Eingabe (1 Z.) [frm]\n"
-    "    Declaration (1 Z.) [dec]\n"
-    "  Tabelle1 (0 Z.) [cls]\n";
-
-constexpr char kLost[] =
-    "Verbindungsfehler!: Die Verbindung zu Word wurde unterbrochen, bitte neu einlesen.";
+using office_commands = OfficeTest;
 
 // ---------------------------------------------------------------------------- analysis
 TEST_F(office_commands, analysed_documents_of_both_applications_stand_side_by_side) {
@@ -286,6 +189,30 @@ TEST_F(office_commands, a_lost_connection_is_told_by_the_next_command_and_gone_t
   }
 }
 
+TEST_F(office_commands, a_started_application_that_was_busy_for_too_long_is_quit_in_the_end) {
+  word().running = false;
+  form.execute(Command::mnuword);
+  const auto stayBusy = [this] {
+    word().fails.insert({L"Visible", FakeHost::busy()});
+    word().fails.insert({L"VBE", FakeHost::busy()});
+  };
+  stayBusy();
+  ports.dialogs.expectMessage();
+  form.execute(Command::mnuword);
+  EXPECT_EQ(told(), kLost);
+  EXPECT_EQ(tree(), "");
+  word().fails.clear();
+  form.execute(Command::mnuword);
+  EXPECT_EQ(tree(), kWordTree);
+  EXPECT_EQ(word().starts, 1) << "it was found again";
+  stayBusy();
+  ports.dialogs.expectMessage();
+  form.execute(Command::mnuword);
+  form.execute(Command::mnutrennen);
+  EXPECT_EQ(word().quits, 1);
+  EXPECT_EQ(word().living, 0);
+}
+
 TEST_F(office_commands, analysing_again_mends_a_lost_connection) {
   form.execute(Command::mnuword);
   word().end();
@@ -309,9 +236,9 @@ TEST_F(office_commands, clicked_nodes_give_their_code_and_switch_the_buttons) {
       {L"Word_1_3_1", {"Property Get Wert() ", "End Property "}, true, true, true},
       {L"Word_1_3_2", {"Property Let Wert(x) ", "' let ", "End Property "}, true, true, true},
       {L"Word_1_2", {"Property Let Wert(x) ", "' let ", "End Property "}, true, true, true},
+      {L"Word_1_1", {"Property Let Wert(x) ", "' let ", "End Property "}, true, true, true},
       {L"Word_3_1_1", {"Sub Declaration() ", "End Sub "}, true, true, true},
       {L"Word_1", {}, false, true, true},
-      {L"Word_1_1", {}, false, false, true},
       {L"Word_2", {}, false, false, false},
       {L"Excel_1_1_Declaration", {"Dim y "}, true, true, true},
   };
@@ -437,129 +364,6 @@ TEST_F(office_commands, whole_modules_are_converted_for_modules_alone) {
   form.AlleModuleVerarbeiten();
   openFile(moduleFile("a.bas", "x\r\n"));
   EXPECT_FALSE(form.isEnabled(Command::mnuModul) || form.isEnabled(Command::mnuAlleModule));
-}
-
-// ------------------------------------------------------------------------------- export
-TEST_F(office_commands, right_click_offers_what_fits_the_node) {
-  openFile(moduleFile("a.bas", "x\r\n"));
-  form.execute(Command::mnuword);
-  for (const wchar_t* key :
-       {L"Dateien", L"a.bas", L"Word_1_1", L"Word_2", L"Word_1_2_1", L"Word_1_2_Declaration"})
-    rightClick(key);
-  EXPECT_TRUE(popups.empty());
-  rightClick(L"Word_1_2");
-  rightClick(L"Word_1");
-  ASSERT_EQ(popups.size(), 2U);
-  ASSERT_EQ(popups[0].size(), 1U);
-  EXPECT_EQ(popups[0][0].caption, L"Modul exportieren");
-  ASSERT_EQ(popups[1].size(), 2U);
-  EXPECT_EQ(popups[1][0].caption, L"Alle Module exportieren");
-  EXPECT_EQ(popups[1][1].caption, L"Alle Module konvertieren");
-  form.execute(popups[1][1].command);
-  EXPECT_EQ(form.List1.ListCount(), 3U * 3 + 8 + 5);
-  EXPECT_EQ(form.TreeView1.SelectedItem(), &node(L"Word_1"));
-}
-
-TEST_F(office_commands, a_module_is_exported_into_the_folder_of_day_and_document) {
-  form.execute(Command::mnuword);
-  rightClick(L"Word_1_2");
-  ports.dialogs.answerFolder(ports.files.folder.path());
-  ports.dialogs.expectMessage();
-  form.execute(Command::mnuModulExport);
-  const auto& question = *(ports.dialogs.asked.end() - 2);
-  EXPECT_EQ(question.text, L"Export-Ordner auswählen");
-  EXPECT_EQ(question.value, pathText(ports.files.temporary));
-  const std::filesystem::path day = ports.files.folder / "VBA-20250131";
-  EXPECT_EQ(told(), "Das Modul \"Modul1\" wurde in folgendes Verzeichnis exportiert: \r\n" +
-                        toUtf8(pathText(day)));
-  EXPECT_EQ(ports.dialogs.asked.back().icon, MessageIcon::Information);
-  EXPECT_EQ(readFile(day / "Brief" / "Modul1.bas"), std::string(kModul1) + "\r\n");
-  ports.dialogs.answerFolder(std::nullopt);
-  form.execute(Command::mnuModulExport);
-}
-
-TEST_F(office_commands, all_modules_are_exported_and_failures_are_told_one_by_one) {
-  word().projects[0].file = L"C:\\..\\Con.dot";
-  word().projects[0].components[1].name = L"..\\..\\Modul?";
-  form.execute(Command::mnuword);
-  rightClick(L"Word_1");
-  word().fails.insert({L"ThisDocument.Export", FakeHost::failure(75, L"Zugriffsfehler")});
-  ports.dialogs.answerFolder(ports.files.folder.path());
-  ports.dialogs.expectMessage();
-  ports.dialogs.expectMessage();
-  form.execute(Command::mnuexportall);
-  const std::filesystem::path day = ports.files.folder / "VBA-20250131";
-  EXPECT_EQ((ports.dialogs.asked.end() - 2)->text,
-            L"Das Modul \"ThisDocument\" konnte nicht exportiert werden: \r\nZugriffsfehler");
-  EXPECT_EQ(told(),
-            "Alle Module wurden in folgendes Verzeichnis exportiert: \r\n" + toUtf8(pathText(day)));
-  EXPECT_TRUE(exists(day / "_Con" / ".._.._Modul_.bas") && exists(day / "_Con" / "Kunde.cls"));
-}
-
-TEST_F(office_commands, what_cannot_be_exported_is_told) {
-  form.execute(Command::mnuword);
-  for (int i = 0; i < 3; ++i) ports.dialogs.expectMessage();
-  form.ModulExportieren(node(L"Word_1_1"));
-  EXPECT_EQ(told(), "Das Modul \"ThisDocument\" konnte nicht exportiert werden");
-  form.ModulExportieren(node(L"Word_1"));
-  form.AlleModuleExportieren(node(L"Word_2"));
-  EXPECT_EQ(told(), "Das Modul \"Geheim\" konnte nicht exportiert werden");
-  writeText(ports.files.folder / "VBA-20250131", "in the way");
-  ports.dialogs.answerFolder(ports.files.folder.path());
-  ports.dialogs.expectMessage();
-  rightClick(L"Word_1");
-  form.execute(Command::mnuexportall);
-  EXPECT_TRUE(told().starts_with("Das Modul \"Brief\" konnte nicht exportiert werden: \r\n"));
-}
-
-// ----------------------------------------------------------------------------- transfer
-TEST_F(office_commands, result_goes_into_a_new_document_of_the_running_word) {
-  openFile(moduleFile("a.bas", kTwoProcedures));
-  form.cmdWord.Click();
-  EXPECT_TRUE(word().documents.empty()) << "not enabled before there is a result";
-  form.execute(Command::mnuMakro);
-  form.cmdWord.Click();
-  ASSERT_EQ(word().documents.size(), 1U);
-  FakeDocument& document = *word().documents[0];
-  EXPECT_NE(document.inserted.find("\">Call</span>"), std::string::npos);
-  EXPECT_EQ(document.inserted.find("class="), std::string::npos);
-  EXPECT_EQ(document.properties[L"Content.Font.Name"], L"Courier New");
-  EXPECT_EQ(document.properties[L"Content.NoProofing"], L"True");
-  EXPECT_EQ(document.properties[L"ShowSpellingErrors"], L"False");
-  EXPECT_TRUE(word().visible && word().running && !document.closed);
-  EXPECT_EQ(word().living, 0);
-  EXPECT_FALSE(std::filesystem::exists(pathFromText(document.insertedPath)));
-  EXPECT_FALSE(form.isEnabled(Command::mnutrennen)) << "no connection stays";
-  selectLines(form.List2, {4});
-  form.execute(Command::mnu2word);
-  EXPECT_NE(word().documents[1]->inserted.find("<pre>\r\nx = 1  \r\n</pre>"), std::string::npos);
-}
-
-TEST_F(office_commands, a_word_that_holds_a_result_belongs_to_the_user) {
-  word().running = false;
-  form.execute(Command::mnuword);
-  click(L"Word_1_2_1");
-  form.execute(Command::mnu2word);
-  EXPECT_EQ(word().documents.size(), 1U) << "converted first";
-  form.execute(Command::mnutrennen);
-  EXPECT_EQ(word().quits, 0);
-  EXPECT_EQ(word().living, 0);
-}
-
-TEST_F(office_commands, a_failed_transfer_leaves_no_document_and_no_word_behind) {
-  openFile(moduleFile("a.bas", "x\r\n"));
-  form.execute(Command::mnuMakro);
-  word().running = false;
-  word().fails.insert({L"InsertFile", FakeHost::failure(5174, L"Datei nicht gefunden")});
-  ports.dialogs.expectMessage();
-  form.execute(Command::mnu2word);
-  EXPECT_EQ(told(),
-            "Error 5174 (Datei nicht gefunden) in procedure cmdWord_Click of Formular frmVBACode");
-  EXPECT_TRUE(word().documents[0]->closed);
-  EXPECT_EQ(word().quits, 1);
-  EXPECT_EQ(word().living, 0);
-  EXPECT_TRUE(std::filesystem::is_empty(ports.files.temporary));
-  EXPECT_TRUE(form.isEnabled(Command::mnu2word)) << "to be tried again";
 }
 
 }  // namespace

@@ -129,6 +129,11 @@ TEST_F(output_commands, copies_follow_the_list_that_has_the_focus) {
 
   form.execute(Command::mnuSelectAll);
   EXPECT_EQ(form.List2.SelCount(), 6U);
+  selectLines(form.List1, {});
+  EXPECT_FALSE(form.cmdVBAClp.Enabled);
+  form.ActiveControl = &form.List1;
+  form.execute(Command::mnuSelectAll);
+  EXPECT_TRUE(form.cmdVBAClp.Enabled);
 }
 
 TEST_F(output_commands, broken_clipboard_ends_a_copy_quietly) {

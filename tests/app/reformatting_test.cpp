@@ -69,6 +69,12 @@ TEST_F(reformatting_commands, wrapping_is_offered_exactly_for_lines_beyond_the_w
   EXPECT_FALSE(form.isEnabled(Command::mnuUmbruch));
   form.execute(Command::mnuMakro);
   EXPECT_EQ(form.List2.ListCount(), 2U) << "the file is read anew and wrapped again";
+  openFile(moduleFile("c.bas", "If a Then\r\n" + std::string(79, 'x') + "\r\nEnd If\r\n"));
+  form.execute(Command::mnuFormat);
+  form.execute(Command::mnuFormat);
+  EXPECT_TRUE(form.isEnabled(Command::mnuUmbruch));
+  openFile(ports.files.folder / "fehlt.bas");
+  EXPECT_FALSE(form.isEnabled(Command::mnuUmbruch)) << "nothing is left to wrap";
 }
 
 TEST_F(reformatting_commands, scroll_range_follows_the_lines) {

@@ -78,6 +78,9 @@ TEST_F(sources, failed_opening_changes_nothing_or_says_why) {
   EXPECT_EQ(form.Label9.Caption(), L"fehlt.bas: Datei nicht gefunden");
   EXPECT_EQ(tree(), before);
   EXPECT_EQ(form.MousePointer(), Pointer::Default);
+  form.TreeView1.userSelected(*form.TreeView1.find(L"a.bas"));
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(form.List2.ListCount(), 2U) << "of the file that is there, not of the missing one";
 }
 
 TEST_F(sources, lines_beyond_the_limit_are_told) {

@@ -62,6 +62,13 @@ TEST_F(start_up, writes_the_placeholder_where_it_may) {
   EXPECT_TRUE(std::filesystem::exists(form.wBrowser.page()));
 }
 
+TEST_F(start_up, needs_no_placeholder) {
+  for (const auto& folder : {ports.files.program, ports.files.temporary})
+    std::filesystem::create_directories(folder / "dummy.html" / "in the way");
+  start();
+  EXPECT_TRUE(form.isEnabled(Command::mnudatei));
+}
+
 struct ControlFile {
   const char* name;
   const char* text;                 // null: there is no such file

@@ -78,6 +78,9 @@ class FakeHost {
   static OfficeError failure(long number, std::wstring description) {
     return {OfficeError::Kind::Failed, number, std::move(description), 0x800A0000};
   }
+  static OfficeError busy() {
+    return {OfficeError::Kind::Busy, 0, L"Der Aufruf wurde abgewiesen", 0x80010001};
+  }
 
  private:
   std::wstring programId_;

@@ -148,6 +148,22 @@ TEST(Settings, theUsersFileBeginsAsACopy) {
   fs::permissions(beside, fs::perms(0644));
 }
 
+TEST(Settings, aDamagedFileThatCannotBeWrittenGivesTheDefaults) {
+  const TempFolder folder;
+  const fs::path file = folder / "a.ini";
+  put(file, "[TINTLINE]\r\nColProz=,,,,,,\r\n");
+  fs::permissions(file, fs::perms(0444));
+  fs::permissions(folder.path(), fs::perms(0555));
+  ColorScheme scheme;
+  {
+    [[maybe_unused]] const test::OrdinaryUser somebody;
+    FarbenSpeichern(file, scheme);
+  }
+  EXPECT_EQ(scheme, defaults());
+  fs::permissions(folder.path(), fs::perms(0755));  // else they cannot be removed everywhere
+  fs::permissions(file, fs::perms(0644));
+}
+
 TEST(Settings, readingDropsTheLastCharacter) {
   const TempFolder folder;
   const std::string most(253, 'x');

@@ -37,7 +37,8 @@ TEST(OfficeProject, AProjectWithoutAPathIsKnownByItsName) {
   office.word.projects = {{.file = L"", .name = L"Neues"}, {.file = L"C:\\a.dot", .name = L"X"}};
   std::vector<Project> projects = projectsOf(office.connect(L"Word.Application").object);
   ASSERT_EQ(projects.size(), 2U);
-  EXPECT_EQ(projects[0].BuildFileName(), L"Neues");
+  EXPECT_EQ(documentTitle(projects[0].BuildFileName()), L"Neues");
+  EXPECT_EQ(documentFolder(projects[0].BuildFileName()), L"Neues");
   EXPECT_EQ(projects[1].BuildFileName(), L"C:\\a.dot");
   office.word.end();
   EXPECT_THROW(projects[1].BuildFileName(), OfficeError) << "a lost host has no names at all";
