@@ -3,10 +3,11 @@
 
 #include <algorithm>
 
+#include "app/controls/ListboxHScroll.h"
+
 namespace tintline {
 namespace {
 
-constexpr std::size_t kTabStop = 4;
 constexpr int kListFontPoints = 10;
 
 void apply(const FontLook& look, LOGFONTW& font) {

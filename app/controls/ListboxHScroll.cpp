@@ -10,6 +10,14 @@
 namespace tintline {
 namespace {
 
+std::size_t columnsOf(std::string_view line) {
+  std::size_t columns = line.find('\t');
+  if (columns == std::string_view::npos) return line.size();
+  for (const char c : line.substr(columns))
+    columns += c == '\t' ? kTabStop - columns % kTabStop : 1;
+  return columns;
+}
+
 // What lines ask for; the width of the widest character is looked up once.
 class LineWidth {
  public:
@@ -19,9 +27,9 @@ class LineWidth {
   // What the line cannot be wider than.
   int bound(std::string_view line) const {
     constexpr int kMost = std::numeric_limits<int>::max();
-    const auto characters = static_cast<std::uintmax_t>(line.size());
-    if (widest_ != 0 && characters > static_cast<std::uintmax_t>(kMost / widest_)) return kMost;
-    return static_cast<int>(characters) * widest_;
+    const auto columns = static_cast<std::uintmax_t>(columnsOf(line));
+    if (widest_ != 0 && columns > static_cast<std::uintmax_t>(kMost / widest_)) return kMost;
+    return static_cast<int>(columns) * widest_;
   }
 
   // What the line asks for.

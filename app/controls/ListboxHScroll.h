@@ -1,7 +1,7 @@
 // Keeps the horizontal scroll range of a list box fitting its longest line.
 //
 // Lines of at most kDirectLength characters may go into the list box directly:
-// only their length is looked at, as if each character were the font's widest.
+// only their columns are counted, as if each character were the font's widest.
 // Longer lines are measured.
 //
 // Tested by tests/unit/app/ListboxHScroll_test.cpp.
@@ -17,6 +17,9 @@
 #include "ports/text_measure.h"
 
 namespace tintline {
+
+// A tab leads to the next column that is a multiple of this, in the list box too.
+inline constexpr std::size_t kTabStop = 4;
 
 // What AddItem refuses; `source` names the procedure.
 struct ListboxError : std::runtime_error {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/controls/ListboxHScroll.h"
 #include "tests/win32/test_host.h"
 #include "win32/control_ids.h"
 #include "win32/text_measure.h"
@@ -108,6 +109,15 @@ TEST_F(ListViewTest, scrollsSidewaysAsFarAsTheLongestLineNeeds) {
   EXPECT_EQ(send(LB_GETHORIZONTALEXTENT), 70 * measure.widestCharacter());
   view.setFont(nullptr, 2 * kDesignDpi);  // the same 70 characters there
   EXPECT_EQ(send(LB_GETHORIZONTALEXTENT), 70 * characterSize(listFont(2 * kDesignDpi).get()).width);
+}
+
+TEST_F(ListViewTest, tabsAreScrolledThroughAsTheyAreDrawn) {
+  ListboxHScroll scroll(model, measure);
+  for (const std::string line : {"\t\t\t\t\t\t\t\tx", "abc\tx", "abcd\tx"}) {
+    scroll.Clear();
+    scroll.AddItem(line, -1, ListboxHScroll::kGrow);
+    EXPECT_EQ(scroll.ScrollWidth(), measure.width(line)) << line;
+  }
 }
 
 TEST_F(ListViewTest, givesItsLinesToWhoReadsIt) {

@@ -33,6 +33,10 @@ TEST(ListboxHScroll, LinesThatMayGoInDirectlyCountByTheirLength) {
       {"the longest direct line", times(kDirectLength), 900, 0},
       {"one character more", times(kDirectLength + 1), 455, 1},
       {"a long wide line", times(100, 'W'), 1000, 1},
+      {"a tab leads to the fourth column", "\tx", 50, 0},
+      {"or the eighth", "abcd\tx", 90, 0},
+      {"a tab is at least a column", "abc\tx\t", 80, 0},
+      {"a direct line of tabs", times(kDirectLength, '\t'), 3600, 0},
   };
   for (const auto& row : rows) {
     Scroll scroll;
@@ -100,6 +104,13 @@ TEST(ListboxHScroll, AShorterLineOfWiderCharactersWins) {
   scroll.list.setLines(test::lineList({times(150), times(90, 'W'), times(100, 'W'), times(99)}));
   scroll.wrapper.fit();
   EXPECT_EQ(scroll.wrapper.ScrollWidth(), 1000);
+}
+
+TEST(ListboxHScroll, AShorterLineOfTabsWins) {
+  Scroll scroll;
+  scroll.list.setLines(test::lineList({times(100), times(20, '\t')}));
+  scroll.wrapper.fit();
+  EXPECT_EQ(scroll.wrapper.ScrollWidth(), 800);
 }
 
 TEST(ListboxHScroll, NoLengthOverflowsTheRange) {
