@@ -8,7 +8,6 @@
 
 #include "win32/control_ids.h"
 #include "win32/menus.h"
-#include "win32/tree_view.h"
 
 namespace tintline {
 namespace {
@@ -60,6 +59,7 @@ MainWindow::MainWindow(MessagePump& pump, frmVBACode& form, Shell& shell, int de
 void MainWindow::addControls(int designCharacterWidth) {
   Controls& c = controls_;
   c.tree = &add<TreeWidget>(form_.TreeView1, id::kTreeView1);
+  c.tree->locked = [this] { return form_.isEnabled(Command::mnuAbbrechen); };  // a run goes on
   auto& list1 = add<ListView>(form_.List1, id::kList1, designCharacterWidth);
   c.list1 = &list1;
   c.modul = &add<ButtonWidget>(form_.cmdModul, id::kCmdModul);

@@ -10,6 +10,7 @@
 #include "win32/layout.h"
 #include "win32/list_view.h"
 #include "win32/tool_bar.h"
+#include "win32/tree_view.h"
 #include "win32/widgets.h"
 
 namespace tintline {
@@ -48,7 +49,8 @@ class MainWindow final : public FormWindow {
   void popUp(std::span<const MenuEntry> entries);
 
   struct Controls {
-    Widget *tree, *list1, *modul, *makro, *auswahl, *vbaClp, *check1, *check2, *optClass, *optStyle,
+    TreeWidget* tree;
+    Widget *list1, *modul, *makro, *auswahl, *vbaClp, *check1, *check2, *optClass, *optStyle,
         *list2, *htmClp, *exportButton, *word, *frame1, *frame2, *framePreview, *label9, *label10,
         *path;
     ToolBarWidget* toolBar;

@@ -38,7 +38,7 @@ TreeWidget::TreeWidget(WidgetHost& host, TreeView& model, int id)
     : Widget(host, model, id, {WC_TREEVIEWW, kStyle, WS_EX_CLIENTEDGE}),
       model_(model),
       nodes_(*this) {
-  SetWindowSubclass(hwnd(), report, 0, reinterpret_cast<DWORD_PTR>(this));
+  SetWindowSubclass(hwnd(), treeProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
   TreeView_SetExtendedStyle(hwnd(), TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
   model.setTreeView(&nodes_);
   insertAll(model.roots());
@@ -114,6 +114,8 @@ void TreeWidget::select(TreeNode* node) {
 // ------------------------------------------------------------------- to the model
 LRESULT TreeWidget::notify(NMHDR& header) {
   switch (header.code) {
+    case TVN_SELCHANGINGW:
+      return selectionRefused();
     case TVN_SELCHANGEDW:
       selectionChanged(reinterpret_cast<const NMTREEVIEWW&>(header));
       return 0;
@@ -160,14 +162,23 @@ void TreeWidget::reportLater(std::size_t node) {
   if (!std::exchange(chosen_, node)) PostMessageW(hwnd(), kReport, 0, 0);
 }
 
-LRESULT CALLBACK TreeWidget::report(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                    UINT_PTR, DWORD_PTR self) {
-  if (message != kReport) return DefSubclassProc(window, message, wParam, lParam);
+void TreeWidget::report() {
+  const auto chosen = std::exchange(chosen_, std::nullopt);
+  TreeNode* node = chosen ? model_.byId(*chosen) : nullptr;
+  if (locked())
+    select(model_.SelectedItem());  // a run began in between: the choice is taken back
+  else if (node != nullptr)
+    model_.userSelected(*node);
+}
+
+LRESULT CALLBACK TreeWidget::treeProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                           UINT_PTR, DWORD_PTR self) {
   auto& tree = *reinterpret_cast<TreeWidget*>(self);
-  const auto chosen = std::exchange(tree.chosen_, std::nullopt);
-  TreeNode* node = chosen ? tree.model_.byId(*chosen) : nullptr;
-  if (node != nullptr) tree.model_.userSelected(*node);
-  return 0;
+  if (message == kReport) {
+    tree.report();
+    return 0;
+  }
+  return DefSubclassProc(window, message, wParam, lParam);
 }
 
 TreeNode* TreeWidget::nodeOf(HTREEITEM item) const {

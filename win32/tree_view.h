@@ -6,6 +6,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -25,6 +26,9 @@ class TreeWidget final : public Widget {
   void detach() override;
   void setFont(HFONT font, unsigned dpi) override;
   LRESULT notify(NMHDR& header) override;
+
+  // Whether the user may not select another node now; to be set before the first message.
+  std::function<bool()> locked = [] { return false; };
 
  private:
   // Nodes are shown at once: there are few, and they come one by one.
@@ -50,15 +54,17 @@ class TreeWidget final : public Widget {
   void forget(const TreeNode& node);
   void select(TreeNode* node);
 
+  bool selectionRefused() const { return !byProgram_ && locked(); }
   void selectionChanged(const NMTREEVIEWW& change);
   void clicked();
   bool rightClicked();
   void expanded(const NMTREEVIEWW& change);
   void reportLater(std::size_t node);
+  void report();
   TreeNode* nodeOf(HTREEITEM item) const;
   HTREEITEM itemBelow(POINT screen) const;
-  static LRESULT CALLBACK report(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                 DWORD_PTR self);
+  static LRESULT CALLBACK treeProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                        UINT_PTR, DWORD_PTR self);
 
   TreeView& model_;
   Nodes nodes_;

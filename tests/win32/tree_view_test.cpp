@@ -56,15 +56,20 @@ struct TreeViewTest : testing::Test {
   HTREEITEM firstChild() {
     return TreeView_GetChild(widget->hwnd(), TreeView_GetRoot(widget->hwnd()));
   }
-  void click(HTREEITEM item) {
+  // Where the item's text is in the tree.
+  RECT placeOf(HTREEITEM item) {
     RECT area{};
     TreeView_GetItemRect(widget->hwnd(), item, &area, TRUE);
+    return area;
+  }
+  void click(HTREEITEM item, UINT down = WM_LBUTTONDOWN, UINT up = WM_LBUTTONUP) {
+    const RECT area = placeOf(item);
     const POINT place{area.left + 3, area.top + 3};
     POINT screen = place;
     ClientToScreen(widget->hwnd(), &screen);
     SetCursorPos(screen.x, screen.y);
-    PostMessageW(widget->hwnd(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(place.x, place.y));
-    PostMessageW(widget->hwnd(), WM_LBUTTONUP, 0, MAKELPARAM(place.x, place.y));
+    PostMessageW(widget->hwnd(), down, MK_LBUTTON, MAKELPARAM(place.x, place.y));
+    PostMessageW(widget->hwnd(), up, 0, MAKELPARAM(place.x, place.y));
   }
   bool waitForClicks(std::size_t count) {
     return test::pumpUntil([&] { return clicked.size() >= count; }, 3000);
@@ -142,6 +147,33 @@ TEST_F(TreeViewTest, aClickOnTheSelectedNodeCountsToo) {
   ASSERT_TRUE(waitForClicks(1));
   test::pumpUntil([] { return false; }, 50);
   EXPECT_EQ(clicked, std::vector<std::wstring>{L"a"});
+}
+
+TEST_F(TreeViewTest, theUserDoesNotMoveALockedSelection) {
+  TreeNode& root = add(nullptr, L"a");
+  add(&root, L"b");
+  TreeNode& other = add(nullptr, L"c");
+  HWND tree = show();
+  root.setExpanded(true);
+  model.select(&root);
+  bool locked = true;
+  widget->locked = [&locked] { return locked; };
+  const HTREEITEM first = TreeView_GetRoot(tree);
+  click(firstChild());
+  test::pumpUntil([] { return false; }, 50);
+  SendMessageW(tree, WM_KEYDOWN, VK_DOWN, 0);
+  EXPECT_EQ(TreeView_GetSelection(tree), first);
+  locked = false;
+  SendMessageW(tree, WM_KEYDOWN, VK_DOWN, 0);  // not reported before it is locked again
+  locked = true;
+  test::pumpUntil([] { return false; }, 50);
+  EXPECT_EQ(TreeView_GetSelection(tree), first);
+  EXPECT_EQ(model.SelectedItem(), &root);
+  EXPECT_TRUE(clicked.empty());
+  model.select(&other);  // the program may
+  EXPECT_EQ(TreeView_GetSelection(tree), TreeView_GetNextSibling(tree, first));
+  model.Remove(root);
+  EXPECT_EQ(texts(), L"c ");
 }
 
 TEST_F(TreeViewTest, aNodeThatIsGoneIsNotClicked) {

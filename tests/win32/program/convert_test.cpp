@@ -1,4 +1,6 @@
 // Opening, converting, reformatting and exporting in the running program.
+#include <windows.h>
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -180,6 +182,24 @@ TEST_F(program, esc_ends_a_long_run_and_the_next_one_works) {
   main().open(folder().write(L"kurz.bas", "Sub A()\r\nEnd Sub\r\n"));
   main().convert();
   EXPECT_EQ(main().lineCount(id::kList2), 2U);
+}
+
+TEST_F(program, a_click_during_a_run_selects_no_node) {
+  main().open(folder().write(L"lang.bas", heavyModule()));
+  const Window tree = main().control(id::kTreeView1);
+  const auto selected = [&tree] { return tree.send(TVM_GETNEXTITEM, TVGN_CARET); };
+  const LRESULT before = selected();
+  const Started converting = main().press(id::kCmdMakro);
+  main().untilShown(id::kLabel10, L"Bearbeite Zeile: ");
+  clickTreeNode(app(), tree, 0);
+  tree.send(WM_NULL);
+  EXPECT_FALSE(converting.done());
+  EXPECT_EQ(selected(), before);
+  main().window().pressKey(VK_ESCAPE);
+  converting.finish();
+  EXPECT_EQ(selected(), before);
+  clickTreeNode(app(), tree, 0);
+  app().until([&] { return selected() != before; }, "the selection behind the run");
 }
 
 TEST_F(program, keys_start_commands) {
