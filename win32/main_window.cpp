@@ -158,13 +158,12 @@ void MainWindow::closeRequested() {
   if (form_.QueryUnload()) form_.Unload();
 }
 
-// Its states are set when it opens, as those of the menu bar.
+// Of a node of the tree. Its states are set when it opens, as those of the menu bar.
 void MainWindow::popUp(std::span<const MenuEntry> entries) {
   const UniqueMenu menu = makePopupMenu(entries);
-  POINT pointer{};
-  GetCursorPos(&pointer);
-  const int chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, pointer.x,
-                                    pointer.y, 0, hwnd(), nullptr);
+  const POINT place = controls_.tree->menuPlace();
+  const int chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, place.x, place.y,
+                                    0, hwnd(), nullptr);
   if (chosen != 0) command(chosen, 0);
 }
 

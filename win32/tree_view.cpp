@@ -20,6 +20,9 @@ constexpr UINT kReport = WM_APP + 2;
 // A change of the selection by the control itself, as when it first gets the keyboard.
 constexpr UINT kInternal = 0x10000;
 
+// The place that WM_CONTEXTMENU has when the menu key or Shift+F10 asked for it.
+constexpr LPARAM kByKey = -1;
+
 class Flagged {
  public:
   explicit Flagged(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
@@ -147,8 +150,22 @@ void TreeWidget::clicked() {
 bool TreeWidget::rightClicked() {
   HTREEITEM item = itemBelow(pointOf(static_cast<LPARAM>(GetMessagePos())));
   TreeNode* node = item != nullptr ? nodeOf(item) : nullptr;
+  GetCursorPos(&menuPlace_);
   if (node != nullptr) model_.userRightClicked(*node);
   return true;
+}
+
+// The menu of the selected node, below its text.
+void TreeWidget::menuByKey() {
+  HTREEITEM item = TreeView_GetSelection(hwnd());
+  TreeNode* node = item != nullptr ? nodeOf(item) : nullptr;
+  if (node == nullptr) return;
+  TreeView_EnsureVisible(hwnd(), item);
+  RECT text{};
+  TreeView_GetItemRect(hwnd(), item, &text, TRUE);
+  menuPlace_ = {text.left, text.bottom};
+  ClientToScreen(hwnd(), &menuPlace_);
+  model_.userRightClicked(*node);
 }
 
 void TreeWidget::expanded(const NMTREEVIEWW& change) {
@@ -176,6 +193,10 @@ LRESULT CALLBACK TreeWidget::treeProcedure(HWND window, UINT message, WPARAM wPa
   auto& tree = *reinterpret_cast<TreeWidget*>(self);
   if (message == kReport) {
     tree.report();
+    return 0;
+  }
+  if (message == WM_CONTEXTMENU && lParam == kByKey) {
+    tree.menuByKey();
     return 0;
   }
   return DefSubclassProc(window, message, wParam, lParam);

@@ -30,6 +30,9 @@ class TreeWidget final : public Widget {
   // Whether the user may not select another node now; to be set before the first message.
   std::function<bool()> locked = [] { return false; };
 
+  // Where on the screen a context menu belongs when the model's RightClick asks for it.
+  POINT menuPlace() const { return menuPlace_; }
+
  private:
   // Nodes are shown at once: there are few, and they come one by one.
   class Nodes final : public TreeViewView {
@@ -58,6 +61,7 @@ class TreeWidget final : public Widget {
   void selectionChanged(const NMTREEVIEWW& change);
   void clicked();
   bool rightClicked();
+  void menuByKey();
   void expanded(const NMTREEVIEWW& change);
   void reportLater(std::size_t node);
   void report();
@@ -72,6 +76,7 @@ class TreeWidget final : public Widget {
   std::map<std::size_t, HTREEITEM> items_;  // by the node's id
   bool byProgram_ = false;                  // what happens now is no act of the user
   std::optional<std::size_t> chosen_;       // by the user, not yet reported
+  POINT menuPlace_{};
 };
 
 }  // namespace tintline

@@ -17,11 +17,12 @@ namespace {
 struct TreeViewTest : testing::Test {
   TreeView model;
   test::TestHost host;
-  std::vector<std::wstring> clicked;
+  std::vector<std::wstring> clicked, rightClicked;
   std::unique_ptr<TreeWidget> widget;
 
   TreeViewTest() {
     model.NodeClick = [this](TreeNode& node) { clicked.push_back(node.Key()); };
+    model.RightClick = [this](TreeNode& node) { rightClicked.push_back(node.Key()); };
   }
 
   HWND show() {
@@ -174,6 +175,43 @@ TEST_F(TreeViewTest, theUserDoesNotMoveALockedSelection) {
   EXPECT_EQ(TreeView_GetSelection(tree), TreeView_GetNextSibling(tree, first));
   model.Remove(root);
   EXPECT_EQ(texts(), L"c ");
+}
+
+TEST_F(TreeViewTest, aRightClickAsksForOneMenuAtThePointer) {
+  add(&add(nullptr, L"a"), L"b");
+  show();
+  click(TreeView_GetRoot(widget->hwnd()), WM_RBUTTONDOWN, WM_RBUTTONUP);
+  test::pumpUntil([] { return false; }, 100);
+  EXPECT_EQ(rightClicked, std::vector<std::wstring>{L"a"});
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  EXPECT_EQ(widget->menuPlace().x, pointer.x);
+  EXPECT_EQ(widget->menuPlace().y, pointer.y);
+}
+
+TEST_F(TreeViewTest, theMenuKeyAsksForTheMenuOfTheSelectedNodeAtItsText) {
+  TreeNode& root = add(nullptr, L"a");
+  for (int i = 0; i < 100; ++i) add(&root, (L"b" + std::to_wstring(i)).c_str());
+  HWND tree = show();
+  const auto pressMenuKey = [tree] {
+    SendMessageW(tree, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(tree), -1);
+  };
+  model.select(nullptr);
+  pressMenuKey();
+  EXPECT_TRUE(rightClicked.empty()) << "no node is selected";
+  model.select(root.Children()[90].get());
+  SendMessageW(tree, WM_VSCROLL, SB_TOP, 0);
+  SetCursorPos(0, 0);
+  pressMenuKey();
+  EXPECT_EQ(rightClicked, std::vector<std::wstring>{L"b90"});
+  const RECT text = placeOf(TreeView_GetSelection(tree));
+  RECT inside{};
+  GetClientRect(tree, &inside);
+  EXPECT_LE(text.bottom, inside.bottom) << "the node is in view";
+  POINT place = widget->menuPlace();
+  ScreenToClient(tree, &place);
+  EXPECT_EQ(place.x, text.left);
+  EXPECT_EQ(place.y, text.bottom);
 }
 
 TEST_F(TreeViewTest, aNodeThatIsGoneIsNotClicked) {
