@@ -107,8 +107,10 @@ void MainWindow::show() {
 bool MainWindow::translate(MSG& message) {
   if (hwnd() == nullptr || !IsWindowEnabled(hwnd())) return false;
   if (message.hwnd != hwnd() && !IsChild(hwnd(), message.hwnd)) return false;
-  return TranslateAcceleratorW(hwnd(), accelerators_.get(), &message) != 0 ||
-         browser_.pane().translate(message) || FormWindow::translate(message);
+  PreviewPane& pane = browser_.pane();
+  if (!pane.usesKey(message) && TranslateAcceleratorW(hwnd(), accelerators_.get(), &message) != 0)
+    return true;
+  return pane.translate(message) || FormWindow::translate(message);
 }
 
 // -------------------------------------------------------------------------- messages

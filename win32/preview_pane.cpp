@@ -59,6 +59,10 @@ void PreviewPane::dpiChanged() {
   if (richEdit_) richEdit_->fitDpi();
 }
 
+bool PreviewPane::usesKey(const MSG& message) const {
+  return IsChild(window(), message.hwnd) != FALSE && BrowserSite::mayTranslate(message);
+}
+
 bool PreviewPane::translate(MSG& message) {
   return browser_ && IsChild(window(), message.hwnd) != FALSE && browser_->translate(message);
 }

@@ -48,6 +48,10 @@ class PreviewPane {
   // To be called when the parent has moved to a screen of another resolution.
   void dpiChanged();
 
+  // Whether the message is a key that the page's view uses itself, as those for copying: it is
+  // no command of the program then.
+  bool usesKey(const MSG& message) const;
+
   // For the message loop, in front of TranslateMessage: true when the message was a key for the
   // browser and is dealt with.
   bool translate(MSG& message);

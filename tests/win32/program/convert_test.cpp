@@ -2,6 +2,7 @@
 #include <windows.h>
 #include <commctrl.h>
 #include <gtest/gtest.h>
+#include <richedit.h>
 
 #include <fstream>
 
@@ -217,6 +218,31 @@ TEST_F(program, keys_start_commands) {
   main().window().pressKey('A', VK_CONTROL);
   main().window().pressKey(VK_F7);
   untilLines(id::kList2, 2);
+}
+
+// The list's commands have the same keys as the preview's own.
+TEST_F(program, keys_select_and_copy_in_the_preview_while_it_has_the_keyboard) {
+  main().open(folder().write(L"vorschau.bas", "Sub A()\r\nEnd Sub\r\n"));
+  main().setChecked(id::kCheck2, true);
+  main().convert();
+  const HWND pane = main().control(id::kBrowser).handle();
+  const auto page = [pane] { return Window(GetWindow(pane, GW_CHILD)); };
+  app().until([&] { return page().exists(); }, "the preview");
+  if (lstrcmpiW(page().className().c_str(), MSFTEDIT_CLASS) != 0)
+    GTEST_SKIP() << "a browser shows the page";
+  app().until([&] { return page().text().find(L"End Sub") != std::wstring::npos; }, "the page");
+  main().clickLine(id::kList1, 0);
+  page().click({5, 5});
+  main().window().pressKey('A', VK_CONTROL);
+  app().until([&] { return HIWORD(page().send(EM_GETSEL)) > 15; }, "the selection of the page");
+  EXPECT_EQ(main().control(id::kList1).send(LB_GETSELCOUNT), 1);
+  clearClipboard();
+  main().window().pressKey('C', VK_CONTROL);
+  app().until([] { return clipboardText().value_or("").find("End Sub") != std::string::npos; },
+              "the copy of the page");
+  main().window().pressKey('O', VK_CONTROL);
+  FileDialogOf(app()).cancel();
+  main().setChecked(id::kCheck2, false);
 }
 
 // ----------------------------------------------------------------------- reformatting
