@@ -5,8 +5,13 @@
 
 namespace tintline {
 
-BrowserView::BrowserView(HWND parent, WebBrowser& model, int id, Shell& shell)
+// The pointer rests on the windows that cover the pane, so each of them has the tool tip.
+BrowserView::BrowserView(HWND parent, ToolTips& tips, WebBrowser& model, int id, Shell& shell)
     : model_(model), pane_(parent, id) {
+  tips.set(pane_.window(), model.ToolTipText);
+  pane_.onChildWindow = [&tips, &model](HWND window, bool came) {
+    tips.set(window, came ? model.ToolTipText() : L"");
+  };
   pane_.onExternalLink = [&shell](const std::wstring& address) { shell.open(address); };
   model.setView(this);
 }

@@ -1,6 +1,6 @@
 // The preview pane as the view of a WebBrowser.
 //
-// Tested by the tests that drive the program.
+// Tested by tests/win32/browser_view_test.cpp and the tests that drive the program.
 #pragma once
 
 #include <windows.h>
@@ -9,13 +9,15 @@
 #include "app/controls/web_browser.h"
 #include "ports/shell.h"
 #include "win32/preview_pane.h"
+#include "win32/tool_tips.h"
 
 namespace tintline {
 
 class BrowserView final : public ControlView {
  public:
-  // The links of a page are opened by `shell`. All must live as long as the view.
-  BrowserView(HWND parent, WebBrowser& model, int id, Shell& shell);
+  // The links of a page are opened by `shell`; `tips` are the parent's. All must live as long as
+  // the view.
+  BrowserView(HWND parent, ToolTips& tips, WebBrowser& model, int id, Shell& shell);
   ~BrowserView() override { model_.setView(nullptr); }
 
   void changed(Control&) override {}  // found out by flush

@@ -48,7 +48,7 @@ MainWindow::MainWindow(MessagePump& pump, frmVBACode& form, Shell& shell, int de
       form_(form),
       accelerators_(makeAccelerators()),
       browser_((createWindow(kMainClass, WS_OVERLAPPEDWINDOW, WS_EX_ACCEPTFILES), hwnd()),
-               form.wBrowser, id::kBrowser, shell) {
+               host().tips, form.wBrowser, id::kBrowser, shell) {
   menu_ = makeMenuBar();
   SetMenu(hwnd(), menu_.release());  // the window owns it from now on
   addControls(designCharacterWidth);

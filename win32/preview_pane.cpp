@@ -113,6 +113,12 @@ void PreviewPane::fitEngine() {
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// Events are told of windows at any depth: browsers have some within each other.
+void PreviewPane::tellChildWindow(UINT event, HWND window) const {
+  if ((event == WM_CREATE || event == WM_DESTROY) && onChildWindow)
+    onChildWindow(window, event == WM_CREATE);
+}
+
 void PreviewPane::tellLink(const std::wstring& address) const {
   if (onExternalLink) onExternalLink(address);
 }
@@ -132,6 +138,9 @@ LRESULT PreviewPane::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM 
   switch (message) {
     case WM_SIZE:
       fitEngine();
+      return 0;
+    case WM_PARENTNOTIFY:
+      tellChildWindow(LOWORD(wParam), reinterpret_cast<HWND>(lParam));
       return 0;
     case WM_SETFOCUS:
       if (richEdit_) SetFocus(richEdit_->window());

@@ -39,6 +39,9 @@ class PreviewPane {
   // it. Set before the first page.
   std::function<void(const std::wstring& address)> onExternalLink;
 
+  // A window that covers the pane, or a part of it, came or goes; set before the first page.
+  std::function<void(HWND window, bool came)> onChildWindow;
+
   // Shows a page of the program. Throws Win32Error when the system has nothing to show it with;
   // FileError when the file cannot be read (a browser that cannot read it is given up).
   void navigate(const std::filesystem::path& page);
@@ -69,6 +72,7 @@ class PreviewPane {
   void giveUpBrowser();
   void closeEngines();
   void fitEngine();
+  void tellChildWindow(UINT event, HWND window) const;
   void tellLink(const std::wstring& address) const;
 
   UniqueWindow window_;
