@@ -62,6 +62,24 @@ class Arguments {
 
 }  // namespace
 
+HRESULT MemberIds::find(IDispatch& object, std::wstring_view member, DISPID& id) {
+  if (const auto known = ids_.find(member); known != ids_.end()) {
+    id = known->second;
+    return S_OK;
+  }
+  std::wstring name(member);
+  LPOLESTR names[] = {name.data()};
+  const HRESULT result = object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+  if (SUCCEEDED(result)) ids_.emplace(std::move(name), id);
+  return result;
+}
+
+std::shared_ptr<MemberIds> MemberIds::of(std::wstring_view member) {
+  const auto known = given_.find(member);
+  if (known != given_.end()) return known->second;
+  return given_.emplace(member, std::make_shared<MemberIds>()).first->second;
+}
+
 OfficeValue DispatchObject::get(std::wstring_view member, std::span<OfficeValue> values) {
   Arguments arguments(values);
   DISPPARAMS parameters = arguments.parameters();
@@ -86,18 +104,6 @@ OfficeValue DispatchObject::call(std::wstring_view member, std::span<OfficeValue
   return get(member, arguments);
 }
 
-HRESULT DispatchObject::findId(std::wstring_view member, DISPID& id) {
-  if (const auto known = ids_.find(member); known != ids_.end()) {
-    id = known->second;
-    return S_OK;
-  }
-  std::wstring name(member);
-  LPOLESTR names[] = {name.data()};
-  const HRESULT result = object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
-  if (SUCCEEDED(result)) ids_.emplace(std::move(name), id);
-  return result;
-}
-
 void DispatchObject::invoke(std::wstring_view member, WORD flags, DISPPARAMS& parameters,
                             VARIANT* result) {
   const auto self = shared_from_this();  // others may let go of this object while it waits
@@ -105,7 +111,7 @@ void DispatchObject::invoke(std::wstring_view member, WORD flags, DISPPARAMS& pa
   const HRESULT code = session_->askPatiently([&] {
     EXCEPINFO* info = exception.put();
     DISPID id = DISPID_UNKNOWN;
-    const HRESULT found = findId(member, id);
+    const HRESULT found = ids_->find(*object_.get(), member, id);
     if (FAILED(found)) return found;
     return exception.codeOf(object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
                                             result, info, nullptr));
@@ -142,7 +148,8 @@ OfficeValue DispatchObject::valueOf(std::wstring_view member, Variant& variant) 
     case VT_UNKNOWN:
       convert(VT_DISPATCH);
       if (variant.pdispVal == nullptr) return OfficeObjectPtr{};
-      return std::make_shared<DispatchObject>(session_, ComPtr<IDispatch>::share(variant.pdispVal));
+      return std::make_shared<DispatchObject>(session_, ComPtr<IDispatch>::share(variant.pdispVal),
+                                              ids_->of(member));
     default:
       convert(VT_BSTR);
       return std::wstring(variant.bstrVal, SysStringLen(variant.bstrVal));

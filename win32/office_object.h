@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "ports/office.h"
@@ -18,11 +19,30 @@
 
 namespace tintline {
 
+// The ids of the members of one kind of objects. Asking for an id is a call across processes,
+// and an analysis meets hundreds of components and code modules. What a member gives is always
+// of the same kind, for all members that the program asks for: so the objects that came the
+// same way from an application share one table, and a name is asked for once.
+class MemberIds {
+ public:
+  // The id of that member of `object`, which is of this kind; failures are not kept.
+  HRESULT find(IDispatch& object, std::wstring_view member, DISPID& id);
+
+  // The table of what that member gives.
+  std::shared_ptr<MemberIds> of(std::wstring_view member);
+
+ private:
+  std::map<std::wstring, DISPID, std::less<>> ids_;
+  std::map<std::wstring, std::shared_ptr<MemberIds>, std::less<>> given_;
+};
+
 class DispatchObject final : public OfficeObject,
                              public std::enable_shared_from_this<DispatchObject> {
  public:
-  DispatchObject(std::shared_ptr<OfficeSession> session, ComPtr<IDispatch> object)
-      : session_(std::move(session)), object_(std::move(object)) {}
+  // `ids`: those of its kind; left out for an object that no other one gave.
+  DispatchObject(std::shared_ptr<OfficeSession> session, ComPtr<IDispatch> object,
+                 std::shared_ptr<MemberIds> ids = std::make_shared<MemberIds>())
+      : session_(std::move(session)), object_(std::move(object)), ids_(std::move(ids)) {}
 
   OfficeValue get(std::wstring_view member, std::span<OfficeValue> arguments) override;
   void put(std::wstring_view member, OfficeValue value) override;
@@ -31,13 +51,12 @@ class DispatchObject final : public OfficeObject,
   IDispatch* dispatch() const { return object_.get(); }
 
  private:
-  HRESULT findId(std::wstring_view member, DISPID& id);
   void invoke(std::wstring_view member, WORD flags, DISPPARAMS& parameters, VARIANT* result);
   OfficeValue valueOf(std::wstring_view member, Variant& variant) const;
 
   std::shared_ptr<OfficeSession> session_;  // stands before the object: goes after it
   ComPtr<IDispatch> object_;
-  std::map<std::wstring, DISPID, std::less<>> ids_;  // of the members that were called
+  std::shared_ptr<MemberIds> ids_;
 };
 
 }  // namespace tintline

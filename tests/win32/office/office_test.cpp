@@ -126,12 +126,29 @@ TEST_F(OfficeTest, aLongModuleIsReadWithOneCall) {
   EXPECT_EQ(word_.count("calls.Lines"), 1);
 }
 
-TEST_F(OfficeTest, theNumberOfANameIsAskedForOnce) {
+TEST_F(OfficeTest, theNumberOfANameIsAskedForOnceForAllObjectsOfAKind) {
   word_.start();
   const auto word = connectWord();
   for (int i = 0; i < 5; ++i) get(word, L"Visible");
   EXPECT_EQ(word_.count("calls.Visible"), 5);
   EXPECT_EQ(word_.count("names"), 1);
+  for (int i = 0; i < 5; ++i) {
+    const auto module = moduleOf(word);  // by VBE, VBProjects, Item, VBComponents, Item
+    EXPECT_EQ(number(get(module, L"Type")), 1);
+    EXPECT_EQ(number(get(objectOf(module, L"CodeModule"), L"CountOfLines")), 14);
+  }
+  EXPECT_EQ(word_.count("calls.CountOfLines"), 5);
+  EXPECT_EQ(word_.count("names"), 1 + 5 + 3);
+}
+
+TEST_F(OfficeTest, aNameHasANumberForEachKindOfObject) {
+  word_.start();
+  const auto word = connectWord();
+  call(word, L"Activate");
+  call(objectOf(objectOf(word, L"Documents"), L"Add"), L"Activate");
+  EXPECT_EQ(word_.read(L"log.txt"),
+            "Application.Activate()\nDocuments.Add()\n"
+            "Document1.Activate()\n");
 }
 
 TEST_F(OfficeTest, aDocumentIsMadeAndFilled) {
