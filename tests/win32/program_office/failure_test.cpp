@@ -1,5 +1,7 @@
 // What goes wrong between the running program and Word or Excel: each time the user is told,
 // and the program works on.
+#include <functional>
+
 #include "base/file.h"
 #include "tests/win32/program_office/office_program.h"
 
@@ -106,26 +108,38 @@ TEST_F(office_failures, death_in_the_middle_of_a_walk) {
 }
 
 TEST_F(office_failures, an_end_behind_our_back_is_told_by_the_next_command) {
+  const auto byCommand = [this](Command command) {
+    return [this, command] { runIntoMessage(command, kLost, kLostTitle); };
+  };
+  const auto byTree = [this](const std::function<void()>& action) {
+    return [this, action] {
+      action();
+      expectMessage(kLost, kLostTitle);
+      untilIdle();
+    };
+  };
+  const std::function<void()> steps[] = {
+      byCommand(Command::mnuMakro),
+      byCommand(Command::mnuModul),
+      byCommand(Command::mnuAlleModule),
+      byCommand(Command::mnu2word),
+      byTree([this] { click(L"    Fremd (2 Z.)"); }),
+      byTree([this] { chooseFromMenu(L"  Kunde (9 Z.)", 0); }),
+      byTree([this] { chooseFromMenu(L"Brief (3)", 0); }),
+  };
   word().start();
-  const auto loseWord = [this] {
+  for (const auto& step : steps) {
+    SCOPED_TRACE(&step - steps);
     analyseAndClick(L"    Zählen (5 Z.)");
     word().command("quit");
     EXPECT_TRUE(word().waitForEnd());
-  };
-  for (const Command command : {Command::mnuModul, Command::mnuAlleModule, Command::mnu2word}) {
-    loseWord();
-    runIntoMessage(command, kLost, kLostTitle);
+    step();
     EXPECT_FALSE(main().offers(Command::mnutrennen));
     EXPECT_TRUE(tree().empty() || tree().front() == L"gel. Datei");
     word().command("");
     word().start();
   }
-  loseWord();
-  click(L"    Fremd (2 Z.)");
-  expectMessage(kLost, kLostTitle);
-  untilIdle();
-  word().command("");
-  word().start();
+  EXPECT_FALSE(fs::exists(exportFolder()));
   expectUsable();
 }
 
@@ -156,6 +170,24 @@ TEST_F(office_failures, a_page_that_word_does_not_take) {
   EXPECT_EQ(word().count("references"), 0);
   word().command("");
   main().pressAndWait(id::kCmdWord);
+  EXPECT_FALSE(MessageBoxOf::find(app()));
+}
+
+TEST_F(office_failures, a_slow_host_is_waited_for_while_the_window_gets_messages) {
+  main().open(folder().write(L"davor.bas", "Sub Davor()\r\n"));
+  word().start();
+  word().command("slow 40");
+  const Started analysing = main().start(Command::mnuword);
+  const auto isDone = [&] {
+    main().window().post(WM_NULL);
+    return analysing.done();
+  };
+  app().until(isDone, "the end of a slow walk", MainWindow::kRunTime);
+  std::vector<std::wstring> expected = kWordTree;
+  expected.insert(expected.end(), {L"gel. Datei", L"  davor.bas"});
+  EXPECT_EQ(tree(), expected);
+  click(L"    Set Quelle (2 Z.)");
+  untilCode({"Property Set Quelle(o As Object) ", "End Property "});
   EXPECT_FALSE(MessageBoxOf::find(app()));
 }
 

@@ -84,6 +84,7 @@ TEST_F(word_and_excel, every_kind_of_node_gives_its_code) {
        true,
        true},
       {L"Brief (3)", 0, {}, false, true},
+      {L"  Kunde (9 Z.)", 0, {}, true, true},
       {L"    Fremd (2 Z.)", 0, {"Sub Fremd() ", "End Sub "}, true, true},
       {L"  ThisDocument (0 Z.)", 0, {}, false, false},
       {L"    Declaration (1 Z.)", 1, {"Private mWert As Long "}, true, true},
@@ -95,7 +96,8 @@ TEST_F(word_and_excel, every_kind_of_node_gives_its_code) {
     SCOPED_TRACE(fs::path(row.node).string());
     click(row.node, row.skip);
     untilCode(row.code);
-    EXPECT_EQ(main().control(id::kCmdModul).enabled(), row.module);
+    app().until([&] { return main().control(id::kCmdModul).enabled() == row.module; },
+                "the button for the module of " + fs::path(row.node).string());
     EXPECT_EQ(main().control(id::kCmdMakro).enabled(), row.procedure);
     EXPECT_EQ(main().text(id::kCmdMakro), L"Makro");
   }
