@@ -84,11 +84,11 @@ TEST_F(word_and_excel, every_kind_of_node_gives_its_code) {
        true,
        true},
       {L"Brief (3)", 0, {}, false, true},
-      {L"  Kunde (9 Z.)", 0, {}, true, true},
+      {L"  ThisDocument (0 Z.)", 0, {}, true, true},
       {L"    Fremd (2 Z.)", 0, {"Sub Fremd() ", "End Sub "}, true, true},
-      {L"  ThisDocument (0 Z.)", 0, {}, false, false},
       {L"    Declaration (1 Z.)", 1, {"Private mWert As Long "}, true, true},
       {L"Geheim (geschützt)", 0, {}, false, false},
+      {L"  Kunde (9 Z.)", 0, {}, true, true},
       {L"    Declaration (1 Z.)", 2, {"Dim y "}, true, true},
       {L"    Fremd (2 Z.)", 1, {"Sub Fremd() ", "End Sub "}, true, true},
   };
