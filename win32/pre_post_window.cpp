@@ -13,8 +13,8 @@ PrePostWindow::PrePostWindow(MessagePump& pump, frmPrePostCode& form) : FormWind
                workingWindow());
   label1_ = &add<LabelWidget>(form.Label1, id::kPreLabel);
   pre_ = &add<EditWidget>(form.txtPreCode, id::kTxtPreCode);
-  label2_ = &add<LabelWidget>(form.Label2, id::kPostLabel);
   post_ = &add<EditWidget>(form.txtPostCode, id::kTxtPostCode);
+  label2_ = &add<LabelWidget>(form.Label2, id::kPostLabel);  // its end lies below the field
   ok_ = &add<ButtonWidget>(form.OKButton, id::kOk, BS_DEFPUSHBUTTON);
   cancel_ = &add<ButtonWidget>(form.CancelButton, id::kCancel);
 }
@@ -37,7 +37,7 @@ void PrePostWindow::layout() {
   };
   put(label1_, 120, 240, 855, 255);
   put(pre_, 960, 210, 3135, 285);
-  put(label2_, 120, 630, 840, 255);  // (the design's label is wider and lies below its field)
+  put(label2_, 120, 600, 975, 255);
   put(post_, 960, 600, 3135, 285);
   put(ok_, 4320, 120, 1215, 375);
   put(cancel_, 4320, 600, 1215, 375);
