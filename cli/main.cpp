@@ -1,5 +1,6 @@
 // Entry of the command line `tintline`.
 // Tested by tests/cli/run.py.
+#include <algorithm>
 #include <exception>
 #include <string>
 #include <vector>
@@ -28,12 +29,17 @@ int commandLine(const std::vector<std::string>& arguments) {
     const Options options = parseOptions(arguments);
     if (options.help) return print(helpText());
     if (options.version) return print(L"tintline " + fromUtf8(TINTLINE_VERSION) + L'\n');
+    // Who waits for the standard input ends at once.
+    if (std::ranges::count(options.inputs, kStandardStream) == 0) noteInterruptions();
     StandardOutput output;
-    return run(options, {.programFolder = programFolder(),
-                         .readInput = readStandardInput,
-                         .output = output,
-                         .tell = tell,
-                         .terminal = errorIsTerminal()});
+    const ExitCode code = run(options, {.programFolder = programFolder(),
+                                        .readInput = readStandardInput,
+                                        .output = output,
+                                        .tell = tell,
+                                        .terminal = errorIsTerminal(),
+                                        .interrupted = interrupted});
+    if (interrupted()) endAsInterrupted();
+    return code;
   } catch (const UsageError& error) {
     tell(L"tintline: " + error.message() + L"\n\"tintline --help\" zeigt, was möglich ist.\n");
     return kWrongUsage;

@@ -21,6 +21,14 @@ void prepareStandardStreams();
 // take it back at once.
 void keepFreedMemory();
 
+// From now on an interruption (Ctrl+C, a request to end) only sets what interrupted()
+// tells, so that nothing half done is left behind. A second one ends the program at once.
+void noteInterruptions();
+bool interrupted();
+
+// Ends the program as the interruption would have done.
+[[noreturn]] void endAsInterrupted();
+
 // Writes text for the user: right on a console, else as UTF-8. False when it
 // could not be written.
 bool writeText(StandardStream stream, std::wstring_view text);

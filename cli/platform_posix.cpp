@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <system_error>
 
 #include "base/codepage.h"
@@ -25,6 +26,8 @@ void reserve(int descriptor, int mode) {
     [[maybe_unused]] const int opened = ::open("/dev/null", mode);
   }
 }
+
+volatile std::sig_atomic_t interruption = 0;
 
 }  // namespace
 
@@ -42,6 +45,26 @@ void keepFreedMemory() {
   ::mallopt(M_TRIM_THRESHOLD, kKept);
   ::mallopt(M_MMAP_THRESHOLD, kKept);
 #endif
+}
+
+void noteInterruptions() {
+  struct sigaction note {};
+  note.sa_handler = [](int signal) { interruption = signal; };
+  note.sa_flags = SA_RESETHAND | SA_RESTART;
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction present {};
+    const bool ignored =
+        ::sigaction(signal, nullptr, &present) == 0 && present.sa_handler == SIG_IGN;
+    if (!ignored) ::sigaction(signal, &note, nullptr);
+  }
+}
+
+bool interrupted() { return interruption != 0; }
+
+void endAsInterrupted() {
+  std::signal(interruption, SIG_DFL);
+  std::raise(interruption);
+  std::_Exit(EXIT_FAILURE);  // not reached
 }
 
 bool writeText(StandardStream stream, std::wstring_view text) {

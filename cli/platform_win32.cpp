@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <atomic>
 #include <cstdio>
 #include <system_error>
 
@@ -31,6 +32,12 @@ bool writeConsole(HANDLE console, std::wstring_view text) {
   return true;
 }
 
+std::atomic<bool> interruption = false;
+
+BOOL WINAPI noteInterruption(DWORD) {
+  return !interruption.exchange(true);  // the second one is the system's
+}
+
 }  // namespace
 
 void prepareStandardStreams() {
@@ -38,6 +45,12 @@ void prepareStandardStreams() {
 }
 
 void keepFreedMemory() {}  // the heap of this system keeps it anyway
+
+void noteInterruptions() { SetConsoleCtrlHandler(noteInterruption, TRUE); }
+
+bool interrupted() { return interruption; }
+
+void endAsInterrupted() { ExitProcess(STATUS_CONTROL_C_EXIT); }
 
 bool writeText(StandardStream stream, std::wstring_view text) {
   const bool output = stream == StandardStream::Output;

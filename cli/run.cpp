@@ -182,10 +182,13 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
   const std::size_t jobs = tasks.size() == 1 ? 1 : jobsOf(options);
   const std::vector<std::size_t> order = workOrder(tasks, jobs);
   inParallel(order.size(), jobs, [&](std::size_t place) {
+    if (surroundings.interrupted()) return;
     const std::size_t index = order[place];
     report.finished(index, convert(tasks[index], settings, surroundings));
   });
-  return report.close() ? kAllConverted : kSomeFailed;
+  const bool allConverted = report.close();
+  if (!allConverted && surroundings.interrupted()) surroundings.tell(L"tintline: abgebrochen\n");
+  return allConverted ? kAllConverted : kSomeFailed;
 }
 
 }  // namespace tintline

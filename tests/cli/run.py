@@ -10,8 +10,10 @@ import argparse
 import os
 import pathlib
 import re
+import signal
 import subprocess
 import sys
+import time
 
 from box import (MODULE, MODULE_LINES, SETTINGS, TESTS, TIMEOUT, Skip, equal, holds, holds_not,
                  run_one, test)
@@ -245,6 +247,27 @@ def number_of_jobs_changes_nothing(box):
     for i in range(40):
         results = {box.get(f"jobs{jobs}/{i:02}.htm") for jobs in (1, 2, 64) if i != 20}
         assert len(results) == (i != 20)
+
+
+@test
+def an_interrupted_run_leaves_nothing_half_done(box):
+    box.posix_only()
+    box.put("lang.bas", MODULE * (20_000 // MODULE_LINES))
+    names = [f"{i:03}.bas" for i in range(300)]
+    for name in names:
+        os.link(box.folder / "lang.bas", box.folder / name)
+    with subprocess.Popen([*box.command, "-d", "out", *names], cwd=box.folder,
+                          stderr=subprocess.PIPE) as running:
+        while not list(box.folder.glob("out/*.htm")) and running.poll() is None:
+            time.sleep(0.001)
+        running.send_signal(signal.SIGINT)
+        told = running.communicate(timeout=TIMEOUT)[1].decode("utf-8")
+    equal((running.returncode, told), (-signal.SIGINT, "tintline: abgebrochen\n"))
+    made = sorted(os.listdir(box.folder / "out"))
+    assert 0 < len(made) < len(names), len(made)
+    equal({path.suffix for path in box.folder.glob("out/*")}, {".htm"})
+    equal({(box.folder / "out" / name).stat().st_size for name in made},
+          {len(box.run("lang.bas"))})
 
 
 @test
