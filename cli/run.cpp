@@ -62,7 +62,7 @@ KeywordTable loadKeywords(const std::filesystem::path& path, const Surroundings&
 ColorScheme loadColors(const std::filesystem::path& path) {
   ColorScheme scheme;
   const bool complete = !path.empty() && modIniSave::readColors(path, scheme);
-  if (!complete && scheme[kProzeduren][kTransparency].empty()) modColor::Farbesetzen(scheme);
+  if (!complete) modIniSave::setMissingColors(scheme);
   return scheme;
 }
 

@@ -134,14 +134,17 @@ bool readColors(const std::filesystem::path& file, ColorScheme& scheme) {
   return true;
 }
 
+// Only category 0 tells whether the table holds a scheme, on purpose: damage further
+// back leaves the table half read and the file as it is.
+bool setMissingColors(ColorScheme& scheme) {
+  if (!scheme[kProzeduren][kTransparency].empty()) return false;
+  modColor::Farbesetzen(scheme);
+  return true;
+}
+
 bool fkt_FarbenLaden(const std::filesystem::path& file, ColorScheme& scheme) {
   if (readColors(file, scheme)) return true;
-  // Only category 0 tells whether the table holds a scheme, on purpose: damage
-  // further back leaves the table half read and the file as it is.
-  if (scheme[kProzeduren][kTransparency].empty()) {
-    modColor::Farbesetzen(scheme);
-    FarbenSpeichern(file, scheme);
-  }
+  if (setMissingColors(scheme)) FarbenSpeichern(file, scheme);
   return false;
 }
 
@@ -150,8 +153,7 @@ void FarbenSpeichern(const std::filesystem::path& file, ColorScheme& scheme) {
     modColor::Farbesetzen(scheme);
     tryToSave(file, scheme);
   }
-  if (!readColors(file, scheme) && scheme[kProzeduren][kTransparency].empty())
-    modColor::Farbesetzen(scheme);
+  if (!readColors(file, scheme)) setMissingColors(scheme);
 }
 
 void EinstellungenSchreiben(const std::filesystem::path& file, const ColorValues& colors,

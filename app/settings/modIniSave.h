@@ -43,6 +43,9 @@ const std::array<std::string_view, kColorCategories>& fkt_FarbSchluessel();
 // first damaged value; what was stored before it stays.
 bool readColors(const std::filesystem::path& file, ColorScheme& scheme);
 
+// Puts the default colours into a table that holds no scheme; whether it did.
+bool setMissingColors(ColorScheme& scheme);
+
 // Reads the colours. When that fails and the table holds no scheme yet, puts the
 // default colours into it and saves them; false in every case of failure.
 bool fkt_FarbenLaden(const std::filesystem::path& file, ColorScheme& scheme);

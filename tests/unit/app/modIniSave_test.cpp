@@ -6,6 +6,7 @@
 #include <map>
 
 #include "base/file.h"
+#include "tests/support/default_settings.h"
 #include "tests/support/ordinary_user.h"
 #include "tests/support/temp_folder.h"
 
@@ -13,17 +14,8 @@ namespace tintline::modIniSave {
 namespace {
 
 namespace fs = std::filesystem;
+using test::kDefaultSettings;
 using test::TempFolder;
-
-const char* const kDefaultFile =
-    "[TINTLINE]\r\n"
-    "ColProz=,#000080,#DFDFDF,8388608,14671839,0,\r\n"
-    "ColRes=,#0000FF,#FFFFFF,16711680,16777215,0,\r\n"
-    "ColParms=,#008080,#FFFFFF,8421376,16777215,0,\r\n"
-    "ColRem=,#008000,#FFFFFF,32768,16777215,0,\r\n"
-    "ColString=,#FF0000,#FFFFFF,255,16777215,0,\r\n"
-    "PreCode=,\r\n"
-    "PostCode=,\r\n";
 
 void put(const fs::path& path, std::string_view content) {
   AtomicFile file(path);
@@ -213,8 +205,9 @@ TEST(Settings, theFirstStartWritesTheDefaults) {
   ColorScheme scheme;
   EXPECT_FALSE(fkt_FarbenLaden(folder / "a.ini", scheme));
   EXPECT_EQ(scheme, defaults());
-  EXPECT_EQ(readFile(folder / "a.ini"), kDefaultFile);
-  EXPECT_EQ(readFile("package/TINTLINE.ini"), kDefaultFile) << "by which removing tells changes";
+  EXPECT_EQ(readFile(folder / "a.ini"), kDefaultSettings);
+  EXPECT_EQ(readFile("package/TINTLINE.ini"), kDefaultSettings)
+      << "by which removing tells changes";
   EXPECT_TRUE(fkt_FarbenLaden(folder / "a.ini", scheme));
 }
 
@@ -272,7 +265,7 @@ TEST(Settings, savingKeepsTheCodesAndNothingElse) {
   put(file, "; mein\n[Rest]\nx=1\n[TINTLINE]\nNeu=1\nPostCode=</b>,\nPreCode=<b class=\"a,b\">,\n");
   ColorScheme scheme = defaults();
   FarbenSpeichern(file, scheme);
-  std::string expected = kDefaultFile;
+  std::string expected(kDefaultSettings);
   expected.resize(expected.find("PreCode"));
   EXPECT_EQ(readFile(file), expected + "PreCode=<b class=\"a,b\">,\r\nPostCode=</b>,\r\n");
 }

@@ -3,22 +3,13 @@
 
 #include "app/frmSplash/frmSplash.h"
 #include "base/codepage.h"
+#include "tests/support/default_settings.h"
 #include "tests/win32/program/program_test.h"
 
 namespace tintline::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kDefaultSettings =
-    "[TINTLINE]\r\n"
-    "ColProz=,#000080,#DFDFDF,8388608,14671839,0,\r\n"
-    "ColRes=,#0000FF,#FFFFFF,16711680,16777215,0,\r\n"
-    "ColParms=,#008080,#FFFFFF,8421376,16777215,0,\r\n"
-    "ColRem=,#008000,#FFFFFF,32768,16777215,0,\r\n"
-    "ColString=,#FF0000,#FFFFFF,255,16777215,0,\r\n"
-    "PreCode=,\r\n"
-    "PostCode=,\r\n";
 
 constexpr std::string_view kOwnWords = "[Keywords 1]\r\nZeile\r\n[Keywords 2]\r\nText\r\n";
 
