@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <richedit.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "tests/win32/program/program_test.h"
@@ -15,12 +16,17 @@ namespace fs = std::filesystem;
 
 class program : public SharedProgramTest {
  protected:
-  // The file is read again then, and its result may be exported.
-  void clickFileNode() const {
-    const Window tree = main().control(id::kTreeView1);
-    clickTreeNode(app(), tree, 0);
-    clickTreeNode(app(), tree, 1);
-    app().until([this] { return main().control(id::kCmdExport).enabled(); }, "the click's end");
+  // Opens a file that then gets another content, which a click on its node reads; that content
+  // may be exported then.
+  fs::path readByNode(std::string_view content) const {
+    const fs::path module = folder().write(L"neu.bas", "alt\r\n");
+    main().open(module);
+    folder().write(L"neu.bas", content);
+    main().clickNode(0);
+    main().clickNode(1);
+    const auto lines = static_cast<std::size_t>(std::ranges::count(content, '\n'));
+    app().until([=, this] { return main().lineCount(id::kList1) == lines; }, "the new content");
+    return module;
   }
 };
 
@@ -57,11 +63,7 @@ TEST_F(program, cancelling_the_dialog_changes_nothing) {
 }
 
 TEST_F(program, a_click_on_the_file_node_reads_the_file_again) {
-  const fs::path module = folder().write(L"neu.bas", "alt\r\n");
-  main().open(module);
-  folder().write(L"neu.bas", "neu\r\nzweite\r\n");
-  clickFileNode();
-  app().until([&] { return main().lineCount(id::kList1) == 2; }, "the new content");
+  readByNode("neu\r\nzweite\r\n");
   EXPECT_EQ(main().line(id::kList1, 0), "neu ");
 }
 
@@ -146,12 +148,11 @@ INSTANTIATE_TEST_SUITE_P(program, Converted, testing::ValuesIn(kSettings),
 TEST_F(program, what_was_never_converted_is_converted_for_the_export) {
   main().setChecked(id::kOptClass, true);
   main().setChecked(id::kCheck1, false);
-  main().open(sampleModule());
-  clickFileNode();
+  const fs::path module = readByNode(contentOf(sampleModule()));
   EXPECT_EQ(main().lineCount(id::kList2), 0U);
   const fs::path page = newFile();
   main().exportTo(page);
-  EXPECT_TRUE(sameText(contentOf(page), folder().convert(sampleModule(), L"")));
+  EXPECT_TRUE(sameText(contentOf(page), folder().convert(module, L"")));
   EXPECT_GT(main().lineCount(id::kList2), 0U);
 }
 
@@ -199,13 +200,14 @@ TEST_F(program, a_click_during_a_run_selects_no_node) {
   main().window().pressKey(VK_ESCAPE);
   converting.finish();
   EXPECT_EQ(selected(), before);
-  clickTreeNode(app(), tree, 0);
+  main().clickNode(0);
   app().until([&] { return selected() != before; }, "the selection behind the run");
 }
 
 TEST_F(program, keys_start_commands) {
   const auto untilLines = [this](int list, std::size_t count) {
     app().until([=, this] { return main().lineCount(list) == count; }, "lines");
+    main().untilIdle();
   };
   main().window().pressKey('O', VK_CONTROL);
   FileDialogOf(app()).accept(folder().write(L"tasten.bas", "If a Then\r\nb\r\n").wstring());

@@ -23,11 +23,17 @@ void MainWindow::untilShown(int id, std::wstring_view part) const {
              "text " + std::filesystem::path(part).string() + " in control " + std::to_string(id));
 }
 
+void MainWindow::untilIdle() const {
+  app_.until([this] { return offers(Command::mnudatei); }, "the end of a command");
+}
+
 Started MainWindow::start(Command command) const {
+  untilIdle();
   return {app_, window_, WM_COMMAND, static_cast<WPARAM>(commandId(command))};
 }
 
 Started MainWindow::press(int id) const {
+  untilIdle();
   const Window button = control(id);
   app_.until([&] { return button.enabled(); }, "button " + std::to_string(id));
   return {app_, button, BM_CLICK};
@@ -71,6 +77,16 @@ std::vector<std::string> MainWindow::lines(int list) const {
   std::vector<std::string> lines;
   for (std::size_t index = 0; index < lineCount(list); ++index) lines.push_back(line(list, index));
   return lines;
+}
+
+void MainWindow::clickNode(std::size_t index) const {
+  untilIdle();
+  clickTreeNode(app_, control(id::kTreeView1), index);
+}
+
+void MainWindow::chooseFromNodeMenu(std::size_t index, int entry) const {
+  untilIdle();
+  chooseFromTreeMenu(app_, control(id::kTreeView1), index, entry);
 }
 
 void MainWindow::clickLine(int list, std::size_t index, WPARAM keys) const {

@@ -26,7 +26,11 @@ class MainWindow {
   // Waits until a control shows that text, or one that holds it.
   void untilShown(int id, std::wstring_view part) const;
 
-  // Starts a command, or presses a button; it may ask something before it ends.
+  // Waits until commands are taken again.
+  void untilIdle() const;
+
+  // Starts a command, or presses a button, when none is at work any more; it may ask something
+  // before it ends.
   Started start(Command command) const;
   Started press(int id) const;
 
@@ -54,6 +58,11 @@ class MainWindow {
   std::size_t lineCount(int list) const;
   std::string line(int list, std::size_t index) const;
   std::vector<std::string> lines(int list) const;
+
+  // Clicks a node of the tree, or chooses an entry of its menu, when no command is at work any
+  // more. What that starts goes on behind the call.
+  void clickNode(std::size_t index) const;
+  void chooseFromNodeMenu(std::size_t index, int entry) const;
 
   // Clicks a line; then the lines up to another one, or one more, are selected too.
   void clickLine(int list, std::size_t index, WPARAM keys = 0) const;

@@ -77,10 +77,9 @@ void pictureOfWord(const fs::path& folder) {
   const MainWindow main(app);
   main.open(sampleModule());
   main.run(Command::mnuword);
-  const Window tree = main.control(id::kTreeView1);
-  const std::size_t count = treeTexts(app, tree).size();
+  const std::size_t count = treeTexts(app, main.control(id::kTreeView1)).size();
   for (const std::size_t last : {count - 5, std::size_t{4}}) {  // that of Kunde, one of the module
-    clickTreeNode(app, tree, last);
+    main.clickNode(last);
     main.untilShown(id::kLabel9, L" Zeilen eingelesen");
   }
   savePicture(main.window(), folder / L"dokumente.png");

@@ -69,7 +69,7 @@ TEST_F(office_costs, code_is_read_with_few_questions_however_long_it_is) {
     const long before = asked();
     click(L"    Lang (9999 Z.)");
     main().untilShown(id::kLabel9, L"9999 Zeilen eingelesen");
-    untilIdle();
+    main().untilIdle();
     return asked() - before;
   };
   main().run(Command::mnuword);

@@ -59,7 +59,7 @@ TEST_F(office_failures, busy_for_too_long) {
   word().command("busy 100000 80010001");
   click(L"    Fremd (2 Z.)");
   expectMessage(kLost, kLostTitle);
-  untilIdle();
+  main().untilIdle();
   EXPECT_EQ(word().count("references"), 0);
   word().command("");
   expectUsable();
@@ -74,13 +74,13 @@ TEST_F(office_failures, an_export_that_fails) {
   const std::wstring told =
       L"Das Modul \"Kunde\" konnte nicht exportiert werden: \r\nFehler beim Zugriff";
   expectMessage(told);
-  untilIdle();
+  main().untilIdle();
   chooseFromMenu(L"Brief (3)", 0);
   FolderDialogOf(app()).accept();
   expectMessage(told);
   expectMessage(L"Alle Module wurden in folgendes Verzeichnis exportiert: \r\n" +
                 exportFolder().wstring());
-  untilIdle();
+  main().untilIdle();
   EXPECT_FALSE(exists(exportFolder() / L"Brief" / L"Kunde.cls"));
   EXPECT_EQ(readFile(exportFolder() / L"Brief" / L"Grüße.bas"), kGreeting);
   EXPECT_EQ(tree().front(), L"Brief (3)") << "the connection stands";
@@ -115,7 +115,7 @@ TEST_F(office_failures, an_end_behind_our_back_is_told_by_the_next_command) {
     return [this, action] {
       action();
       expectMessage(kLost, kLostTitle);
-      untilIdle();
+      main().untilIdle();
     };
   };
   const std::function<void()> steps[] = {

@@ -152,15 +152,11 @@ std::size_t OfficeProgramTest::node(std::wstring_view text, std::size_t skip) co
 }
 
 void OfficeProgramTest::click(std::wstring_view text, std::size_t skip) const {
-  clickTreeNode(app(), main().control(id::kTreeView1), node(text, skip));
+  main().clickNode(node(text, skip));
 }
 
 void OfficeProgramTest::chooseFromMenu(std::wstring_view text, int entry) const {
-  chooseFromTreeMenu(app(), main().control(id::kTreeView1), node(text), entry);
-}
-
-void OfficeProgramTest::untilIdle() const {
-  app().until([this] { return main().offers(Command::mnudatei); }, "the end of a command");
+  main().chooseFromNodeMenu(node(text), entry);
 }
 
 void OfficeProgramTest::untilCode(const std::vector<std::string>& lines) const {
@@ -172,7 +168,7 @@ void OfficeProgramTest::untilCode(const std::vector<std::string>& lines) const {
     }
   };
   app().until(isShown, "code of " + std::to_string(lines.size()) + " lines");
-  untilIdle();
+  main().untilIdle();
 }
 
 void OfficeProgramTest::analyseAndClick(std::wstring_view text) const {
@@ -180,7 +176,7 @@ void OfficeProgramTest::analyseAndClick(std::wstring_view text) const {
   EXPECT_EQ(main().text(id::kLabel9), L"");
   click(text);
   main().untilShown(id::kLabel9, L" Zeilen eingelesen");
-  untilIdle();
+  main().untilIdle();
 }
 
 void OfficeProgramTest::runIntoMessage(Command command, const std::wstring& text,

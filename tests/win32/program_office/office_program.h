@@ -32,9 +32,6 @@ class OfficeProgramTest : public SharedProgramTest {
   void click(std::wstring_view text, std::size_t skip = 0) const;
   void chooseFromMenu(std::wstring_view text, int entry) const;
 
-  // Waits until commands are taken again.
-  void untilIdle() const;
-
   // Waits until those lines are shown as the code.
   void untilCode(const std::vector<std::string>& lines) const;
 

@@ -139,7 +139,7 @@ TEST_F(word_and_excel, all_modules_become_one_page_with_a_frame_each) {
   main().run(Command::mnuword);
   chooseFromMenu(L"Brief (3)", 1);
   main().untilShown(id::kLabel9, L"s verarbeitet");
-  untilIdle();
+  main().untilIdle();
   const std::vector<std::string> code = main().lines(id::kList1);
   EXPECT_EQ(code.size(), 3U * 3 + 11 + 9) << "three lines say which module follows";
   EXPECT_EQ(main().lineCount(id::kList2), code.size());
@@ -158,7 +158,7 @@ TEST_F(word_and_excel, modules_are_exported_below_the_folder_for_temporary_files
     EXPECT_EQ(dialog.prompt(), L"Export-Ordner auswählen");
     dialog.accept();
     expectMessage(what + L" in folgendes Verzeichnis exportiert: \r\n" + exportFolder().wstring());
-    untilIdle();
+    main().untilIdle();
   };
   const fs::path target = exportFolder() / L"Brief";
   exported(L"  Kunde (9 Z.)", L"Das Modul \"Kunde\" wurde");
@@ -170,7 +170,7 @@ TEST_F(word_and_excel, modules_are_exported_below_the_folder_for_temporary_files
   remove_all(exportFolder());
   chooseFromMenu(L"Brief (3)", 0);
   FolderDialogOf(app()).cancel();
-  untilIdle();
+  main().untilIdle();
   EXPECT_FALSE(exists(exportFolder()));
 }
 
