@@ -1,7 +1,6 @@
-#!/usr/bin/env python3
 """Looks at converted pages in a real browser.
 
-    run.py [--screenshots DIR] --tintline CMD...
+    python3 -m tests.browser.run [--screenshots DIR] --tintline CMD...
 
 Converts the sample module in both styles, with and without line numbers, and
 lets check.js follow every link of each page. An index entry and a procedure head
@@ -13,13 +12,14 @@ import argparse
 import collections
 import html
 import json
-import os
 import re
-import signal
 import subprocess
 import sys
 import tempfile
 from pathlib import Path
+
+from tests.support.browser import SECONDS, browse, take_picture
+from tests.support.checks import run_tests
 
 HERE = Path(__file__).resolve().parent
 SAMPLE = HERE.parent.parent / "data/examples/Musterprojekt.bas"
@@ -30,13 +30,7 @@ PAGES = {
     "inline": ["--style", "inline"],
     "inline-numbers": ["--style", "inline", "--line-numbers"],
 }
-CHROMIUM = [
-    "chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
-    "--disable-background-networking", "--disable-component-update", "--disable-sync",
-    "--hide-scrollbars",
-]
 SHOWN_PROCEDURE = "RechnungDrucken"
-SECONDS = 60  # until a browser that hangs is given up
 
 
 def code_of(line):
@@ -61,20 +55,6 @@ def expectations(source):
     return {"procedures": procedures, "calls": +calls, "head": first, "umlauts": "säumige Kunden"}
 
 
-def browse(arguments, profile):
-    browser = subprocess.Popen([*CHROMIUM, f"--user-data-dir={profile}", *arguments],
-                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                               start_new_session=True)
-    try:
-        output, _ = browser.communicate(timeout=SECONDS)
-    except subprocess.TimeoutExpired:
-        os.killpg(browser.pid, signal.SIGKILL)  # the browser is many processes
-        raise
-    if browser.returncode != 0:
-        raise subprocess.CalledProcessError(browser.returncode, browser.args)
-    return output
-
-
 def convert(tintline, options, target):
     subprocess.run([*tintline, "--quiet", *options, "-o", str(target), str(SAMPLE)], check=True,
                    timeout=SECONDS)
@@ -92,23 +72,30 @@ def check_page(page, expected, folder):
     checked = with_script(page, f"<script>const expected = {json.dumps(expected)};</script>"
                                 "<script src='check.js'></script>")
     dump = browse(["--window-size=1000,700", "--virtual-time-budget=120000", "--dump-dom",
-                   checked.as_uri()], folder / "profile").decode("utf-8")
+                   checked.as_uri()], folder)
     result = re.search(r'<pre id="befund">(.*?)</pre>', dump, re.DOTALL)
     if not result:
         return [{"name": "the check comes to its end", "ok": False, "detail": dump[-500:]}]
     return json.loads(html.unescape(result[1]))
 
 
-def screenshots(page, target, profile):
+def tests(folder, expected):
+    """(what is tested, function that fails when it is not so) for the converted pages"""
+    def holds(finding):
+        assert finding["ok"], finding["detail"]
+
+    for style in PAGES:
+        for finding in check_page(folder / f"{style}.htm", expected, folder):
+            yield f"{style}: {finding['name']}", lambda: holds(finding)
+
+
+def screenshots(page, target, folder):
     """The top of the page, and the page from a procedure on."""
-    target.mkdir(parents=True, exist_ok=True)
     # Moved, not scrolled: the browser takes no picture of a page that is scrolled by its address.
     moved = with_script(page, "<script>document.body.style.marginTop = `${20 - document."
                               f"querySelector('a[name={SHOWN_PROCEDURE}]').offsetTop}}px`;</script>")
     for place, shown in (("top", page), ("code", moved)):
-        picture = target.resolve() / f"{page.stem}-{place}.png"
-        browse(["--window-size=1000,1300", f"--screenshot={picture}", shown.as_uri()], profile)
-        print(f"saved {picture}")
+        take_picture(shown.as_uri(), (1000, 1300), target / f"{page.stem}-{place}.png", folder)
 
 
 def main():
@@ -119,7 +106,6 @@ def main():
     options = parser.parse_args()
 
     expected = expectations(SAMPLE.read_text(encoding=ENCODING))
-    passed = failed = 0
     with tempfile.TemporaryDirectory(prefix="tintline-browser-",
                                      ignore_cleanup_errors=True) as name:
         folder = Path(name)
@@ -127,15 +113,9 @@ def main():
         for style, style_options in PAGES.items():
             page = folder / f"{style}.htm"
             convert(options.tintline, style_options, page)
-            for finding in check_page(page, expected, folder):
-                passed += finding["ok"]
-                failed += not finding["ok"]
-                if not finding["ok"]:
-                    print(f"{style}: FAILED: {finding['name']}: {finding['detail']}")
             if options.screenshots:
-                screenshots(page, options.screenshots, folder / "profile")
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed or not passed else 0
+                screenshots(page, options.screenshots, folder)
+        return run_tests(tests(folder, expected))
 
 
 if __name__ == "__main__":

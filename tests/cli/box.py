@@ -1,12 +1,11 @@
-"""What the tests of the command line stand on: a folder in which the program runs, checks,
-and the list of tests."""
+"""What the tests of the command line stand on: a folder in which the program runs."""
 import os
 import pathlib
 import shutil
 import subprocess
-import sys
 import tempfile
-import traceback
+
+from tests.support.checks import Skip
 
 TIMEOUT = 60  # seconds for one run
 NOBODY = 65534  # root may write everywhere, so access is tested as this user
@@ -35,18 +34,6 @@ ColString=a,#808080,#FFFFFF,0,0,1,\r
 PreCode=<div>,\r
 PostCode=</div>,\r
 """
-
-
-TESTS = []
-
-
-def test(function):
-    TESTS.append(function)
-    return function
-
-
-class Skip(Exception):
-    pass
 
 
 class Box:
@@ -124,33 +111,11 @@ class Box:
         return done.returncode, told[:-3].decode("utf-8").replace("\r\n", "\n")
 
 
-def equal(actual, expected):
-    assert actual == expected, f"got {actual!r}\nexpected {expected!r}"
-
-
-def holds(text, *parts):
-    for part in parts:
-        assert part in text, f"{part!r} is missing in {text!r}"
-
-
-def holds_not(text, *parts):
-    for part in parts:
-        assert part not in text, f"{part!r} stands in {text!r}"
-
-
-def run_one(function, command):
-    """"passed", "failed" or "skipped"."""
+def in_box(function, command):
+    """Calls the function with a box of its own."""
     folder = tempfile.mkdtemp(prefix="tintline-cli-")
     try:
         function(Box(command, pathlib.Path(folder)))
-        return "passed"
-    except Skip as reason:
-        print(f"skipped {function.__name__}: {reason}")
-        return "skipped"
-    except Exception:
-        print(f"FAILED {function.__name__}")
-        traceback.print_exc(file=sys.stdout)
-        return "failed"
     finally:
         subprocess.run(["chmod", "-R", "u+rwX", folder], check=False)
         shutil.rmtree(folder, ignore_errors=True)

@@ -1,7 +1,6 @@
-#!/usr/bin/env python3
 """Drives the command line as a process: options, formats, files, streams and every failure.
 
-    python3 tests/cli/run.py --tintline COMMAND... [--only PART-OF-A-NAME]
+    python3 -m tests.cli.run --tintline COMMAND... [--only PART-OF-A-NAME]
 
 COMMAND may be several words (a runner and the Windows program). Prints each failure and, last,
 "N passed, N failed, N skipped".
@@ -15,8 +14,8 @@ import subprocess
 import sys
 import time
 
-from box import (MODULE, MODULE_LINES, SETTINGS, TESTS, TIMEOUT, Skip, equal, holds, holds_not,
-                 run_one, test)
+from tests.cli.box import MODULE, MODULE_LINES, SETTINGS, TIMEOUT, in_box
+from tests.support.checks import Skip, equal, holds, holds_not, listed_tests, run_tests, test
 
 
 # ------------------------------------------------------------------ help and wrong usage
@@ -493,12 +492,8 @@ def main():
     # Tests run in folders of their own, so what names a file here gets its full path.
     command = [str(pathlib.Path(word).resolve()) if pathlib.Path(word).exists() else word
                for word in arguments.tintline]
-    count = {"passed": 0, "failed": 0, "skipped": 0}
-    for function in TESTS:
-        if arguments.only in function.__name__:
-            count[run_one(function, command)] += 1
-    print(", ".join(f"{number} {what}" for what, number in count.items()))
-    sys.exit(1 if count["failed"] or not count["passed"] else 0)
+    return run_tests(listed_tests(lambda function: in_box(function, command), arguments.only))
 
 
-main()
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,7 +1,6 @@
-#!/usr/bin/env python3
 """Does what README.md and the handbook tell a reader to do, and follows their links.
 
-    python3 tests/docs/run.py --tintline PROGRAM
+    python3 -m tests.docs.run --tintline PROGRAM
 
 Every line of their code blocks that calls "tintline" is run as it stands, in a folder that has
 modules under the names in it. Prints each failure and, last, "N passed, N failed".
@@ -16,6 +15,8 @@ import subprocess
 import sys
 import tempfile
 from pathlib import Path
+
+from tests.support.checks import run_tests
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 GUIDES = [ROOT / "README.md", ROOT / "docs/handbuch.md"]
@@ -158,17 +159,8 @@ def main():
     parser = argparse.ArgumentParser(description="Does what the guides tell a reader to do.")
     parser.add_argument("--tintline", required=True, type=Path, metavar="PROGRAM")
     program = parser.parse_args().tintline.resolve()
-    passed = failed = 0
     with tempfile.TemporaryDirectory(prefix="tintline-docs-") as scratch:
-        for name, function in tests(program, scratch):
-            try:
-                function()
-                passed += 1
-            except (AssertionError, OSError, subprocess.SubprocessError) as fault:
-                failed += 1
-                print(f"FAILED: {name}\n  {fault!r}")
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed or not passed else 0
+        return run_tests(tests(program, scratch))
 
 
 if __name__ == "__main__":

@@ -1,8 +1,7 @@
-#!/usr/bin/env python3
 """Golden cases: the program must give exactly the expected bytes. See README.md here.
 
-    python3 tests/golden/run.py --tintline COMMAND... [--only CASE]
-    python3 tests/golden/run.py --promote CASE
+    python3 -m tests.golden.run --tintline COMMAND... [--only CASE]
+    python3 -m tests.golden.run --promote CASE
 """
 import argparse
 import pathlib
@@ -10,6 +9,8 @@ import shlex
 import shutil
 import subprocess
 import sys
+
+from tests.support.checks import run_tests
 
 HERE = pathlib.Path(__file__).resolve().parent
 NEW = HERE.parent.parent / "build" / "golden-new"
@@ -35,20 +36,24 @@ def first_difference(expected, actual):
 
 
 def check(command, expected, arguments):
-    """None when the run gives the expected bytes, else what is wrong."""
+    """Fails when the run does not give the expected bytes, and keeps those that it gave."""
     done = subprocess.run(command + arguments, cwd=expected.parent, timeout=TIMEOUT,
                           stdin=subprocess.DEVNULL, capture_output=True)
-    if done.returncode != 0 or done.stderr:
-        return f"exit code {done.returncode}, {done.stderr.decode('utf-8', 'replace')!r}"
+    told = done.stderr.decode("utf-8", "replace")
+    assert done.returncode == 0 and not told, f"exit code {done.returncode}, {told!r}"
     if expected.exists() and expected.read_bytes() == done.stdout:
-        return None
+        return
     new = NEW / expected.parent.name / expected.name
     new.parent.mkdir(parents=True, exist_ok=True)
     new.write_bytes(done.stdout)
     what = (first_difference(expected.read_bytes(), done.stdout) if expected.exists()
             else "there is no such file yet")
-    return f"{what}\n  new bytes: {new.relative_to(HERE.parent.parent)}; " \
-           f"right? tests/golden/run.py --promote {expected.parent.name}"
+    raise AssertionError(f"{what}\n  new bytes: {new.relative_to(HERE.parent.parent)}; "
+                         f"right? python3 -m tests.golden.run --promote {expected.parent.name}")
+
+
+def unused(expected):
+    raise AssertionError("no line of options gives this file")
 
 
 def promote(name):
@@ -61,11 +66,11 @@ def promote(name):
     shutil.rmtree(NEW / name)
 
 
-def run_all(command, only):
+def tests(command, only):
+    """(what is tested, function that fails when it is not so)"""
     # Cases run in their own folder, so what names a file here gets its full path.
     command = [str(pathlib.Path(word).resolve()) if pathlib.Path(word).exists() else word
                for word in command]
-    passed = failed = 0
     for options in sorted(HERE.glob("*/options")):
         case = options.parent
         if only and case.name != only:
@@ -74,18 +79,9 @@ def run_all(command, only):
         expected_files = set(case.glob("expected*"))
         for expected, arguments in runs_of(case):
             expected_files.discard(expected)
-            wrong = check(command, expected, arguments)
-            passed, failed = passed + (not wrong), failed + bool(wrong)
-            if wrong:
-                print(f"FAILED {case.name}/{expected.name}: {wrong}")
-        for unused in sorted(expected_files):
-            failed += 1
-            print(f"FAILED {case.name}/{unused.name}: no line of options gives this file")
-    if passed + failed == 0:
-        failed = 1
-        print("FAILED there are no cases")
-    print(f"{passed} passed, {failed} failed, 0 skipped")
-    return failed
+            yield f"{case.name}/{expected.name}", lambda: check(command, expected, arguments)
+        for expected in sorted(expected_files):
+            yield f"{case.name}/{expected.name}", lambda: unused(expected)
 
 
 def main():
@@ -97,7 +93,7 @@ def main():
     if arguments.promote:
         promote(arguments.promote)
     elif arguments.tintline:
-        sys.exit(1 if run_all(arguments.tintline, arguments.only) else 0)
+        sys.exit(run_tests(tests(arguments.tintline, arguments.only)))
     else:
         parser.error("--tintline or --promote")
 

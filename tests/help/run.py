@@ -1,7 +1,6 @@
-#!/usr/bin/env python3
 """Takes the compiled help apart and looks at every topic, also in a real browser.
 
-    python3 tests/help/run.py --help-file FILE.chm [--screenshots DIR]
+    python3 -m tests.help.run --help-file FILE.chm [--screenshots DIR]
 
 Prints each failure and, last, "N passed, N failed".
 """
@@ -12,13 +11,14 @@ import json
 import os
 import posixpath
 import re
-import signal
 import subprocess
 import sys
 import tempfile
-import traceback
 import urllib.parse
 from pathlib import Path
+
+from tests.support.browser import browse, take_picture
+from tests.support.checks import listed_tests, none, run_tests, test
 
 CODE_PAGE = "cp1252"
 OPENED_BY_PROGRAM = ["htm/funktions.bersicht.htm", "htm/farbeinstellungen.htm", "topic.txt"]
@@ -33,11 +33,6 @@ CAPTIONS = ["Modul", "Makro", "Datei", "Text", "Auswahl", "Clipboard", "Exportie
 MENUS = Path("app/frmVBACode/commands.cpp")
 HANDBOOK = Path("docs/handbuch.md")
 
-CHROMIUM = [
-    "chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
-    "--disable-background-networking", "--disable-component-update", "--disable-sync",
-    "--hide-scrollbars", "--allow-file-access-from-files",
-]
 # Loads each topic in a frame of the viewer's width and writes down what a reader would miss.
 LOOK = """<!DOCTYPE html><meta charset="utf-8"><pre id="found"></pre><script>
 const topics = %s, found = {};
@@ -125,19 +120,6 @@ class Help:
         if address.scheme or file not in self.files:
             return True
         return bool(address.fragment) and address.fragment not in self.pages[file].anchors
-
-
-def none(findings):
-    findings = list(findings)
-    assert not findings, findings
-
-
-TESTS = []
-
-
-def test(function):
-    TESTS.append(function)
-    return function
 
 
 @test
@@ -232,19 +214,6 @@ def compiled_again_elsewhere_it_is_the_same(book):
     assert again.read_bytes() == book.compiled.read_bytes(), "other bytes"
 
 
-def browse(arguments, folder):
-    browser = subprocess.Popen([*CHROMIUM, f"--user-data-dir={folder / 'profile'}", *arguments],
-                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                               start_new_session=True)
-    try:
-        output, _ = browser.communicate(timeout=SECONDS)
-    except subprocess.TimeoutExpired:
-        os.killpg(browser.pid, signal.SIGKILL)  # the browser is many processes
-        raise
-    assert browser.returncode == 0, browser.returncode
-    return output.decode("utf-8")
-
-
 @test
 def a_browser_shows_every_topic(book):
     look = book.folder / "look.html"
@@ -258,12 +227,9 @@ def a_browser_shows_every_topic(book):
 
 
 def screenshots(book, target):
-    target.mkdir(parents=True, exist_ok=True)
     for name in book.topics:
-        picture = target.resolve() / f"{Path(name).stem}.png"
-        browse(["--window-size=820,1100", f"--screenshot={picture}", book.files[name].as_uri()],
-               book.folder.parent)
-        print(f"saved {picture}")
+        take_picture(book.files[name].as_uri(), (820, 1100), target / f"{Path(name).stem}.png",
+                     book.folder.parent)
 
 
 def main():
@@ -272,20 +238,11 @@ def main():
     parser.add_argument("--screenshots", type=Path, metavar="DIR",
                         help="save pictures of the topics there")
     options = parser.parse_args()
-    passed = failed = 0
     with tempfile.TemporaryDirectory(prefix="tintline-help-", ignore_cleanup_errors=True) as name:
         book = Help(options.help_file, Path(name))
-        for function in TESTS:
-            try:
-                function(book)
-                passed += 1
-            except Exception:  # of any kind: the other tests still run
-                failed += 1
-                print(f"FAILED: {function.__name__}\n{traceback.format_exc(limit=-1)}")
         if options.screenshots:
             screenshots(book, options.screenshots)
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed or not passed else 0
+        return run_tests(listed_tests(lambda function: function(book)))
 
 
 if __name__ == "__main__":

@@ -1,7 +1,6 @@
-#!/usr/bin/env python3
 """Makes the packages and looks at them as their users do: unpacks, installs, runs, removes.
 
-    python3 tests/package/run.py --native DIR --windows DIR [--only PART-OF-A-NAME]
+    python3 -m tests.package.run --native DIR --windows DIR [--only PART-OF-A-NAME]
 
 The folders are those of the builds. Windows programs run under Wine, in a prefix of their own.
 That packages are the same bytes each time is tried by packaging one build twice, in different
@@ -18,12 +17,11 @@ import subprocess
 import sys
 import tempfile
 import time
-import traceback
 import zipfile
 from pathlib import Path
 
-import portable_executable
-import wine
+from tests.package import portable_executable, wine
+from tests.support.checks import equal, listed_tests, run_tests, test
 
 SECONDS = 120  # until a program that hangs is given up
 BUILD_SCRIPT = Path("package/build.py").resolve()
@@ -48,10 +46,6 @@ def run(*command, code=0, **process):
     text = (done.stdout or b"").decode("utf-8", "replace")
     assert done.returncode == code, f"{command}: exit code {done.returncode}\n{text}"
     return text
-
-
-def equal(actual, expected):
-    assert actual == expected, f"got {actual!r}\nexpected {expected!r}"
 
 
 class Bench:
@@ -101,14 +95,6 @@ class Bench:
     def close(self):
         if self._prefix:
             self._prefix.close()
-
-
-TESTS = []
-
-
-def test(function):
-    TESTS.append(function)
-    return function
 
 
 # ------------------------------------------------------------------------------ packaging
@@ -475,22 +461,12 @@ def main():
     parser.add_argument("--windows", type=Path, required=True, metavar="DIR")
     parser.add_argument("--only", default="", metavar="PART-OF-A-NAME")
     options = parser.parse_args()
-    passed = failed = 0
     with tempfile.TemporaryDirectory(prefix="tintline-package-", dir="build",
                                      ignore_cleanup_errors=True) as folder:
         bench = Bench(options, Path(folder).resolve())
-        for function in TESTS:
-            if options.only not in function.__name__:
-                continue
-            try:
-                function(bench)
-                passed += 1
-            except Exception:  # of any kind: the other tests still run
-                failed += 1
-                print(f"FAILED: {function.__name__}\n{traceback.format_exc(limit=-2)}")
+        code = run_tests(listed_tests(lambda function: function(bench), options.only))
         bench.close()
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed or not passed else 0
+    return code
 
 
 if __name__ == "__main__":

@@ -1,0 +1,57 @@
+"""What the Python test programs have in common: the list of tests, checks, and the count."""
+import traceback
+
+TESTS = []
+
+
+class Skip(Exception):
+    """Raised by a test that is not for the program at hand."""
+
+
+def test(function):
+    TESTS.append(function)
+    return function
+
+
+def equal(actual, expected):
+    assert actual == expected, f"got {actual!r}\nexpected {expected!r}"
+
+
+def holds(text, *parts):
+    for part in parts:
+        assert part in text, f"{part!r} is missing in {text!r}"
+
+
+def holds_not(text, *parts):
+    for part in parts:
+        assert part not in text, f"{part!r} stands in {text!r}"
+
+
+def none(findings):
+    findings = list(findings)
+    assert not findings, findings
+
+
+def run_tests(tests):
+    """Calls the functions of (name, function) pairs, prints each failure and, last, the count.
+    The exit code: 1 when a test failed or there was none."""
+    count = {"passed": 0, "failed": 0, "skipped": 0}
+    for name, function in tests:
+        try:
+            function()
+            count["passed"] += 1
+        except Skip as reason:
+            count["skipped"] += 1
+            print(f"skipped {name}: {reason}")
+        except Exception:  # of any kind: the other tests still run
+            count["failed"] += 1
+            print(f"FAILED {name}\n{traceback.format_exc(limit=-2)}")
+    print(", ".join(f"{number} {what}" for what, number in count.items()))
+    return 1 if count["failed"] or not count["passed"] else 0
+
+
+def listed_tests(call, only=""):
+    """The tests of the list with that part in their names; `call(function)` runs one."""
+    for function in TESTS:
+        if only in function.__name__:
+            yield function.__name__, lambda: call(function)
