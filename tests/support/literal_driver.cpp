@@ -1,5 +1,5 @@
 // Conversion driver, selection run and indentation passes, transcribed rule for rule.
-// Tested by tests/unit/support/literal_test.cpp
+// Tested by tests/unit/engine/engine_property_test.cpp
 #include "tests/support/literal_driver.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 // Plain transcription of the rules that turn a list of source lines into the HTML line list and the
 // HTML body, of the selection run and of the two indentation passes. It is the measure for the fast
 // driver: slow, by value, rule for rule, to be checked by reading.
-// Tested by tests/unit/support/literal_test.cpp
+// Tested by tests/unit/engine/engine_property_test.cpp
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // Line highlighter, transcribed rule for rule. Nothing here is clever, on purpose.
-// Tested by tests/unit/support/literal_test.cpp
+// Tested by tests/unit/engine/engine_property_test.cpp
 #include "tests/support/literal_highlighter.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 // Plain transcription of the rules that turn one source line into one HTML line. It is the measure
 // for the fast highlighter: slow, by value, rule for rule, to be checked by reading.
-// Tested by tests/unit/support/literal_test.cpp
+// Tested by tests/unit/engine/engine_property_test.cpp
 #pragma once
 
 #include <string>

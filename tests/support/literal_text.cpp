@@ -1,5 +1,5 @@
 // Text functions of the literal transcription, as plain as they can be.
-// Tested by tests/unit/support/literal_test.cpp
+// Tested by tests/unit/engine/engine_property_test.cpp
 #include "tests/support/literal_text.h"
 
 namespace tintline::literal {

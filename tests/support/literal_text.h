@@ -1,7 +1,7 @@
 // Text functions of the processed language for the literal transcription: positions count from 1,
 // 0 means "not found". Deliberately shares nothing with the program, so that both cannot be wrong
 // in the same way. Texts are Windows-1252, one byte one character.
-// Tested by tests/unit/support/literal_test.cpp
+// Tested by tests/unit/engine/engine_property_test.cpp
 #pragma once
 
 #include <cstddef>

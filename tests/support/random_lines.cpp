@@ -1,6 +1,6 @@
 // Random and exhaustive source lines. Only the raw numbers of the generator are used, because the
 // standard distributions give different numbers with different libraries.
-// Tested by tests/unit/support/literal_test.cpp
+// Tested by tests/unit/engine/engine_property_test.cpp
 #include "tests/support/random_lines.h"
 
 #include <cstddef>

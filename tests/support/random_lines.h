@@ -1,6 +1,6 @@
 // Nasty source lines for comparing the engine with its literal transcription: random ones, the same
 // for the same seed on every machine, and all short ones over a small alphabet.
-// Tested by tests/unit/support/literal_test.cpp
+// Tested by tests/unit/engine/engine_property_test.cpp
 #pragma once
 
 #include <functional>

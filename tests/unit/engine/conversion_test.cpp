@@ -126,20 +126,26 @@ TEST(Conversion, MarksInCommentsCountLikeTheHighlightersOwn) {
   EXPECT_EQ(
       convert({"' <span class=\"Code\"> </span>class='Sub'> "}).List2[0],
       "<a HREF='#Index' class='Rem'>' <a HREF='#Index' class=\"Code\"> </a>class='Sub'> </a>");
+  EXPECT_EQ(convert({"Sub F() <span class=\"Code\"> </span>"}, {.lineNumbers = true}).List2[0],
+            "<a name='F'  HREF='#Index' class='Marks'>1:</a><span class='Marks'>    </span>"
+            "<span class='Sub'>Sub F()  </span>");
 }
 
 TEST(Conversion, AnAbortKeepsTheLinesAndNoBody) {
   const KeywordTable noKeywords;
   Highlighter highlighter(noKeywords);
-  test::RecordingObserver observer(1);
+  test::RecordingObserver observer(2);
   const Conversion conversion =
-      Verarbeiten(lineList({"a ", "b ", "c "}), {}, {},
+      Verarbeiten(lineList({"a ", "Sub b() ", "c "}), {}, {},
                   DocumentFrame(test::defaultColors(), StyleMode::Class), highlighter, observer);
   EXPECT_TRUE(conversion.aborted);
-  EXPECT_EQ(strings(conversion.List2), Lines{"a  "});
+  EXPECT_EQ(strings(conversion.List2),
+            (Lines{"a  ", "<a HREF='#Index' name='b' class='Sub'>Sub b() </a>"}));
   EXPECT_EQ(conversion.body(), "");
-  EXPECT_EQ(observer.events, (Lines{"lese 0 3", "yield", "abort?", "yield", "add direct",
-                                    "bearbeite 1 3", "yield", "lese 1 3", "yield", "abort?"}));
+  EXPECT_EQ(observer.events,
+            (Lines{"lese 0 3", "yield", "abort?", "yield", "add direct", "bearbeite 1 3", "yield",
+                   "lese 1 3", "yield", "abort?", "yield", "add direct", "yield",  // a head
+                   "lese 2 3", "yield", "abort?"}));
 }
 
 TEST(Conversion, LongLinesAndTooManyLines) {

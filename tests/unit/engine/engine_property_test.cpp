@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "base/text.h"
 #include "engine/conversion.h"
 #include "reformat/indentation.h"
 #include "reformat/selection.h"
@@ -33,6 +34,27 @@ TEST(HighlighterProperty, AgreesWithTheTranscriptionOnAllShortLines) {
     }
   });
   EXPECT_GT(lines, 100'000u);
+}
+
+// The source of a line that holds no markup itself, from its HTML and without its blanks.
+std::string sourceWithoutBlanks(std::string html) {
+  constexpr std::string_view kHead = "<span name='", kHeadEnd = "' class='Sub'>";
+  if (const std::size_t head = html.find(kHead); head != std::string::npos)
+    html.erase(head, html.find(kHeadEnd) + kHeadEnd.size() - head);
+  for (const std::string style : {"Code", "Parms", "Marks", "Rem", "EndSub"})
+    eraseAll(html, "<span class='" + style + "'>");
+  eraseAll(html, "</span>");
+  eraseAll(html, " ");
+  return Replace(Replace(html, "&lt;", "<"), "&gt;", ">");
+}
+
+TEST(HighlighterProperty, KeepsAllOfALineButItsBlanks) {
+  const KeywordTable table(kLists.Keywords1, kLists.Keywords2);
+  Highlighter highlighter(table);
+  literal::forEachShortLine(4, [&](const std::string& line) {
+    ASSERT_EQ(sourceWithoutBlanks(std::string(highlighter.fkt_ZeileKonvertieren(line))),
+              Replace(line, " ", ""));
+  });
 }
 
 // The name in a head is found without taking out one word after the other, where that is the same.

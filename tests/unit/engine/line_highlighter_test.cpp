@@ -75,6 +75,7 @@ TEST(Highlighter, WordsAndBlanks) {
 TEST(Highlighter, PiecesOfWords) {
   expectCases({
       {"call with two arguments", "f(x, y)", "f{(}x, y{)} "},
+      {"nested parentheses", "f((a),b)", "f{(}{(}a{)},b{)} "},
       {"keywords between separators", "(Dim,As)", "{(}{C:Dim},As{)} "},
       {"a comma in front is not split off", ",a,b", ",a,b "},
       {"empty parentheses stay together", "Now()", "Now{(}{)} "},
@@ -101,6 +102,7 @@ TEST(Highlighter, Comments) {
       {"an earlier apostrophe is not", "x ' c \"It's", "x ' c {\"}It's "},
       {"trailing Rem takes its blank along", "x rem y", "x {R: rem y}"},
       {"Rem inside a longer word", "x Remove y", "x {R: Remove y}"},
+      {"any Rem outside a string counts", "x \"a REM b\" rem c", "x {\"}a REM b{\"} {R: rem c}"},
       {"Rem in a string is none", "\"a Rem b\"", "{\"}a Rem b{\"} "},
       {"the split is at the last Rem", "x Rem \"a Rem b\"", "x Rem {\"}a {R: Rem b\"}"},
   });
