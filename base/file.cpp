@@ -150,6 +150,7 @@ std::wstring reasonText(std::error_code reason) {
       Row{std::errc::not_enough_memory, L"nicht genug Speicher"},
       Row{std::errc::too_many_symbolic_link_levels, L"Verknüpfungen führen im Kreis"},
       Row{std::errc::device_or_resource_busy, L"Datei ist in Gebrauch"},
+      Row{std::errc::bad_file_descriptor, L"nicht geöffnet"},
       Row{std::errc::broken_pipe, L"Empfänger hat geschlossen"},
       Row{std::errc::io_error, L"Fehler des Datenträgers"},
   };
@@ -220,15 +221,15 @@ struct AtomicFile::State {
 
 AtomicFile::AtomicFile(const fs::path& target) {
   const fs::file_status status = writableStatus(target);
-  if (detail::isDevice(target, status)) {
-    FileHandle file(detail::openToWrite(target));
-    if (!file) throw FileError(target, lastError());
-    state_ = std::make_unique<State>(target, target, std::move(file), fs::path());
-    return;
-  }
   std::error_code error;
   const fs::path end = detail::followLinks(target, error);
   if (error) throw FileError(target, error);
+  if (detail::isDevice(end, status)) {
+    FileHandle file(detail::openToWrite(end));
+    if (!file) throw FileError(target, lastError());
+    state_ = std::make_unique<State>(target, end, std::move(file), fs::path());
+    return;
+  }
   fs::path temporary;
   FileHandle file = createBeside(end, status, temporary);
   state_ = std::make_unique<State>(target, end, std::move(file), temporary);

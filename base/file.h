@@ -35,8 +35,8 @@ std::string readFile(const std::filesystem::path& path);
 // A file that appears complete or not at all: it is written under another name
 // in the target's folder and takes the target's name in one step. Until then,
 // and after any failure, a file that stood there stays whole. A target that is
-// no regular file (a device, a pipe) is written directly; a symbolic link keeps
-// pointing to the file that is replaced.
+// no regular file (a device, a pipe) or that this process has open (/dev/stdout) is
+// written directly; a symbolic link keeps pointing to the file that is replaced.
 class AtomicFile {
  public:
   // Throws FileError when the file cannot be created.

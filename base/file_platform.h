@@ -10,8 +10,8 @@
 
 namespace tintline::detail {
 
-// Opens an existing file, or creates one or empties it. Binary. nullptr and
-// errno on failure.
+// Opens an existing file, or creates one or empties it; one that this process has
+// open is written from where it stands. Binary. nullptr and errno on failure.
 std::FILE* openToRead(const std::filesystem::path& path);
 std::FILE* openToWrite(const std::filesystem::path& path);
 
@@ -30,7 +30,8 @@ unsigned long processNumber();
 // No error when this user may write the existing file.
 std::error_code writeProtection(const std::filesystem::path& path);
 
-// Whether the path names a device or a pipe, which nothing can replace.
+// Whether the path, whose links were followed, names a device, a pipe or a file that this
+// process has open: these are written as they are, never replaced.
 bool isDevice(const std::filesystem::path& path, std::filesystem::file_status status);
 
 // Gives a file the name of another, which is gone then.

@@ -5,15 +5,30 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 
 #include "base/file_platform.h"
 
 namespace tintline::detail {
 
+namespace {
+
+// Whether it is the name of a file that this process has open, as /dev/stdout leads to. Such a
+// link must not be followed: what is behind the name belongs to who opened it.
+bool isOpenFile(const std::filesystem::path& path) {
+  std::error_code none;
+  const std::filesystem::path folder = path.parent_path();
+  return folder.filename() == "fd" && std::filesystem::equivalent(folder, "/proc/self/fd", none);
+}
+
+}  // namespace
+
 std::FILE* openToRead(const std::filesystem::path& path) { return std::fopen(path.c_str(), "rbe"); }
 
 std::FILE* openToWrite(const std::filesystem::path& path) {
-  return std::fopen(path.c_str(), "wbe");
+  if (!isOpenFile(path)) return std::fopen(path.c_str(), "wbe");
+  const int file = ::dup(std::atoi(path.filename().c_str()));
+  return file < 0 ? nullptr : ::fdopen(file, "wb");
 }
 
 std::uintmax_t sizeOf(std::FILE* file) {
@@ -40,8 +55,9 @@ std::error_code writeProtection(const std::filesystem::path& path) {
   return allowed ? std::error_code() : std::error_code(errno, std::generic_category());
 }
 
-bool isDevice(const std::filesystem::path&, std::filesystem::file_status status) {
-  return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
+bool isDevice(const std::filesystem::path& path, std::filesystem::file_status status) {
+  return isOpenFile(path) ||
+         (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status));
 }
 
 std::error_code replaceFile(const std::filesystem::path& from, const std::filesystem::path& to) {
@@ -54,7 +70,9 @@ std::filesystem::path followLinks(std::filesystem::path path, std::error_code& e
   constexpr int kMaxLinks = 40;
   for (int links = 0; links < kMaxLinks; ++links) {
     std::error_code none;
-    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, none))) return path;
+    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, none)) ||
+        isOpenFile(path))
+      return path;
     const std::filesystem::path next = std::filesystem::read_symlink(path, error);
     if (error) return path;
     path = path.parent_path() / next;

@@ -17,7 +17,11 @@ constexpr DWORD kLongestPath = 32768;  // with the closing zero
 
 }  // namespace
 
-std::FILE* openToRead(const std::filesystem::path& path) { return ::_wfopen(path.c_str(), L"rb"); }
+std::FILE* openToRead(const std::filesystem::path& path) {
+  std::FILE* const file = ::_wfopen(path.c_str(), L"rb");
+  if (file == nullptr && errno == EINVAL) errno = ENOENT;  // no file can have such a name
+  return file;
+}
 
 std::FILE* openToWrite(const std::filesystem::path& path) { return ::_wfopen(path.c_str(), L"wb"); }
 

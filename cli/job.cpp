@@ -45,8 +45,7 @@ std::vector<bool> selectedLines(const std::vector<LineRange>& ranges, std::size_
   std::vector<bool> selected(count, ranges.empty());
   for (const LineRange& range : ranges) {
     if (range.last > count)
-      throw JobError(L"die Zeilen " + std::to_wstring(range.first) + L"-" +
-                     std::to_wstring(range.last) + L" gibt es nicht, letzte Zeile ist " +
+      throw JobError(L"--lines reicht über das Ende hinaus, letzte Zeile ist " +
                      std::to_wstring(count));
     for (std::size_t line = range.first; line <= range.last; ++line) selected[line - 1] = true;
   }

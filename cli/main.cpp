@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/codepage.h"
+#include "base/file.h"
 #include "cli/options.h"
 #include "cli/platform.h"
 #include "cli/run.h"
@@ -43,6 +44,9 @@ int commandLine(const std::vector<std::string>& arguments) {
   } catch (const UsageError& error) {
     tell(L"tintline: " + error.message() + L"\n\"tintline --help\" zeigt, was möglich ist.\n");
     return kWrongUsage;
+  } catch (const FileError& error) {
+    tell(L"tintline: " + fromUtf8(error.what()) + L'\n');
+    return kSomeFailed;
   } catch (const std::exception& error) {
     tell(L"tintline: unerwarteter Fehler: " + fromUtf8(error.what()) + L'\n');
     return kSomeFailed;

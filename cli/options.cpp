@@ -196,7 +196,7 @@ void store(const OptionRow& option, std::string_view value, Options& options) {
   if (!option.value.empty() && value.empty())
     throw UsageError(nameOf(option) + L": der Wert " + std::wstring(option.value) + L" fehlt");
   if (!option.store(options, value))
-    throw UsageError(nameOf(option) + L": " + inQuotes(value) + L" geht nicht, möglich ist " +
+    throw UsageError(nameOf(option) + L": " + inQuotes(value) + L" geht nicht, möglich: " +
                      std::wstring(option.allowed));
 }
 

@@ -31,9 +31,12 @@ std::filesystem::path targetOf(const std::string& input, const Options& options)
   return options.output == kStandardStream ? std::filesystem::path() : argumentPath(options.output);
 }
 
+// What does not exist, as a pattern that fits no file, fails by itself.
 void checkTargetsDiffer(const std::vector<Task>& tasks) {
   FileNames known;
+  std::error_code none;
   for (const Task& task : tasks) {
+    if (!std::filesystem::exists(argumentPath(task.input), none)) continue;
     const auto [other, isNew] = known.emplace(fileNameKey(task.target), inputName(task));
     if (!isNew)
       throw UsageError(other->second + L" und " + inputName(task) + L" ergäben beide " +

@@ -34,18 +34,21 @@ std::filesystem::path settingsPath(const std::string& argument, std::string_view
   return std::filesystem::exists(path, missing) ? path : std::filesystem::path();
 }
 
-// The bytes of a file without which the run makes no sense.
-std::string readNeeded(const std::filesystem::path& path) {
+// The bytes of a file without which the run makes no sense. To name one that cannot be read is
+// wrong usage; one beside the program throws FileError.
+std::string readNeeded(const std::filesystem::path& path, const std::string& argument) {
   try {
     return readFile(path);
   } catch (const FileError& error) {
+    if (argument.empty()) throw;
     throw UsageError(pathText(path) + L": " + reasonText(error.reason()));
   }
 }
 
-KeywordTable loadKeywords(const std::filesystem::path& path, const Surroundings& surroundings) {
+KeywordTable loadKeywords(const Options& options, const Surroundings& surroundings) {
+  const auto path = settingsPath(options.keywords, kKeywordsFile, surroundings);
   if (path.empty()) return StandardSchluesselworteLaden(programResource(101), programResource(102));
-  KeywordLoad load = SchluesselworteLaden(readNeeded(path));
+  KeywordLoad load = SchluesselworteLaden(readNeeded(path, options.keywords));
   const auto warn = [&](std::wstring_view text) {
     surroundings.tell(L"tintline: " + pathText(path) + L": " + std::wstring(text) + L'\n');
   };
@@ -67,14 +70,14 @@ ColorScheme loadColors(const std::filesystem::path& path) {
 }
 
 JobSettings loadSettings(const Options& options, const Surroundings& surroundings) {
-  const auto keywords = settingsPath(options.keywords, kKeywordsFile, surroundings);
   const auto settings = settingsPath(options.settings, modIniSave::kSettingsFile, surroundings);
-  if (!settings.empty()) readNeeded(settings);  // else it would silently count as empty
+  if (!settings.empty())
+    readNeeded(settings, options.settings);  // else it would silently count as empty
   const auto stored = [&settings](std::string_view key) {
     return settings.empty() ? std::string() : modIniSave::fkt_IniWertLesen(settings, key);
   };
   return {.options = options,
-          .keywords = loadKeywords(keywords, surroundings),
+          .keywords = loadKeywords(options, surroundings),
           .frame = DocumentFrame(loadColors(settings), options.style),
           .PreCode = stored("PreCode"),
           .PostCode = stored("PostCode")};
@@ -172,11 +175,7 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
   if (!options.outputDir.empty()) {
     std::error_code failure;
     std::filesystem::create_directories(argumentPath(options.outputDir), failure);
-    if (failure) {
-      surroundings.tell(L"tintline: " + argumentText(options.outputDir) + L": " +
-                        reasonText(failure) + L'\n');
-      return kSomeFailed;
-    }
+    if (failure) throw FileError(argumentPath(options.outputDir), failure);
   }
   Report report(inputNames(tasks), surroundings.tell, surroundings.terminal && !options.quiet);
   const std::size_t jobs = tasks.size() == 1 ? 1 : jobsOf(options);

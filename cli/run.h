@@ -31,8 +31,8 @@ struct Surroundings {
 };
 
 // Returns kAllConverted or kSomeFailed, also of a run that was interrupted; throws UsageError when
-// the options do not fit together or a file that they name cannot be used, before anything is
-// written.
+// the options do not fit together or a file that they name cannot be used, and FileError when a
+// file beside the program or the output folder cannot be used, before anything is written.
 ExitCode run(const Options& options, const Surroundings& surroundings);
 
 }  // namespace tintline

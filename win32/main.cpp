@@ -106,23 +106,25 @@ void initializeControls() {
   InitCommonControlsEx(&classes);
 }
 
-// The file that the command line names, or "".
+// The file that the command line names, with its folder, or "".
 std::filesystem::path fileOfCommandLine() {
   int count = 0;
   const UniqueHandle<LPWSTR*, LocalFree> words(CommandLineToArgvW(GetCommandLineW(), &count));
-  return count > 1 ? words.get()[1] : L"";
+  return count > 1 ? std::filesystem::absolute(words.get()[1]) : std::filesystem::path();
 }
 
 int run(DWORD lastError) {
   const Ole ole;
   initializeControls();
   Platform platform;
+  const std::filesystem::path file = fileOfCommandLine();
+  // The help viewer looks for the help in the current directory, which is the file's when the
+  // program is started by the file's context menu.
+  SetCurrentDirectoryW(platform.files.programFolder().c_str());
   Application program(platform.ports());
   makeWindows(program, platform);
   if (!program.Main(lastError)) return 0;
-  const std::filesystem::path file = fileOfCommandLine();
-  if (!file.empty() && program.mainWindow.isShown())
-    program.mainWindow.fileDropped(std::filesystem::absolute(file));
+  if (!file.empty() && program.mainWindow.isShown()) program.mainWindow.fileDropped(file);
   return platform.pump.run();
 }
 

@@ -47,8 +47,8 @@ def wrong_usage_is_explained_and_writes_nothing(box):
         (("--wrong", "a.bas"), "unbekannte Option --wrong"),
         (("-x", "a.bas"), 'unbekannte Option "-x"'),
         (("a.bas", "--output"), "--output: der Wert DATEI fehlt"),
-        (("--format", "pdf", "a.bas"), "möglich ist page, body, lines, preview, clipboard oder"),
-        (("--style=css", "a.bas"), "möglich ist class oder inline"),
+        (("--format", "pdf", "a.bas"), "möglich: page, body, lines, preview, clipboard oder"),
+        (("--style=css", "a.bas"), "möglich: class oder inline"),
         (("--lines", "3-1", "a.bas"), '--lines: "3-1" geht nicht'),
         (("--lines", "0-1", "a.bas"), '--lines: "0-1" geht nicht'),
         (("--indent", "-1", "a.bas"), "eine Zahl von 0 bis 100"),
@@ -283,13 +283,45 @@ def failures_come_in_order_and_the_others_go_on(box):
 
 
 @test
+def patterns_that_fit_no_file_fail_alone(box):
+    box.put("a.bas")
+    box.run("-d", "out", "a.bas", "*.cls", "*.frm", code=1,
+            err=["*.cls: Datei nicht gefunden", "*.frm: Datei nicht gefunden"])
+    equal(len(box.names()), 2)
+
+
+@test
+def an_unreadable_file_beside_the_program_is_no_wrong_call(box):
+    box.put("a.bas")
+    program = box.copy_of_program()
+    for name in ("vb.ini", "TINTLINE.ini"):
+        folder = box.folder / "programm" / name
+        folder.mkdir()
+        box.run("a.bas", command=program, code=1, err=f"{name}: ist ein Ordner")
+        folder.rmdir()
+
+
+@test
+def a_name_of_the_standard_output_is_not_replaced(box):
+    box.posix_only()
+    box.put("a.bas")
+    with open(box.folder / "log", "wb") as log:
+        log.write(b"vorn")
+        log.flush()
+        box.run("-o", "/dev/stdout", "a.bas", stdout=log)
+        box.run("-o", f"/dev/fd/{log.fileno()}", "a.bas", pass_fds=[log.fileno()])
+        os.write(log.fileno(), b"hinten")
+    equal(box.get("log"), b"vorn" + 2 * box.run("a.bas") + b"hinten")
+
+
+@test
 def a_line_outside_the_file_fails_that_file(box):
     box.put("a.bas")
     box.put("short.bas", b"x\r\n")
-    text = "die Zeilen 2-2 gibt es nicht, letzte Zeile ist 1"
+    text = "--lines reicht über das Ende hinaus, letzte Zeile ist 1"
     box.run("--lines=2", "-d", "out", "a.bas", "short.bas", code=1, err="short.bas: " + text)
     equal(len(box.names()), 3)
-    equal(box.run("--lines=99999999999999999999", "a.bas", code=1, err="gibt es nicht"), b"")
+    equal(box.run("--lines=99999999999999999999", "a.bas", code=1, err=text), b"")
 
 
 @test
@@ -428,7 +460,7 @@ def the_standard_input_is_a_source(box):
     large = MODULE * 3000
     box.put("large.bas", large)
     equal(box.run("--format=body", "-", stdin=large), box.run("--format=body", "large.bas"))
-    box.run("--lines=11", "-", stdin=MODULE, code=1, err="Standardeingabe: die Zeilen 11-11")
+    box.run("--lines=11", "-", stdin=MODULE, code=1, err="Standardeingabe: --lines reicht")
 
 
 @test

@@ -82,8 +82,8 @@ TEST(Job, failuresNameTheReason) {
   EXPECT_EQ(reason(lines, {"--wrap=30"}), L"");
   EXPECT_EQ(reason(lines, {"--wrap=20"}), L"mehr als 32767 Zeilen nach dem Umbruch");
   EXPECT_EQ(reason("a\r\nb\r\n", {"--lines=2-3"}),
-            L"die Zeilen 2-3 gibt es nicht, letzte Zeile ist 2");
-  EXPECT_EQ(reason("", {"--lines=1"}), L"die Zeilen 1-1 gibt es nicht, letzte Zeile ist 0");
+            L"--lines reicht über das Ende hinaus, letzte Zeile ist 2");
+  EXPECT_EQ(reason("", {"--lines=1"}), L"--lines reicht über das Ende hinaus, letzte Zeile ist 0");
 }
 
 }  // namespace

@@ -89,16 +89,15 @@ TEST(Options, wrongOnesAreNamedWithWhatIsAllowed) {
       {{"--output="}, L"--output: der Wert DATEI fehlt"},
       {{"-d", ""}, L"--output-dir: der Wert ORDNER fehlt"},
       {{"--format", "html"},
-       L"--format: \"html\" geht nicht, möglich ist page, body, lines, preview, clipboard oder "
+       L"--format: \"html\" geht nicht, möglich: page, body, lines, preview, clipboard oder "
        L"table"},
-      {{"--style", "Class"}, L"--style: \"Class\" geht nicht, möglich ist class oder inline"},
-      {{"--indent", "101"}, L"--indent: \"101\" geht nicht, möglich ist eine Zahl von 0 bis 100"},
-      {{"--wrap", "19"},
-       L"--wrap: \"19\" geht nicht, möglich ist eine Zahl von 20 bis 1000 oder 0"},
+      {{"--style", "Class"}, L"--style: \"Class\" geht nicht, möglich: class oder inline"},
+      {{"--indent", "101"}, L"--indent: \"101\" geht nicht, möglich: eine Zahl von 0 bis 100"},
+      {{"--wrap", "19"}, L"--wrap: \"19\" geht nicht, möglich: eine Zahl von 20 bis 1000 oder 0"},
       {{"--wrap", "1001"},
-       L"--wrap: \"1001\" geht nicht, möglich ist eine Zahl von 20 bis 1000 oder 0"},
-      {{"--jobs", "0"}, L"--jobs: \"0\" geht nicht, möglich ist eine Zahl von 1 bis 64"},
-      {{"--jobs", "65"}, L"--jobs: \"65\" geht nicht, möglich ist eine Zahl von 1 bis 64"},
+       L"--wrap: \"1001\" geht nicht, möglich: eine Zahl von 20 bis 1000 oder 0"},
+      {{"--jobs", "0"}, L"--jobs: \"0\" geht nicht, möglich: eine Zahl von 1 bis 64"},
+      {{"--jobs", "65"}, L"--jobs: \"65\" geht nicht, möglich: eine Zahl von 1 bis 64"},
       {{""}, L"ein leerer Text ist kein Dateiname"},
   };
   for (const auto& row : kCases) {
