@@ -120,12 +120,16 @@ void frmVBACode::Verarbeiten() {
 }
 
 ConversionOptions frmVBACode::conversionOptions() const {
-  return {.lineNumbers = Check1.Value, .blnPaste = blnPaste_};
+  return {.lineNumbers = shown_.lineNumbers, .blnPaste = blnPaste_};
 }
 
-DocumentFrame frmVBACode::frame() const {
-  return DocumentFrame(application_.colors, optStyle.Value ? StyleMode::Inline : StyleMode::Class);
+frmVBACode::ResultOptions frmVBACode::chosenOptions() const {
+  return {.lineNumbers = Check1.Value,
+          .style = optStyle.Value ? StyleMode::Inline : StyleMode::Class};
 }
+
+// That of the result, whatever is chosen by now.
+DocumentFrame frmVBACode::frame() const { return DocumentFrame(application_.colors, shown_.style); }
 
 void frmVBACode::cmdMakro_Click() {
   if (readSourceAnew()) run([this] { Verarbeiten(); });
@@ -133,16 +137,24 @@ void frmVBACode::cmdMakro_Click() {
 
 // A file may have changed on disk since it was read, a procedure in its application; or
 // the lines are those of a whole module now. What the user did to the lines since then is
-// done again.
+// done again. What cannot be read any more stays as it is shown.
 bool frmVBACode::readSourceAnew() {
   const TreeNode* const node = TreeView1.SelectedItem();
   const bool procedure =
       source_ == Source::Procedure && node != nullptr && node->path().size() == 3;
   if (source_ != Source::File && !procedure) return true;
-  const Reformatting wanted = reformatting_;
-  if (procedure ? !Makroeinlesen(*node) : !ModulDateiLesen(Dateipfad_)) return false;
-  reformatAgain(wanted);
-  return true;
+  LineList lines = List1.lines();
+  ProcedureNames names = ProzNamen_;
+  const bool wholeModules = gesamtmodul_;
+  if (procedure ? Makroeinlesen(*node) : ModulDateiLesen(Dateipfad_)) {
+    reformatAgain();
+    return true;
+  }
+  replaceLines(std::move(lines));
+  ProzNamen_ = std::move(names);
+  gesamtmodul_ = wholeModules;
+  DummySeite();
+  return false;
 }
 
 void frmVBACode::cmdAuswahl_Click() {
@@ -176,25 +188,17 @@ void frmVBACode::run(const std::function<void()>& work) {
   OptionenSetzen(false);
   try {
     work();
-  } catch (const std::length_error&) {
-    tellTooLarge();
-  } catch (const std::overflow_error&) {
-    tellTooLarge();
   } catch (...) {
+    clearResult();
     endRun(preview);
     throw;
   }
   endRun(preview);
 }
 
-void frmVBACode::tellTooLarge() {
-  MousePointer = Pointer::Default;
-  clearResult();
-  ports_.dialogs.message(L"Das Ergebnis wird zu groß.", MessageIcon::Critical, {});
-}
-
+// The preview's box stays clickable in the run.
 void frmVBACode::endRun(bool preview) {
-  Check2.Value = preview;
+  if (preview) Check2.Value = true;
   QuellschalterSetzen(true);
   AusgabeschalterSetzen(!HTMLText.empty());
   OptionenSetzen(true);
@@ -225,8 +229,10 @@ std::wstring frmVBACode::decimal(double number) const {
   return text;
 }
 
+void frmVBACode::KopierschalterSetzen() { cmdVBAClp.Enabled = List1.SelCount() > 0; }
+
 void frmVBACode::List1auswerten() {
-  cmdVBAClp.Enabled = List1.SelCount() > 0;
+  KopierschalterSetzen();
   followCurrentLine(List1, List2);
 }
 
@@ -239,6 +245,7 @@ void frmVBACode::followCurrentLine(const ListBox& moved, ListBox& other) {
   Label9.Caption = progressText(kReading, static_cast<std::size_t>(current), moved.ListCount());
   if (Auswahl_ || List1.ListCount() != List2.ListCount()) return;
   other.selectOnly(static_cast<std::size_t>(current));
+  KopierschalterSetzen();
 }
 
 }  // namespace tintline

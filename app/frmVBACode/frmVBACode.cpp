@@ -3,6 +3,8 @@
 #include "app/frmVBACode/frmVBACode.h"
 
 #include <exception>
+#include <new>
+#include <stdexcept>
 
 #include "app/HTMLHelp.h"
 #include "app/application.h"
@@ -10,6 +12,16 @@
 #include "base/codepage.h"
 
 namespace tintline {
+namespace {
+
+// What a text, a list or the memory does not hold.
+bool isTooLarge(const std::exception& error) {
+  return dynamic_cast<const std::length_error*>(&error) != nullptr ||
+         dynamic_cast<const std::overflow_error*>(&error) != nullptr ||
+         dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
+}
+
+}  // namespace
 
 frmVBACode::frmVBACode(Application& application)
     : application_(application),
@@ -58,17 +70,17 @@ void frmVBACode::wireEvents() {
   cmdVBAClp.Click = [this] { execute(Command::cmdVBAClp); };
   cmdHTMClp.Click = [this] { command([this] { HTMLKopieren(); }); };
   cmdExport.Click = [this] { execute(Command::mnuexport); };
-  Check1.Click = [this] { command([this] { ErgebnisAuffrischen(); }); };
+  Check1.Click = [this] { command([] {}); };  // which catches up
   const auto chosenInsteadOf = [this](OptionButton& other) {
     return [this, &other] {
       other.Value = false;
-      command([this] { ErgebnisAuffrischen(); });
+      command([] {});
     };
   };
   optClass.Click = chosenInsteadOf(optStyle);
   optStyle.Click = chosenInsteadOf(optClass);
   cmdWord.Click = [this] { execute(Command::mnu2word); };
-  Check2.Click = [this] { command([this] { Check2_Click(); }); };
+  Check2.Click = [this] { command([] {}); };
   TreeView1.NodeClick = [this](TreeNode& node) { command([&] { TreeView1_NodeClick(node); }); };
   TreeView1.RightClick = [this](TreeNode& node) {
     if (!busy_) TreeView1_RightClick(node);
@@ -77,22 +89,36 @@ void frmVBACode::wireEvents() {
   List2.Click = [this] { command([this] { ListBoxauswerten(); }); };
 }
 
-// The one guard around every command: none starts inside another, and an unexpected
-// error ends it quietly.
+// No command starts inside another.
 void frmVBACode::command(const std::function<void()>& work) {
   if (busy_) return;
   busy_ = true;
-  bEsc_ = false;
   Toolbar1.changed();
-  try {
-    work();
-  } catch (const std::exception&) {
-    MousePointer = Pointer::Default;
-  }
+  guarded(work);
+  guarded([this] { catchUp(); });
   busy_ = false;
-  if (FrameVorschau.Visible() != Check2.Value()) Check2_Click();  // clicked meanwhile
   Toolbar1.changed();
   if (closeWanted_) Unload();
+}
+
+// The one guard around every command: an unexpected error ends it quietly.
+void frmVBACode::guarded(const std::function<void()>& work) {
+  bEsc_ = false;
+  try {
+    work();
+  } catch (const std::exception& error) {
+    MousePointer = Pointer::Default;
+    if (isTooLarge(error))
+      ports_.dialogs.message(L"Das Ergebnis wird zu groß.", MessageIcon::Critical, {});
+  }
+}
+
+// The user may have changed the options, now or while the command was at work: a result is
+// shown with the ones that are chosen, and the preview as its box says.
+void frmVBACode::catchUp() {
+  if (closeWanted_) return;
+  if (shown_ != chosenOptions()) ErgebnisAuffrischen();
+  if (FrameVorschau.Visible() != Check2.Value()) Check2_Click();
 }
 
 void frmVBACode::execute(Command command) {
@@ -139,10 +165,10 @@ void frmVBACode::dispatch(Command command) {
       return Umbruch();
     case Command::mnuZeilennummern:
       Check1.Value = !Check1.Value;
-      return ErgebnisAuffrischen();
+      return;
     case Command::mnuVorschau:
       Check2.Value = !Check2.Value;
-      return Check2_Click();
+      return;
     case Command::mnuFarben:
       return mnuFarben_Click();
     case Command::mnuFarbenSpeichern:
@@ -171,6 +197,7 @@ void frmVBACode::dispatch(Command command) {
       return AlleModuleExportieren(*menuNode());
     case Command::mnuconvertall:
       TreeView1.select(menuNode());
+      cmdModul.Enabled = false;  // a document is no module
       return AlleModuleVerarbeiten();
     case Command::mnuAbbrechen:
     case Command::None:
@@ -245,9 +272,11 @@ bool frmVBACode::QueryUnload() {
   return false;
 }
 
+// The page is written anew: another running program may have written its own meanwhile.
 void frmVBACode::Check2_Click() {
   FrameVorschau.Visible = Check2.Value();
   wBrowser.Visible = Check2.Value();
+  if (Check2.Value && !HTMLText.empty()) HTMLDateierstellen();
 }
 
 void frmVBACode::mnuFarben_Click() {
@@ -256,7 +285,7 @@ void frmVBACode::mnuFarben_Click() {
 }
 
 void frmVBACode::mnuSchluesselworte_Click() {
-  ports_.shell.open(pathText(ports_.files.programFolder() / kKeywordsFile));
+  openFile(ports_.files.programFolder() / kKeywordsFile);
 }
 
 void frmVBACode::fkt_ShowSplash() {

@@ -16,6 +16,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/controls/ListboxHScroll.h"
 #include "app/controls/form.h"
@@ -171,11 +172,18 @@ class frmVBACode final : public Form {
   // Where the lines of List1 came from: what cmdMakro converts.
   enum class Source { None, File, Text, Procedure };
 
-  // What was done to the lines of List1 since they were read, to be done again when
-  // they are read anew.
+  // Something that was done to the lines of List1 since they were read, to be done again when
+  // they are read anew: they were indented by `unit` blanks a level, or wrapped at `width`.
   struct Reformatting {
-    bool indented = false;
-    bool wrapped = false;
+    int unit;
+    int width;  // 0: not wrapped
+  };
+
+  // What a result depends on beside its lines.
+  struct ResultOptions {
+    bool lineNumbers;
+    StyleMode style;
+    bool operator==(const ResultOptions&) const = default;
   };
 
   void Form_Load() override;
@@ -183,6 +191,8 @@ class frmVBACode final : public Form {
 
   void wireEvents();
   void command(const std::function<void()>& work);
+  void guarded(const std::function<void()>& work);
+  void catchUp();
   void dispatch(Command command);
 
   void SchluesselworteLaden(std::string_view fileName);
@@ -192,6 +202,7 @@ class frmVBACode final : public Form {
   void showKeywordProgress(std::size_t entries);
 
   void open(const std::filesystem::path& file);
+  void chooseFile(const TreeNode& node);
   void clearLists();
   void clearResult();
   void resetDisplay();
@@ -201,19 +212,21 @@ class frmVBACode final : public Form {
 
   void run(const std::function<void()>& work);
   void endRun(bool preview);
-  void tellTooLarge();
   void OptionenSetzen(bool enabled);
   bool readSourceAnew();
   void convertSelection();
   void ErgebnisAuffrischen();
   void followCurrentLine(const ListBox& moved, ListBox& other);
+  void KopierschalterSetzen();
+  ResultOptions chosenOptions() const;
   ConversionOptions conversionOptions() const;
   DocumentFrame frame() const;
   std::wstring decimal(double number) const;
 
   void indent(LineList (*pass)(const LineList&, int&));
+  void tellTooManyWrapped();
   void replaceLines(LineList lines);
-  void reformatAgain(const Reformatting& wanted);
+  void reformatAgain();
 
   bool OfficeAufruf(modWord::Connection& connection, std::wstring_view procedure,
                     const std::function<void()>& work);
@@ -239,7 +252,7 @@ class frmVBACode final : public Form {
   std::optional<std::filesystem::path> chooseExportFile();
   std::wstring defaultName() const;
   bool writeExportFile(const std::filesystem::path& file);
-  void openExportFile(const std::filesystem::path& file);
+  void openFile(const std::filesystem::path& file);
   void writeScratchPage(const std::function<void(std::ostream&)>& write);
 
   Application& application_;
@@ -252,20 +265,21 @@ class frmVBACode final : public Form {
   std::wstring Dateiname_;           // of the loaded file, without folder; "" for none
   std::filesystem::path Dateipfad_;  // its full path
   ProcedureNames ProzNamen_;
-  Reformatting reformatting_;
-  std::optional<std::size_t> menuNode_;  // the node under the last right click
-  int einzug_ = 0;                       // blanks per block level
-  int zeilenbreite_ = 80;                // 0: lines are not wrapped
-  bool busy_ = false;                    // a command is at work
-  bool closeWanted_ = false;             // the user closed the window while a command was at work
-  bool bEsc_ = false;                    // abort request
-  bool blnPaste_ = false;                // the lines are pasted code
-  bool gesamtmodul_ = false;             // List1 holds one or more whole modules of a project
-  bool Auswahl_ = false;                 // the result stems from a selection:
-  std::vector<bool> selectedLines_;      // of these lines
-  bool controlFile_ = false;             // there is a "vb.ini"
-  bool narrowable_ = false;              // button "format2": lines were indented once
-  bool wrappable_ = false;               // button "umbruch": some line is longer than the width
+  std::vector<Reformatting> reformatting_;
+  ResultOptions shown_{false, StyleMode::Class};  // the result is made with these
+  std::optional<std::size_t> menuNode_;           // the node under the last right click
+  int einzug_ = 0;                                // blanks per block level
+  int zeilenbreite_ = 80;                         // 0: lines are not wrapped
+  bool busy_ = false;                             // a command is at work
+  bool closeWanted_ = false;         // the user closed the window while a command was at work
+  bool bEsc_ = false;                // abort request
+  bool blnPaste_ = false;            // the lines are pasted code
+  bool gesamtmodul_ = false;         // List1 holds one or more whole modules of a project
+  bool Auswahl_ = false;             // the result stems from a selection:
+  std::vector<bool> selectedLines_;  // of these lines
+  bool controlFile_ = false;         // there is a "vb.ini"
+  bool narrowable_ = false;          // button "format2": lines were indented once
+  bool wrappable_ = false;           // button "umbruch": some line is longer than the width
 };
 
 }  // namespace tintline

@@ -43,11 +43,11 @@ SelectableLines frmVBACode::selectable(const ListBox& list) {
           .selected = [&list](std::size_t index) { return list.Selected(index); }};
 }
 
-// Converts when that was not done yet; false when there is nothing, or the run was ended.
+// Converts when that was not done yet; false when there is nothing, or the user ended the run.
 bool frmVBACode::hasResult() {
   if (List1.ListCount() == 0) return false;
   if (List2.ListCount() == 0) run([this] { Verarbeiten(); });
-  return List2.ListCount() > 0 && !HTMLText.empty();
+  return !closeWanted_ && List2.ListCount() > 0 && !HTMLText.empty();
 }
 
 void frmVBACode::cmdExport_Click() {
@@ -56,7 +56,7 @@ void frmVBACode::cmdExport_Click() {
   if (!file) return;
   lblExportPfad.Caption = pathText(*file);
   lblExportPfad.ToolTipText = pathText(*file);
-  if (writeExportFile(*file)) openExportFile(*file);
+  if (writeExportFile(*file)) openFile(*file);
 }
 
 // The name that the user chose; one that exists, with his consent.
@@ -85,7 +85,7 @@ std::wstring frmVBACode::defaultName() const {
   if (Dateiname_.empty() && gesamtmodul_) return {};
   const TreeNode* const node = TreeView1.SelectedItem();
   const bool ofNode = source_ == Source::Procedure || Dateiname_.empty();
-  if (ofNode && node != nullptr) return defaultExportName(node->path());
+  if (ofNode && node != nullptr && hasModules(*node)) return defaultExportName(node->path());
   return defaultExportName({Dateiname_});
 }
 
@@ -107,7 +107,7 @@ void frmVBACode::tellUnwritable(const FileError& error) {
                          MessageIcon::Critical, L"Exportieren");
 }
 
-void frmVBACode::openExportFile(const std::filesystem::path& file) {
+void frmVBACode::openFile(const std::filesystem::path& file) {
   const std::wstring failure = openFailureText(ports_.shell.open(pathText(file)));
   if (!failure.empty()) ports_.dialogs.message(failure, MessageIcon::Critical, L"Datei öffnen");
 }
@@ -119,7 +119,7 @@ void frmVBACode::mnuCopy_Click() {
 
 void frmVBACode::AllesMarkieren() {
   ActiveControl->selectAll();
-  if (ActiveControl == &List1) cmdVBAClp.Enabled = true;
+  KopierschalterSetzen();
 }
 
 void frmVBACode::HTMLKopieren() {

@@ -19,11 +19,15 @@ void frmVBACode::Formatieren2() {
 }
 
 void frmVBACode::indent(LineList (*pass)(const LineList&, int&)) {
-  List1.Enabled = false;
-  LineList lines = pass(List1.lines(), einzug_);
+  int unit = einzug_;
+  LineList lines = pass(List1.lines(), unit);  // may be too much: then nothing has changed
+  einzug_ = unit;
   Frame1.Caption = std::wstring(kSourceCaption) + L" (Tab=" + std::to_wstring(einzug_) + L")";
+  List1.Enabled = false;
   replaceLines(std::move(lines));
-  reformatting_.indented = true;
+  // The last of several passes alone gives what all of them give.
+  if (!reformatting_.empty() && reformatting_.back().width == 0) reformatting_.pop_back();
+  reformatting_.push_back({.unit = einzug_, .width = 0});
   List1.Enabled = true;
   List1.Refresh();
 }
@@ -47,14 +51,15 @@ void frmVBACode::Zeilenbreite() {
 
 void frmVBACode::Umbruch() {
   auto lines = wrapLines(List1.lines(), zeilenbreite_, einzug_);
-  if (!lines) {
-    ports_.dialogs.message(L"Umbrochen wären es mehr als " + std::to_wstring(kMaxLines) +
-                               L" Zeilen. Der Quellcode bleibt, wie er ist.",
-                           MessageIcon::Critical, {});
-    return;
-  }
+  if (!lines) return tellTooManyWrapped();
   replaceLines(std::move(*lines));
-  reformatting_.wrapped = true;
+  if (zeilenbreite_ != 0) reformatting_.push_back({.unit = einzug_, .width = zeilenbreite_});
+}
+
+void frmVBACode::tellTooManyWrapped() {
+  ports_.dialogs.message(L"Umbrochen wären es mehr als " + std::to_wstring(kMaxLines) +
+                             L" Zeilen. Der Quellcode bleibt, wie er ist.",
+                         MessageIcon::Critical, {});
 }
 
 // Whether there is something to wrap.
@@ -69,16 +74,23 @@ void frmVBACode::replaceLines(LineList lines) {
   Pruefen();
   for (std::size_t line = 0; samePlaces && line < selection.size(); ++line)
     List1.setSelected(line, selection[line]);
+  KopierschalterSetzen();
 }
 
 // Lines that were read anew get what the user did to the lines before them.
-void frmVBACode::reformatAgain(const Reformatting& wanted) {
-  if (wanted.indented) {
-    const bool flushLeft = einzug_ == 0;
-    einzug_ += flushLeft ? 1 : -1;  // the pass takes it back
-    indent(flushLeft ? tintline::Formatieren2 : tintline::Formatieren);
+void frmVBACode::reformatAgain() {
+  if (reformatting_.empty()) return;
+  LineList lines = List1.lines();
+  for (const Reformatting& pass : reformatting_) {
+    int wider = pass.unit + 1;  // which the pass takes back
+    if (pass.width == 0)
+      lines = tintline::Formatieren2(lines, wider);
+    else if (auto wrapped = wrapLines(lines, pass.width, pass.unit))
+      lines = std::move(*wrapped);
+    else
+      tellTooManyWrapped();
   }
-  if (wanted.wrapped) Umbruch();
+  replaceLines(std::move(lines));
 }
 
 }  // namespace tintline

@@ -51,14 +51,21 @@ void frmVBACode::open(const std::filesystem::path& file) {
   if (name.empty() || name.find(L'*') != std::wstring::npos) return;
   Dateiname_ = name;
   Dateipfad_ = file;
-  reformatting_ = {};
-  if (!ModulDateiLesen(file)) return;
   resetDisplay();
-  DummySeite();
-  QuellschalterSetzen(true);
   AusgabeschalterSetzen(false);
+  if (ModulDateiLesen(file)) {
+    QuellschalterSetzen(true);
+    setSource(Source::File);
+    DateiknotenEinfuegen(Dateiname_, Dateipfad_);
+  }
+  DummySeite();
+}
+
+// The file that the node stands for is the loaded one.
+void frmVBACode::chooseFile(const TreeNode& node) {
   setSource(Source::File);
-  DateiknotenEinfuegen(Dateiname_, Dateipfad_);
+  Dateiname_ = node.Text();
+  Dateipfad_ = pathFromText(node.Tag);
 }
 
 bool frmVBACode::ModulDateiLesen(const std::filesystem::path& file) {
@@ -96,7 +103,8 @@ bool frmVBACode::ModulDateiLesen(const std::filesystem::path& file) {
 
 void frmVBACode::clearLists() {
   hscroll1_.Clear();
-  hscroll2_.Clear();
+  clearResult();
+  KopierschalterSetzen();
   Pruefen();
 }
 
@@ -104,6 +112,7 @@ void frmVBACode::clearResult() {
   hscroll2_.Clear();
   HTMLText.clear();
   HTMLTabelle.clear();
+  shown_ = chosenOptions();
 }
 
 void frmVBACode::setSource(Source source) {
@@ -165,7 +174,7 @@ void frmVBACode::nodeWithChildren(TreeNode& node) {
   const bool component = node.path().size() == 2;
   if (node.Key() == kFilesKey) {
     cmdModul.Enabled = false;
-    setSource(Source::File);
+    chooseFile(*node.Children().front());
   } else if (!component) {
     Label9.Caption = L"";
     Label10.Caption = L"";
@@ -178,14 +187,13 @@ void frmVBACode::nodeWithoutChildren(TreeNode& node) {
   const std::size_t level = node.path().size();
   if (level == 2 && node.Parent()->Key() == kFilesKey) {
     cmdModul.Enabled = false;
-    setSource(Source::File);
-    Dateiname_ = node.Text();
-    Dateipfad_ = pathFromText(node.Tag);
+    chooseFile(node);
     ModulDateiLesen(Dateipfad_);
   } else if (level == 3) {
-    const bool read = Makroeinlesen(node);  // the node may be gone then
-    cmdModul.Enabled = read;
-    QuellschalterSetzen(read);
+    Makroeinlesen(node);
+    const bool there = TreeView1.SelectedItem() != nullptr;  // not behind a lost connection
+    cmdModul.Enabled = there;
+    QuellschalterSetzen(there);
     cmdVBAClp.Enabled = false;
   } else if (level != 2) {  // of a component without code nothing is read, and nothing goes
     clearLists();
@@ -205,10 +213,10 @@ void frmVBACode::Einfügen() {
   if (!appendLines(pasted)) return;
   for (std::string& name : pasted.ProzNamen) ProzNamen_.push_back(std::move(name));
   blnPaste_ = true;
-  clearResult();
   QuellschalterSetzen(true);
   AusgabeschalterSetzen(true);
   Pruefen();
+  DummySeite();
 }
 
 // False, and the user is told, when they are too many: then none is added.

@@ -94,6 +94,15 @@ TEST_F(conversion_commands, closing_the_window_ends_the_run_first) {
   EXPECT_EQ(form.List2.ListCount(), 1U);
 }
 
+TEST_F(conversion_commands, closing_in_the_run_of_an_export_asks_for_no_name) {
+  open("a\r\n");
+  form.TreeView1.userSelected(*form.TreeView1.find(L"a.bas"));
+  ports.messageLoop.at(ports.messageLoop.yields + 3, [&] { EXPECT_FALSE(form.QueryUnload()); });
+  form.execute(Command::mnuexport);
+  EXPECT_TRUE(ports.messageLoop.done());
+  EXPECT_FALSE(mainWindow.open);
+}
+
 TEST_F(conversion_commands, file_is_read_anew_and_reformatted_as_before) {
   open("If a Then\r\nb\r\nEnd If\r\n");
   form.execute(Command::mnuFormat);
@@ -154,6 +163,53 @@ TEST_F(conversion_commands, options_take_effect_on_the_result_that_is_shown) {
   EXPECT_NE(form.HTMLText.find("#123456"), std::string::npos);
 }
 
+TEST_F(conversion_commands, a_file_that_is_gone_stays_as_it_is_shown) {
+  open("Sub A()\r\nb\r\nEnd Sub\r\n");
+  form.execute(Command::mnuFormat);
+  form.execute(Command::mnuMakro);
+  std::filesystem::remove(ports.files.folder / "a.bas");
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(form.Label9.Caption(), L"a.bas: Datei nicht gefunden");
+  EXPECT_EQ(form.List1.ListCount(), 3U);
+  EXPECT_EQ(form.List2.ListCount(), 0U);
+  EXPECT_NE(scratchPage().find("In diesem Bereich"), std::string::npos);
+  ports.dialogs.answerSave({.path = ports.files.folder / "a.htm"});
+  form.execute(Command::mnuexport);
+  EXPECT_NE(readFile(ports.files.folder / "a.htm").find("<a HREF='#A'>"), std::string::npos);
+}
+
+TEST_F(conversion_commands, options_that_change_while_a_command_is_at_work_take_effect_behind_it) {
+  open(kTwoProcedures);
+  form.execute(Command::mnuMakro);
+  const auto chooseStyle = [this] {
+    form.optClass.Value = false;
+    form.optStyle.Value = true;
+    form.optStyle.Click();
+  };
+  ports.dialogs.onQuestion = chooseStyle;
+  ports.dialogs.answerSave({.path = ports.files.folder / "a.htm"});
+  form.execute(Command::mnuexport);
+  EXPECT_EQ(readFile(ports.files.folder / "a.htm").find("style=\" color"), std::string::npos);
+  EXPECT_NE(form.HTMLText.find("style="), std::string::npos);
+}
+
+// The head of a page and its lines must be of one style.
+TEST_F(conversion_commands, a_result_that_cannot_follow_is_exported_in_its_own_style) {
+  open("Dim a\r\n" + std::string(50, 'x') + " " + std::string(50, 'y') + "\r\n");
+  selectLines(form.List1, {0});
+  form.execute(Command::mnuAuswahl);
+  form.execute(Command::mnuUmbruch);
+  ASSERT_EQ(form.List1.ListCount(), 3U);
+  form.optClass.Value = false;
+  form.optStyle.Value = true;
+  form.optStyle.Click();
+  ports.dialogs.answerSave({.path = ports.files.folder / "a.htm"});
+  form.execute(Command::mnuexport);
+  const std::string page = readFile(ports.files.folder / "a.htm");
+  EXPECT_NE(page.find("<span class='Code'>Dim</span>"), std::string::npos);
+  EXPECT_NE(page.find(".Code {"), std::string::npos);
+}
+
 TEST_F(conversion_commands, a_selection_is_shown_again_with_the_lines_that_it_had) {
   open(kTwoProcedures);
   selectLines(form.List1, {1, 4});
@@ -184,13 +240,19 @@ TEST_F(conversion_commands, both_lists_move_together_where_lines_match) {
   form.execute(Command::mnuAuswahl);
   selectLines(form.List1, {0, 1});
   EXPECT_EQ(form.List2.SelCount(), 0U) << "not with the result of a selection";
+  form.execute(Command::mnuMakro);
+  EXPECT_FALSE(form.cmdVBAClp.Enabled) << "lines that are read anew are not selected";
+  selectLines(form.List2, {3});
+  EXPECT_TRUE(form.List1.Selected(3) && form.cmdVBAClp.Enabled);
 }
 
 TEST_F(conversion_commands, preview_pane_follows_its_check_box) {
   open("a\r\n");
   form.execute(Command::mnuMakro);
   EXPECT_FALSE(form.FrameVorschau.Visible);
+  writeText(ports.files.program / "dummy.html", "of another running program");
   form.execute(Command::mnuVorschau);
+  EXPECT_NE(scratchPage().find(form.HTMLText), std::string::npos);
   EXPECT_TRUE(form.Check2.Value && form.FrameVorschau.Visible && form.wBrowser.Visible);
   const unsigned before = form.wBrowser.navigations();
   form.execute(Command::mnuMakro);
@@ -203,6 +265,12 @@ TEST_F(conversion_commands, preview_pane_follows_its_check_box) {
   });
   openFile(file);
   EXPECT_FALSE(form.FrameVorschau.Visible) << "clicked while the file was read";
+  ports.messageLoop.at(ports.messageLoop.yields + 2, [&] {
+    form.Check2.Value = true;
+    form.Check2.Click();
+  });
+  form.execute(Command::mnuMakro);
+  EXPECT_TRUE(form.Check2.Value && form.FrameVorschau.Visible) << "clicked in the run";
 }
 
 }  // namespace

@@ -261,10 +261,14 @@ TEST_F(office_commands, failed_reading_says_which_procedure_failed) {
   click(L"Word_1_2_1");
   EXPECT_EQ(told(), "Error 9 (Index) in procedure Makroeinlesen of Formular frmVBACode");
   EXPECT_EQ(tree(), kWordTree) << "the connection still stands";
-  EXPECT_FALSE(form.cmdMakro.Enabled);
+  EXPECT_TRUE(form.cmdMakro.Enabled && form.cmdModul.Enabled) << "to be tried again";
   word().fails.clear();
-  click(L"Word_1_2_1");
-  EXPECT_EQ(form.List1.ListCount(), 3U);
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(form.List2.ListCount(), 3U);
+  word().fails.insert({L"Modul1.Lines", FakeHost::failure(9, L"Index")});
+  ports.dialogs.expectMessage();
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(form.List1.ListCount(), 3U) << "what was read stays";
 }
 
 TEST_F(office_commands, long_modules_take_few_calls_and_too_long_ones_are_refused) {

@@ -64,9 +64,11 @@ TEST_F(reformatting_commands, wrapping_is_offered_exactly_for_lines_beyond_the_w
   EXPECT_FALSE(form.isEnabled(Command::mnuUmbruch));
   ports.dialogs.answerInput(L"80");
   form.execute(Command::mnuZeilenbreite);
+  selectLines(form.List1, {0});
   form.execute(Command::mnuUmbruch);
   EXPECT_EQ(form.List1.ListCount(), 2U);
   EXPECT_FALSE(form.isEnabled(Command::mnuUmbruch));
+  EXPECT_FALSE(form.cmdVBAClp.Enabled) << "nothing is selected any more";
   form.execute(Command::mnuMakro);
   EXPECT_EQ(form.List2.ListCount(), 2U) << "the file is read anew and wrapped again";
   openFile(moduleFile("c.bas", "If a Then\r\n" + std::string(79, 'x') + "\r\nEnd If\r\n"));
@@ -75,6 +77,26 @@ TEST_F(reformatting_commands, wrapping_is_offered_exactly_for_lines_beyond_the_w
   EXPECT_TRUE(form.isEnabled(Command::mnuUmbruch));
   openFile(ports.files.folder / "fehlt.bas");
   EXPECT_FALSE(form.isEnabled(Command::mnuUmbruch)) << "nothing is left to wrap";
+}
+
+// Not as the width and the indentation are by then.
+TEST_F(reformatting_commands, what_is_read_anew_is_reformatted_as_it_was) {
+  openFile(moduleFile("a.bas", "If a Then\r\nCall Eins(zwei, drei, vier)\r\nEnd If\r\n"));
+  const auto setWidth = [this](const wchar_t* width) {
+    ports.dialogs.answerInput(width);
+    form.execute(Command::mnuZeilenbreite);
+  };
+  setWidth(L"20");
+  for (const Command command : {Command::mnuFormat, Command::mnuUmbruch, Command::mnuFormat,
+                                Command::mnuFormat, Command::mnuUmbruch})
+    form.execute(command);
+  setWidth(L"0");
+  const std::vector<std::string> shown = strings(form.List1.lines());
+  ASSERT_GT(shown.size(), 3U);
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(strings(form.List1.lines()), shown);
+  EXPECT_EQ(form.List2.ListCount(), shown.size());
+  EXPECT_EQ(form.Frame1.Caption(), L"Quellcode (Tab=3)");
 }
 
 TEST_F(reformatting_commands, scroll_range_follows_the_lines) {

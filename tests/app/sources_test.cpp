@@ -74,13 +74,23 @@ TEST_F(sources, failed_opening_changes_nothing_or_says_why) {
   ports.dialogs.answerOpen({.path = ports.files.folder / "*.bas"});
   form.execute(Command::mnudatei);
   EXPECT_EQ(form.List1.ListCount(), 2U);
-  openFile(ports.files.folder / "fehlt.bas");
-  EXPECT_EQ(form.Label9.Caption(), L"fehlt.bas: Datei nicht gefunden");
-  EXPECT_EQ(tree(), before);
-  EXPECT_EQ(form.MousePointer(), Pointer::Default);
-  form.TreeView1.userSelected(*form.TreeView1.find(L"a.bas"));
-  form.execute(Command::mnuMakro);
-  EXPECT_EQ(form.List2.ListCount(), 2U) << "of the file that is there, not of the missing one";
+  for (const wchar_t* node : {L"a.bas", L"Dateien"}) {
+    form.execute(Command::mnuFormat);
+    form.execute(Command::mnuMakro);
+    selectLines(form.List1, {0});
+    openFile(ports.files.folder / "fehlt.bas");
+    EXPECT_EQ(form.Label9.Caption(), L"fehlt.bas: Datei nicht gefunden");
+    EXPECT_EQ(tree(), before);
+    EXPECT_EQ(form.MousePointer(), Pointer::Default);
+    EXPECT_EQ(form.Frame1.Caption(), L"Quellcode");
+    EXPECT_EQ(form.HTMLText.find("x"), std::string::npos);
+    EXPECT_FALSE(form.cmdVBAClp.Enabled || form.cmdExport.Enabled) << "there is nothing";
+    EXPECT_NE(scratchPage().find("In diesem Bereich"), std::string::npos);
+    form.TreeView1.userSelected(*form.TreeView1.find(node));
+    form.execute(Command::mnuMakro);
+    EXPECT_EQ(form.List2.ListCount(), 2U) << "of the file that is there, not of the missing one";
+    form.TreeView1.userSelected(*form.TreeView1.find(L"a.bas"));
+  }
 }
 
 TEST_F(sources, lines_beyond_the_limit_are_told) {
@@ -125,6 +135,16 @@ TEST_F(sources, file_branch_is_taken_out_and_put_back) {
   EXPECT_EQ(tree(), before);
 }
 
+TEST_F(sources, a_file_is_opened_though_no_page_can_be_written) {
+  for (const std::filesystem::path& folder : {ports.files.program, ports.files.temporary}) {
+    std::filesystem::remove(folder / "dummy.html");
+    std::filesystem::create_directory(folder / "dummy.html");
+  }
+  openFile(moduleFile("a.bas", "x\r\n"));
+  EXPECT_EQ(tree(), L"gel. Datei[open/open] > *a.bas*[modul/modul]");
+  EXPECT_TRUE(form.cmdMakro.Enabled);
+}
+
 TEST_F(sources, dropped_file_is_opened) {
   form.fileDropped(moduleFile(pathFromText(L"Größe Ω.bas"), "x\r\n"));
   EXPECT_EQ(form.List1.ListCount(), 1U);
@@ -133,12 +153,14 @@ TEST_F(sources, dropped_file_is_opened) {
 
 TEST_F(sources, pasted_code_is_appended_and_never_linked) {
   openFile(moduleFile("a.bas", "Sub Eins()\r\nEnd Sub\r\n"));
+  form.execute(Command::mnuMakro);
   ports.clipboard.content = "Sub Zwei()\r\n\tCall Eins\r\nEnd Sub";
   form.execute(Command::mnuInsert);
   EXPECT_EQ(strings(form.List1.lines()),
             (std::vector<std::string>{"Sub Eins() ", "End Sub ", "Sub Zwei() ", "Call Eins ",
                                       "End Sub "}));
   EXPECT_EQ(form.cmdMakro.Caption(), L"Text");
+  EXPECT_NE(scratchPage().find("In diesem Bereich"), std::string::npos);
   ASSERT_TRUE(form.cmdMakro.Enabled);
   form.execute(Command::mnuMakro);
   EXPECT_EQ(form.List2.ListCount(), 5U);
