@@ -3,13 +3,15 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "win32/control_ids.h"
 #include "win32/widgets.h"
 
 namespace tintline {
 namespace {
 
-constexpr int kLogoSize = 64;  // pixels at 96 dpi
+constexpr int kWidth = 440, kLeft = 28, kLogoSize = 64;  // pixels at 96 dpi
 
 using UniqueIcon = UniqueHandle<HICON, DestroyIcon>;
 
@@ -73,7 +75,7 @@ SplashWindow::SplashWindow(MessagePump& pump, frmSplash& form)
   loading_ = &add<InkLabelWidget>(form.Label1, id::kSplashLabel1, plain, ink);
   progress_ = &add<ProgressWidget>(form.ProgressBar1, id::kSplashProgressBar);
   settings_ = &add<InkLabelWidget>(form.lblEinstellungen, id::kSplashEinstellungen, plain, faint,
-                                   SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS);
+                                   SS_LEFT | SS_NOPREFIX | SS_EDITCONTROL);
   frame_ = &add<PanelWidget>(form.Frame1, id::kSplashFrame1);
 }
 
@@ -94,11 +96,32 @@ LRESULT SplashWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
+// A path that needs more than two lines makes the window higher: it is there to be read.
+SIZE SplashWindow::clientSize() {
+  const int more = settingsHeight() - 2 * lineHeight();
+  return {px(kWidth), px(234) + std::max(more, 0)};
+}
+
+int SplashWindow::lineHeight() const {
+  return static_cast<int>(textSize(font(), L"Ag").cy) + px(2);
+}
+
+// Of the whole text, which is broken where it has to be: a path may have no blanks.
+int SplashWindow::settingsHeight() const {
+  const std::wstring& text = form_.lblEinstellungen.Caption();
+  RECT area{0, 0, px(kWidth - 2 * kLeft), 0};
+  const WindowDc dc(nullptr);
+  const Selected selected(dc, font());
+  DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &area,
+            DT_CALCRECT | DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX);
+  return static_cast<int>(area.bottom);
+}
+
 void SplashWindow::layout() {
-  const auto line = static_cast<int>(textSize(font(), L"Ag").cy) + px(2);
+  const int line = lineHeight();
   const SIZE client = clientSize();
   const auto width = static_cast<int>(client.cx), height = static_cast<int>(client.cy);
-  const int edge = px(8), left = px(28), text = left + px(kLogoSize + 20);
+  const int edge = px(8), left = px(kLeft), text = left + px(kLogoSize + 20);
   const int textWidth = width - text - left;
   place(*frame_, edge, edge, width - 2 * edge, height - 2 * edge);
   place(*logo_, left, px(32), px(kLogoSize), px(kLogoSize));
@@ -117,7 +140,7 @@ void SplashWindow::layout() {
   const int below = width - 2 * left;
   place(*loading_, left, top, below, line);
   place(*progress_, left, top + line + px(4), below, px(14));
-  place(*settings_, left, top + px(4), below, line);  // the two above are hidden then
+  place(*settings_, left, top + px(4), below, settingsHeight());  // the two above are hidden then
 }
 
 }  // namespace tintline

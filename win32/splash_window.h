@@ -19,7 +19,9 @@ class SplashWindow final : public FormWindow {
  private:
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam) override;
   void layout() override;
-  SIZE clientSize() override { return {px(440), px(234)}; }
+  SIZE clientSize() override;
+  int lineHeight() const;
+  int settingsHeight() const;
 
   frmSplash& form_;
   Widget *logo_, *productName_, *version_, *copyright_, *freeware_, *feedback_, *settings_,
