@@ -36,8 +36,10 @@ void pictureOfDialog(const MainWindow& main, const DialogPicture& dialog, const 
   const Started command = main.start(dialog.command);
   const Window window = main.app().windowOfClass(dialog.className);
   savePicture(window, folder / dialog.picture);
-  window.post(WM_CLOSE);
-  if (window.className() == kSplashClass) window.pressKey(VK_SPACE);
+  if (window.className() == kSplashClass)
+    window.pressKey(VK_SPACE);
+  else
+    window.post(WM_CLOSE);
   main.app().untilGone(window);
   command.finish();
 }
