@@ -61,7 +61,7 @@ class PanelWidget final : public Widget {
 SplashWindow::SplashWindow(MessagePump& pump, frmSplash& form)
     : FormWindow(pump, form), form_(form) {
   createWindow(kSplashClass, WS_POPUP | WS_BORDER, WS_EX_DLGMODALFRAME, workingWindow());
-  const COLORREF ink = GetSysColor(COLOR_WINDOWTEXT), faint = GetSysColor(COLOR_GRAYTEXT);
+  const COLORREF ink = GetSysColor(COLOR_WINDOWTEXT);
   constexpr COLORREF kLink = RGB(0, 102, 204);  // (the system's own is too pale in some themes)
   const FontLook name{.percent = 220, .bold = true}, plain{}, bold{.bold = true},
       link{.underlined = true};
@@ -74,7 +74,7 @@ SplashWindow::SplashWindow(MessagePump& pump, frmSplash& form)
                                    SS_LEFT | SS_NOPREFIX | SS_NOTIFY);
   loading_ = &add<InkLabelWidget>(form.Label1, id::kSplashLabel1, plain, ink);
   progress_ = &add<ProgressWidget>(form.ProgressBar1, id::kSplashProgressBar);
-  settings_ = &add<InkLabelWidget>(form.lblEinstellungen, id::kSplashEinstellungen, plain, faint,
+  settings_ = &add<InkLabelWidget>(form.lblEinstellungen, id::kSplashEinstellungen, plain, ink,
                                    SS_LEFT | SS_NOPREFIX | SS_EDITCONTROL);
   frame_ = &add<PanelWidget>(form.Frame1, id::kSplashFrame1);
 }
