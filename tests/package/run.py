@@ -154,6 +154,9 @@ def the_zip_holds_the_program(bench):
         assert text.startswith(b"\xef\xbb\xbf"), text[:20]
         equal(text.count(b"\n"), text.count(b"\r\n"))
     readme = texts["LIESMICH.txt"].decode("utf-8-sig")
+    title, line = readme.split("\r\n")[:2]
+    equal(line, "=" * len(title))
+    assert "Einstellungen › Apps" in readme, readme  # the installer has this file as well
     missing = [word for word in (*WINDOWS_FILES, bench.version, "Übersicht")
                if word not in readme and word != "LIESMICH.txt"]
     assert not missing and "@" not in readme, (missing, readme)
