@@ -89,6 +89,7 @@ VIProductVersion "${VERSION_NUMBERS}"
   VIAddVersionKey /LANG=${LANG_GERMAN} "${NAME}" "${VALUE}"
   VIAddVersionKey /LANG=${LANG_ENGLISH} "${NAME}" "${VALUE}"
 !macroend
+!insertmacro Property CompanyName "The TINTLINE authors"
 !insertmacro Property ProductName "TINTLINE"
 !insertmacro Property ProductVersion "${VERSION}"
 !insertmacro Property FileVersion "${VERSION}"

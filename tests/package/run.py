@@ -187,15 +187,16 @@ def programs_carry_version_icon_and_manifest(bench):
         major, minor, patch = map(int, bench.version.split("."))
         equal((name, found.file_version()), (name, (major, minor, 0, patch)))
         texts = found.version_texts()
-        equal((texts["ProductName"], texts["ProductVersion"], texts["OriginalFilename"]),
-              ("TINTLINE", bench.version, name))
+        equal((texts["ProductName"], texts["ProductVersion"], texts["OriginalFilename"],
+               texts["CompanyName"]), ("TINTLINE", bench.version, name, "The TINTLINE authors"))
         sizes = found.icon_sizes()
         assert {16, 32, 48, 256} <= sizes, (name, sizes)
         manifest = found.manifest()
         assert 'level="asInvoker"' in manifest and "longPathAware" in manifest, manifest
     setup = portable_executable.Resources(bench.setup)
-    equal((setup.file_version(), setup.version_texts()["ProductVersion"]),
-          ((major, minor, 0, patch), bench.version))
+    texts = setup.version_texts()
+    equal((setup.file_version(), texts["ProductVersion"], texts["CompanyName"]),
+          ((major, minor, 0, patch), bench.version, "The TINTLINE authors"))
     assert "Common-Controls" in portable_executable.Resources(
         bench.program("TINTLINE.exe")).manifest()
 
