@@ -6,7 +6,8 @@ Target amd64-unicode
 ;
 ; Without administrator rights it installs for this user; for all users it asks Windows for
 ; them. Silent: x-setup.exe /S [/AllUsers] [/ContextMenu] [/D=FOLDER]
-; Exit codes: 0 done, 1 ended by the user, 2 not possible (TINTLINE runs, rights are missing).
+; Exit codes: 0 done, 1 ended by the user, 2 not possible (TINTLINE or its help is open, rights
+; are missing, the folder cannot be written).
 ; Tested by tests/package/run.py.
 Unicode true
 SetCompressor /SOLID lzma
@@ -29,6 +30,9 @@ ShowUninstDetails nevershow
 
 Var ForAll        ; 1: for all users
 Var ModeIsGiven   ; 1: by an option, nobody is asked
+Var Parameters    ; all that this installer was started with
+Var GivenFolder   ; by /D, or empty
+Var New           ; folder where the new files wait until the older version is gone
 Var RadioForMe
 Var RadioForAll
 Var UserSettings  ; folder of the settings file of an installed program
@@ -70,8 +74,14 @@ Page custom ModePage ModePageLeave
   "For &all users (needs administrator rights)"
 !insertmacro Text RightsAreMissing "Dafür sind Administratorrechte nötig." \
   "This needs administrator rights."
-!insertmacro Text IsRunning "TINTLINE läuft noch. Bitte beenden Sie es zuerst." \
-  "TINTLINE is running. Please close it first."
+!insertmacro Text IsInUse "$0$\r$\nkann nicht ersetzt oder gelöscht werden. Bitte beenden Sie zuerst TINTLINE und schließen Sie seine Hilfe." \
+  "$0$\r$\ncannot be replaced or deleted. Please close TINTLINE and its help first."
+!insertmacro Text NotAFolder "In diesen Ordner kann TINTLINE nicht installiert werden:$\r$\n$0" \
+  "TINTLINE cannot be installed in this folder:$\r$\n$0"
+!insertmacro Text NotWritten "In diesen Ordner kann nicht geschrieben werden, oder sein Datenträger ist voll:$\r$\n$INSTDIR" \
+  "This folder cannot be written, or its disk is full:$\r$\n$INSTDIR"
+!insertmacro Text SomethingStays "Nicht alle Dateien von TINTLINE konnten gelöscht werden. Bitte schließen Sie, was sie benutzt, und entfernen Sie TINTLINE noch einmal." \
+  "Some files of TINTLINE could not be deleted. Please close what uses them and remove TINTLINE again."
 !insertmacro Text OldStays "Die ältere Version konnte nicht entfernt werden." \
   "The older version could not be removed."
 !insertmacro Text SectionProgram "Programm" "Program"
@@ -106,7 +116,8 @@ Function ${un}NotPossible
   Quit
 FunctionEnd
 
-; A program that runs cannot be opened for writing. On the stack: its path.
+; A program that runs, or a file that is open, cannot be opened for writing. On the stack: its
+; path.
 Function ${un}WaitUntilClosed
   Exch $0
   Push $1
@@ -115,7 +126,7 @@ Function ${un}WaitUntilClosed
     ClearErrors
     FileOpen $1 "$0" a
     ${If} ${Errors}
-      MessageBox MB_ICONEXCLAMATION|MB_RETRYCANCEL "$(IsRunning)" /SD IDCANCEL IDRETRY again
+      MessageBox MB_ICONEXCLAMATION|MB_RETRYCANCEL "$(IsInUse)" /SD IDCANCEL IDRETRY again
       SetErrorLevel ${NOT_POSSIBLE}
       Quit
     ${EndIf}
@@ -132,11 +143,13 @@ FunctionEnd
 !insertmacro Shared ""
 !insertmacro Shared "un."
 
-!macro WaitUntilClosed un
-  Push "$INSTDIR\TINTLINE.exe"
-  Call ${un}WaitUntilClosed
-  Push "$INSTDIR\TINTLINE.com"
-  Call ${un}WaitUntilClosed
+; For each file that is ours alone, but for the uninstaller: MACRO NAME
+!macro ForProgramFiles MACRO
+  !insertmacro ${MACRO} "TINTLINE.exe"
+  !insertmacro ${MACRO} "TINTLINE.com"
+  !insertmacro ${MACRO} "TINTLINE2.chm"
+  !insertmacro ${MACRO} "LIESMICH.txt"
+  !insertmacro ${MACRO} "LIZENZ.txt"
 !macroend
 
 ; For each kind of module file: MACRO KIND
@@ -148,20 +161,25 @@ FunctionEnd
 !define MENU_KEY "Software\Classes\SystemFileAssociations"
 
 ; ------------------------------------------------------------------------ installing
+!macro WaitUntilClosed NAME
+  Push "$INSTDIR\${NAME}"
+  Call WaitUntilClosed
+!macroend
+!macro WriteNewFile NAME
+  File "${STAGE}\${NAME}"
+!macroend
+!macro PlaceNewFile NAME
+  Delete "$INSTDIR\${NAME}"
+  Rename "$New\${NAME}" "$INSTDIR\${NAME}"
+!macroend
+
 Section "!$(SectionProgram)" ProgramSection
   SectionIn RO
-  !insertmacro WaitUntilClosed ""
+  !insertmacro ForProgramFiles WaitUntilClosed
+  !insertmacro WaitUntilClosed "Uninstall.exe"
+  Call WriteNewFiles
   Call RemoveOlderVersion
-  SetOutPath "$INSTDIR"
-  File "${STAGE}\TINTLINE.exe"
-  File "${STAGE}\TINTLINE.com"
-  File "${STAGE}\TINTLINE2.chm"
-  File "${STAGE}\LIESMICH.txt"
-  File "${STAGE}\LIZENZ.txt"
-  SetOverwrite off  ; one that is still there was extended by the user
-  File "${STAGE}\vb.ini"
-  SetOverwrite on
-  WriteUninstaller "$INSTDIR\Uninstall.exe"
+  Call PlaceNewFiles
   CreateShortcut "$SMPROGRAMS\TINTLINE.lnk" "$INSTDIR\TINTLINE.exe"
 
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "TINTLINE"
@@ -193,7 +211,50 @@ SectionEnd
   !insertmacro MUI_DESCRIPTION_TEXT ${MenuSection} "$(AboutMenu)"
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
-; An older version goes first, so that nothing is left of it but what the user changed.
+; Everything is written, in a folder beside its place, before the older version goes: what cannot
+; be written takes nothing away.
+Function WriteNewFiles
+  CreateDirectory "$INSTDIR"
+  ClearErrors
+  GetTempFileName $New "$INSTDIR"
+  ${If} ${Errors}
+    StrCpy $New ""
+    Push "$(NotWritten)"
+    Call GiveUp
+  ${EndIf}
+  Delete "$New"  ; only its name is wanted
+  SetOutPath "$New"
+  ClearErrors
+  SetOverwrite try  ; errors are looked at here, once for all files
+  !insertmacro ForProgramFiles WriteNewFile
+  !insertmacro WriteNewFile "vb.ini"
+  SetOverwrite on
+  WriteUninstaller "$New\Uninstall.exe"
+  ${If} ${Errors}
+    Push "$(NotWritten)"
+    Call GiveUp
+  ${EndIf}
+FunctionEnd
+
+; On the stack: the message.
+Function GiveUp
+  Call DropNewFiles
+  Call NotPossible
+FunctionEnd
+
+Function DropNewFiles
+  SetOutPath "$TEMP"  ; a folder that is in use would stay
+  ${If} $New != ""
+    RMDir /r "$New"
+  ${EndIf}
+  RMDir "$INSTDIR"  ; only when it is empty
+FunctionEnd
+
+Function .onInstFailed  ; called by NSIS when a disk is full
+  Call DropNewFiles
+FunctionEnd
+
+; Nothing is left of an older version but what the user changed.
 Function RemoveOlderVersion
   ReadRegStr $0 SHCTX "${UNINSTALL_KEY}" "InstallLocation"
   ${If} $0 != ""
@@ -201,24 +262,52 @@ Function RemoveOlderVersion
     ExecWait '"$0\Uninstall.exe" /S _?=$0' $1
     ${If} $1 <> 0
       Push "$(OldStays)"
-      Call NotPossible
+      Call GiveUp
     ${EndIf}
     Delete "$0\Uninstall.exe"
     RMDir "$0"  ; only when it is empty
   ${EndIf}
 FunctionEnd
 
-Function .onInit
-  ${GetParameters} $0
+Function PlaceNewFiles
   ClearErrors
-  ${GetOptions} $0 "/ContextMenu" $1
+  !insertmacro ForProgramFiles PlaceNewFile
+  !insertmacro PlaceNewFile "Uninstall.exe"
+  ${IfNot} ${FileExists} "$INSTDIR\vb.ini"  ; one that is still there was extended by the user
+    Rename "$New\vb.ini" "$INSTDIR\vb.ini"
+  ${EndIf}
+  ${If} ${Errors}
+    Push "$(NotWritten)"
+    Call GiveUp
+  ${EndIf}
+  SetOutPath "$INSTDIR"  ; a folder that is in use would stay; the program starts here, too
+  RMDir /r "$New"
+FunctionEnd
+
+Function .onInit
+  ; Of Windows, as NSIS takes /D from the parameters that it gives.
+  System::Call 'kernel32::GetCommandLineW() p .r0'
+  System::Call 'shlwapi::PathGetArgsW(p r0) w .r1'
+  System::Call 'shlwapi::PathGetArgsW(p r0) p .r0'
+  System::Call 'shlwapi::StrStrIW(p r0, w "/D=") p .r2'
+  StrCpy $Parameters $1
+  StrCpy $GivenFolder $INSTDIR
+  ${If} $2 P<> 0
+  ${AndIf} $GivenFolder == ""  ; NSIS passes over a folder that cannot be
+    System::Call 'shlwapi::StrStrIW(p r0, w "/D=") w .r0'
+    StrCpy $0 $0 "" 3
+    Push "$(NotAFolder)"
+    Call NotPossible
+  ${EndIf}
+  ClearErrors
+  ${GetOptions} $Parameters "/ContextMenu" $1
   ${IfNot} ${Errors}
     !insertmacro SelectSection ${MenuSection}
   ${EndIf}
   StrCpy $ForAll 0
   StrCpy $ModeIsGiven 0
   ClearErrors
-  ${GetOptions} $0 "/AllUsers" $1
+  ${GetOptions} $Parameters "/AllUsers" $1
   ${IfNot} ${Errors}
     StrCpy $ForAll 1
     StrCpy $ModeIsGiven 1
@@ -250,7 +339,8 @@ Function UseMode
   ${Else}
     SetShellVarContext current
   ${EndIf}
-  ${If} $INSTDIR == ""  ; not given by /D
+  StrCpy $INSTDIR $GivenFolder
+  ${If} $INSTDIR == ""
     ReadRegStr $INSTDIR SHCTX "${UNINSTALL_KEY}" "InstallLocation"
   ${EndIf}
   ${If} $INSTDIR == ""
@@ -295,7 +385,8 @@ Function ModePageLeave
     Pop $0
     ${If} $0 = 0
       ClearErrors
-      ExecShell "runas" "$EXEPATH" "/AllUsers"  ; again, with rights that Windows asks for
+      ; Again, with rights that Windows asks for.
+      ExecShell "runas" "$EXEPATH" "/AllUsers $Parameters"
       ${IfNot} ${Errors}
         Quit
       ${EndIf}
@@ -305,7 +396,6 @@ Function ModePageLeave
   ${EndIf}
   ${If} $1 <> $ForAll
     StrCpy $ForAll $1
-    StrCpy $INSTDIR ""
     Call UseMode
   ${EndIf}
 FunctionEnd
@@ -317,19 +407,31 @@ FunctionEnd
   DeleteRegKey /ifempty SHCTX "${MENU_KEY}\${KIND}"
 !macroend
 
+!macro un.WaitUntilClosed NAME
+  Push "$INSTDIR\${NAME}"
+  Call un.WaitUntilClosed
+!macroend
+!macro un.DeleteFile NAME
+  Delete "$INSTDIR\${NAME}"
+!macroend
+
 Section "Uninstall"
-  !insertmacro WaitUntilClosed "un."
+  !insertmacro ForProgramFiles un.WaitUntilClosed
+  ClearErrors
+  !insertmacro ForProgramFiles un.DeleteFile
+  !insertmacro un.DeleteFile "dummy.html"  ; the page of the preview
+  ${If} ${Errors}  ; it stays registered, so that it can be removed again
+    Push "$(SomethingStays)"
+    Call un.NotPossible
+  ${EndIf}
   Call un.RemoveSettings
-  Delete "$INSTDIR\TINTLINE.exe"
-  Delete "$INSTDIR\TINTLINE.com"
-  Delete "$INSTDIR\TINTLINE2.chm"
-  Delete "$INSTDIR\LIESMICH.txt"
-  Delete "$INSTDIR\LIZENZ.txt"
-  Delete "$INSTDIR\dummy.html"  ; the page of the preview
   Delete "$INSTDIR\Uninstall.exe"
   SetOutPath "$TEMP"  ; a folder that is in use would stay
   RMDir "$INSTDIR"    ; only when it is empty, and so the folder that it lies in by default
-  RMDir "$LOCALAPPDATA\Programs"
+  ${GetParent} "$INSTDIR" $0
+  ${If} $0 == "$LOCALAPPDATA\Programs"
+    RMDir "$0"
+  ${EndIf}
   RMDir "$UserSettings"
   Delete "$SMPROGRAMS\TINTLINE.lnk"
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"

@@ -270,7 +270,9 @@ def installed_for_all_users_with_a_context_menu_and_removed(bench):
 @test
 def settings_that_the_user_changed_stay(bench):
     prefix = bench.prefix
-    bench.prefix.run(bench.setup, "/S", r"/D=C:\Ziel")
+    programs = prefix.path(prefix.local_data + r"\Programs")
+    programs.mkdir(exist_ok=True)  # of other programs
+    prefix.run(bench.setup, "/S", r"/D=C:\Ziel")
     folder = prefix.path(r"C:\Ziel")
     settings = Path("package/TINTLINE.ini").read_bytes().replace(b"#0000FF", b"#0000FE")
     words = (folder / "vb.ini").read_bytes() + b"Hund\r\n"
@@ -286,6 +288,8 @@ def settings_that_the_user_changed_stay(bench):
     for path in (folder / "TINTLINE.ini", prefix.user_settings):
         equal(path.read_bytes(), settings)
     equal((folder / "vb.ini").read_bytes(), words)
+    assert programs.exists()
+    programs.rmdir()
     shutil.rmtree(folder)
     shutil.rmtree(prefix.user_settings.parent)
 
@@ -322,15 +326,46 @@ def an_older_version_is_replaced_where_it_lies(bench):
 
 
 @test
-def while_the_program_runs_it_is_neither_replaced_nor_removed(bench):
+def a_version_elsewhere_goes_only_when_the_new_one_can_be_written(bench):
+    prefix = bench.prefix
+    before = prefix.everything()
+    prefix.run(bench.setup, "/S", r"/D=C:\Da")
+    (prefix.path("C:\\") / "Datei").write_bytes(b"")
+    blocked = prefix.path(r"C:\Neu") / "TINTLINE2.chm"
+    blocked.mkdir(parents=True)
+    too_long = "C:\\" + 300 * "x"
+    for folder in (r"C:\Neu", too_long, r"C:\Datei\TINTLINE", r"Q:\TINTLINE", "TINTLINE"):
+        prefix.run(bench.setup, "/S", f"/D={folder}", code=2)
+        check_installed(bench, r"C:\Da", "HKCU")
+        equal(os.listdir(blocked.parent), [blocked.name])
+    blocked.rmdir()
+    prefix.run(bench.setup, "/S", r"/D=C:\Neu")
+    check_installed(bench, r"C:\Neu", "HKCU")
+    remove(bench, r"C:\Neu")
+    equal(prefix.everything() - before, {"Datei"})  # C:\Da is gone
+    (prefix.path("C:\\") / "Datei").unlink()
+
+
+@test
+def what_is_in_use_is_neither_replaced_nor_removed(bench):
     prefix = bench.prefix
     prefix.run(bench.setup, "/S", r"/D=C:\Laeuft")
     folder = prefix.path(r"C:\Laeuft")
     before = sorted(os.listdir(folder))
-    with prefix.start(r"C:\Laeuft\TINTLINE.com", "-") as running:  # waits for its input
+    shutil.copyfile(folder / "TINTLINE.com", folder / "TINTLINE2.chm")  # open when it runs
+    for name in ("TINTLINE.com", "TINTLINE2.chm"):
+        with prefix.start(rf"C:\Laeuft\{name}", "-") as running:  # waits for its input
+            prefix.run(r"C:\Laeuft\Uninstall.exe", "/S", r"_?=C:\Laeuft", code=2)
+            prefix.run(bench.setup, "/S", code=2)
+            equal((name, sorted(os.listdir(folder))), (name, before))
+            equal(prefix.registry("HKCU", UNINSTALL_KEY)["InstallLocation"], r"C:\Laeuft")
+            running.stdin.close()
+            running.wait(SECONDS)
+    # What only shows when it shall be deleted leaves the rest to be removed again.
+    shutil.copyfile(folder / "TINTLINE.com", folder / "dummy.html")
+    with prefix.start(r"C:\Laeuft\dummy.html", "-") as running:
         prefix.run(r"C:\Laeuft\Uninstall.exe", "/S", r"_?=C:\Laeuft", code=2)
-        prefix.run(bench.setup, "/S", code=2)
-        equal(sorted(os.listdir(folder)), before)
+        equal(prefix.registry("HKCU", UNINSTALL_KEY)["InstallLocation"], r"C:\Laeuft")
         running.stdin.close()
         running.wait(SECONDS)
     remove(bench, r"C:\Laeuft")
