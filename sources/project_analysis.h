@@ -35,7 +35,8 @@ struct ProjectSummary {
 
 // Walks the project from procedure to procedure: at most 3 calls for each and 6 for
 // each component. A procedure that stands twice, in two branches of a conditional
-// compilation, is listed once: the host knows it by name and kind alone. `goOn` is
+// compilation, is listed once: the host knows it by name and kind alone. It costs one call for
+// the lines from there on, and one for each of them that may be a head. `goOn` is
 // asked between items; when it answers false, nothing is the result. Throws
 // OfficeError.
 std::optional<ProjectSummary> analyseProject(Project& project, const std::function<bool()>& goOn);

@@ -67,6 +67,22 @@ TEST_F(ProjectAnalysis, AProcedureThatStandsTwiceIsListedOnceAndNoneBehindItIsMi
   EXPECT_EQ(text(project->components[0]), "M/1 18: declarations 0, A 5, B 2, C 2");
 }
 
+TEST_F(ProjectAnalysis, TheSecondOfTwoCopiesIsNotAskedLineByLine) {
+  std::string copy = "Sub A()\r\n";
+  for (int line = 0; line < 300; ++line) copy += "    x = x + 1\r\n";
+  copy += "End Sub\r\n";
+  const auto project = analyse({{.name = L"M",
+                                 .code = copy + copy + "' of B\r\nSub B()\r\nEnd Sub\r\n" + copy +
+                                         "Property Get C()\r\nEnd Property\r\n" + copy +
+                                         "Static Function D()\r\nEnd Function"}});
+  ASSERT_TRUE(project);
+  EXPECT_EQ(text(project->components[0]), "M/1 1215: declarations 0, A 302, B 3, Get C 2, D 2");
+  constexpr int kForOthers = 4 + 6;                 // the project and the component
+  constexpr int kFound = 4 * 3, kOfCopies = 3 * 2;  // a copy has two lines with "Sub"
+  EXPECT_LE(office.word.calls, kForOthers + kFound + kOfCopies + 1);
+  EXPECT_EQ(office.word.callsOf[L"Lines"], 1);
+}
+
 TEST_F(ProjectAnalysis, AProtectedProjectIsNotLookedInto) {
   office.word.projects = {{.file = L"C:\\Geheim.dot", .protection = 1}};
   std::vector<Project> projects = projectsOf(office.connect(L"Word.Application").object);
