@@ -37,6 +37,17 @@ void closeUnsaved(const AutomatedObject& document) {
   }
 }
 
+void addDocument(const AutomatedObject& application, const std::filesystem::path& page) {
+  application.put(L"Visible", true);
+  const AutomatedObject document(application.object(L"Documents").get<OfficeObjectPtr>(L"Add"));
+  try {
+    fillDocument(document, page);
+  } catch (const OfficeError&) {
+    closeUnsaved(document);
+    throw;
+  }
+}
+
 void analyse(frmVBACode& form, Connection& connection, std::wstring_view procedure) {
   form.MousePointer = Pointer::Hourglass;
   form.Label9.Caption = L"Stelle Verbindung zu " + std::wstring(connection.name()) + L" her...";
@@ -72,14 +83,16 @@ bool Connection::answers() const {
   }
 }
 
-void Connection::disconnect() {
+bool Connection::disconnect() {
   projects_.clear();
   try {
     if (application_.created) AutomatedObject(application_.object).call(L"Quit");
-  } catch (const OfficeError&) {
+  } catch (const OfficeError& error) {
+    if (error.kind() == OfficeError::Kind::Busy) return false;
     // It is gone already, or does not want to end: it is let go all the same.
   }
   forget();
+  return true;
 }
 
 void Connection::forget() {
@@ -105,20 +118,16 @@ Project& Connection::project(std::size_t index) {
 }
 
 void Connection::insertDocument(Office& office, const std::filesystem::path& page) {
-  Connection passing(name_);  // a failure quits what was started for nothing
-  if (!connected()) passing.connect(office);
-  OfficeApplication& host = connected() ? application_ : passing.application_;
-  const AutomatedObject application(host.object);
-  application.put(L"Visible", true);
-  const AutomatedObject document(
-      AutomatedObject(application.object(L"Documents")).get<OfficeObjectPtr>(L"Add"));
+  const bool passing = !connected();
   try {
-    fillDocument(document, page);
+    if (passing) connect(office);
+    addDocument(AutomatedObject(application_.object), page);
   } catch (const OfficeError&) {
-    closeUnsaved(document);
+    if (passing) disconnect();  // quits what was started for nothing
     throw;
   }
-  host.created = false;
+  application_.created = false;
+  if (passing) forget();
 }
 
 FailureMessage failureMessage(const OfficeError& error, std::wstring_view procedure) {
@@ -126,11 +135,14 @@ FailureMessage failureMessage(const OfficeError& error, std::wstring_view proced
   if (error.kind() == OfficeError::Kind::AccessRefused)
     return {L"Bitte die Sicherheitseinstellungen für Makros ändern oder Word manuell starten.", {}};
   if (error.kind() == OfficeError::Kind::ConnectionLost || error.kind() == OfficeError::Kind::Busy)
-    return {L"Die Verbindung zu Word wurde unterbrochen, bitte neu einlesen.",
-            L"Verbindungsfehler!"};
+    return connectionLost();
   return {L"Error " + std::to_wstring(error.number()) + L" (" + error.description() +
               L") in procedure " + std::wstring(procedure),
           {}};
+}
+
+FailureMessage connectionLost() {
+  return {L"Die Verbindung zu Word wurde unterbrochen, bitte neu einlesen.", L"Verbindungsfehler!"};
 }
 
 void Wordanalyse(frmVBACode& form) { analyse(form, form.Word, L"Wordanalyse of Modul modWord"); }

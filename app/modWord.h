@@ -25,7 +25,6 @@ class Connection {
   explicit Connection(std::wstring_view name) : name_(name) {}
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
-  ~Connection() { disconnect(); }
 
   std::wstring_view name() const { return name_; }
   bool connected() const { return application_.object != nullptr; }
@@ -35,8 +34,9 @@ class Connection {
   void connect(Office& office);
 
   // Ends the connection: nothing of the application is held any more. One that the
-  // program started is told to quit. Never throws.
-  void disconnect();
+  // program started is told to quit; when it is too busy for that, it is kept, to be told
+  // another time, and false. Never throws.
+  bool disconnect();
 
   // The same without a word to the application, which is gone.
   void forget();
@@ -73,6 +73,9 @@ struct FailureMessage {
   std::wstring text, title;
 };
 FailureMessage failureMessage(const OfficeError& error, std::wstring_view procedure);
+
+// The same of an application that cannot be reached.
+FailureMessage connectionLost();
 
 // Show the projects of the open documents in the form's tree.
 void Wordanalyse(frmVBACode& form);

@@ -311,6 +311,7 @@ void frmVBACode::mnubeenden_Click() {
 void frmVBACode::Form_Load() { Initialisieren(); }
 
 void frmVBACode::Form_Unload() {
+  busy_ = true;  // an application may keep us waiting: nothing starts any more
   Word.disconnect();
   Excel.disconnect();
   application_.ProgrammBeenden();

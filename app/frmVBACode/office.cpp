@@ -122,13 +122,19 @@ bool frmVBACode::OfficeAufruf(modWord::Connection& connection, std::wstring_view
 
 bool frmVBACode::Verbinden(modWord::Connection& connection, std::wstring_view procedure) {
   const bool done = OfficeAufruf(connection, procedure, [&] { connection.connect(ports_.office); });
-  if (!done) Trennen(connection);
+  if (!done) {
+    connection.disconnect();
+    removeDocuments(connection);
+  }
   return done;
 }
 
 void frmVBACode::Trennen(modWord::Connection& connection) {
-  connection.disconnect();
+  const bool ended = connection.disconnect();
   removeDocuments(connection);
+  if (ended) return;
+  const modWord::FailureMessage busy = modWord::connectionLost();
+  ports_.dialogs.message(busy.text, MessageIcon::Critical, busy.title);
 }
 
 void frmVBACode::removeDocuments(const modWord::Connection& connection) {

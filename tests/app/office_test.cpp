@@ -213,6 +213,61 @@ TEST_F(office_commands, a_started_application_that_was_busy_for_too_long_is_quit
   EXPECT_EQ(word().living, 0);
 }
 
+TEST_F(office_commands, a_started_application_that_is_too_busy_to_quit_is_told_again) {
+  const std::function<void()> ends[] = {
+      [&] { form.execute(Command::mnutrennen); },
+      [&] {
+        word().refusesAccess = true;
+        ports.dialogs.expectMessage();
+        form.execute(Command::mnuword);
+        form.execute(Command::mnutrennen);
+      },
+      [&] { form.Unload(); },
+  };
+  for (const auto& end : ends) {
+    word().running = word().refusesAccess = false;
+    word().quits = 0;
+    form.execute(Command::mnuword);
+    word().fails.insert({L"Quit", FakeHost::busy()});
+    ports.dialogs.expectMessage();
+    form.execute(Command::mnutrennen);
+    EXPECT_EQ(told(), kLost);
+    EXPECT_EQ(tree(), "");
+    EXPECT_TRUE(form.isEnabled(Command::mnutrennen));
+    word().fails.clear();
+    end();
+    EXPECT_EQ(word().quits, 1);
+    EXPECT_EQ(word().living, 0);
+  }
+}
+
+TEST_F(office_commands, a_page_that_is_refused_leaves_a_busy_application_to_be_quit_later) {
+  openFile(moduleFile("a.bas", kTwoProcedures));
+  form.execute(Command::mnuMakro);
+  word().running = false;
+  word().fails.insert({L"InsertFile", FakeHost::failure(5174, L"Nicht gefunden")});
+  word().fails.insert({L"Quit", FakeHost::busy()});
+  ports.dialogs.expectMessage();
+  form.execute(Command::mnu2word);
+  EXPECT_EQ(told(),
+            "Error 5174 (Nicht gefunden) in procedure cmdWord_Click of Formular frmVBACode");
+  word().fails.clear();
+  form.execute(Command::mnutrennen);
+  EXPECT_EQ(word().quits, 1);
+  EXPECT_EQ(word().living, 0);
+}
+
+TEST_F(office_commands, nothing_starts_while_a_closed_window_waits_for_an_application) {
+  word().running = false;
+  form.execute(Command::mnuword);
+  word().onCall = [&](const std::wstring& member) {
+    if (member == L"Quit") form.execute(Command::mnuexcel);
+  };
+  word().fails.insert({L"Quit", FakeHost::busy()});
+  form.Unload();
+  EXPECT_EQ(excel().calls, 0);
+}
+
 TEST_F(office_commands, analysing_again_mends_a_lost_connection) {
   form.execute(Command::mnuword);
   word().end();

@@ -65,6 +65,18 @@ TEST_F(office_failures, busy_for_too_long) {
   expectUsable();
 }
 
+TEST_F(office_failures, too_busy_to_be_told_to_quit) {
+  main().run(Command::mnuword);  // starts it
+  word().command("busy 100000 80010001");
+  runIntoMessage(Command::mnutrennen, kLost, kLostTitle);
+  EXPECT_TRUE(main().offers(Command::mnutrennen));
+  EXPECT_TRUE(tree().empty() || tree().front() == L"gel. Datei");
+  word().command("");
+  main().run(Command::mnutrennen);
+  EXPECT_TRUE(word().waitForEnd());
+  EXPECT_EQ(word().count("references"), 0);
+}
+
 TEST_F(office_failures, an_export_that_fails) {
   word().start();
   main().run(Command::mnuword);
