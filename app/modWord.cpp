@@ -68,16 +68,16 @@ void analyse(frmVBACode& form, Connection& connection, std::wstring_view procedu
 }  // namespace
 
 void Connection::connect(Office& office) {
-  if (connected() && !answers()) forget();
+  if (!stands()) disconnect();
   if (connected()) return;
   application_ = office.connect(std::wstring(name_) + L".Application");
   if (application_.created) AutomatedObject(application_.object).put(L"Visible", true);
 }
 
-bool Connection::answers() const {
+bool Connection::stands() const {
+  if (!connected()) return false;
   try {
-    application_.object->get(L"Visible", {});
-    return true;
+    return AutomatedObject(application_.object).get<bool>(L"Visible");
   } catch (const OfficeError& error) {
     return error.kind() == OfficeError::Kind::Busy;
   }

@@ -29,7 +29,12 @@ class Connection {
   std::wstring_view name() const { return name_; }
   bool connected() const { return application_.object != nullptr; }
 
-  // Connects, unless the application of the last time is still there. One that was started
+  // Whether the application can be used further. Excel lives on without its documents, and
+  // hidden, when the user closes it while somebody holds it: that counts as gone. A busy one
+  // does not.
+  bool stands() const;
+
+  // Connects, unless the application of the last time still stands. One that was started
   // for it is shown. Throws OfficeError.
   void connect(Office& office);
 
@@ -60,8 +65,6 @@ class Connection {
   void insertDocument(Office& office, const std::filesystem::path& page);
 
  private:
-  bool answers() const;
-
   std::wstring_view name_;
   OfficeApplication application_;
   std::vector<Project> projects_;

@@ -30,6 +30,7 @@ class OfficeTest : public ProgramTest {
   void SetUp() override {
     start();
     word().running = excel().running = true;
+    word().visible = excel().visible = true;
     word().projects = {
         {.file = L"C:\\Vorlagen\\Brief.dot",
          .components = {{.name = L"ThisDocument", .type = 100},

@@ -276,6 +276,22 @@ TEST_F(office_commands, analysing_again_mends_a_lost_connection) {
   EXPECT_EQ(word().starts, 1);
 }
 
+TEST_F(office_commands, an_application_that_the_user_closed_is_let_go_although_it_lives_on) {
+  for (const bool started : {false, true}) {
+    excel().running = !started;
+    form.execute(Command::mnuexcel);
+    const int starts = excel().starts, connections = excel().connections;
+    excel().visible = false;
+    form.execute(Command::mnuexcel);
+    EXPECT_EQ(excel().connections - connections, 1);
+    EXPECT_EQ(excel().quits, started ? 1 : 0);
+    EXPECT_EQ(excel().starts - starts, started ? 1 : 0);
+    EXPECT_EQ(tree(), kExcelTree);
+    excel().visible = true;
+    form.execute(Command::mnutrennen2);
+  }
+}
+
 // ------------------------------------------------------------------------------ reading
 TEST_F(office_commands, clicked_nodes_give_their_code_and_switch_the_buttons) {
   form.execute(Command::mnuword);

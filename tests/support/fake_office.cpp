@@ -333,6 +333,7 @@ OfficeApplication FakeHost::connect() {
                       0x80040154);
   const bool created = !running;
   starts += created;
+  ++connections;
   if (created) visible = false;
   running = true;
   return {.object = makeApplication(*this), .created = created};

@@ -66,6 +66,7 @@ class FakeHost {
   int living = 0;                       // objects that the program holds
   int quits = 0;
   int starts = 0;
+  int connections = 0;
 
   // The user ends it.
   void end() { running = false; }
