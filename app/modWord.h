@@ -43,9 +43,6 @@ class Connection {
   // another time, and false. Never throws.
   bool disconnect();
 
-  // The same without a word to the application, which is gone.
-  void forget();
-
   // Ends the connection to an application that is too busy to answer; one that the program
   // started is only left alone, so that it can be told to quit later.
   void giveUp();
@@ -65,6 +62,8 @@ class Connection {
   void insertDocument(Office& office, const std::filesystem::path& page);
 
  private:
+  void forget();
+
   std::wstring_view name_;
   OfficeApplication application_;
   std::vector<Project> projects_;

@@ -102,14 +102,17 @@ class TemporaryPage {
 
 // ---------------------------------------------------------------------- connections
 // Does something that needs the application, in the name of that procedure. What fails is
-// told, and false; a connection that cannot be used any more is ended first.
+// told, and false; a connection that cannot be used any more is ended first. When only a
+// document was closed, its objects are disconnected as those of an ended application are: the
+// others can be used further, and the connection with them.
 bool frmVBACode::OfficeAufruf(modWord::Connection& connection, std::wstring_view procedure,
                               const std::function<void()>& work) {
   try {
     work();
     return true;
   } catch (const OfficeError& error) {
-    if (error.kind() == OfficeError::Kind::ConnectionLost) connection.forget();
+    if (error.kind() == OfficeError::Kind::ConnectionLost && !connection.stands())
+      connection.disconnect();
     if (error.kind() == OfficeError::Kind::Busy) connection.giveUp();
     if (error.kind() == OfficeError::Kind::AccessRefused) connection.disconnect();
     if (connection.projectCount() == 0) removeDocuments(connection);

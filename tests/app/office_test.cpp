@@ -189,6 +189,23 @@ TEST_F(office_commands, a_lost_connection_is_told_by_the_next_command_and_gone_t
   }
 }
 
+TEST_F(office_commands, a_closed_document_is_told_as_lost_and_the_others_stay) {
+  word().running = false;
+  form.execute(Command::mnuword);
+  word().fails.insert({L"Modul1.Lines",
+                       {OfficeError::Kind::ConnectionLost, 0,
+                        L"Das aufgerufene Objekt wurde getrennt", 0x80010108}});
+  ports.dialogs.expectMessage();
+  click(L"Word_1_2_1");
+  EXPECT_EQ(told(), kLost);
+  EXPECT_EQ(tree(), kWordTree);
+  click(L"Word_1_3_1");
+  EXPECT_EQ(form.List1.ListCount(), 2U);
+  form.execute(Command::mnutrennen);
+  EXPECT_EQ(word().quits, 1) << "it is known as started";
+  EXPECT_EQ(word().living, 0);
+}
+
 TEST_F(office_commands, a_started_application_that_was_busy_for_too_long_is_quit_in_the_end) {
   word().running = false;
   form.execute(Command::mnuword);

@@ -119,6 +119,20 @@ TEST_F(office_failures, death_in_the_middle_of_a_walk) {
   expectUsable();
 }
 
+TEST_F(office_failures, a_closed_document_is_told_as_lost_and_the_others_stay) {
+  main().run(Command::mnuword);  // starts it
+  const std::vector<std::wstring> before = tree();
+  word().command("busy 1 80010108");  // a disconnected object answers so, too
+  click(L"    Fremd (2 Z.)");
+  expectMessage(kLost, kLostTitle);
+  main().untilIdle();
+  EXPECT_EQ(tree(), before);
+  click(L"    Get Wert (3 Z.)");
+  untilCode({"Property Get Wert() As Long ", "    Wert = mWert ", "End Property "});
+  main().run(Command::mnutrennen);
+  EXPECT_TRUE(word().waitForEnd()) << "it is known as started";
+}
+
 TEST_F(office_failures, an_end_behind_our_back_is_told_by_the_next_command) {
   const auto byCommand = [this](Command command) {
     return [this, command] { runIntoMessage(command, kLost, kLostTitle); };
