@@ -102,6 +102,9 @@ void TreeWidget::remove(TreeNode& node) {
   const Flagged flagged(byProgram_);
   TreeView_DeleteItem(hwnd(), items_[node.id()]);
   forget(node);
+  // The control goes on to a neighbour of a selected node that is gone, the model to none.
+  const TreeNode* selected = model_.SelectedItem();
+  if (selected == nullptr || !items_.contains(selected->id())) select(nullptr);
 }
 
 void TreeWidget::forget(const TreeNode& node) {
@@ -182,10 +185,12 @@ void TreeWidget::reportLater(std::size_t node) {
 void TreeWidget::report() {
   const auto chosen = std::exchange(chosen_, std::nullopt);
   TreeNode* node = chosen ? model_.byId(*chosen) : nullptr;
-  if (locked())
+  if (locked()) {
     select(model_.SelectedItem());  // a run began in between: the choice is taken back
-  else if (node != nullptr)
+  } else if (node != nullptr) {
+    select(node);  // perhaps taken back with a node that was removed in between
     model_.userSelected(*node);
+  }
 }
 
 LRESULT CALLBACK TreeWidget::treeProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,

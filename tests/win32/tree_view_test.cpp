@@ -124,9 +124,35 @@ TEST_F(TreeViewTest, whatTheProgramSelectsIsNoClick) {
   HWND tree = show();
   model.select(&child);
   EXPECT_EQ(TreeView_GetSelection(tree), firstChild());
-  model.Remove(child);  // the control selects another one
+  model.Remove(child);
   test::pumpUntil([] { return false; }, 50);
   EXPECT_TRUE(clicked.empty());
+}
+
+TEST_F(TreeViewTest, aRemovedSelectionIsNotHandedOnToANeighbour) {
+  TreeNode& first = add(nullptr, L"a");
+  TreeNode& child = add(&add(&first, L"b"), L"c");
+  TreeNode& second = add(nullptr, L"d");
+  HWND tree = show();
+  first.setExpanded(true);
+  SetFocus(tree);
+  model.select(&child);
+  model.Remove(first);
+  EXPECT_EQ(model.SelectedItem(), nullptr);
+  EXPECT_EQ(TreeView_GetSelection(tree), nullptr);
+  click(TreeView_GetRoot(tree));
+  ASSERT_TRUE(waitForClicks(1));
+  EXPECT_EQ(clicked, std::vector<std::wstring>{L"d"});
+
+  TreeNode& third = add(nullptr, L"e");
+  model.Remove(third);
+  EXPECT_EQ(TreeView_GetSelection(tree), TreeView_GetRoot(tree)) << "another one stays selected";
+  TreeNode& fourth = add(nullptr, L"f");
+  TreeView_SelectItem(tree, TreeView_GetNextSibling(tree, TreeView_GetRoot(tree)));
+  model.Remove(second);  // before the choice is reported
+  ASSERT_TRUE(waitForClicks(2));
+  EXPECT_EQ(model.SelectedItem(), &fourth);
+  EXPECT_EQ(TreeView_GetSelection(tree), TreeView_GetRoot(tree));
 }
 
 TEST_F(TreeViewTest, everyChoiceOfTheUserIsAClick) {
