@@ -75,6 +75,19 @@ void FormWindow::enableOthers() {
 }
 
 // ---------------------------------------------------------------------- ControlView
+void FormWindow::showForm() {
+  if (!formChanged_ || !shown_) return;
+  formChanged_ = false;
+  if (windowText(hwnd()) != form_.Caption()) SetWindowTextW(hwnd(), form_.Caption().c_str());
+  showTopmost();
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  HWND below = WindowFromPoint(pointer);
+  if (below == hwnd() || IsChild(hwnd(), below))
+    SendMessageW(below, WM_SETCURSOR, reinterpret_cast<WPARAM>(below),
+                 MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+}
+
 void FormWindow::showTopmost() {
   const bool topmost = (GetWindowLongPtrW(hwnd(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
   if (topmost == form_.Topmost()) return;
@@ -85,6 +98,7 @@ void FormWindow::showTopmost() {
 void FormWindow::changed(Control&) { formChanged_ = true; }
 
 void FormWindow::refresh(Control&) {
+  showForm();
   pump().flushWhenDue();
   RedrawWindow(hwnd(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
@@ -97,17 +111,7 @@ bool FormWindow::translate(MSG& message) {
 
 void FormWindow::flush() {
   if (hwnd() == nullptr || !shown_) return;
-  if (formChanged_) {
-    formChanged_ = false;
-    if (windowText(hwnd()) != form_.Caption()) SetWindowTextW(hwnd(), form_.Caption().c_str());
-    showTopmost();
-    POINT pointer{};
-    GetCursorPos(&pointer);
-    HWND below = WindowFromPoint(pointer);
-    if (below == hwnd() || IsChild(hwnd(), below))
-      SendMessageW(below, WM_SETCURSOR, reinterpret_cast<WPARAM>(below),
-                   MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
-  }
+  showForm();
   for (std::size_t i = 0; i < widgets_.size(); ++i) widgets_[i]->flush();
   flushed();
 }

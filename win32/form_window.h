@@ -27,7 +27,8 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
   void runModal() override;
   void close() override;
 
-  // ControlView: caption, pointer and whatever the window derives from its form
+  // ControlView: caption, pointer and whatever the window derives from its form; a refresh
+  // shows them at once
   void changed(Control& form) override;
   void refresh(Control& form) override;
 
@@ -94,6 +95,7 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
   void sizeAndCenter();
 
  private:
+  void showForm();
   void showTopmost();
   void makeFonts();
   void systemFontChanged();

@@ -1,6 +1,8 @@
 // See widget.h.
 #include "win32/widget.h"
 
+#include <utility>
+
 #include "win32/window.h"
 
 namespace tintline {
@@ -19,9 +21,14 @@ Widget::~Widget() { Widget::detach(); }
 void Widget::changed(Control&) { dirty_ = true; }
 
 void Widget::refresh(Control&) {
-  dirty_ = true;
-  host_.pump.flushWhenDue();
-  if (!dirty_) UpdateWindow(hwnd_);
+  if (dirty_) {
+    flush();
+  } else {
+    dirty_ = true;  // until the window is shown, if that is due
+    host_.pump.flushWhenDue();
+    if (std::exchange(dirty_, false)) return;
+  }
+  UpdateWindow(hwnd_);
 }
 
 void Widget::flush() {

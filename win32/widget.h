@@ -1,7 +1,9 @@
 // A control on the screen that shows the model of a control.
 //
 // What changed is shown when the pump finds time for it, not at once: models may
-// change thousands of times a second.
+// change thousands of times a second. A control that changed is shown at once when it is
+// refreshed; the refresh of another one, as of a frame behind each line of a run, shows the
+// window now and then.
 //
 // Tested by tests/win32/form_window_test.cpp.
 #pragma once
