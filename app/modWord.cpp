@@ -48,21 +48,43 @@ void addDocument(const AutomatedObject& application, const std::filesystem::path
   }
 }
 
-void analyse(frmVBACode& form, Connection& connection, std::wstring_view procedure) {
-  form.MousePointer = Pointer::Hourglass;
-  form.Label9.Caption = L"Stelle Verbindung zu " + std::wstring(connection.name()) + L" her...";
-  form.Label9.Refresh();
-  form.Topmost = true;
-  bool done = form.Verbinden(connection, procedure);
-  if (done) {
-    form.Label9.Caption = L"Analysiere die Dokumentvorlagen...";
-    form.Label9.Refresh();
-    done = form.Baumübersicht(connection);
+// How the window looks during an analysis, whichever way that ends: a starting application
+// does not cover it.
+class AnalysisShown {
+ public:
+  explicit AnalysisShown(frmVBACode& form) : form_(form) {
+    form_.MousePointer = Pointer::Hourglass;
+    form_.Topmost = true;
   }
-  form.Topmost = false;
-  form.Label9.Caption = L"";
-  form.MousePointer = Pointer::Default;
-  if (done) form.DummySeite();
+  ~AnalysisShown() {
+    form_.Topmost = false;
+    form_.Label9.Caption = L"";
+    form_.MousePointer = Pointer::Default;
+  }
+  AnalysisShown(const AnalysisShown&) = delete;
+  AnalysisShown& operator=(const AnalysisShown&) = delete;
+
+  // At once: what comes next may keep the window waiting.
+  void tell(std::wstring text) {
+    form_.Label9.Caption = std::move(text);
+    form_.Label9.Refresh();
+    form_.Refresh();
+  }
+
+ private:
+  frmVBACode& form_;
+};
+
+bool readTree(frmVBACode& form, Connection& connection, std::wstring_view procedure) {
+  AnalysisShown shown(form);
+  shown.tell(L"Stelle Verbindung zu " + std::wstring(connection.name()) + L" her...");
+  if (!form.Verbinden(connection, procedure)) return false;
+  shown.tell(L"Analysiere die Dokumentvorlagen...");
+  return form.Baumübersicht(connection);
+}
+
+void analyse(frmVBACode& form, Connection& connection, std::wstring_view procedure) {
+  if (readTree(form, connection, procedure)) form.DummySeite();
 }
 
 }  // namespace

@@ -215,6 +215,7 @@ void FormWindow::destroyed() {
   pump().detach(*this);
   form_.setView(nullptr);
   for (const auto& widget : widgets_) widget->detach();
+  host_.tips.destroy();
   host_.window = nullptr;
 }
 

@@ -7,20 +7,29 @@
 
 #include <string>
 
+#include "win32/handle.h"
+
 namespace tintline {
 
 class ToolTips {
  public:
-  // Makes the tool tip window; it goes with its owner.
+  // Makes the tool tip window for the controls of that window. Wine does not let a window that
+  // owns another one come to the front of all programs: so it does not own this one.
   void create(HWND owner);
+
+  // Takes it away: to be called when that window goes.
+  void destroy() { tips_.reset(); }
 
   // What is shown when the pointer rests on the control; "" for nothing.
   void set(HWND control, const std::wstring& text);
 
-  void setFont(HFONT font) { SendMessageW(tips_, WM_SETFONT, reinterpret_cast<WPARAM>(font), 0); }
+  void setFont(HFONT font) {
+    SendMessageW(tips_.get(), WM_SETFONT, reinterpret_cast<WPARAM>(font), 0);
+  }
 
  private:
-  HWND owner_ = nullptr, tips_ = nullptr;
+  HWND owner_ = nullptr;
+  UniqueWindow tips_;
 };
 
 }  // namespace tintline

@@ -1,6 +1,7 @@
 // Word and Excel in the main window: analysing, reading, converting, and everything that can go
 // wrong with them.
 #include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,26 @@ TEST_F(office_commands, analysis_tells_what_it_does_and_stays_in_front) {
   EXPECT_EQ(form.Label9.Caption(), L"");
   EXPECT_FALSE(form.Topmost);
   EXPECT_EQ(form.MousePointer(), Pointer::Default);
+}
+
+TEST_F(office_commands, the_window_is_shown_in_front_before_the_application_is_asked) {
+  struct : ControlView {
+    void changed(Control&) override {}
+    void refresh(Control& control) override { topmost |= static_cast<Form&>(control).Topmost(); }
+    bool topmost = false;
+  } view;
+  form.setView(&view);
+  word().onCall = [&](const std::wstring&) { EXPECT_TRUE(view.topmost); };
+  word().running = false;
+  form.execute(Command::mnuword);
+  form.setView(nullptr);
+}
+
+TEST_F(office_commands, no_failure_leaves_the_window_in_front) {
+  word().onCall = [](const std::wstring&) { throw std::runtime_error("else"); };
+  form.execute(Command::mnuword);
+  EXPECT_FALSE(form.Topmost);
+  EXPECT_EQ(form.Label9.Caption(), L"");
 }
 
 TEST_F(office_commands, a_running_application_is_left_alone_and_a_started_one_is_quit) {

@@ -1,6 +1,7 @@
 // Tests of win32/form_window.h, win32/widgets.h and win32/message_pump.h.
 #include "win32/form_window.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -57,6 +58,14 @@ class TestFormWindow final : public FormWindow {
 
   std::vector<Widget*> widgets_;
 };
+
+// For EnumThreadWindows: puts the tool tip window into that place.
+BOOL CALLBACK findTips(HWND window, LPARAM found) {
+  wchar_t name[64]{};
+  GetClassNameW(window, name, 64);
+  if (std::wstring(name) == TOOLTIPS_CLASSW) *reinterpret_cast<HWND*>(found) = window;
+  return TRUE;
+}
 
 struct FormWindowTest : testing::Test {
   MessagePump pump;
@@ -130,6 +139,33 @@ TEST_F(FormWindowTest, aRefreshShowsWhatChangedAtOnce) {
   form.Caption = L"Neu";
   form.Refresh();
   EXPECT_EQ(test::windowText(window), L"Neu");
+}
+
+TEST_F(FormWindowTest, aTopmostFormIsInFrontAtOnceAndItsTipsInFrontOfIt) {
+  form.Text.ToolTipText = L"Tipp";
+  form.Show();
+  HWND tips = nullptr;
+  EnumThreadWindows(GetCurrentThreadId(), findTips, reinterpret_cast<LPARAM>(&tips));
+  ASSERT_NE(tips, nullptr);
+  const auto tipIsShown = [&] { return IsWindowVisible(tips) != FALSE; };
+  for (const bool topmost : {false, true, false}) {  // also behind a tip that was shown
+    form.Topmost = topmost;
+    form.Refresh();
+    EXPECT_EQ((GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0, topmost);
+    RECT place{};
+    GetWindowRect(control(kText), &place);
+    SetCursorPos(place.left + 5, place.top + 5);
+    PostMessageW(control(kText), WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+    EXPECT_TRUE(test::pumpUntil(tipIsShown, 3000));
+    HWND behind = tips;
+    while (behind != nullptr && behind != window) behind = GetWindow(behind, GW_HWNDNEXT);
+    EXPECT_EQ(behind, window);
+    SetCursorPos(0, 0);
+    SendMessageW(tips, TTM_POP, 0, 0);
+    EXPECT_FALSE(tipIsShown());
+  }
+  form.Unload();
+  EXPECT_FALSE(IsWindow(tips));
 }
 
 TEST_F(FormWindowTest, tellsTheModelsWhatTheUserDoes) {

@@ -204,6 +204,8 @@ TEST_F(office_failures, a_slow_host_is_waited_for_while_the_window_gets_messages
   word().start();
   word().command("slow 40");
   const Started analysing = main().start(Command::mnuword);
+  app().until([this] { return word().count("calls") > 0; }, "the walk");
+  EXPECT_NE(GetWindowLongPtrW(main().window().handle(), GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
   const auto isDone = [&] {
     main().window().post(WM_NULL);
     return analysing.done();
