@@ -77,6 +77,17 @@ TEST_F(office_failures, too_busy_to_be_told_to_quit) {
   EXPECT_EQ(word().count("references"), 0);
 }
 
+TEST_F(office_failures, a_closed_window_takes_no_command_while_it_waits_for_a_busy_word) {
+  main().run(Command::mnuword);  // starts it
+  word().command("busy 100000 80010001");
+  main().window().post(WM_CLOSE);
+  main().window().post(WM_COMMAND, commandId(Command::mnuexcel));
+  EXPECT_EQ(app().exitCode(), 0U);
+  EXPECT_EQ(excel().status("state"), "") << "nobody started it";
+  EXPECT_TRUE(word().running());
+  EXPECT_EQ(word().count("references"), 0);
+}
+
 TEST_F(office_failures, an_export_that_fails) {
   word().start();
   main().run(Command::mnuword);
