@@ -55,9 +55,9 @@ void Widget::showText(const std::wstring& text) {
 void Widget::showState() {
   const bool enabled = model_.Enabled || !canBeDisabled();
   if (enabled != static_cast<bool>(IsWindowEnabled(hwnd_))) {
-    if (!enabled && GetFocus() == hwnd_)
-      SetFocus(GetNextDlgTabItem(host_.window, hwnd_, FALSE));  // or no key would be heard
+    if (!enabled) passFocusOn();
     EnableWindow(hwnd_, enabled);
+    if (enabled) takeFocusBack();
   }
   const bool visible = (GetWindowLongW(hwnd_, GWL_STYLE) & WS_VISIBLE) != 0;
   if (visible != model_.Visible()) ShowWindow(hwnd_, model_.Visible ? SW_SHOWNA : SW_HIDE);
@@ -65,6 +65,21 @@ void Widget::showState() {
     toolTip_ = model_.ToolTipText;
     host_.tips.set(hwnd_, toolTip_);
   }
+}
+
+// Or no key would be heard. One that only stood in passes it on for the first.
+void Widget::passFocusOn() {
+  if (GetFocus() != hwnd_) return;
+  if (host_.substitute != hwnd_) host_.ousted = hwnd_;
+  host_.substitute = GetNextDlgTabItem(host_.window, hwnd_, FALSE);
+  SetFocus(host_.substitute);
+}
+
+// Unless the user has gone elsewhere meanwhile.
+void Widget::takeFocusBack() {
+  if (host_.ousted != hwnd_) return;
+  if (GetFocus() == host_.substitute) SetFocus(hwnd_);
+  host_.ousted = host_.substitute = nullptr;
 }
 
 }  // namespace tintline

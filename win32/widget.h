@@ -25,6 +25,10 @@ struct WidgetHost {
   MessagePump& pump;
   HWND window = nullptr;
   ToolTips tips;
+
+  // The control that lost the keyboard when it was disabled, and the one that has it meanwhile.
+  HWND ousted = nullptr;
+  HWND substitute = nullptr;
 };
 
 class Widget : public ControlView {
@@ -75,6 +79,8 @@ class Widget : public ControlView {
 
  private:
   void showState();
+  void passFocusOn();
+  void takeFocusBack();
 
   WidgetHost& host_;
   Control& model_;

@@ -290,8 +290,8 @@ void frmVBACode::convertModules(const TreeNode& document, const std::vector<std:
           }
         });
     MousePointer = Pointer::Default;
-    if (!done || !complete) return;
     Pruefen();
+    if (!done || !complete) return;
     gesamtmodul_ = true;
     Verarbeiten();
   });

@@ -28,6 +28,11 @@ TEST_F(office_output, right_click_offers_what_fits_the_node) {
   form.execute(popups[1][1].command);
   EXPECT_EQ(form.List1.ListCount(), 3U * 3 + 8 + 5);
   EXPECT_EQ(form.TreeView1.SelectedItem(), &node(L"Word_1"));
+  EXPECT_FALSE(form.cmdModul.Enabled) << "a document is no module";
+  form.execute(Command::mnuword);  // the file is selected then
+  ports.dialogs.answerSave({.error = FileChoice::kCancelled, .path = {}});
+  form.execute(Command::mnuexport);
+  EXPECT_EQ(ports.dialogs.asked.back().value, L"a");
 }
 
 TEST_F(office_output, a_module_is_exported_into_the_folder_of_day_and_document) {

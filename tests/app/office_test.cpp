@@ -456,12 +456,15 @@ TEST_F(office_commands, all_modules_become_one_page_with_a_frame_each) {
 TEST_F(office_commands, escape_between_modules_converts_nothing) {
   form.execute(Command::mnuword);
   click(L"Word_1_2_1");
+  word().projects[0].components[1].code =
+      std::string(kModul1) + "\r\nCall " + std::string(50, 'x') + " " + std::string(50, 'y');
   word().callsOf.clear();
   word().onCall = [&](const std::wstring& member) {
     if (member == L"Lines") form.execute(Command::mnuAbbrechen);
   };
   form.execute(Command::mnuAlleModule);
-  EXPECT_EQ(form.List1.ListCount(), 3U + 3 + 8) << "what was read stays";
+  EXPECT_TRUE(form.isEnabled(Command::mnuUmbruch)) << "of what was read";
+  EXPECT_EQ(form.List1.ListCount(), 3U + 3 + 9) << "what was read stays";
   EXPECT_EQ(form.List2.ListCount(), 0U);
   EXPECT_EQ(form.MousePointer(), Pointer::Default);
   EXPECT_FALSE(form.cmdExport.Enabled);
@@ -470,8 +473,9 @@ TEST_F(office_commands, escape_between_modules_converts_nothing) {
 TEST_F(office_commands, whole_modules_are_converted_for_modules_alone) {
   form.execute(Command::mnuword);
   click(L"Word_1");
+  EXPECT_FALSE(form.cmdModul.Enabled) << "a document is no module";
   form.cmdModul_Click();
-  EXPECT_EQ(form.List1.ListCount(), 0U) << "a document is no module";
+  EXPECT_EQ(form.List1.ListCount(), 0U);
   form.TreeView1.select(nullptr);
   form.cmdModul_Click();
   form.AlleModuleVerarbeiten();

@@ -100,6 +100,24 @@ TEST_F(FormWindowTest, showsTheModelsWhenItOpens) {
   EXPECT_EQ(form.clicks, 0) << "showing is no act of the user";
 }
 
+TEST_F(FormWindowTest, theKeyboardComesBackToWhatWasDisabled) {
+  const auto enable = [this](bool enabled) {
+    form.Text.Enabled = enabled;
+    form.Check.Enabled = enabled;
+    pump.flush();
+  };
+  form.Show();
+  SetFocus(control(kText));
+  enable(false);
+  EXPECT_EQ(GetFocus(), control(kChoice)) << "behind two that are disabled";
+  enable(true);
+  EXPECT_EQ(GetFocus(), control(kText));
+  enable(false);
+  SetFocus(control(id::kOk));
+  enable(true);
+  EXPECT_EQ(GetFocus(), control(id::kOk)) << "where the user went";
+}
+
 TEST_F(FormWindowTest, showsChangesWithTheNextFlush) {
   form.Show();
   form.Status.Caption = L"1";
