@@ -27,7 +27,7 @@ struct BrowserViewTest : testing::Test {
   HWND tipWindow() const {
     HWND found = nullptr;
     while ((found = FindWindowExW(nullptr, found, TOOLTIPS_CLASSW, nullptr)) != nullptr)
-      if (GetWindow(found, GW_OWNER) == parent.get()) break;
+      if (GetWindowThreadProcessId(found, nullptr) == GetCurrentThreadId()) break;
     return found;
   }
 
