@@ -54,6 +54,14 @@ std::size_t tagLength(std::string_view text) {
 
 std::uint32_t foldedCode(char c) { return static_cast<unsigned char>(toLower(c)); }
 
+// The first characters of a text, folded, the first one in the lowest byte; zeros behind its end.
+std::uint64_t foldedStart(std::string_view text) {
+  std::uint64_t start = 0;
+  const std::size_t length = std::min(text.size(), sizeof start);
+  for (std::size_t i = 0; i < length; ++i) start |= std::uint64_t{foldedCode(text[i])} << 8 * i;
+  return start;
+}
+
 std::uint32_t hashKey(std::uint32_t key) { return key * 0x9E3779B1U >> (32 - kHashBits); }
 
 // The trimmed names in order, without empty ones.
@@ -88,17 +96,18 @@ Surroundings surroundings(std::string_view html, std::string_view name) {
 }  // namespace
 
 NameFilter::NameFilter(const std::vector<std::string_view>& names)
-    : names_(names), keys_(names.size()), next_(names.size()) {
+    : names_(names), entries_(names.size()) {
   for (std::size_t index = names.size(); index-- > 0;) {  // so that chains ascend
-    const std::size_t length = std::min(names[index].size(), kWindow);
-    std::uint32_t key = 0;
-    for (std::size_t i = 0; i < length; ++i) key |= foldedCode(names[index][i]) << 8 * i;
-    const std::uint32_t hash = hashKey(key);
-    Group& group = groupOf(length);
+    const std::size_t length = names[index].size();
+    const std::uint64_t start = foldedStart(names[index]);
+    const std::uint32_t hash = hashKey(static_cast<std::uint32_t>(start));
+    Group& group = groupOf(std::min(length, kWindow));
     group.seen[hash / 64] |= std::uint64_t{1} << hash % 64;
-    keys_[index] = key;
-    next_[index] =
-        std::exchange(group.heads[hash >> kChainShift], static_cast<std::uint32_t>(index));
+    const auto unused =
+        static_cast<std::uint32_t>(8 * (sizeof start - std::min(length, sizeof start)));
+    std::uint32_t& head = group.heads[hash >> kChainShift];
+    entries_[index] = {start << unused, unused,
+                       std::exchange(head, static_cast<std::uint32_t>(index))};
   }
   const auto holdsName = [this](std::string_view tag) {
     std::vector<std::size_t> found;
@@ -141,21 +150,24 @@ void NameFilter::findInGroup(const Group& group, std::string_view text, std::siz
     window = window >> 8 | foldedCode(text[i]) << 24;
     const std::uint32_t hash = hashKey(window >> shift);
     if ((seen[hash / 64] >> hash % 64 & 1) != 0 && i + 1 >= length)
-      collect(group, window >> shift, text.substr(i + 1 - length), from, found);
+      collect(group, hash, text.substr(i + 1 - length), from, found);
   }
 }
 
-// Adds the names of that key that the text, which begins with the key, begins
-// with. One that stands twice counts at its first place only.
-void NameFilter::collect(const Group& group, std::uint32_t key, std::string_view text,
+// Adds the names of that hash that the text begins with. One that stands twice counts at its
+// first place only. Names of a module are much alike, so their chains may be long.
+void NameFilter::collect(const Group& group, std::uint32_t hash, std::string_view text,
                          std::size_t from, std::vector<std::size_t>& found) const {
-  const std::uint32_t head = group.heads[hashKey(key) >> kChainShift];
-  for (std::uint32_t index = head; index != kChainEnd; index = next_[index]) {
-    if (index < from || keys_[index] != key ||
-        !startsWithIgnoreCase(text.substr(group.length), names_[index].substr(group.length)))
+  const std::uint64_t start = foldedStart(text);
+  const std::uint32_t head = group.heads[hash >> kChainShift];
+  for (std::uint32_t index = head; index != kChainEnd; index = entries_[index].next) {
+    const Entry& entry = entries_[index];
+    if (start << entry.unused != entry.start || index < from ||
+        !startsWithIgnoreCase(text, names_[index]))
       continue;
     std::uint32_t first = head;
-    while (names_[first] != names_[index]) first = next_[first];
+    while (entries_[first].start != entry.start || names_[first] != names_[index])
+      first = entries_[first].next;
     if (first == index) found.push_back(index);
   }
 }

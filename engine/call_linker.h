@@ -39,17 +39,23 @@ class NameFilter {
     std::vector<std::uint32_t> heads;  // for a part of the hash, the first name of its chain
   };
 
+  // A name in its chain.
+  struct Entry {
+    std::uint64_t start;   // its first eight characters, folded, behind those that it has not
+    std::uint32_t unused;  // bits of `start` in front of them
+    std::uint32_t next;    // the next name of the chain, by ascending index
+  };
+
   static constexpr std::size_t kWindow = 4;
 
   Group& groupOf(std::size_t length);
   void findInGroup(const Group& group, std::string_view text, std::size_t from,
                    std::vector<std::size_t>& found) const;
-  void collect(const Group& group, std::uint32_t key, std::string_view text, std::size_t from,
+  void collect(const Group& group, std::uint32_t hash, std::string_view text, std::size_t from,
                std::vector<std::size_t>& found) const;
 
   const std::vector<std::string_view>& names_;
-  std::vector<std::uint32_t> keys_;  // of each name
-  std::vector<std::uint32_t> next_;  // the next name of a chain, by ascending index
+  std::vector<Entry> entries_;  // of each name
   std::vector<Group> groups_;
   bool skipTags_ = false;  // no name can occur in a tag, so that tags need not be searched
 };
