@@ -41,8 +41,8 @@ class NameFilter {
 
   // A name in its chain.
   struct Entry {
-    std::uint64_t start;   // its first eight characters, folded, behind those that it has not
-    std::uint32_t unused;  // bits of `start` in front of them
+    std::uint64_t start;   // its first characters, up to eight, folded, in the highest bytes
+    std::uint32_t unused;  // bits of `start` below them
     std::uint32_t next;    // the next name of the chain, by ascending index
   };
 
