@@ -230,6 +230,7 @@ class frmVBACode final : public Form {
 
   bool OfficeAufruf(modWord::Connection& connection, std::wstring_view procedure,
                     const std::function<void()>& work);
+  void tell(const modWord::FailureMessage& failure);
   modWord::Connection* connectionOf(const TreeNode& node);
   Project& projectOf(const TreeNode& node);
   TreeNode* menuNode() const { return menuNode_ ? TreeView1.byId(*menuNode_) : nullptr; }

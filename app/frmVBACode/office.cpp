@@ -117,8 +117,7 @@ bool frmVBACode::OfficeAufruf(modWord::Connection& connection, std::wstring_view
     if (error.kind() == OfficeError::Kind::AccessRefused) connection.disconnect();
     if (connection.projectCount() == 0) removeDocuments(connection);
     MousePointer = Pointer::Default;
-    const modWord::FailureMessage failure = modWord::failureMessage(error, procedure);
-    ports_.dialogs.message(failure.text, MessageIcon::Critical, failure.title);
+    tell(modWord::failureMessage(error, procedure));
     return false;
   }
 }
@@ -135,9 +134,11 @@ bool frmVBACode::Verbinden(modWord::Connection& connection, std::wstring_view pr
 void frmVBACode::Trennen(modWord::Connection& connection) {
   const bool ended = connection.disconnect();
   removeDocuments(connection);
-  if (ended) return;
-  const modWord::FailureMessage busy = modWord::connectionLost();
-  ports_.dialogs.message(busy.text, MessageIcon::Critical, busy.title);
+  if (!ended) tell(modWord::connectionLost());
+}
+
+void frmVBACode::tell(const modWord::FailureMessage& failure) {
+  ports_.dialogs.message(failure.text, MessageIcon::Critical, failure.title);
 }
 
 void frmVBACode::removeDocuments(const modWord::Connection& connection) {

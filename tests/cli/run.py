@@ -7,7 +7,6 @@ COMMAND may be several words (a runner and the Windows program). Prints each fai
 """
 import argparse
 import os
-import pathlib
 import re
 import signal
 import subprocess
@@ -15,7 +14,8 @@ import sys
 import time
 
 from tests.cli.box import MODULE, MODULE_LINES, SETTINGS, TIMEOUT, in_box
-from tests.support.checks import Skip, equal, holds, holds_not, listed_tests, run_tests, test
+from tests.support.checks import (Skip, equal, holds, holds_not, listed_tests, run_tests, test,
+                                  with_full_paths)
 
 
 # ------------------------------------------------------------------ help and wrong usage
@@ -521,9 +521,7 @@ def main():
     parser.add_argument("--tintline", nargs="+", required=True, metavar="COMMAND")
     parser.add_argument("--only", default="", metavar="PART-OF-A-NAME")
     arguments = parser.parse_args()
-    # Tests run in folders of their own, so what names a file here gets its full path.
-    command = [str(pathlib.Path(word).resolve()) if pathlib.Path(word).exists() else word
-               for word in arguments.tintline]
+    command = with_full_paths(arguments.tintline)
     return run_tests(listed_tests(lambda function: in_box(function, command), arguments.only))
 
 

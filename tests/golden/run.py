@@ -10,7 +10,7 @@ import shutil
 import subprocess
 import sys
 
-from tests.support.checks import run_tests
+from tests.support.checks import run_tests, with_full_paths
 
 HERE = pathlib.Path(__file__).resolve().parent
 NEW = HERE.parent.parent / "build" / "golden-new"
@@ -68,9 +68,7 @@ def promote(name):
 
 def tests(command, only):
     """(what is tested, function that fails when it is not so)"""
-    # Cases run in their own folder, so what names a file here gets its full path.
-    command = [str(pathlib.Path(word).resolve()) if pathlib.Path(word).exists() else word
-               for word in command]
+    command = with_full_paths(command)
     for options in sorted(HERE.glob("*/options")):
         case = options.parent
         if only and case.name != only:

@@ -1,4 +1,5 @@
 """What the Python test programs have in common: the list of tests, checks, and the count."""
+import pathlib
 import traceback
 
 TESTS = []
@@ -30,6 +31,12 @@ def holds_not(text, *parts):
 def none(findings):
     findings = list(findings)
     assert not findings, findings
+
+
+def with_full_paths(command):
+    """A command for tests that run in folders of their own: what names a file here still does."""
+    return [str(pathlib.Path(word).resolve()) if pathlib.Path(word).exists() else word
+            for word in command]
 
 
 def run_tests(tests):
