@@ -96,9 +96,12 @@ TEST_F(word_and_excel, every_kind_of_node_gives_its_code) {
     SCOPED_TRACE(fs::path(row.node).string());
     click(row.node, row.skip);
     untilCode(row.code);
-    app().until([&] { return main().control(id::kCmdModul).enabled() == row.module; },
-                "the button for the module of " + fs::path(row.node).string());
-    EXPECT_EQ(main().control(id::kCmdMakro).enabled(), row.procedure);
+    // The program shows its buttons one after the other.
+    const auto areAsExpected = [&] {
+      return main().control(id::kCmdModul).enabled() == row.module &&
+             main().control(id::kCmdMakro).enabled() == row.procedure;
+    };
+    app().until(areAsExpected, "the buttons of " + fs::path(row.node).string());
     EXPECT_EQ(main().text(id::kCmdMakro), L"Makro");
   }
 }
