@@ -1,0 +1,102 @@
+// A module as the language means it: its tokens, and what it declares.
+//
+// Tested by tests/unit/vb/module_test.cpp and the cases in tests/golden/language.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "vb/token.h"
+
+namespace tintline::vb {
+
+enum class ModuleKind : std::uint8_t {
+  Standard,      // .bas
+  Class,         // .cls
+  Form,          // .frm
+  UserControl,   // .ctl
+  PropertyPage,  // .pag
+  UserDocument,  // .dob
+  Designer,      // .dsr
+  Document       // the module behind a document or sheet of an Office project
+};
+
+enum class DeclarationKind : std::uint8_t {
+  Sub,
+  Function,
+  Property,  // one accessor of it
+  Declare,   // of a procedure in a library
+  Event,
+  Type,
+  Field,
+  Enum,
+  EnumMember,
+  Constant,
+  Variable,
+  Control,  // of the file header
+  Label,
+  Parameter,
+  Local  // variable or constant of a procedure; by ReDim only when nothing else declares it
+};
+
+enum class Accessor : std::uint8_t { None, Get, Let, Set };
+enum class Visibility : std::uint8_t { Public, Private, Friend, None };  // None: label, local ...
+
+inline constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+// Tokens by their index, the end one behind the last.
+struct TokenRange {
+  std::uint32_t begin = 0;
+  std::uint32_t end = 0;
+  bool empty() const { return begin == end; }
+};
+
+struct Declaration {
+  DeclarationKind kind{};
+  Accessor accessor = Accessor::None;
+  Visibility visibility = Visibility::None;
+  bool isStatic = false;
+  bool isConstant = false;  // of a Local
+  bool isArray = false;     // "()" behind the name or the type; a control with an Index
+  bool isNew = false;       // As New
+  bool withEvents = false;
+  bool optional = false;  // of a parameter, as the next two
+  bool byValue = false;
+  bool paramArray = false;
+  bool defaultMember = false;   // VB_UserMemId = 0
+  std::uint32_t name = 0;       // the token that names it
+  std::uint32_t scope = kNone;  // the declaration that holds it: procedure, type, enum
+  std::uint32_t line = 0;       // of its first token, from 1
+  std::uint32_t endLine = 0;    // of its last token: a procedure's "End Sub"
+  TokenRange head;              // from the first word (Public ...) to the end of what declares it
+  TokenRange body;              // of a procedure, type or enum: from behind the head to behind its
+                                // End, else empty
+  TokenRange type;              // the words behind As (New), or empty: Excel . Range
+};
+
+// A module of a project. Its declarations stand in the order of their names in the text, so that
+// what a procedure, type or enum holds follows it.
+struct Module {
+  std::u8string text;
+  std::u8string name;  // VB_Name, else what the reader was given
+  ModuleKind kind{};
+  bool predeclared = false;   // exists as an object under its own name (VB_PredeclaredId, forms)
+  std::u8string description;  // VB_Description of the module
+  Tokens tokens;
+  std::vector<Declaration> declarations;
+  TokenRange header;        // the file header with the Attribute lines behind it
+  std::uint32_t lines = 0;  // a text that ends in a line end has no line behind it
+
+  std::u8string_view textOf(std::uint32_t token) const { return vb::textOf(text, tokens, token); }
+};
+
+// Tokenizes the text and reads what it declares. `name` and `kind` are what its file says; the
+// text's own attributes and header count before them.
+Module readModule(std::u8string text, std::u8string name, ModuleKind kind, const WordLists& words);
+
+// The name that a token holds, without type suffix and brackets.
+std::u8string_view plainName(std::u8string_view token);
+
+}  // namespace tintline::vb

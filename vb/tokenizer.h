@@ -1,0 +1,16 @@
+// Makes tokens of a text, in one pass.
+//
+// Tested by tests/unit/vb/tokenizer_test.cpp and the cases in tests/golden/language.
+#pragma once
+
+#include <string_view>
+
+#include "vb/token.h"
+
+namespace tintline::vb {
+
+// The tokens of any text (valid UTF-8, below 4 GiB), with their final kinds: also names are told
+// apart by where they stand (declared procedures and types, labels, named arguments).
+Tokens tokenize(std::u8string_view text, const WordLists& words);
+
+}  // namespace tintline::vb
