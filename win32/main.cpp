@@ -11,19 +11,19 @@
 #include <memory>
 
 #include "app/application.h"
-#include "win32/clipboard.h"
-#include "win32/clock.h"
-#include "win32/colors_window.h"
-#include "win32/dialogs.h"
-#include "win32/files.h"
-#include "win32/locale.h"
-#include "win32/main_window.h"
+#include "win32/forms/colors_window.h"
+#include "win32/forms/main_window.h"
+#include "win32/forms/pre_post_window.h"
+#include "win32/forms/splash_window.h"
 #include "win32/message_pump.h"
-#include "win32/office.h"
-#include "win32/pre_post_window.h"
-#include "win32/shell.h"
-#include "win32/splash_window.h"
-#include "win32/text_measure.h"
+#include "win32/office/office.h"
+#include "win32/system/clipboard.h"
+#include "win32/system/clock.h"
+#include "win32/system/dialogs.h"
+#include "win32/system/files.h"
+#include "win32/system/locale.h"
+#include "win32/system/shell.h"
+#include "win32/system/text_measure.h"
 
 namespace tintline {
 namespace {

@@ -1,7 +1,7 @@
 // The one place where messages are fetched and handed on, whether the program waits
 // for the user, shows a modal window, or looks up from its work.
 //
-// Tested by tests/win32/form_window_test.cpp.
+// Tested by tests/win32/forms/form_window_test.cpp.
 #pragma once
 
 #include <windows.h>

@@ -3,9 +3,9 @@
 
 #include <windows.h>
 
+#include "win32/controls/widget.h"
+#include "win32/controls/window.h"
 #include "win32/message_pump.h"
-#include "win32/widget.h"
-#include "win32/window.h"
 
 namespace tintline::test {
 

@@ -16,7 +16,7 @@
 
 #include "tests/win32/office/host_folder.h"
 #include "win32/com_ptr.h"
-#include "win32/variant.h"
+#include "win32/office/variant.h"
 
 namespace tintline::test {
 

@@ -1,5 +1,5 @@
-// Tests of win32/office_error.h and office_session.h: failures, busy hosts, and answers that the
-// automation server beside this file does not give.
+// Tests of win32/office/office_error.h and office_session.h: failures, busy hosts, and answers that
+// the automation server beside this file does not give.
 #include <windows.h>
 #include <objbase.h>
 #include <oleauto.h>

@@ -14,7 +14,7 @@
 #include "ports/message_loop.h"
 #include "tests/support/temp_folder.h"
 #include "tests/win32/office/controlled_server.h"
-#include "win32/office.h"
+#include "win32/office/office.h"
 
 namespace tintline {
 

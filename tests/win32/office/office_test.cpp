@@ -1,5 +1,5 @@
-// Tests of win32/office.h, office_object.h, variant.h and of the automation server beside this
-// file, over COM between processes.
+// Tests of win32/office/office.h, office_object.h, variant.h and of the automation server beside
+// this file, over COM between processes.
 #include <windows.h>
 #include <objbase.h>
 

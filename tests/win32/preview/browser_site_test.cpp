@@ -1,0 +1,195 @@
+// Tests of win32/preview/browser_site.h: the locks, asked as the browser asks them.
+#include "win32/preview/browser_site.h"
+
+#include <gtest/gtest.h>
+#include <mshtmdid.h>
+
+#include <new>
+#include <vector>
+
+#include "win32/com_ptr.h"
+
+namespace tintline {
+namespace {
+
+struct BrowserSiteTest : testing::Test {
+  ComPtr<BrowserSite> site = ComPtr<BrowserSite>::adopt(new BrowserSite(
+      nullptr, {.onLoaded = [this] { ++loaded; },
+                .onFailed = [this] { ++failed; },
+                .onExternalLink = [this](const std::wstring& link) { links.push_back(link); }}));
+  int loaded = 0, failed = 0;
+  std::vector<std::wstring> links;
+
+  HRESULT invoke(DISPID member, std::vector<VARIANT> arguments, VARIANT* result = nullptr) {
+    DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+    return site->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, result,
+                        nullptr, nullptr);
+  }
+
+  // Whether the site lets the browser go there.
+  bool maySee(const wchar_t* address) {
+    VARIANT_BOOL cancel = VARIANT_FALSE;
+    VARIANT url{}, reference{}, flag{}, none{};
+    url.vt = VT_BSTR;
+    url.bstrVal = SysAllocString(address);
+    reference.vt = VT_BYREF | VT_VARIANT;
+    reference.pvarVal = &url;
+    flag.vt = VT_BYREF | VT_BOOL;
+    flag.pboolVal = &cancel;
+    EXPECT_EQ(invoke(DISPID_BEFORENAVIGATE2, {flag, none, none, none, none, reference, none}),
+              S_OK);
+    VariantClear(&url);
+    return cancel == VARIANT_FALSE;
+  }
+
+  bool cancels(DISPID event, std::size_t argument, std::size_t count) {
+    VARIANT_BOOL cancel = VARIANT_FALSE;
+    std::vector<VARIANT> arguments(count, VARIANT{});
+    arguments[argument].vt = VT_BYREF | VT_BOOL;
+    arguments[argument].pboolVal = &cancel;
+    EXPECT_EQ(invoke(event, arguments), S_OK);
+    return cancel == VARIANT_TRUE;
+  }
+};
+
+TEST_F(BrowserSiteTest, nothingIsRunOrLoaded) {
+  VARIANT flags{};
+  ASSERT_EQ(invoke(DISPID_AMBIENT_DLCONTROL, {}, &flags), S_OK);
+  ASSERT_EQ(flags.vt, VT_I4);
+  for (const int wanted : {DLCTL_NO_SCRIPTS, DLCTL_NO_JAVA, DLCTL_NO_DLACTIVEXCTLS,
+                           DLCTL_NO_RUNACTIVEXCTLS, DLCTL_NO_FRAMEDOWNLOAD, DLCTL_NO_CLIENTPULL,
+                           DLCTL_NO_BEHAVIORS, DLCTL_SILENT, static_cast<int>(DLCTL_FORCEOFFLINE)})
+    EXPECT_NE(flags.lVal & wanted, 0) << std::hex << wanted;
+  for (const int unwanted : {DLCTL_DLIMAGES, DLCTL_VIDEOS, DLCTL_BGSOUNDS})
+    EXPECT_EQ(flags.lVal & unwanted, 0) << std::hex << unwanted;
+  EXPECT_EQ(invoke(DISPID_AMBIENT_USERAGENT, {}, &flags), DISP_E_MEMBERNOTFOUND);
+}
+
+TEST_F(BrowserSiteTest, everyActionIsDisallowed) {
+  ComPtr<IInternetSecurityManager> manager;
+  ComPtr<IServiceProvider> services;
+  ASSERT_EQ(site->QueryInterface(IID_IServiceProvider, services.putVoid()), S_OK);
+  ASSERT_EQ(services->QueryService(IID_IInternetSecurityManager, IID_IInternetSecurityManager,
+                                   manager.putVoid()),
+            S_OK);
+  constexpr DWORD kActions[] = {URLACTION_SCRIPT_RUN,       URLACTION_ACTIVEX_RUN,
+                                URLACTION_JAVA_PERMISSIONS, URLACTION_SHELL_FILE_DOWNLOAD,
+                                URLACTION_DOWNLOAD_MIN,     0xFFFFFFFF};
+  for (const DWORD action : kActions) {
+    DWORD policy = URLPOLICY_ALLOW;
+    EXPECT_EQ(
+        manager->ProcessUrlAction(L"file:///C:/x.html", action, reinterpret_cast<BYTE*>(&policy),
+                                  sizeof policy, nullptr, 0, PUAF_DEFAULT, 0),
+        S_FALSE);
+    EXPECT_EQ(policy, static_cast<DWORD>(URLPOLICY_DISALLOW)) << std::hex << action;
+  }
+  ComPtr<IUnknown> other;
+  EXPECT_NE(services->QueryService(IID_IOleClientSite, IID_IUnknown, other.putVoid()), S_OK);
+}
+
+TEST_F(BrowserSiteTest, onlyTheOwnPageIsShown) {
+  struct Case {
+    const wchar_t* address;
+    bool allowed;
+    const wchar_t* link;  // handed out
+  };
+  const Case cases[] = {
+      {L"C:\\Pr\u00FCf C#\\100%\\dummy.html", true, nullptr},
+      {L"c:\\pr\u00DCf c#\\100%\\DUMMY.html#Index", true, nullptr},
+      {L"file:///C:/Pr\u00FCf%20C%23/100%25/dummy.html", true, nullptr},
+      {L"file:///C:/Pr\u00FCf%20C%23/100%25/dummy.html#Lesen", true, nullptr},
+      {L"file:///C:/Pr\u00FCf%20C%23/100%25/dummy.htm", false, nullptr},
+      {L"file:///C:/Pr\u00FCf%20C%23/100%25/dummy.html.exe", false, nullptr},
+      {L"file://server/Pr\u00FCf%20C%23/100%25/dummy.html", false, nullptr},
+      {L"C:\\Windows\\notepad.exe", false, nullptr},
+      {L"C:\\Windows\\notepad.exe#C:\\Pr\u00FCf C#\\100%\\dummy.html", false, nullptr},
+      {L"about:blank", false, nullptr},
+      {L"javascript:alert(1)", false, nullptr},
+      {L"res://ieframe.dll/navcancl.htm", false, nullptr},
+      {L"", false, nullptr},
+      {L"#", false, nullptr},
+      {L"https://example.org/x", false, L"https://example.org/x"},
+      {L"mailto:a@example.org", false, L"mailto:a@example.org"},
+  };
+  EXPECT_FALSE(maySee(L"")) << "before there is a page";
+  site->setPage(L"C:\\Pr\u00FCf C#\\100%\\dummy.html");
+  for (const Case& c : cases) {
+    links.clear();
+    const std::string shown(c.address, c.address + wcslen(c.address));
+    EXPECT_EQ(maySee(c.address), c.allowed) << shown;
+    EXPECT_EQ(links,
+              c.link != nullptr ? std::vector<std::wstring>{c.link} : std::vector<std::wstring>())
+        << shown;
+  }
+}
+
+TEST_F(BrowserSiteTest, noExceptionReachesTheBrowser) {
+  const auto strict = ComPtr<BrowserSite>::adopt(new BrowserSite(
+      nullptr, {.onLoaded = [] { throw std::bad_alloc(); }, .onFailed = {}, .onExternalLink = {}}));
+  DISPPARAMS none{};
+  EXPECT_EQ(strict->Invoke(DISPID_DOCUMENTCOMPLETE, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr,
+                           nullptr, nullptr),
+            E_FAIL);
+}
+
+TEST_F(BrowserSiteTest, otherEvents) {
+  EXPECT_TRUE(cancels(DISPID_NEWWINDOW2, 0, 2));
+  EXPECT_TRUE(cancels(DISPID_NEWWINDOW3, 3, 5));
+  EXPECT_EQ(invoke(DISPID_DOCUMENTCOMPLETE, {}), S_OK);
+  EXPECT_EQ(invoke(DISPID_NAVIGATEERROR, {}), S_OK);
+  EXPECT_EQ(loaded, 1);
+  EXPECT_EQ(failed, 1);
+  for (const DISPID event : {DISPID_BEFORENAVIGATE2, DISPID_NEWWINDOW2, DISPID_NEWWINDOW3})
+    EXPECT_EQ(invoke(event, {}), DISP_E_BADPARAMCOUNT);
+  site->detach();
+  EXPECT_EQ(invoke(DISPID_NAVIGATEERROR, {}), S_OK);
+  EXPECT_FALSE(maySee(L"https://example.org/"));
+  EXPECT_EQ(failed, 1);
+  EXPECT_TRUE(links.empty());
+}
+
+TEST_F(BrowserSiteTest, onlyHarmlessKeysReachTheBrowser) {
+  const auto allowed = [this](UINT message, WPARAM key) {
+    MSG pressed{};
+    pressed.message = message;
+    pressed.wParam = key;
+    EXPECT_EQ(site->TranslateAccelerator(&pressed, nullptr, 0),
+              BrowserSite::mayTranslate(pressed) ? S_FALSE : S_OK);
+    return BrowserSite::mayTranslate(pressed);
+  };
+  BYTE keys[256] = {};
+  SetKeyboardState(keys);
+  for (const WPARAM key : {VK_TAB, VK_RETURN, VK_NEXT, VK_HOME, VK_DOWN})
+    EXPECT_TRUE(allowed(WM_KEYDOWN, key)) << key;
+  for (const WPARAM key : {WPARAM{VK_F5}, WPARAM{VK_BACK}, WPARAM{VK_DELETE}, WPARAM{'C'}})
+    EXPECT_FALSE(allowed(WM_KEYDOWN, key)) << key;
+  EXPECT_FALSE(allowed(WM_SYSKEYDOWN, VK_LEFT));
+  EXPECT_FALSE(allowed(WM_LBUTTONDOWN, VK_TAB));
+  keys[VK_CONTROL] = 0x80;
+  SetKeyboardState(keys);
+  for (const WPARAM key : {WPARAM{'C'}, WPARAM{'A'}, WPARAM{VK_INSERT}, WPARAM{VK_END}})
+    EXPECT_TRUE(allowed(WM_KEYDOWN, key)) << key;
+  for (const WPARAM key : {'N', 'O', 'P', 'L', 'R', 'S'})
+    EXPECT_FALSE(allowed(WM_KEYDOWN, key)) << key;
+  keys[VK_CONTROL] = 0;
+  SetKeyboardState(keys);
+}
+
+TEST_F(BrowserSiteTest, interfaces) {
+  for (const IID& id : {IID_IUnknown, IID_IOleClientSite, IID_IOleInPlaceSite, IID_IOleInPlaceFrame,
+                        IID_IDocHostUIHandler, IID_IServiceProvider, IID_IInternetSecurityManager,
+                        IID_IDispatch, DIID_DWebBrowserEvents2}) {
+    ComPtr<IUnknown> found;
+    EXPECT_EQ(site->QueryInterface(id, found.putVoid()), S_OK);
+  }
+  ComPtr<IUnknown> found;
+  EXPECT_EQ(site->QueryInterface(IID_IDropTarget, found.putVoid()), E_NOINTERFACE);
+  DOCHOSTUIINFO info{};
+  EXPECT_EQ(site->GetHostInfo(&info), S_OK);
+  EXPECT_NE(info.dwFlags & DOCHOSTUIFLAG_NO3DBORDER, 0UL);
+  POINT point{};
+  EXPECT_EQ(site->ShowContextMenu(0, &point, nullptr, nullptr), S_OK);  // none is shown
+}
+
+}  // namespace
+}  // namespace tintline

@@ -1,0 +1,165 @@
+// See list_view.h.
+#include "win32/controls/list_view.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "base/codepage.h"
+#include "win32/control_ids.h"
+
+namespace tintline {
+namespace {
+
+constexpr DWORD kStyle = LBS_NODATA | LBS_OWNERDRAWFIXED | LBS_EXTENDEDSEL | LBS_NOTIFY |
+                         LBS_NOINTEGRALHEIGHT | WS_HSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP;
+constexpr int kMargin = 2;  // pixels at 96 dpi in front of the text
+
+}  // namespace
+
+ListView::ListView(WidgetHost& host, ListBox& model, int id, int designCharacterWidth)
+    : Widget(host, model, id, {WC_LISTBOXW, kStyle, WS_EX_CLIENTEDGE}),
+      model_(model),
+      designCharacterWidth_(designCharacterWidth) {
+  SetWindowSubclass(hwnd(), answerTexts, 0, reinterpret_cast<DWORD_PTR>(this));
+  shownLines_ = model.lineVersion() - 1;  // not shown yet
+}
+
+void ListView::setFont(HFONT, unsigned dpi) {
+  UniqueFont before = std::exchange(font_, listFont(dpi));
+  character_ = characterSize(font_.get());
+  Widget::setFont(font_.get(), dpi);
+  send(LB_SETITEMHEIGHT, 0, character_.height);
+  shownExtent_ = -1;
+  showExtent();
+}
+
+// ------------------------------------------------------------- from the model
+void ListView::show() {
+  const bool newLines = shownLines_ != model_.lineVersion();
+  if (newLines) showLines();
+  showExtent();  // in front of what scrolls: its bar takes room from the lines
+  if (newLines || shownSelection_ != model_.selectionVersion()) showSelection();
+}
+
+// The place that the user scrolled to stays as long as there are lines there.
+void ListView::showLines() {
+  shownLines_ = model_.lineVersion();
+  const LRESULT top = send(LB_GETTOPINDEX);
+  send(WM_SETREDRAW, FALSE);
+  send(LB_SETCOUNT, model_.ListCount());
+  send(LB_SETTOPINDEX, static_cast<WPARAM>(top));
+  send(WM_SETREDRAW, TRUE);
+  InvalidateRect(hwnd(), nullptr, FALSE);
+}
+
+void ListView::showSelection() {
+  shownSelection_ = model_.selectionVersion();
+  const std::vector<bool>& wanted = model_.selection();
+  const bool all = model_.SelCount() == wanted.size();
+  if (model_.SelCount() != 0 || send(LB_GETSELCOUNT) != 0)
+    send(LB_SETSEL, all && !wanted.empty(), -1);
+  for (std::size_t i = 0; !all && model_.SelCount() != 0 && i < wanted.size();) {
+    if (!wanted[i]) {
+      ++i;
+      continue;
+    }
+    const std::size_t first = i;
+    while (i < wanted.size() && wanted[i]) ++i;
+    send(LB_SELITEMRANGEEX, first, static_cast<LPARAM>(i - 1));
+  }
+  if (model_.ListIndex() != ListBox::kNone)
+    send(LB_SETCARETINDEX, static_cast<WPARAM>(model_.ListIndex()), FALSE);
+}
+
+void ListView::showExtent() {
+  if (shownExtent_ == model_.HorizontalExtent) return;
+  shownExtent_ = model_.HorizontalExtent;
+  const int here = MulDiv(shownExtent_, character_.width, designCharacterWidth_);
+  send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(here));
+}
+
+// ---------------------------------------------------------------- to the model
+void ListView::command(WORD code) {
+  if (code == LBN_SELCHANGE || code == LBN_SELCANCEL) userSelected();
+  if ((code == LBN_SETFOCUS || code == LBN_KILLFOCUS) && focused) focused(code == LBN_SETFOCUS);
+}
+
+void ListView::userSelected() {
+  std::vector<int> items(static_cast<std::size_t>(std::max<LRESULT>(send(LB_GETSELCOUNT), 0)));
+  if (!items.empty()) send(LB_GETSELITEMS, items.size(), reinterpret_cast<LPARAM>(items.data()));
+  std::vector<bool> selection(model_.ListCount());
+  for (const int item : items)
+    if (static_cast<std::size_t>(item) < selection.size())
+      selection[static_cast<std::size_t>(item)] = true;
+  model_.userSelected(std::move(selection), send(LB_GETCARETINDEX));
+}
+
+// -------------------------------------------------------------------- drawing
+void ListView::draw(const DRAWITEMSTRUCT& item) {
+  if (static_cast<std::size_t>(item.itemID) >= model_.ListCount()) return;
+  drawLine(item);
+  constexpr UINT kFocused = ODS_FOCUS | ODS_NOFOCUSRECT;
+  if ((item.itemState & kFocused) == ODS_FOCUS) DrawFocusRect(item.hDC, &item.rcItem);
+}
+
+// One call draws text and background, so nothing flickers; of a long line only what
+// shows is drawn.
+void ListView::drawLine(const DRAWITEMSTRUCT& item) const {
+  const bool selected = (item.itemState & ODS_SELECTED) != 0;
+  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
+  const bool active = GetFocus() == hwnd();
+  const int back = !selected ? COLOR_WINDOW : active ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
+  const int ink = disabled             ? COLOR_GRAYTEXT
+                  : selected && active ? COLOR_HIGHLIGHTTEXT
+                                       : COLOR_WINDOWTEXT;
+  SetBkColor(item.hDC, GetSysColor(back));
+  SetTextColor(item.hDC, GetSysColor(ink));
+  const Selected font(item.hDC, font_.get());
+
+  const std::string line = expandTabs(model_.lines()[item.itemID]);
+  const int left = static_cast<int>(item.rcItem.left) + kMargin;
+  RECT seen{};
+  GetClipBox(item.hDC, &seen);
+  const auto first =
+      static_cast<std::size_t>(std::max<LONG>(0, (seen.left - left) / character_.width));
+  const auto count = static_cast<std::size_t>((seen.right - seen.left) / character_.width + 2);
+  const std::wstring text =
+      first < line.size() ? fromAnsi(std::string_view(line).substr(first, count)) : L"";
+  ExtTextOutW(item.hDC, left + static_cast<int>(first) * character_.width,
+              static_cast<int>(item.rcItem.top), ETO_OPAQUE | ETO_CLIPPED, &item.rcItem,
+              text.c_str(), static_cast<UINT>(text.size()), nullptr);
+}
+
+// ------------------------------------------------------- for who reads the list
+LRESULT ListView::copyLine(std::size_t index, char* buffer) const {
+  if (index >= model_.ListCount()) return LB_ERR;
+  const std::string_view line = model_.lines()[index];
+  if (buffer != nullptr) buffer[line.copy(buffer, line.size())] = '\0';
+  return static_cast<LRESULT>(line.size());
+}
+
+LRESULT ListView::copyText(std::size_t index, wchar_t* buffer) const {
+  if (index >= model_.ListCount()) return LB_ERR;
+  const std::wstring line = fromAnsi(model_.lines()[index]);
+  if (buffer != nullptr) buffer[line.copy(buffer, line.size())] = L'\0';
+  return static_cast<LRESULT>(line.size());
+}
+
+LRESULT CALLBACK ListView::answerTexts(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                       UINT_PTR, DWORD_PTR self) {
+  const auto& list = *reinterpret_cast<const ListView*>(self);
+  switch (message) {
+    case kGetLine:
+      return list.copyLine(wParam, reinterpret_cast<char*>(lParam));
+    case LB_GETTEXTLEN:
+      return list.copyText(wParam, nullptr);
+    case LB_GETTEXT:
+      return list.copyText(wParam, reinterpret_cast<wchar_t*>(lParam));
+    default:
+      return DefSubclassProc(window, message, wParam, lParam);
+  }
+}
+
+}  // namespace tintline

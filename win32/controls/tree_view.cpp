@@ -1,0 +1,226 @@
+// See tree_view.h.
+#include "win32/controls/tree_view.h"
+
+#include <windowsx.h>
+
+#include <utility>
+
+#include "win32/controls/image_strips.h"
+#include "win32/controls/window.h"
+
+namespace tintline {
+namespace {
+
+constexpr DWORD kStyle = TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
+                         TVS_DISABLEDRAGDROP | WS_TABSTOP | WS_GROUP;
+
+// To the tree itself: the user chose a node.
+constexpr UINT kReport = WM_APP + 2;
+
+// A change of the selection by the control itself, as when it first gets the keyboard.
+constexpr UINT kInternal = 0x10000;
+
+// The place that WM_CONTEXTMENU has when the menu key or Shift+F10 asked for it.
+constexpr LPARAM kByKey = -1;
+
+class Flagged {
+ public:
+  explicit Flagged(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
+  Flagged(const Flagged&) = delete;
+  Flagged& operator=(const Flagged&) = delete;
+  ~Flagged() { flag_ = before_; }
+
+ private:
+  bool& flag_;
+  bool before_;
+};
+
+}  // namespace
+
+TreeWidget::TreeWidget(WidgetHost& host, TreeView& model, int id)
+    : Widget(host, model, id, {WC_TREEVIEWW, kStyle, WS_EX_CLIENTEDGE}),
+      model_(model),
+      nodes_(*this) {
+  SetWindowSubclass(hwnd(), treeProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+  TreeView_SetExtendedStyle(hwnd(), TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
+  model.setTreeView(&nodes_);
+  insertAll(model.roots());
+  if (model.SelectedItem() != nullptr) select(model.SelectedItem());
+}
+
+void TreeWidget::detach() {
+  if (hwnd() == nullptr) return;
+  model_.setTreeView(nullptr);
+  Widget::detach();
+}
+
+void TreeWidget::setFont(HFONT font, unsigned dpi) {
+  UniqueImageList before = std::exchange(pictures_, loadStrip(Strip::Tree, dpi));
+  TreeView_SetImageList(hwnd(), pictures_.get(), TVSIL_NORMAL);
+  Widget::setFont(font, dpi);
+}
+
+// ----------------------------------------------------------------- from the model
+void TreeWidget::insertAll(const std::vector<std::unique_ptr<TreeNode>>& nodes) {
+  for (const auto& node : nodes) {
+    insert(*node);
+    insertAll(node->Children());
+    update(*node);
+  }
+}
+
+void TreeWidget::insert(TreeNode& node) {
+  const Flagged flagged(byProgram_);
+  std::wstring text = node.Text();
+  TVINSERTSTRUCTW insertion{};
+  insertion.hParent = node.Parent() != nullptr ? items_[node.Parent()->id()] : TVI_ROOT;
+  insertion.hInsertAfter = TVI_LAST;
+  insertion.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM;
+  insertion.item.pszText = text.data();
+  insertion.item.iImage = pictureOf(Strip::Tree, node.Image());
+  insertion.item.iSelectedImage = pictureOf(Strip::Tree, node.SelectedImage());
+  insertion.item.lParam = static_cast<LPARAM>(node.id());
+  items_[node.id()] = TreeView_InsertItem(hwnd(), &insertion);
+  if (insertion.hParent != TVI_ROOT) InvalidateRect(hwnd(), nullptr, FALSE);  // a button to open it
+}
+
+void TreeWidget::update(TreeNode& node) {
+  const Flagged flagged(byProgram_);
+  HTREEITEM place = items_[node.id()];
+  std::wstring text = node.Text();
+  TVITEMW item{};
+  item.mask = TVIF_TEXT | TVIF_HANDLE;
+  item.hItem = place;
+  item.pszText = text.data();
+  TreeView_SetItem(hwnd(), &item);
+  const bool open = (TreeView_GetItemState(hwnd(), place, TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
+  if (open != node.Expanded())
+    TreeView_Expand(hwnd(), place, node.Expanded() ? TVE_EXPAND : TVE_COLLAPSE);
+}
+
+void TreeWidget::remove(TreeNode& node) {
+  const Flagged flagged(byProgram_);
+  TreeView_DeleteItem(hwnd(), items_[node.id()]);
+  forget(node);
+  // The control goes on to a neighbour of a selected node that is gone, the model to none.
+  const TreeNode* selected = model_.SelectedItem();
+  if (selected == nullptr || !items_.contains(selected->id())) select(nullptr);
+}
+
+void TreeWidget::forget(const TreeNode& node) {
+  items_.erase(node.id());
+  for (const auto& child : node.Children()) forget(*child);
+}
+
+void TreeWidget::select(TreeNode* node) {
+  const Flagged flagged(byProgram_);
+  TreeView_SelectItem(hwnd(), node != nullptr ? items_[node->id()] : nullptr);
+}
+
+// ------------------------------------------------------------------- to the model
+LRESULT TreeWidget::notify(NMHDR& header) {
+  switch (header.code) {
+    case TVN_SELCHANGINGW:
+      return selectionRefused();
+    case TVN_SELCHANGEDW:
+      selectionChanged(reinterpret_cast<const NMTREEVIEWW&>(header));
+      return 0;
+    case TVN_ITEMEXPANDEDW:
+      expanded(reinterpret_cast<const NMTREEVIEWW&>(header));
+      return 0;
+    case NM_CLICK:
+      clicked();
+      return 0;
+    case NM_RCLICK:
+      return rightClicked();  // true: no default menu
+    default:
+      return 0;
+  }
+}
+
+void TreeWidget::selectionChanged(const NMTREEVIEWW& change) {
+  if (byProgram_ || change.action == kInternal || change.itemNew.hItem == nullptr) return;
+  reportLater(static_cast<std::size_t>(change.itemNew.lParam));
+}
+
+// A click on the node that is selected changes nothing, but is a click all the same.
+void TreeWidget::clicked() {
+  HTREEITEM item = itemBelow(pointOf(static_cast<LPARAM>(GetMessagePos())));
+  if (item == nullptr || item != TreeView_GetSelection(hwnd())) return;
+  if (const TreeNode* node = nodeOf(item)) reportLater(node->id());
+}
+
+bool TreeWidget::rightClicked() {
+  HTREEITEM item = itemBelow(pointOf(static_cast<LPARAM>(GetMessagePos())));
+  TreeNode* node = item != nullptr ? nodeOf(item) : nullptr;
+  GetCursorPos(&menuPlace_);
+  if (node != nullptr) model_.userRightClicked(*node);
+  return true;
+}
+
+// The menu of the selected node, below its text.
+void TreeWidget::menuByKey() {
+  HTREEITEM item = TreeView_GetSelection(hwnd());
+  TreeNode* node = item != nullptr ? nodeOf(item) : nullptr;
+  if (node == nullptr) return;
+  TreeView_EnsureVisible(hwnd(), item);
+  RECT text{};
+  TreeView_GetItemRect(hwnd(), item, &text, TRUE);
+  menuPlace_ = {text.left, text.bottom};
+  ClientToScreen(hwnd(), &menuPlace_);
+  model_.userRightClicked(*node);
+}
+
+void TreeWidget::expanded(const NMTREEVIEWW& change) {
+  TreeNode* node = byProgram_ ? nullptr : nodeOf(change.itemNew.hItem);
+  if (node != nullptr) node->setExpanded((change.itemNew.state & TVIS_EXPANDED) != 0);
+}
+
+// Behind the control's own handling of the click: what the form does takes a while,
+// and may remove the very node.
+void TreeWidget::reportLater(std::size_t node) {
+  if (!std::exchange(chosen_, node)) PostMessageW(hwnd(), kReport, 0, 0);
+}
+
+void TreeWidget::report() {
+  const auto chosen = std::exchange(chosen_, std::nullopt);
+  TreeNode* node = chosen ? model_.byId(*chosen) : nullptr;
+  if (locked()) {
+    select(model_.SelectedItem());  // a run began in between: the choice is taken back
+  } else if (node != nullptr) {
+    select(node);  // perhaps taken back with a node that was removed in between
+    model_.userSelected(*node);
+  }
+}
+
+LRESULT CALLBACK TreeWidget::treeProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                           UINT_PTR, DWORD_PTR self) {
+  auto& tree = *reinterpret_cast<TreeWidget*>(self);
+  if (message == kReport) {
+    tree.report();
+    return 0;
+  }
+  if (message == WM_CONTEXTMENU && lParam == kByKey) {
+    tree.menuByKey();
+    return 0;
+  }
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
+TreeNode* TreeWidget::nodeOf(HTREEITEM item) const {
+  TVITEMW known{};
+  known.mask = TVIF_PARAM | TVIF_HANDLE;
+  known.hItem = item;
+  if (!TreeView_GetItem(hwnd(), &known)) return nullptr;
+  return model_.byId(static_cast<std::size_t>(known.lParam));
+}
+
+HTREEITEM TreeWidget::itemBelow(POINT screen) const {
+  TVHITTESTINFO test{};
+  test.pt = screen;
+  ScreenToClient(hwnd(), &test.pt);
+  HTREEITEM item = TreeView_HitTest(hwnd(), &test);
+  return (test.flags & TVHT_ONITEM) != 0 ? item : nullptr;
+}
+
+}  // namespace tintline

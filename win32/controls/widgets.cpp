@@ -1,0 +1,133 @@
+// See widgets.h.
+#include "win32/controls/widgets.h"
+
+#include <algorithm>
+
+#include "win32/controls/window.h"
+
+namespace tintline {
+
+ButtonWidget::ButtonWidget(WidgetHost& host, CommandButton& model, int id, DWORD style)
+    : Widget(host, model, id, {WC_BUTTONW, style | WS_TABSTOP | WS_GROUP}), model_(model) {}
+
+void ButtonWidget::command(WORD code) {
+  if (code == BN_CLICKED && model_.Enabled && model_.Click) model_.Click();
+}
+
+EditWidget::EditWidget(WidgetHost& host, TextBox& model, int id)
+    : Widget(host, model, id, {WC_EDITW, ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE}),
+      model_(model) {
+  SendMessageW(hwnd(), EM_SETLIMITTEXT, 0, 0);  // as much as there is memory
+}
+
+void EditWidget::command(WORD code) {
+  if (code != EN_CHANGE || showing_) return;
+  model_.Text = windowText(hwnd());
+  if (model_.Change) model_.Change();
+}
+
+void EditWidget::show() {
+  showing_ = true;
+  showText(model_.Text);
+  showing_ = false;
+}
+
+ComboWidget::ComboWidget(WidgetHost& host, ComboBox& model, int id)
+    : Widget(host, model, id, {WC_COMBOBOXW, CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP}),
+      model_(model) {}
+
+void ComboWidget::command(WORD code) {
+  if (code != CBN_SELCHANGE) return;
+  model_.ListIndex = static_cast<int>(SendMessageW(hwnd(), CB_GETCURSEL, 0, 0));
+  if (model_.Click) model_.Click();
+}
+
+void ComboWidget::show() {
+  if (shown_ != model_.List()) {
+    shown_ = model_.List;
+    SendMessageW(hwnd(), CB_RESETCONTENT, 0, 0);
+    for (const std::wstring& entry : shown_)
+      SendMessageW(hwnd(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
+  }
+  if (SendMessageW(hwnd(), CB_GETCURSEL, 0, 0) != model_.ListIndex)
+    SendMessageW(hwnd(), CB_SETCURSEL, static_cast<WPARAM>(model_.ListIndex()), 0);
+}
+
+LabelWidget::LabelWidget(WidgetHost& host, Label& model, int id, DWORD style)
+    : Widget(host, model, id, {WC_STATICW, style}), model_(model) {}
+
+void LabelWidget::command(WORD code) {
+  if (code == STN_CLICKED && model_.Click) model_.Click();
+}
+
+void LabelWidget::show() { showText(model_.Caption); }
+
+InkLabelWidget::InkLabelWidget(WidgetHost& host, Label& model, int id, const FontLook& look,
+                               COLORREF ink, DWORD style)
+    : LabelWidget(host, model, id, style), look_(look), ink_(ink) {}
+
+void InkLabelWidget::setFont(HFONT, unsigned dpi) {
+  UniqueFont before = std::exchange(own_, messageFont(dpi, look_));
+  LabelWidget::setFont(own_.get(), dpi);
+}
+
+HBRUSH InkLabelWidget::color(HDC dc) {
+  SetBkColor(dc, GetSysColor(COLOR_WINDOW));
+  SetTextColor(dc, ink_);
+  return GetSysColorBrush(COLOR_WINDOW);
+}
+
+HCURSOR InkLabelWidget::pointer() const {
+  return look_.underlined ? LoadCursorW(nullptr, IDC_HAND) : nullptr;
+}
+
+StatusWidget::StatusWidget(WidgetHost& host, Label& model, int id, Shortened shortened)
+    : LabelWidget(host, model, id, SS_OWNERDRAW | SS_NOPREFIX | SS_NOTIFY),
+      ellipsis_(shortened == Shortened::AsPath ? DT_PATH_ELLIPSIS : DT_END_ELLIPSIS) {}
+
+void StatusWidget::setFont(HFONT font, unsigned dpi) {
+  LabelWidget::setFont(font, dpi);
+  font_ = font;
+}
+
+void StatusWidget::draw(const DRAWITEMSTRUCT& item) {
+  const Selected selected(item.hDC, font_);
+  SetBkColor(item.hDC, GetSysColor(COLOR_BTNFACE));
+  SetTextColor(item.hDC, GetSysColor(COLOR_BTNTEXT));
+  std::wstring text = model_.Caption;
+  const auto length = static_cast<int>(text.size());
+  text.resize(text.size() + 4);  // room that the shortening may use
+  RECT area = item.rcItem;
+  DrawTextW(item.hDC, text.data(), length, &area,
+            DT_SINGLELINE | DT_NOPREFIX | DT_CALCRECT | DT_MODIFYSTRING | ellipsis_);
+  text.resize(wcslen(text.c_str()));
+  const int top = static_cast<int>(item.rcItem.top + item.rcItem.bottom - area.bottom) / 2;
+  ExtTextOutW(item.hDC, item.rcItem.left, top, ETO_OPAQUE | ETO_CLIPPED, &item.rcItem, text.c_str(),
+              static_cast<UINT>(text.size()), nullptr);
+}
+
+FrameWidget::FrameWidget(WidgetHost& host, Frame& model, int id)
+    : Widget(host, model, id, {WC_BUTTONW, BS_GROUPBOX}), model_(model) {
+  SetWindowSubclass(hwnd(), fillBackground, 0, 0);
+}
+
+// The window around does not paint below its children, and the system's frame
+// expects it to.
+LRESULT CALLBACK FrameWidget::fillBackground(HWND window, UINT message, WPARAM wParam,
+                                             LPARAM lParam, UINT_PTR, DWORD_PTR) {
+  if (message != WM_ERASEBKGND) return DefSubclassProc(window, message, wParam, lParam);
+  RECT area{};
+  GetClientRect(window, &area);
+  FillRect(reinterpret_cast<HDC>(wParam), &area, GetSysColorBrush(COLOR_BTNFACE));
+  return TRUE;
+}
+
+ProgressWidget::ProgressWidget(WidgetHost& host, ProgressBar& model, int id)
+    : Widget(host, model, id, {PROGRESS_CLASSW, PBS_SMOOTH}), model_(model) {}
+
+void ProgressWidget::show() {
+  SendMessageW(hwnd(), PBM_SETRANGE32, 0, model_.Max());
+  SendMessageW(hwnd(), PBM_SETPOS, static_cast<WPARAM>(model_.Value()), 0);
+}
+
+}  // namespace tintline

@@ -1,0 +1,299 @@
+// See main_window.h.
+#include "win32/forms/main_window.h"
+
+#include <shellapi.h>
+
+#include <algorithm>
+#include <string>
+
+#include "win32/control_ids.h"
+#include "win32/forms/menus.h"
+
+namespace tintline {
+namespace {
+
+constexpr SIZE kSmallestClient{720, 440};  // pixels at 96 dpi
+constexpr int kButtonWidth = 84, kButtonHeight = 26, kGap = 6;
+constexpr int kCheckMark = 26;  // a check mark's width with the blank behind it
+
+SIZE sizeOf(const RECT& area) { return {area.right - area.left, area.bottom - area.top}; }
+
+// Moves many windows in one step, so that none is painted twice.
+class Moves {
+ public:
+  Moves() : moves_(BeginDeferWindowPos(24)) {}
+  Moves(const Moves&) = delete;
+  Moves& operator=(const Moves&) = delete;
+  ~Moves() { EndDeferWindowPos(moves_); }
+
+  void move(HWND window, const RECT& area) {
+    const SIZE size = sizeOf(area);
+    moves_ = DeferWindowPos(moves_, window, nullptr, static_cast<int>(area.left),
+                            static_cast<int>(area.top), static_cast<int>(size.cx),
+                            static_cast<int>(size.cy), SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+
+ private:
+  HDWP moves_;
+};
+
+RECT part(const RECT& row, LONG left, LONG width) {
+  return {left, row.top, left + width, row.bottom};
+}
+
+}  // namespace
+
+MainWindow::MainWindow(MessagePump& pump, frmVBACode& form, Shell& shell, int designCharacterWidth)
+    : FormWindow(pump, form),
+      form_(form),
+      accelerators_(makeAccelerators()),
+      browser_((createWindow(kMainClass, WS_OVERLAPPEDWINDOW, WS_EX_ACCEPTFILES), hwnd()),
+               host().tips, form.wBrowser, id::kBrowser, shell) {
+  menu_ = makeMenuBar();
+  SetMenu(hwnd(), menu_.release());  // the window owns it from now on
+  addControls(designCharacterWidth);
+  form_.PopupMenu = [this](std::span<const MenuEntry> entries) { popUp(entries); };
+}
+
+// Their order is the tab order; what lies below others comes last.
+void MainWindow::addControls(int designCharacterWidth) {
+  Controls& c = controls_;
+  c.tree = &add<TreeWidget>(form_.TreeView1, id::kTreeView1);
+  c.tree->locked = [this] { return form_.isEnabled(Command::mnuAbbrechen); };  // a run goes on
+  auto& list1 = add<ListView>(form_.List1, id::kList1, designCharacterWidth);
+  c.list1 = &list1;
+  c.modul = &add<ButtonWidget>(form_.cmdModul, id::kCmdModul);
+  c.makro = &add<ButtonWidget>(form_.cmdMakro, id::kCmdMakro);
+  c.auswahl = &add<ButtonWidget>(form_.cmdAuswahl, id::kCmdAuswahl);
+  c.vbaClp = &add<ButtonWidget>(form_.cmdVBAClp, id::kCmdVBAClp);
+  c.check1 = &add<ToggleWidget<CheckBox>>(form_.Check1, id::kCheck1, kCheckStyle);
+  c.check2 = &add<ToggleWidget<CheckBox>>(form_.Check2, id::kCheck2, kCheckStyle);
+  c.optClass = &add<ToggleWidget<OptionButton>>(form_.optClass, id::kOptClass,
+                                                kOptionStyle | WS_GROUP | WS_TABSTOP);
+  c.optStyle = &add<ToggleWidget<OptionButton>>(form_.optStyle, id::kOptStyle, kOptionStyle);
+  auto& list2 = add<ListView>(form_.List2, id::kList2, designCharacterWidth);
+  c.list2 = &list2;
+  c.exportButton = &add<ButtonWidget>(form_.cmdExport, id::kCmdExport);
+  c.word = &add<ButtonWidget>(form_.cmdWord, id::kCmdWord);
+  c.htmClp = &add<ButtonWidget>(form_.cmdHTMClp, id::kCmdHTMClp);
+  using Shortened = StatusWidget::Shortened;
+  c.label9 = &add<StatusWidget>(form_.Label9, id::kLabel9, Shortened::AtEnd);
+  c.label10 = &add<StatusWidget>(form_.Label10, id::kLabel10, Shortened::AtEnd);
+  c.path = &add<StatusWidget>(form_.lblExportPfad, id::kExportPfad, Shortened::AsPath);
+  c.toolBar = &add<ToolBarWidget>(form_, id::kToolbar1);
+  c.frame1 = &add<FrameWidget>(form_.Frame1, id::kFrame1);
+  c.frame2 = &add<FrameWidget>(form_.Frame2, id::kFrame2);
+  c.framePreview = &add<FrameWidget>(form_.FrameVorschau, id::kFrameVorschau);
+  followFocus(list1, form_.List1);
+  followFocus(list2, form_.List2);
+}
+
+void MainWindow::followFocus(ListView& list, ListBox& model) {
+  list.focused = [this, &list, &model](bool focused) {
+    if (focused)
+      form_.ActiveControl = &model;
+    else if (form_.ActiveControl == &model)
+      form_.ActiveControl = nullptr;
+    form_.Toolbar1.changed();
+    if (list.hwnd() != nullptr) InvalidateRect(list.hwnd(), nullptr, FALSE);
+  };
+}
+
+void MainWindow::show() {
+  FormWindow::show();
+  SetFocus(controls_.tree->hwnd());
+}
+
+bool MainWindow::translate(MSG& message) {
+  if (hwnd() == nullptr || !IsWindowEnabled(hwnd())) return false;
+  if (message.hwnd != hwnd() && !IsChild(hwnd(), message.hwnd)) return false;
+  PreviewPane& pane = browser_.pane();
+  if (!pane.usesKey(message) && TranslateAcceleratorW(hwnd(), accelerators_.get(), &message) != 0)
+    return true;
+  return pane.translate(message) || FormWindow::translate(message);
+}
+
+// -------------------------------------------------------------------------- messages
+LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_INITMENUPOPUP:
+      updateMenu(reinterpret_cast<HMENU>(wParam), form_);
+      return 0;
+    case WM_DROPFILES:
+      filesDropped(wParam);
+      return 0;
+    case WM_HELP:  // from a dialog: here F1 is a command
+      form_.KontexthilfeZeigen();
+      return TRUE;
+    case WM_GETMINMAXINFO:
+      limitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
+      return 0;
+    case WM_LBUTTONDOWN:
+      startDrag(pointOf(lParam));
+      return 0;
+    case WM_MOUSEMOVE:
+      drag(pointOf(lParam));
+      return 0;
+    case WM_LBUTTONUP:
+      ReleaseCapture();
+      return 0;
+    case WM_CAPTURECHANGED:
+      dragged_ = Splitter::None;
+      return 0;
+    case WM_DESTROY:
+      PostQuitMessage(0);
+      break;
+    default:
+      break;
+  }
+  return FormWindow::handle(message, wParam, lParam);
+}
+
+bool MainWindow::command(int id, WORD code) {
+  if (id <= commandId(Command::None) || id > commandId(Command::mnuAbbrechen))
+    return FormWindow::command(id, code);
+  form_.execute(static_cast<Command>(id - kCommandBase));
+  return true;
+}
+
+void MainWindow::closeRequested() {
+  if (form_.QueryUnload()) form_.Unload();
+}
+
+// Of a node of the tree. Its states are set when it opens, as those of the menu bar.
+void MainWindow::popUp(std::span<const MenuEntry> entries) {
+  const UniqueMenu menu = makePopupMenu(entries);
+  const POINT place = controls_.tree->menuPlace();
+  const int chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, place.x, place.y,
+                                    0, hwnd(), nullptr);
+  if (chosen != 0) command(chosen, 0);
+}
+
+void MainWindow::filesDropped(WPARAM drop) {
+  const UniqueHandle<HDROP, DragFinish> files(reinterpret_cast<HDROP>(drop));
+  std::wstring path(DragQueryFileW(files.get(), 0, nullptr, 0) + 1, L'\0');
+  path.resize(DragQueryFileW(files.get(), 0, path.data(), static_cast<UINT>(path.size())));
+  if (!path.empty()) form_.fileDropped(path);
+}
+
+// ---------------------------------------------------------------------------- layout
+void MainWindow::flushed() {
+  if (previewShown_ != form_.FrameVorschau.Visible) layout();
+  browser_.flush(form_.FrameVorschau.Visible);  // in its place: a page without room scrolls away
+}
+
+void MainWindow::fontsChanged() { browser_.pane().dpiChanged(); }
+
+LayoutMetrics MainWindow::metrics() const {
+  const auto text = static_cast<int>(textSize(font(), L"Ag").cy);
+  int options = 0;
+  for (const auto* caption : {&form_.Check1.Caption(), &form_.Check2.Caption(),
+                              &form_.optClass.Caption(), &form_.optStyle.Caption()})
+    options += widthFor(*caption, kCheckMark + 2 * kGap);
+  return {.dpi = dpi(),
+          .toolBar = controls_.toolBar->height() + px(4),
+          .status = text + px(8),
+          .button = std::max(px(kButtonHeight), text + px(10)),
+          .caption = text + px(4),
+          .option = text + px(8),
+          .optionsWidth = options};
+}
+
+MainLayout MainWindow::currentLayout() {
+  RECT client{};
+  GetClientRect(hwnd(), &client);
+  return layOut(sizeOf(client), division_, metrics(), form_.FrameVorschau.Visible);
+}
+
+void MainWindow::layout() {
+  previewShown_ = form_.FrameVorschau.Visible;
+  const MainLayout areas = currentLayout();
+  const Controls& c = controls_;
+  {
+    Moves moves;
+    moves.move(c.toolBar->hwnd(), areas.toolBar);
+    moves.move(c.tree->hwnd(), areas.tree);
+    moves.move(c.frame1->hwnd(), areas.frame1);
+    moves.move(c.list1->hwnd(), areas.list1);
+    moves.move(c.frame2->hwnd(), areas.frame2);
+    moves.move(c.list2->hwnd(), areas.list2);
+    moves.move(c.framePreview->hwnd(), areas.preview);
+    moves.move(browser_.pane().window(), areas.browser);
+    const RECT &row1 = areas.buttons1, &row2 = areas.buttons2;
+    const LONG room = (sizeOf(row1).cx - 3 * px(kGap)) / 4;
+    const LONG width = std::min<LONG>(px(kButtonWidth), room), step = width + px(kGap);
+    moves.move(c.modul->hwnd(), part(row1, row1.left, width));
+    moves.move(c.makro->hwnd(), part(row1, row1.left + step, width));
+    moves.move(c.auswahl->hwnd(), part(row1, row1.left + 2 * step, width));
+    moves.move(c.vbaClp->hwnd(), part(row1, row1.right - width, width));
+    moves.move(c.exportButton->hwnd(), part(row2, row2.left, width));
+    moves.move(c.word->hwnd(), part(row2, row2.left + step, width));
+    moves.move(c.htmClp->hwnd(), part(row2, row2.right - width, width));
+  }
+  placeOptions(areas.options);
+  placeStatus(areas.status);
+}
+
+// Side by side, or two upon two where there is too little room.
+void MainWindow::placeOptions(const RECT& row) {
+  const Controls& c = controls_;
+  const LayoutMetrics sizes = metrics();
+  const bool twoRows = row.right - row.left < sizes.optionsWidth;
+  auto left = static_cast<int>(row.left) + px(2), top = static_cast<int>(row.top);
+  const auto put = [&](const Widget* widget, const std::wstring& caption) {
+    const int width = widthFor(caption, kCheckMark);
+    place(*widget, left, top, width, sizes.option);
+    left += width + px(2 * kGap);
+  };
+  put(c.check1, form_.Check1.Caption);
+  put(c.check2, form_.Check2.Caption);
+  if (twoRows) {
+    left = static_cast<int>(row.left) + px(2);
+    top += sizes.option;
+  }
+  put(c.optClass, form_.optClass.Caption);
+  put(c.optStyle, form_.optStyle.Caption);
+}
+
+void MainWindow::placeStatus(const RECT& line) {
+  const auto left = static_cast<int>(line.left), top = static_cast<int>(line.top);
+  const SIZE size = sizeOf(line);
+  const auto width = static_cast<int>(size.cx), height = static_cast<int>(size.cy);
+  const int quarter = width / 4, gap = px(2 * kGap);
+  place(*controls_.label9, left, top, quarter - gap, height);
+  place(*controls_.label10, left + quarter, top, quarter - gap, height);
+  place(*controls_.path, left + 2 * quarter, top, width - 2 * quarter, height);
+}
+
+void MainWindow::limitSize(MINMAXINFO& limits) const {
+  const SIZE smallest = windowSize(
+      {px(static_cast<int>(kSmallestClient.cx)), px(static_cast<int>(kSmallestClient.cy))});
+  limits.ptMinTrackSize = {smallest.cx, smallest.cy};
+}
+
+// ------------------------------------------------------------------------- splitters
+HCURSOR MainWindow::ownPointer() {
+  POINT point{};
+  GetCursorPos(&point);
+  ScreenToClient(hwnd(), &point);
+  const Splitter below = dragged_ != Splitter::None ? dragged_ : currentLayout().splitterAt(point);
+  if (below == Splitter::None) return nullptr;
+  return LoadCursorW(nullptr, below == Splitter::Source ? IDC_SIZENS : IDC_SIZEWE);
+}
+
+void MainWindow::startDrag(POINT point) {
+  dragged_ = currentLayout().splitterAt(point);
+  if (dragged_ != Splitter::None) SetCapture(hwnd());
+}
+
+void MainWindow::drag(POINT point) {
+  if (dragged_ == Splitter::None) return;
+  RECT client{};
+  GetClientRect(hwnd(), &client);
+  division_ =
+      moved(dragged_, point, sizeOf(client), division_, metrics(), form_.FrameVorschau.Visible);
+  layout();
+  UpdateWindow(hwnd());
+}
+
+}  // namespace tintline

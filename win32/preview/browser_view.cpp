@@ -1,0 +1,34 @@
+// See browser_view.h.
+#include "win32/preview/browser_view.h"
+
+#include <exception>
+
+namespace tintline {
+
+// The pointer rests on the windows that cover the pane, so each of them has the tool tip.
+BrowserView::BrowserView(HWND parent, ToolTips& tips, WebBrowser& model, int id, Shell& shell)
+    : model_(model), pane_(parent, id) {
+  tips.set(pane_.window(), model.ToolTipText);
+  pane_.onChildWindow = [&tips, &model](HWND window, bool came) {
+    tips.set(window, came ? model.ToolTipText() : L"");
+  };
+  pane_.onExternalLink = [&shell](const std::wstring& address) { shell.open(address); };
+  model.setView(this);
+}
+
+// A page that nobody sees is not loaded; only the last one counts anyway.
+void BrowserView::flush(bool frameVisible) {
+  const bool visible = frameVisible && model_.Visible;
+  if (visible && shown_ != model_.navigations()) {
+    shown_ = model_.navigations();
+    try {
+      pane_.navigate(model_.page());
+    } catch (const std::exception&) {
+      // The pane stays as it was: a preview that fails does not stop the work.
+    }
+  }
+  if (visible != visible_) pane_.setVisible(visible);
+  visible_ = visible;
+}
+
+}  // namespace tintline

@@ -1,0 +1,167 @@
+// See preview_pane.h. Tested by tests/win32/preview/preview_test.cpp.
+#include "win32/preview/preview_pane.h"
+
+#include <exception>
+
+#include "win32/error.h"
+
+namespace tintline {
+namespace {
+
+constexpr wchar_t kClass[] = L"TINTLINE.Vorschau";
+constexpr UINT kBrowserFailed = WM_APP;  // posted: the browser must not be destroyed by its event
+constexpr UINT_PTR kPatience = 1;        // the timer
+constexpr UINT kPatienceTime = 5000;     // milliseconds until a page must be there
+
+void registerClass(WNDPROC procedure) {
+  WNDCLASSEXW known{};
+  known.cbSize = sizeof known;
+  if (GetClassInfoExW(GetModuleHandleW(nullptr), kClass, &known) != FALSE) return;
+  WNDCLASSEXW pane{};
+  pane.cbSize = sizeof pane;
+  pane.lpfnWndProc = procedure;
+  pane.hInstance = GetModuleHandleW(nullptr);
+  pane.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  pane.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
+  pane.lpszClassName = kClass;
+  if (RegisterClassExW(&pane) == 0) throwLastError();
+}
+
+}  // namespace
+
+PreviewPane::PreviewPane(HWND parent, int id, Engine engine) : engine_(engine) {
+  registerClass(windowProcedure);
+  window_.reset(CreateWindowExW(WS_EX_CLIENTEDGE | WS_EX_CONTROLPARENT, kClass, L"",
+                                WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, parent,
+                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                                GetModuleHandleW(nullptr), nullptr));
+  if (!window_) throwLastError();
+  SetWindowLongPtrW(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+PreviewPane::~PreviewPane() { window_.reset(); }
+
+void PreviewPane::navigate(const std::filesystem::path& page) {
+  page_ = std::filesystem::absolute(page).lexically_normal();  // as the browser names it
+  if (!browser_ && !richEdit_) startEngine();
+  if (richEdit_) return richEdit_->navigate(page_);
+  try {
+    SetTimer(window(), kPatience, kPatienceTime, nullptr);
+    browser_->navigate(page_);
+  } catch (const Win32Error&) {
+    giveUpBrowser();
+  }
+}
+
+void PreviewPane::setVisible(bool visible) { ShowWindow(window(), visible ? SW_SHOWNA : SW_HIDE); }
+
+void PreviewPane::dpiChanged() {
+  if (richEdit_) richEdit_->fitDpi();
+}
+
+bool PreviewPane::usesKey(const MSG& message) const {
+  return IsChild(window(), message.hwnd) != FALSE && BrowserSite::mayTranslate(message);
+}
+
+bool PreviewPane::translate(MSG& message) {
+  return browser_ && IsChild(window(), message.hwnd) != FALSE && browser_->translate(message);
+}
+
+void PreviewPane::startEngine() {
+  const bool browser =
+      engine_ == Engine::Browser || (engine_ == Engine::Automatic && BrowserHost::engineAnswers());
+  if (!browser) return startRichEdit();
+  try {
+    startBrowser();
+  } catch (const Win32Error&) {
+    startRichEdit();
+  }
+}
+
+void PreviewPane::startBrowser() {
+  browser_ = std::make_unique<BrowserHost>(
+      window(),
+      BrowserEvents{.onLoaded = [this] { KillTimer(window(), kPatience); },
+                    .onFailed = [this] { PostMessageW(window(), kBrowserFailed, 0, 0); },
+                    .onExternalLink = [this](const std::wstring& address) { tellLink(address); }});
+}
+
+void PreviewPane::startRichEdit() {
+  richEdit_ = std::make_unique<RichEditView>(
+      window(), [this](const std::wstring& address) { tellLink(address); });
+}
+
+void PreviewPane::giveUpBrowser() {
+  if (!browser_) return;  // told twice
+  KillTimer(window(), kPatience);
+  browser_.reset();
+  startRichEdit();
+  richEdit_->navigate(page_);
+}
+
+void PreviewPane::closeEngines() {
+  browser_.reset();
+  richEdit_.reset();
+}
+
+void PreviewPane::fitEngine() {
+  if (browser_) browser_->fitWindow();
+  if (!richEdit_) return;
+  RECT place{};
+  GetClientRect(window(), &place);
+  SetWindowPos(richEdit_->window(), nullptr, 0, 0, place.right, place.bottom,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// Events are told of windows at any depth: browsers have some within each other.
+void PreviewPane::tellChildWindow(UINT event, HWND window) const {
+  if ((event == WM_CREATE || event == WM_DESTROY) && onChildWindow)
+    onChildWindow(window, event == WM_CREATE);
+}
+
+void PreviewPane::tellLink(const std::wstring& address) const {
+  if (onExternalLink) onExternalLink(address);
+}
+
+LRESULT CALLBACK PreviewPane::windowProcedure(HWND window, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+  auto* const self = reinterpret_cast<PreviewPane*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (self == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+  try {
+    return self->onMessage(window, message, wParam, lParam);
+  } catch (const std::exception&) {
+    return 0;  // the page stays as it is: no exception may leave a window procedure
+  }
+}
+
+LRESULT PreviewPane::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_SIZE:
+      fitEngine();
+      return 0;
+    case WM_PARENTNOTIFY:
+      tellChildWindow(LOWORD(wParam), reinterpret_cast<HWND>(lParam));
+      return 0;
+    case WM_SETFOCUS:
+      if (richEdit_) SetFocus(richEdit_->window());
+      if (browser_) browser_->focus();
+      return 0;
+    case WM_TIMER:
+      if (wParam == kPatience) giveUpBrowser();
+      return 0;
+    case kBrowserFailed:
+      giveUpBrowser();
+      return 0;
+    case WM_DESTROY:
+      closeEngines();
+      return 0;
+    case WM_NCDESTROY:
+      SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+      window_.release();  // it is destroyed, by us or with its parent
+      return DefWindowProcW(window, message, wParam, lParam);
+    default:
+      return DefWindowProcW(window, message, wParam, lParam);
+  }
+}
+
+}  // namespace tintline
