@@ -1,0 +1,59 @@
+// Exact listings of one or more modules, in each format.
+//
+//     Targets targets(options, Place::OwnPages);
+//     targets.add(module, u8"Modul1.htm");
+//     auto document = makeDocument(Format::Page, file, options, targets, u8"Modul1.bas");
+//     document->add({module, project.resolve(module, 0), 0});
+//     document->close();
+//
+// All text is UTF-8 with LF as line end (RTF: ASCII).
+//
+// Tested by tests/unit/listing/document_test.cpp, listing_property_test.cpp and tests/browser.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <ostream>
+#include <span>
+#include <string_view>
+
+#include "listing/options.h"
+#include "listing/targets.h"
+#include "vb/module.h"
+#include "vb/project.h"
+
+namespace tintline::listing {
+
+enum class Format : std::uint8_t {
+  Page,   // a whole HTML document, with index; Style::Inline: without
+  Body,   // what stands in its <main>, to be put into another page; Style::Inline: <pre>
+  Lines,  // the HTML of each source line, closed by LF
+  Rtf,
+  Markdown,  // index and fenced block
+  Json       // what is known of the code: one object a module, one line each
+};
+
+// A module, and what its names mean.
+struct Source {
+  const vb::Module& module;
+  std::span<const vb::Reference> references;  // in the order of their tokens; empty: no links
+  std::uint32_t index;                        // of the module in the project and its Targets
+};
+
+class Document {
+ public:
+  virtual ~Document() = default;
+
+  // Writes the next module. In a page of several they come in the order of their indices.
+  virtual void add(const Source& source) = 0;
+
+  // Writes the rest. Whether the stream took all shows in its state.
+  virtual void close() = 0;
+};
+
+// `title` is what a browser shows as the name of the page. `options`, `targets` and `out` must
+// live as long as the document.
+std::unique_ptr<Document> makeDocument(Format format, std::ostream& out, const Options& options,
+                                       const Targets& targets, std::u8string_view title);
+
+}  // namespace tintline::listing
