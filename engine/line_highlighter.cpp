@@ -116,17 +116,44 @@ bool isNoName(std::string_view word, std::string_view keyword) {
          std::find(std::begin(kWithBlank), std::end(kWithBlank), word) != std::end(kWithBlank);
 }
 
-// One piece of a word and what is still to come. Both are stretches of the word
-// that follow each other, so putting text back in front of the rest moves a border.
-struct WordPieces {
-  std::string_view piece;
-  std::string_view rest;
-  unsigned classes;       // of the word's characters
-  bool WortEnde = false;  // a blank follows the piece; never while there is a rest
+// Where a mark stands next in a word that is searched from left to right. Every stretch of the
+// word is searched once, however many pieces the word has.
+class NextMark {
+ public:
+  constexpr explicit NextMark(std::string_view mark) : mark_(mark) {}
+
+  // Position of the first mark at or behind `from`, which never moves back; the end of the word
+  // when there is none.
+  std::size_t in(std::string_view word, std::size_t from) {
+    if (!searched_ || at_ < from) {
+      at_ = std::min(word.find(mark_, from), word.size());
+      searched_ = true;
+    }
+    return at_;
+  }
+
+ private:
+  std::string_view mark_;
+  std::size_t at_ = 0;
+  bool searched_ = false;
+};
+
+// The pieces of a word, one after the other: piece [begin_, end_) of the word, the rest behind
+// it. Putting text back in front of the rest moves the border.
+class WordPieces {
+ public:
+  // `classes` are those of the word's characters.
+  WordPieces(std::string_view word, unsigned classes)
+      : word_(word), classes_(classes), end_(word.size()) {}
+
+  std::string_view piece() const { return word_.substr(begin_, end_ - begin_); }
+
+  // Whether a blank follows the piece; never while there is a rest.
+  bool WortEnde() const { return WortEnde_; }
 
   void split() {
     splitComma();
-    if ((classes & (kOpening | kClosing)) != 0 && piece.find("()") == std::string_view::npos) {
+    if ((classes_ & (kOpening | kClosing)) != 0 && pair_.in(word_, begin_) + 2 > end_) {
       splitOpeningParenthesis();
       splitClosingParenthesis();
     }
@@ -134,47 +161,51 @@ struct WordPieces {
 
   // True when the piece began with ":=", which is then dropped.
   bool splitNamedArgument() {
-    if ((classes & kColon) == 0) return false;
-    const bool named = piece.starts_with(":=");
-    if (named) piece.remove_prefix(2);
-    const std::size_t at = piece.find(":=");
+    if ((classes_ & kColon) == 0) return false;
+    const bool named = piece().starts_with(":=");
+    if (named) begin_ += 2;
+    const std::size_t at = piece().find(":=");
     if (at != std::string_view::npos && at > 0) {
-      cut(at);
-      WortEnde = false;
+      end_ = begin_ + at;
+      WortEnde_ = false;
     }
     return named;
   }
 
-  void next() { piece = rest; }
+  // Goes on to the rest; false when there is none.
+  bool next() {
+    begin_ = end_;
+    end_ = word_.size();
+    return begin_ < end_;
+  }
 
  private:
   // Only a first comma behind the first character splits.
   void splitComma() {
-    const std::size_t comma = (classes & kComma) != 0 ? piece.find(',') : std::string_view::npos;
-    WortEnde = comma == std::string_view::npos || comma == 0;
-    rest = piece.substr(piece.size());
-    if (!WortEnde) cut(comma);
+    const std::size_t comma = (classes_ & kComma) != 0 ? comma_.in(word_, begin_) : word_.size();
+    WortEnde_ = comma == word_.size() || comma == begin_;
+    if (!WortEnde_) end_ = comma;
   }
 
   void splitOpeningParenthesis() {
-    const std::size_t at = piece.find('(');
-    if (at == std::string_view::npos) return;
-    cut(std::max<std::size_t>(at, 1));
-    WortEnde = false;  // so the blank behind a word that ends in "(" is lost: kept on purpose
+    const std::size_t at = opening_.in(word_, begin_);
+    if (at >= end_) return;
+    end_ = std::max(at, begin_ + 1);
+    WortEnde_ = false;  // so the blank behind a word that ends in "(" is lost: kept on purpose
   }
 
   void splitClosingParenthesis() {
-    const std::size_t at = piece.find(')');
-    if (at == std::string_view::npos) return;
-    cut(std::max<std::size_t>(at, 1));
-    WortEnde = piece == ")" && rest.empty();
+    const std::size_t at = closing_.in(word_, begin_);
+    if (at >= end_) return;
+    end_ = std::max(at, begin_ + 1);
+    WortEnde_ = piece() == ")" && end_ == word_.size();
   }
 
-  // Ends the piece in front of position `at`; what is behind goes back to the rest.
-  void cut(std::size_t at) {
-    rest = {piece.data() + at, piece.size() - at + rest.size()};
-    piece = piece.substr(0, at);
-  }
+  std::string_view word_;
+  unsigned classes_;
+  std::size_t begin_ = 0, end_;
+  bool WortEnde_ = false;
+  NextMark comma_{","}, pair_{"()"}, opening_{"("}, closing_{")"};
 };
 
 }  // namespace
@@ -264,16 +295,15 @@ bool Highlighter::writeWord(std::string_view word, unsigned classes, WordClass w
 }
 
 bool Highlighter::writePieces(std::string_view word, unsigned classes) {
-  WordPieces pieces{word, {}, classes};
+  WordPieces pieces(word, classes);
   do {
     pieces.split();
     if (pieces.splitNamedArgument()) html_.put("<span class='Parms'>:=</span>");
-    const unsigned ofPiece = classesOf(pieces.piece);
-    writePiece(pieces.piece, ofPiece,
-               ofPiece == kLetter ? keywords_.lookup(pieces.piece) : WordClass::None);
-    pieces.next();
-  } while (!pieces.piece.empty());
-  return pieces.WortEnde;
+    const std::string_view piece = pieces.piece();
+    const unsigned ofPiece = classesOf(piece);
+    writePiece(piece, ofPiece, ofPiece == kLetter ? keywords_.lookup(piece) : WordClass::None);
+  } while (pieces.next());
+  return pieces.WortEnde();
 }
 
 void Highlighter::writePiece(std::string_view piece, unsigned classes, WordClass wordClass) {
