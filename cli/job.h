@@ -1,6 +1,6 @@
 // The work on one input: its bytes in, the converted text out.
 //
-// Tested by tests/unit/cli/job_test.cpp and tests/cli/run.py.
+// Tested by tests/unit/convert/classic_test.cpp and tests/cli/run.py.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "cli/options.h"
+#include "convert/classic.h"
 #include "engine/document_frame.h"
-#include "engine/html_lines.h"
 #include "engine/keyword_table.h"
 
 namespace tintline {
@@ -21,8 +21,7 @@ struct JobSettings {
   const Options& options;
   KeywordTable keywords;
   DocumentFrame frame;
-  std::string PreCode;
-  std::string PostCode;
+  ClipboardFrame clipboard;
 };
 
 // An input cannot be converted; the reason is for the user.
@@ -36,8 +35,7 @@ class JobError {
 };
 
 struct Converted {
-  HtmlLines List2;
-  std::string table;  // filled for Format::Table only
+  ClassicResult result;
   ProcedureNames ProzNamen;
   std::size_t sourceLines = 0;
 };

@@ -13,19 +13,10 @@
 #include <utility>
 #include <vector>
 
+#include "convert/format.h"
 #include "engine/document_frame.h"
 
 namespace tintline {
-
-// What is written for a source.
-enum class Format {
-  Page,       // the exported document, with index
-  Body,       // the HTML text alone
-  Lines,      // the HTML lines, each closed by a line feed
-  Preview,    // the page of the preview
-  Clipboard,  // the text that copying the HTML puts on the clipboard
-  Table       // the converted lines as table rows
-};
 
 // Line numbers from 1, both ends included; first <= last.
 struct LineRange {

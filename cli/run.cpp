@@ -79,8 +79,7 @@ JobSettings loadSettings(const Options& options, const Surroundings& surrounding
   return {.options = options,
           .keywords = loadKeywords(options, surroundings),
           .frame = DocumentFrame(loadColors(settings), options.style),
-          .PreCode = stored("PreCode"),
-          .PostCode = stored("PostCode")};
+          .clipboard = {.PreCode = stored("PreCode"), .PostCode = stored("PostCode")}};
 }
 
 std::string readInput(const Task& task, const Surroundings& surroundings) {

@@ -1,7 +1,5 @@
 // The commands that convert, and what they show while they are at work.
 // Tested by tests/app/conversion_test.cpp.
-#include "engine/conversion.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -11,7 +9,7 @@
 
 #include "app/application.h"
 #include "app/frmVBACode/frmVBACode.h"
-#include "reformat/selection.h"
+#include "convert/classic.h"
 
 namespace tintline {
 namespace {
@@ -102,8 +100,8 @@ void frmVBACode::Verarbeiten() {
   const float start = ports_.clock.timer();
   const std::size_t count = List1.ListCount();
   WholeRun observer(*this);
-  const Conversion conversion = tintline::Verarbeiten(
-      List1.lines(), ProzNamen_, conversionOptions(), frame(), highlighter_, observer);
+  const ClassicResult conversion = convertClassic(
+      List1.lines(), ProzNamen_, {}, conversionOptions(), frame(), highlighter_, observer);
   Auswahl_ = false;
   hscroll2_.fit();
   if (!conversion.aborted) {
@@ -168,8 +166,9 @@ void frmVBACode::convertSelection() {
   Label9.Caption = L"";
   MousePointer = Pointer::Hourglass;
   SelectionRun observer(*this);
-  const SelectionConversion conversion = AuswahlKonvertieren(
-      List1.lines(), selectedLines_, conversionOptions(), frame(), highlighter_, observer);
+  const ClassicResult conversion =
+      convertClassic(List1.lines(), ProzNamen_, selectedLines_, conversionOptions(), frame(),
+                     highlighter_, observer);
   Auswahl_ = true;
   hscroll2_.fit();
   HTMLText = conversion.body();

@@ -27,6 +27,7 @@
 #include "app/modWord.h"
 #include "app/ports.h"
 #include "base/file.h"
+#include "convert/reformatting.h"
 #include "engine/conversion.h"
 #include "engine/keyword_table.h"
 #include "engine/line_highlighter.h"
@@ -172,13 +173,6 @@ class frmVBACode final : public Form {
   // Where the lines of List1 came from: what cmdMakro converts.
   enum class Source { None, File, Text, Procedure };
 
-  // Something that was done to the lines of List1 since they were read, to be done again when
-  // they are read anew: they were indented by `unit` blanks a level, or wrapped at `width`.
-  struct Reformatting {
-    int unit;
-    int width;  // 0: not wrapped
-  };
-
   // What a result depends on beside its lines.
   struct ResultOptions {
     bool lineNumbers;
@@ -223,7 +217,7 @@ class frmVBACode final : public Form {
   DocumentFrame frame() const;
   std::wstring decimal(double number) const;
 
-  void indent(LineList (*pass)(const LineList&, int&));
+  void indent(const Reformatting& pass);
   void tellTooManyWrapped();
   void replaceLines(LineList lines);
   void reformatAgain();
@@ -266,7 +260,7 @@ class frmVBACode final : public Form {
   std::wstring Dateiname_;           // of the loaded file, without folder; "" for none
   std::filesystem::path Dateipfad_;  // its full path
   ProcedureNames ProzNamen_;
-  std::vector<Reformatting> reformatting_;
+  std::vector<Reformatting> reformatting_;        // to be done again when the lines are read anew
   ResultOptions shown_{false, StyleMode::Class};  // the result is made with these
   std::optional<std::size_t> menuNode_;           // the node under the last right click
   int einzug_ = 0;                                // blanks per block level

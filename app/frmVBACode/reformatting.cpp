@@ -1,9 +1,9 @@
 // The commands that change the source lines in place.
 // Tested by tests/app/reformatting_test.cpp.
+#include <algorithm>
 #include <utility>
 
 #include "app/frmVBACode/frmVBACode.h"
-#include "reformat/indentation.h"
 #include "reformat/wrapping.h"
 
 namespace tintline {
@@ -11,23 +11,23 @@ namespace tintline {
 void frmVBACode::Formatieren() {
   if (List1.ListCount() == 0) return;
   narrowable_ = true;
-  indent(tintline::Formatieren);
+  indent({.pass = Reformatting::Pass::Formatieren, .unit = einzug_ + 1});
 }
 
 void frmVBACode::Formatieren2() {
-  if (List1.ListCount() > 0) indent(tintline::Formatieren2);
+  if (List1.ListCount() > 0)
+    indent({.pass = Reformatting::Pass::Formatieren2, .unit = std::max(einzug_ - 1, 0)});
 }
 
-void frmVBACode::indent(LineList (*pass)(const LineList&, int&)) {
-  int unit = einzug_;
-  LineList lines = pass(List1.lines(), unit);  // may be too much: then nothing has changed
-  einzug_ = unit;
+void frmVBACode::indent(const Reformatting& pass) {
+  LineList lines = *reformatted(List1.lines(), pass);  // may throw: then nothing has changed
+  einzug_ = pass.unit;
   Frame1.Caption = std::wstring(kSourceCaption) + L" (Tab=" + std::to_wstring(einzug_) + L")";
   List1.Enabled = false;
   replaceLines(std::move(lines));
   // The last of several passes alone gives what all of them give.
   if (!reformatting_.empty() && reformatting_.back().width == 0) reformatting_.pop_back();
-  reformatting_.push_back({.unit = einzug_, .width = 0});
+  reformatting_.push_back(pass);
   List1.Enabled = true;
   List1.Refresh();
 }
@@ -50,10 +50,12 @@ void frmVBACode::Zeilenbreite() {
 }
 
 void frmVBACode::Umbruch() {
-  auto lines = wrapLines(List1.lines(), zeilenbreite_, einzug_);
+  const Reformatting pass{
+      .pass = Reformatting::Pass::Umbruch, .unit = einzug_, .width = zeilenbreite_};
+  auto lines = reformatted(List1.lines(), pass);
   if (!lines) return tellTooManyWrapped();
   replaceLines(std::move(*lines));
-  if (zeilenbreite_ != 0) reformatting_.push_back({.unit = einzug_, .width = zeilenbreite_});
+  if (zeilenbreite_ != 0) reformatting_.push_back(pass);
 }
 
 void frmVBACode::tellTooManyWrapped() {
@@ -82,11 +84,8 @@ void frmVBACode::reformatAgain() {
   if (reformatting_.empty()) return;
   LineList lines = List1.lines();
   for (const Reformatting& pass : reformatting_) {
-    int wider = pass.unit + 1;  // which the pass takes back
-    if (pass.width == 0)
-      lines = tintline::Formatieren2(lines, wider);
-    else if (auto wrapped = wrapLines(lines, pass.width, pass.unit))
-      lines = std::move(*wrapped);
+    if (auto next = reformatted(lines, pass))
+      lines = std::move(*next);
     else
       tellTooManyWrapped();
   }

@@ -1,4 +1,4 @@
-// Tests of cli/job.h.
+// Tests of convert/ by the work of the command line on one input, cli/job.h.
 #include "cli/job.h"
 
 #include <gtest/gtest.h>
@@ -20,14 +20,13 @@ std::string converted(const std::string& source, const std::vector<std::string>&
   const JobSettings settings{.options = options,
                              .keywords = KeywordTable(),
                              .frame = DocumentFrame(colors, options.style),
-                             .PreCode = "<code>",
-                             .PostCode = "</code>"};
+                             .clipboard = {.PreCode = "<code>", .PostCode = "</code>"}};
   std::ostringstream text;
   writeConverted(convertSource(source, settings), settings, text);
   return text.str();
 }
 
-TEST(Job, onePassIndentsLikeManyPresses) {
+TEST(Classic, onePassIndentsLikeManyPresses) {
   const std::string source =
       "Sub A()\r\n   If a Then\r\nFor i = 1 To 2\r\nNext\r\n  Else\r\nEnd If\r\nIf b Then c\r\n"
       "Type T\r\n x\r\nEnd Type\r\nEnd If\r\nEnd If\r\n  ForeColor = 1\r\ny\r\nEnd Sub\r\n";
@@ -43,7 +42,7 @@ TEST(Job, onePassIndentsLikeManyPresses) {
   }
 }
 
-TEST(Job, linesAreBrokenBehindTheIndentationAndThenChosen) {
+TEST(Classic, linesAreBrokenBehindTheIndentationAndThenChosen) {
   const std::string source = "If a Then\r\nb ' ein Kommentar, lang\r\nEnd If\r\n";
   EXPECT_EQ(converted(source, {"--format=lines", "--indent=2", "--wrap=20", "--lines=2-4"}),
             "<span class='Rem'>  ' ein Kommentar, </span>\n"
@@ -53,7 +52,7 @@ TEST(Job, linesAreBrokenBehindTheIndentationAndThenChosen) {
             "abcdefghijklmn = o _  \n    + p  \n");
 }
 
-TEST(Job, chosenLinesAreConvertedAsASelection) {
+TEST(Classic, chosenLinesAreConvertedAsASelection) {
   const std::string source = "one\r\ntwo\r\nthree\r\nfour\r\n";
   EXPECT_EQ(converted(source, {"--format=lines", "--lines=4,1-2,2-2"}), "one  \ntwo  \nfour  \n");
   EXPECT_EQ(converted(source, {"--format=body", "--lines=2"}), "two  <br>");
@@ -63,7 +62,7 @@ TEST(Job, chosenLinesAreConvertedAsASelection) {
             converted(source, {"--format=table", "--lines=1-4"}));
 }
 
-TEST(Job, failuresNameTheReason) {
+TEST(Classic, failuresNameTheReason) {
   const auto reason = [](const std::string& source, const std::vector<std::string>& arguments) {
     try {
       converted(source, arguments);
