@@ -1,6 +1,6 @@
 // Texts that the program carries inside itself.
 //
-// Tested by tests/unit/base/resources_test.cpp.
+// Tested by tests/unit/engine/engine_test.cpp.
 #pragma once
 
 #include <string_view>

@@ -1,7 +1,7 @@
 // The built-in texts where the system knows no resources: bytes that
 // resources_posix.S puts into the program.
 //
-// Tested by tests/unit/base/resources_test.cpp.
+// Tested by tests/unit/engine/engine_test.cpp.
 #include <stdexcept>
 
 #include "base/resources.h"

@@ -1,6 +1,6 @@
 // The built-in texts on Windows: resources of the kind CUSTOM.
 //
-// Tested by tests/unit/base/resources_test.cpp.
+// Tested by tests/unit/engine/engine_test.cpp.
 #include <windows.h>
 
 #include <stdexcept>

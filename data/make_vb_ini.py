@@ -4,7 +4,7 @@
     data/make_vb_ini.py [TARGET]      (default: data/vb.ini, which is committed)
 
 Each list keeps its entries and their order, and gets headings where another group begins.
-Tested by tests/package/run.py and tests/unit/engine/keyword_table_test.cpp.
+Tested by tests/package/run.py and tests/unit/engine/engine_test.cpp.
 """
 import sys
 from pathlib import Path

@@ -1,5 +1,4 @@
-// See call_linker.h. Tested by tests/unit/engine/call_linker_test.cpp and
-// tests/unit/engine/engine_property_test.cpp.
+// See call_linker.h. Tested by tests/unit/engine/engine_test.cpp and engine_property_test.cpp.
 #include "engine/call_linker.h"
 
 #include <algorithm>

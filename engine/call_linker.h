@@ -5,8 +5,7 @@
 // that hold no name cheap, however many names there are, a filter over all
 // names finds the few that occur at all.
 //
-// Tested by tests/unit/engine/call_linker_test.cpp and, against a literal
-// transcription of the rules, tests/unit/engine/engine_property_test.cpp.
+// Tested by tests/unit/engine/engine_test.cpp and engine_property_test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// See color_scheme.h. Tested by tests/unit/engine/color_scheme_test.cpp.
+// See color_scheme.h. Tested by tests/unit/engine/engine_test.cpp.
 #include "engine/color_scheme.h"
 
 #include <charconv>

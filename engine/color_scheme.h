@@ -1,7 +1,7 @@
 // The colours of the five highlighting categories, as the texts in which CSS
 // and the settings file hold them.
 //
-// Tested by tests/unit/engine/color_scheme_test.cpp.
+// Tested by tests/unit/engine/engine_test.cpp.
 #pragma once
 
 #include <array>

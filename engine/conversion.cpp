@@ -1,5 +1,4 @@
-// See conversion.h. Tested by tests/unit/engine/conversion_test.cpp and
-// tests/unit/engine/engine_property_test.cpp.
+// See conversion.h. Tested by tests/unit/engine/engine_property_test.cpp.
 #include "engine/conversion.h"
 
 #include <stdexcept>

@@ -2,8 +2,7 @@
 // anchors, links back to the index, line numbers, module frames, separators and
 // links from calls to procedure definitions.
 //
-// Tested by tests/unit/engine/conversion_test.cpp and, against a literal
-// transcription of the rules, tests/unit/engine/engine_property_test.cpp.
+// Tested by tests/unit/engine/engine_property_test.cpp.
 #pragma once
 
 #include <cstddef>

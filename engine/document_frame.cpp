@@ -1,4 +1,4 @@
-// See document_frame.h. Tested by tests/unit/engine/document_frame_test.cpp.
+// See document_frame.h. Tested by tests/golden/run.py.
 #include "engine/document_frame.h"
 
 #include <utility>

@@ -1,7 +1,7 @@
 // What surrounds the highlighted lines: head with style sheet, foot, procedure
 // index; and the line filters of the inline style mode.
 //
-// Tested by tests/unit/engine/document_frame_test.cpp.
+// Tested by tests/golden/run.py.
 #pragma once
 
 #include <array>

@@ -1,7 +1,7 @@
 // The HTML lines of a run. They live once, inside the text that the run built:
 // every line is a stretch of it, between line ends and frame openers.
 //
-// Tested by tests/unit/engine/conversion_test.cpp.
+// Tested by tests/unit/engine/engine_property_test.cpp.
 #pragma once
 
 #include <cstddef>

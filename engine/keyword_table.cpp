@@ -1,4 +1,4 @@
-// See keyword_table.h. Tested by tests/unit/engine/keyword_table_test.cpp.
+// See keyword_table.h. Tested by tests/unit/engine/engine_test.cpp.
 #include "engine/keyword_table.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 // A list is one text: NUL, entry, NUL, entry, …, entry, NUL. A word is in a list
 // when NUL + word + NUL occurs in that text, letter for letter.
 //
-// Tested by tests/unit/engine/keyword_table_test.cpp.
+// Tested by tests/unit/engine/engine_test.cpp.
 #pragma once
 
 #include <array>

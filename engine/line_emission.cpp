@@ -1,4 +1,4 @@
-// See line_emission.h. Tested by tests/unit/engine/conversion_test.cpp.
+// See line_emission.h. Tested by tests/unit/engine/engine_property_test.cpp.
 #include "engine/line_emission.h"
 
 #include <algorithm>

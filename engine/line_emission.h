@@ -1,7 +1,7 @@
 // What every run over source lines shares: the number column, the test for
 // continued lines, and the way of a finished HTML line into list and text.
 //
-// Tested by tests/unit/engine/conversion_test.cpp.
+// Tested by tests/unit/engine/engine_property_test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,4 @@
-// See line_highlighter.h. Tested by tests/unit/engine/line_highlighter_test.cpp
-// and tests/unit/engine/engine_property_test.cpp.
+// See line_highlighter.h. Tested by tests/unit/engine/engine_property_test.cpp and tests/golden.
 #include "engine/line_highlighter.h"
 
 #include <algorithm>

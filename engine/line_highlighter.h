@@ -6,8 +6,7 @@
 // takes several decisions by plain substring tests. Its output is a fixed
 // format: the simplifications are meant.
 //
-// Tested by tests/unit/engine/line_highlighter_test.cpp and, against a literal
-// transcription of the rules, tests/unit/engine/engine_property_test.cpp.
+// Tested by tests/unit/engine/engine_property_test.cpp and tests/golden.
 #pragma once
 
 #include <string_view>

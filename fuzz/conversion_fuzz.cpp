@@ -11,7 +11,7 @@
 #include "reformat/indentation.h"
 #include "reformat/selection.h"
 #include "tests/support/convert.h"
-#include "tests/support/literal_driver.h"
+#include "tests/support/literal_engine.h"
 
 using namespace tintline;
 
@@ -86,7 +86,7 @@ void checkSelection(const Case& c, const KeywordTable& table) {
       AuswahlKonvertieren(test::lineList(c.lines), c.selected, c.options,
                           DocumentFrame(c.colors, c.style), fast, observer);
   literal::Highlighter slow(kLists);
-  const literal::SelectionResult expected = literal::AuswahlKonvertieren(
+  const literal::Result expected = literal::AuswahlKonvertieren(
       c.lines, c.selected, {c.options.lineNumbers, c.style == StyleMode::Inline},
       test::literalColours(c.colors), slow);
   assert(test::strings(run.List2) == expected.List2);

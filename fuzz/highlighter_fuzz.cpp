@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 #include "engine/line_highlighter.h"
-#include "tests/support/literal_highlighter.h"
+#include "tests/support/literal_engine.h"
 
 using namespace tintline;
 

@@ -3,10 +3,10 @@
 #include <cassert>
 #include <cstdint>
 
+#include "fuzz/rich_text.h"
 #include "output/link_target.h"
 #include "output/rich_text.h"
 #include "tests/support/rendered_page.h"
-#include "tests/support/rich_text.h"
 
 using namespace tintline;
 

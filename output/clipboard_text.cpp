@@ -1,4 +1,4 @@
-// See clipboard_text.h. Tested by tests/unit/output/clipboard_text_test.cpp.
+// See clipboard_text.h. Tested by tests/unit/output/output_test.cpp.
 #include "output/clipboard_text.h"
 
 namespace tintline {

@@ -1,6 +1,6 @@
 // The texts that copying puts on the clipboard.
 //
-// Tested by tests/unit/output/clipboard_text_test.cpp.
+// Tested by tests/unit/output/output_test.cpp.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// See export_name.h. Tested by tests/unit/output/export_name_test.cpp.
+// See export_name.h. Tested by tests/unit/output/output_test.cpp.
 #include "output/export_name.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // Names for exported files.
 //
-// Tested by tests/unit/output/export_name_test.cpp.
+// Tested by tests/unit/output/output_test.cpp.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// See html_document.h. Tested by tests/unit/output/html_document_test.cpp.
+// See html_document.h. Tested by tests/unit/output/output_test.cpp and tests/golden/run.py.
 #include "output/html_document.h"
 
 namespace tintline {

@@ -1,6 +1,6 @@
 // The exported document and the two pages of the preview.
 //
-// Tested by tests/unit/output/html_document_test.cpp.
+// Tested by tests/unit/output/output_test.cpp and tests/golden/run.py.
 #pragma once
 
 #include <ostream>

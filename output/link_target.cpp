@@ -1,4 +1,4 @@
-// See link_target.h. Tested by tests/unit/output/link_target_test.cpp.
+// See link_target.h. Tested by tests/unit/output/output_test.cpp.
 #include "output/link_target.h"
 
 #include <algorithm>

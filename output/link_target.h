@@ -1,7 +1,7 @@
 // Where a link of a page may lead. Comments of the source stand in the page as
 // they are, so anybody's text can make a link.
 //
-// Tested by tests/unit/output/link_target_test.cpp.
+// Tested by tests/unit/output/output_test.cpp.
 #pragma once
 
 #include <string>

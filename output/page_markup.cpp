@@ -1,4 +1,4 @@
-// See page_markup.h. Tested by tests/unit/output/page_markup_test.cpp.
+// See page_markup.h. Tested by tests/unit/output/rendered_page_test.cpp.
 #include "output/page_markup.h"
 
 #include <algorithm>

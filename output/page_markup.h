@@ -3,7 +3,7 @@
 // Any bytes whatsoever may come in: comments of the source stand in the page
 // unescaped, and so does markup that they hold.
 //
-// Tested by tests/unit/output/page_markup_test.cpp.
+// Tested by tests/unit/output/rendered_page_test.cpp.
 #pragma once
 
 #include <array>

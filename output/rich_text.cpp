@@ -1,4 +1,4 @@
-// See rich_text.h. Tested by tests/unit/output/rich_text_test.cpp.
+// See rich_text.h. Tested by tests/unit/output/rendered_page_test.cpp.
 #include "output/rich_text.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 // character, and links are plain underlined text. (Some engines let a whole
 // field vanish; where the links are, the runs tell.)
 //
-// Tested by tests/unit/output/rich_text_test.cpp.
+// Tested by tests/unit/output/rendered_page_test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// See word_page.h. Tested by tests/unit/output/word_page_test.cpp.
+// See word_page.h. Tested by tests/unit/output/output_test.cpp.
 #include "output/word_page.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 // The page that a word processor inserts into a new document.
 //
-// Tested by tests/unit/output/word_page_test.cpp.
+// Tested by tests/unit/output/output_test.cpp.
 #pragma once
 
 #include <ostream>

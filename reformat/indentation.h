@@ -1,7 +1,6 @@
 // Re-indents source lines by block structure.
 //
-// Tested by tests/unit/reformat/indentation_test.cpp and, against a literal
-// transcription of the rules, tests/unit/engine/engine_property_test.cpp.
+// Tested by tests/unit/engine/engine_property_test.cpp.
 #pragma once
 
 #include <cstdint>

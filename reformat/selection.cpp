@@ -1,5 +1,4 @@
-// See selection.h. Tested by tests/unit/reformat/selection_test.cpp and
-// tests/unit/engine/engine_property_test.cpp.
+// See selection.h. Tested by tests/unit/engine/engine_property_test.cpp.
 #include "reformat/selection.h"
 
 #include <stdexcept>

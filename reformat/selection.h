@@ -1,7 +1,6 @@
 // Converts chosen lines only, one by one: no anchors, links, frames or rules.
 //
-// Tested by tests/unit/reformat/selection_test.cpp and, against a literal
-// transcription of the rules, tests/unit/engine/engine_property_test.cpp.
+// Tested by tests/unit/engine/engine_property_test.cpp.
 #pragma once
 
 #include <string>

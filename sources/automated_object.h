@@ -1,7 +1,7 @@
 // An object of an Office application with typed values: what stands between member
 // names and the code that knows what the members give.
 //
-// Tested by tests/unit/sources/office_project_test.cpp.
+// Tested by tests/unit/sources/sources_test.cpp.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-// See module_export.h. Tested by tests/unit/sources/module_export_test.cpp.
+// See module_export.h. Tested by tests/unit/sources/sources_test.cpp.
 #include "sources/module_export.h"
 
 #include <algorithm>

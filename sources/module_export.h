@@ -2,7 +2,7 @@
 // component. Names are those of documents and components, made safe: a name never
 // leads out of its folder.
 //
-// Tested by tests/unit/sources/module_export_test.cpp.
+// Tested by tests/unit/sources/sources_test.cpp.
 #pragma once
 
 #include <chrono>

@@ -1,4 +1,4 @@
-// See module_file_reader.h. Tested by tests/unit/sources/module_file_reader_test.cpp.
+// See module_file_reader.h. Tested by tests/unit/sources/sources_test.cpp.
 #include "sources/module_file_reader.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Reads one module file (.bas, .frm, .cls) into source lines and collects the
 // names of the procedures that it declares.
 //
-// Tested by tests/unit/sources/module_file_reader_test.cpp.
+// Tested by tests/unit/sources/sources_test.cpp.
 #pragma once
 
 #include <cstddef>

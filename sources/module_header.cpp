@@ -1,4 +1,4 @@
-// See module_header.h. Tested by tests/unit/sources/module_header_test.cpp.
+// See module_header.h. Tested by tests/unit/sources/sources_test.cpp.
 #include "sources/module_header.h"
 
 namespace tintline {

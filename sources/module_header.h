@@ -1,7 +1,7 @@
 // The three comment lines in front of every module when several modules are
 // converted as one document; the conversion opens a frame at each.
 //
-// Tested by tests/unit/sources/module_header_test.cpp.
+// Tested by tests/unit/sources/sources_test.cpp.
 #pragma once
 
 #include <array>

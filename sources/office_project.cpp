@@ -1,4 +1,4 @@
-// See office_project.h. Tested by tests/unit/sources/office_project_test.cpp.
+// See office_project.h. Tested by tests/unit/sources/sources_test.cpp.
 #include "sources/office_project.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // Indexes count from 1. Every call is one across processes. All members throw
 // OfficeError.
 //
-// Tested by tests/unit/sources/office_project_test.cpp.
+// Tested by tests/unit/sources/sources_test.cpp.
 #pragma once
 
 #include <cstdint>

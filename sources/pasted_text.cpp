@@ -1,4 +1,4 @@
-// See pasted_text.h. Tested by tests/unit/sources/pasted_text_test.cpp.
+// See pasted_text.h. Tested by tests/unit/sources/sources_test.cpp.
 #include "sources/pasted_text.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 // Source lines from pasted text.
 //
-// Tested by tests/unit/sources/pasted_text_test.cpp.
+// Tested by tests/unit/sources/sources_test.cpp.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// See project_analysis.h. Tested by tests/unit/sources/project_analysis_test.cpp.
+// See project_analysis.h. Tested by tests/unit/sources/sources_test.cpp.
 #include "sources/project_analysis.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // What a VBA project holds: components, declarations, procedures, with their lines.
 //
-// Tested by tests/unit/sources/project_analysis_test.cpp.
+// Tested by tests/unit/sources/sources_test.cpp.
 #pragma once
 
 #include <cstdint>

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "engine/conversion.h"
-#include "tests/support/literal_driver.h"
+#include "tests/support/literal_engine.h"
 
 namespace tintline::test {
 
@@ -48,11 +48,12 @@ inline std::vector<bool> wrapped(const HtmlLines& lines) {
   return result;
 }
 
-// Writes down what it is told, in the words of the literal transcription; asks
-// for an abort at line `abortAt` when that is not negative.
-class RecordingObserver : public ConversionObserver {
+// Writes down what it is told, in the words of the literal transcription, where the first line that
+// was worked on is line `first`; asks for an abort at line `abortAt` when that is not negative.
+class RecordingObserver final : public ConversionObserver {
  public:
-  explicit RecordingObserver(int abortAt = -1) : abortAt_(abortAt) {}
+  explicit RecordingObserver(int abortAt = -1, std::size_t first = 1)
+      : abortAt_(abortAt), first_(first) {}
   void reading(std::size_t i, std::size_t n) override { note("lese", i, n); }
   void yield() override { events.push_back("yield"); }
   bool abortRequested() override {
@@ -62,7 +63,7 @@ class RecordingObserver : public ConversionObserver {
   void emitted(std::string_view, Route route) override {
     events.push_back(route == Route::Wrapper ? "add wrapper" : "add direct");
   }
-  void processed(std::size_t i, std::size_t n) override { note("bearbeite", i + 1, n); }
+  void processed(std::size_t i, std::size_t n) override { note("bearbeite", i + first_, n); }
 
   std::vector<std::string> events;
 
@@ -71,6 +72,7 @@ class RecordingObserver : public ConversionObserver {
     events.push_back(std::string(what) + ' ' + std::to_string(i) + ' ' + std::to_string(n));
   }
   int abortAt_;
+  std::size_t first_;
 };
 
 }  // namespace tintline::test

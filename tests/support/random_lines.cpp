@@ -10,6 +10,8 @@
 namespace tintline::literal {
 namespace {
 
+using namespace std::string_literals;
+
 // A number from 0 to count - 1; the slight preference for small ones does no harm here.
 std::size_t below(std::mt19937& random, std::size_t count) {
   return static_cast<std::size_t>(random()) % count;
@@ -22,202 +24,55 @@ const std::string& pick(std::mt19937& random, const std::vector<std::string>& te
 }
 
 const std::vector<std::string>& names() {
-  static const std::vector<std::string> list = {"Foo",
-                                                "Bar",
-                                                "Laden",
-                                                "Main",
-                                                "x",
-                                                "a",
-                                                "s",
-                                                "span",
-                                                "class",
-                                                "name",
-                                                "Marks",
-                                                "HREF",
-                                                "hr",
-                                                "br",
-                                                "Sub",
-                                                "Code",
-                                                "foo",
-                                                "FooBar",
-                                                "F.o",
-                                                "Pr\xFC"
-                                                "fe",
-                                                "\xC4ndern",
-                                                "lt",
-                                                "Dim",
-                                                "</a>",
-                                                "'",
-                                                "\""};
+  static const std::vector<std::string> list = Split(
+      "Foo|Bar|Laden|Main|x|a|s|span|class|name|Marks|HREF|hr|br|Sub|Code|foo|FooBar|"
+      "F.o|Pr\xFC"
+      "fe|\xC4ndern|lt|Dim|</a>|'|\"",
+      "|");
   return list;
 }
 
 const std::vector<std::string>& pieces() {
-  static const std::vector<std::string> list = {"\"",
-                                                "\"",
-                                                "\"",
-                                                "(",
-                                                ")",
-                                                "(",
-                                                ")",
-                                                "()",
-                                                ",",
-                                                ",",
-                                                "'",
-                                                "'",
-                                                "<",
-                                                ">",
-                                                "<",
-                                                ">",
-                                                ":=",
-                                                ":=",
-                                                ":",
-                                                "=",
-                                                " =",
-                                                " = ",
-                                                "Sub",
-                                                "Function",
-                                                "Property",
-                                                "End Sub",
-                                                "End Function",
-                                                "End ",
-                                                "end sub",
-                                                "Exit Sub",
-                                                "Private ",
-                                                "Public ",
-                                                "Declare ",
-                                                "Lib ",
-                                                "Sub ",
-                                                " ",
-                                                " ",
-                                                " ",
-                                                " ",
-                                                "  ",
-                                                "\t",
-                                                "Rem",
-                                                " REM",
-                                                " Rem ",
-                                                "rem",
-                                                "Remove",
-                                                "_",
-                                                " _",
-                                                "_ ",
-                                                "If",
-                                                "If ",
-                                                "Then",
-                                                "Dim",
-                                                "Dim ",
-                                                "As",
-                                                " As ",
-                                                "True",
-                                                "Left$",
-                                                "Left$(",
-                                                "x",
-                                                "y1",
-                                                "vb_x",
-                                                "&",
-                                                "&lt;",
-                                                ".",
-                                                "class='Sub'>",
-                                                "class='EndSub'",
-                                                "class='sub'>",
-                                                "<span class='rem'>",
-                                                "<span class='Rem'>",
-                                                "<span name",
-                                                "</span>",
-                                                "_ </span>",
-                                                "<span class=\"Code\"> </span>",
-                                                "Modul:",
-                                                "modul:",
-                                                "'-------",
-                                                "$",
-                                                std::string(1, '\0'),
-                                                "\x03",
-                                                "Sub\x03"
-                                                "Function",
-                                                "\xE4",
-                                                "\xC4",
-                                                "\xFC",
-                                                "\xDC",
-                                                "\xDF",
-                                                "\xFF",
-                                                "\x9F",
-                                                "\xB5",
-                                                "\xA0",
-                                                "\r",
-                                                "\n",
-                                                "\x1A"};
+  static const std::vector<std::string> list = Split(
+      "\"|\"|\"|(|)|(|)|()|,|,|'|'|<|>|<|>|:=|:=|:|=| =| = |Sub|Function|Property|"
+      "End Sub|End Function|End |end sub|Exit Sub|Private |Public |Declare |Lib |Sub | |"
+      " | | |  |\t|Rem| REM| Rem |rem|Remove|_| _|_ |If|If |Then|Dim|Dim |As| As |True|"
+      "Left$|Left$(|x|y1|vb_x|&|&lt;|.|class='Sub'>|class='EndSub'|class='sub'>|"
+      "<span class='rem'>|<span class='Rem'>|<span name|</span>|_ </span>|"
+      "<span class=\"Code\"> </span>|Modul:|modul:|'-------|$|\0|\x03|"s
+      "Sub\x03"
+      "Function|\xE4|\xC4|\xFC|\xDC|\xDF|\xFF|\x9F|\xB5|\xA0|\r|\n|\x1A",
+      "|");
   return list;
 }
 
 std::string randomHead(std::mt19937& random) {
-  const std::vector<std::string> openers = {
-      "Sub ",          "Private Sub ", "Public Function ", "  Function ",
-      "Property Get ", "Friend Sub ",  "Declare Sub ",     "Private Declare Function "};
-  const std::vector<std::string> ends = {
-      "()",     "(a, b)",  "( _", "(ByVal a As Long, _", "() As Long", "", " Lib \"k\" ()",
-      "() ' c", "() ' c _"};
+  const std::vector<std::string> openers = Split(
+      "Sub |Private Sub |Public Function |  Function |Property Get |Friend Sub |"
+      "Declare Sub |Private Declare Function ",
+      "|");
+  const std::vector<std::string> ends =
+      Split("()|(a, b)|( _|(ByVal a As Long, _|() As Long|| Lib \"k\" ()|() ' c|() ' c _", "|");
   return pick(random, openers) + pick(random, names()) + pick(random, ends);
 }
 
 std::string randomStatement(std::mt19937& random) {
-  const std::vector<std::string> openers = {
-      "",        "  ",   "Call ", "x = ",      "If ",  "    ' ",
-      "Dim x, ", "Rem ", "\"",    "MsgBox \"", "Else", "Type "};
-  const std::vector<std::string> ends = {"",       " = 1",   "(1, y)", " ' c",  " _",   " ' c _",
-                                         "\" & x", " Rem c", "(a:=1)", " Then", " 'Foo"};
+  const std::vector<std::string> openers =
+      Split("|  |Call |x = |If |    ' |Dim x, |Rem |\"|MsgBox \"|Else|Type ", "|");
+  const std::vector<std::string> ends =
+      Split("| = 1|(1, y)| ' c| _| ' c _|\" & x| Rem c|(a:=1)| Then| 'Foo", "|");
   return pick(random, openers) + pick(random, names()) + pick(random, ends);
 }
 
 // Words of a statement, one behind the other.
 std::string randomCode(std::mt19937& random) {
-  static const std::vector<std::string> words = {"x",
-                                                 "Kunde",
-                                                 "strName",
-                                                 "total_",
-                                                 "_",
-                                                 "(a, b)",
-                                                 "(",
-                                                 ")",
-                                                 "=",
-                                                 "+",
-                                                 "&",
-                                                 "And",
-                                                 "Then",
-                                                 "Else",
-                                                 ":",
-                                                 ":=",
-                                                 ",",
-                                                 ".Name",
-                                                 ".Zelle(1)",
-                                                 "!Feld",
-                                                 "rs!Feld",
-                                                 "a.b",
-                                                 "5#",
-                                                 "#1,",
-                                                 "#n",
-                                                 "x&",
-                                                 "#1/2/2000#",
-                                                 "#1/2/2000 10:30:00 PM#",
-                                                 "# Jan 1, 2000 #",
-                                                 "#",
-                                                 "[Mein Name]",
-                                                 "['Blatt 1'!A1]",
-                                                 "[",
-                                                 "\"a b c\"",
-                                                 "\"it's \"\"so\"\" _\"",
-                                                 "\"\"",
-                                                 "\"offen ",
-                                                 "If",
-                                                 "Debug.Print",
-                                                 "Foo:",
-                                                 "10",
-                                                 "ByVal a As Long,",
-                                                 "Rem",
-                                                 "x.Rem",
-                                                 "Rem.x",
-                                                 "'"};
-  static const std::vector<std::string> gaps = {" ", " ", " ", " ", " ", "", "  ", "\t", " \t "};
+  static const std::vector<std::string> words = Split(
+      "x|Kunde|strName|total_|_|(a, b)|(|)|=|+|&|And|Then|Else|:|:=|,|.Name|.Zelle(1)|"
+      "!Feld|rs!Feld|a.b|5#|#1,|#n|x&|#1/2/2000#|#1/2/2000 10:30:00 PM#|# Jan 1, 2000 #|"
+      "#|[Mein Name]|['Blatt 1'!A1]|[|\"a b c\"|\"it's \"\"so\"\" _\"|\"\"|\"offen |If|"
+      "Debug.Print|Foo:|10|ByVal a As Long,|Rem|x.Rem|Rem.x|'",
+      "|");
+  static const std::vector<std::string> gaps = Split(" | | | | ||  |\t| \t ", "|");
   std::string code;
   for (std::size_t i = 0, count = 1 + below(random, 12); i < count; ++i)
     code += pick(random, words) + pick(random, gaps);
@@ -225,11 +80,9 @@ std::string randomCode(std::mt19937& random) {
 }
 
 std::string randomComment(std::mt19937& random) {
-  static const std::vector<std::string> openers = {"'",    "' ",    "'   ",  "'''  ",
-                                                   "Rem ", "REM\t", ": Rem "};
-  static const std::vector<std::string> words = {
-      "ein",   "Wort", "foo_", "_", "it's", "\"", "----------------------------",
-      "x = 1", "Rem",  "  ",   "\t"};
+  static const std::vector<std::string> openers = Split("'|' |'   |'''  |Rem |REM\t|: Rem ", "|");
+  static const std::vector<std::string> words =
+      Split("ein|Wort|foo_|_|it's|\"|----------------------------|x = 1|Rem|  |\t", "|");
   std::string comment = pick(random, openers);
   for (std::size_t i = 0, count = below(random, 16); i < count; ++i)
     comment += pick(random, words) + (oneIn(random, 9) ? "" : " ");
@@ -238,9 +91,8 @@ std::string randomComment(std::mt19937& random) {
 
 // A statement with its comment, now and then in several lines.
 void addStatement(std::mt19937& random, std::vector<std::string>& lines) {
-  static const std::vector<std::string> openers = {
-      "",        "",           "    ", "\t",         "        ",    "10 ",
-      "Marke: ", "  Marke : ", "10: ", "If a Then ", "Declare Sub "};
+  static const std::vector<std::string> openers =
+      Split("||    |\t|        |10 |Marke: |  Marke : |10: |If a Then |Declare Sub ", "|");
   std::string line = pick(random, openers);
   if (!oneIn(random, 5)) line += randomCode(random);
   while (oneIn(random, 3)) {
@@ -368,9 +220,10 @@ void forEachShortLine(int maxPieces, const std::function<void(const std::string&
 }
 
 void forEachShortHead(int maxPieces, const std::function<void(const std::string&)>& callback) {
-  const std::vector<std::string> alphabet = {
-      "Private", "Public", "Declare", "Sub", "Function", "Lib",   "Property", "Pri", "vate ", "Pub",
-      "lic ",    "Dec",    "lare ",   "Su",  "b ",       "tion ", "sUB ",     " ",   "X"};
+  const std::vector<std::string> alphabet = Split(
+      "Private|Public|Declare|Sub|Function|Lib|Property|Pri|vate |Pub|lic |Dec|lare |Su|"
+      "b |tion |sUB | |X",
+      "|");
   forEachShortText(maxPieces, alphabet, [&](const std::string& head) { callback(head + "()"); });
 }
 

@@ -1,12 +1,11 @@
-// Tests of output/rendered_page.h.
+// Tests of output/rendered_page.h, output/page_markup.h and output/rich_text.h: pages as the
+// preview shows them.
 #include "output/rendered_page.h"
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-#include <vector>
-
 #include "base/codepage.h"
+#include "output/rich_text.h"
 #include "tests/support/rendered_page.h"
 
 namespace tintline {
@@ -40,113 +39,86 @@ std::string described(const RenderedPage& page) {
   return toAnsi(result.str());
 }
 
-struct Case {
-  const char* name;
-  std::string_view html, expected;
-};
-
-void checkAll(std::initializer_list<Case> cases) {
-  for (const Case& c : cases) {
-    const RenderedPage page = renderPage(c.html);
-    EXPECT_EQ(described(page), c.expected) << c.name;
-    EXPECT_EQ(test::faultOf(page), "") << c.name;
+TEST(RenderedPage, ShowsMarkupAsABrowserDoes) {
+  const std::pair<std::string_view, std::string_view> rows[] = {
+      // looks: of the style sheet, of attributes, inside each other
+      {"<style type='text/css'>\r\n<!--\r\n.Code {\r\n color: #0000FF;\r\n background-color: "
+       "#FFFFFF;\r\n}\r\n.Sub {\r\n color: #000080;\r\n font: italic bold;\r\n background-color: "
+       "inherit;\r\n}\r\n-->\r\n</style></head><body>"
+       "<span class='Code'>If</span> <span class=' sub'>S</span><span class='X'>x</span>",
+       "[cffgffffff|If] [c80bi|S]x"},
+      {"<span style=\" color:#008000; background: #00FF00; font: italic bold;\">' x</span>",
+       "[c8000gff00bi|' x]"},
+      {"<span style='color:#000001;background:#000002;font:bold'>a<span style='COLOR:#000003;font: "
+       "italic'>b</span>c</span>d",
+       "[c1g2b|a][c3g2bi|b][c1g2b|c]d"},
+      {"<span style='color:#000001'>a</span><span style='color:#000001'>b</span>", "[c1|ab]"},
+      {"<span style='color: red; background: #12; border: 0; font; :; ;#000001'>a</span>", "a"},
+      {"<i style='color:#1'><span style='color: #00001G; color: #+00010'>a</span>", "a"},
+      {"<span style='color: #000001; color: #000002'>a</span>", "[c2|a]"},
+      {"<body><style>.x {color:#000001}</style>", ".x {color:#000001}"},
+      {"<style>.a {color:#000001} .b {<body><i class=a>x", "x"},
+      // links and anchors
+      {"&nbsp;<a HREF='#X'>X</a>", "\xA0[cff>#X|X]"},
+      {"<a name='X'  HREF='#Index' class='Marks'>1:</a><span>    </span>x", "{X}[cff>#Index|1:] x"},
+      {"a<br><a HREF='#Index' name='Y' class='Sub'>Sub Y()</a>", "a\n{Y}[cff>#Index|Sub Y()]"},
+      {"a<span name='Z' style='color:#000001'>b</span>", "a{Z}[c1|b]"},
+      {"<span style='color:#000001'>a<a href='x'>b</a><a href='x' "
+       "style='color:#000002'>c</a></span>",
+       "[c1|a][cff>x|b][c2>x|c]"},
+      {"<span>a<a href='http://x/?a&amp;b&uuml;'>b</span>c", "a[cff>http://x/?a&b\xFC|b]c"},
+      {"a<br><br><a name='E'></a>", "a{E}"},
+      // lines, blanks, rules, frames
+      {"<pre>\r\na  <br>\nb <br>\n\r\n</pre>", "a  \n\nb "},
+      {"<pre>\r\n\r\na\rb\nc\r\nd\n\re\tf</pre>", "\na\nb\nc\nd\n\ne\tf"},
+      {" \r\n a \t\r\n b<span> c</span> <br> \n d&nbsp; e <pre> f </pre>g",
+       "a b c\nd\xA0 e\n f \ng"},
+      {"<pre>a<hr><br>\nb</pre><hr>c<hr><hr>",
+       "a\n[c808080|---]\n\n\nb\n[c808080|---]\nc\n[c808080|---]\n[c808080|---]"},
+      {"<pre>a<br>\n<div style='border: thin solid #000080;'>'---<br>\n' b</div><br>"
+       "<div style='border: thin solid #000080;'>c</pre>d",
+       "a\n\n[c80|---]\n'---\n\n' b\n[c80|---]\n\n[c80|---]\nc\n[c80|---]\nd"},
+      {"a<div>b</div>c", "a\nb\nc"},
+      {"<html><body><pre>\r\n\r\n</pre></body></html>", ""},
+      {"", ""},
+      // what comments of the source can bring in
+      {"a<script>alert(1)</script>b<img src=http://x/y onerror='z'><iframe src=x>", "aalert(1)b"},
+      {"</span></a></div></pre></x>a", "a"},
+      {"<span style='color:#000001'><pre>a\n</span>b</pre>c</span>d", "[c1|a]\n[c1|b]\n[c1|c]d"},
+      {"<div><span style='color:#000001'>a</div>b</span>", "[c1|a]\nb"},
+      {"<a href='javascript:x'>a</a><a href=\"\\\\s\\x\">b</a>",
+       "[cff>javascript:x|a][cff>\\\\s\\x|b]"},
+      {"<pre>a\0b\1c\x0B\x20\fe&#7;\x7F\x80\xFF</pre>"sv, "abc e\x7F\x80\xFF"},
+      // tags, comments, quotes that are none
+      {"<A HREF=x?y=1 class = Sub >a</a><a name=x NAME=y><a name name= class>",
+       "[cff>x?y=1|a]{x}{class}"},
+      {"a<br/>b<br />c<a =x='y' =><a '=y name=z>", "a\nb\nc{z}"},
+      {"<a name=\"a'>b\">1", "{a'>b}1"},
+      {"a<b>c a< b>c a<>b 1<2>1 </ x>", "ac a< b>c a<>b 1<2>1 </ x>"},
+      {"a<!-- <b> -- > -->b<!doctype x>c<?x?>d", "abcd"},
+      {"<!-- <b> <!-- x", "<!-- <!-- x"},
+      {"<a name='x> <b>y", "<a name='x> y"},
+      {"<b>x<a <b", "x<a <b"},
+      {"a<br>b<span x='>' <b y='>'", "a\nb<span x='>' <b y='>'"},
+      {"<a\0b name='\0'>c<a name=d"sv, "c<a name=d"sv},
+      // references
+      {"&lt;&gt;&amp;&quot;&apos;&Uuml;&szlig;&euro;&#228;&#xe4;&#XE4;&#x20AC;",
+       "<>&\"'\xDC\xDF\x80\xE4\xE4\xE4\x80"},
+      {"a & b &lt &LT; &; &", "a & b &lt &LT; &; &"},
+      {"&#; &#x; &#xD800; &#8232; &#8233; &#-1; &#1x; &#99999999; &nichts;",
+       "&#; &#x; &#xD800; &#8232; &#8233; &#-1; &#1x; &#99999999; &nichts;"},
+  };
+  for (const auto& [html, expected] : rows) {
+    const RenderedPage page = renderPage(html);
+    EXPECT_EQ(described(page), expected) << html;
+    EXPECT_EQ(test::faultOf(page), "") << html;
   }
 }
 
-TEST(RenderedPage, looks) {
-  checkAll({
-      {"a rule of the style sheet",
-       "<html><head><style type='text/css'>\r\n<!--\r\n.Code {\r\n color: #0000FF;\r\n"
-       " background-color: #FFFFFF;\r\n}\r\n.Sub {\r\n color: #000080;\r\n font: italic bold;\r\n"
-       " background-color: inherit;\r\n}\r\n-->\r\n</style></head><body>"
-       "<span class='Code'>If</span> <span class='sub'>S</span><span class='X'>x</span>",
-       "[cffgffffff|If] [c80bi|S]x"},
-      {"a style attribute",
-       "<span style=\" color:#008000; background: #00FF00; font: italic bold;\">' x</span>",
-       "[c8000gff00bi|' x]"},
-      {"inner looks stand on outer ones",
-       "<span style='color:#000001;background:#000002'>a<span "
-       "style='color:#000003'>b</span>c</span>"
-       "d",
-       "[c1g2|a][c3g2|b][c1g2|c]d"},
-      {"neighbours of equal looks are one run",
-       "<span style='color:#000001'>a</span><span style='color:#000001'>b</span>", "[c1|ab]"},
-      {"a style sheet in the body is text", "<body><style>.x {color:#000001}</style>",
-       ".x {color:#000001}"},
-      {"a style sheet without an end", "<style>.a {color:#000001} .b {<body><i class=a>x", "x"},
-  });
-}
-
-TEST(RenderedPage, linksAndAnchors) {
-  checkAll({
-      {"an index entry has a browser's link colour", "&nbsp;<a HREF='#X'>X</a>", "\xA0[cff>#X|X]"},
-      {"a head with a number", "<a name='X'  HREF='#Index' class='Marks'>1:</a><span>    </span>x",
-       "{X}[cff>#Index|1:] x"},
-      {"a head without a number", "a<br><a HREF='#Index' name='Y' class='Sub'>Sub Y()</a>",
-       "a\n{Y}[cff>#Index|Sub Y()]"},
-      {"an anchor of its own shows nothing", "<a name='Index'></a>x", "{Index}x"},
-      {"a span may be an anchor", "a<span name='Z' style='color:#000001'>b</span>", "a{Z}[c1|b]"},
-      {"a link's own colour counts, a colour around it does not",
-       "<span style='color:#000001'>a<a href='x'>b</a><a href='x' "
-       "style='color:#000002'>c</a></span>",
-       "[c1|a][cff>x|b][c2>x|c]"},
-      {"references in addresses", "<a href='http://x/?a&amp;b&uuml;'>x</a>",
-       "[cff>http://x/?a&b\xFC|x]"},
-      {"a link that is never closed ends with what holds it", "<span>a<a href='x'>b</span>c",
-       "a[cff>x|b]c"},
-      {"anchors behind the last line lie at its end", "a<br><br><a name='E'></a>", "a{E}"},
-  });
-}
-
-TEST(RenderedPage, lines) {
-  checkAll({
-      {"a line of the source is a line and an empty one", "<pre>\r\na  <br>\nb <br>\n\r\n</pre>",
-       "a  \n\nb "},
-      {"a continued line is one line", "<pre>a _<br>b</pre>", "a _\nb"},
-      {"only the first line end behind <pre> is dropped", "<pre>\r\n\r\na</pre>", "\na"},
-      {"CR, LF and CR LF end a line", "<pre>a\rb\nc\r\nd\n\re</pre>", "a\nb\nc\nd\n\ne"},
-      {"tabs stay", "<pre>a\tb</pre>", "a\tb"},
-      {"blanks collapse outside <pre>",
-       " \r\n a \t\r\n b<span> c</span> <br> \n d&nbsp; e <pre> f </pre>g",
-       "a b c\nd\xA0 e\n f \ng"},
-      {"a rule is a line of its own", "<pre>a<hr><br>\nb</pre><hr>c<hr><hr>",
-       "a\n[c808080|---]\n\n\nb\n[c808080|---]\nc\n[c808080|---]\n[c808080|---]"},
-      {"a frame is its upper and lower edge",
-       "<pre>a<br>\n<div style='border: thin solid #000080;'>'---<br>\n' b</div><br>"
-       "<div style='border: thin solid #000080;'>c</pre>d",
-       "a\n\n[c80|---]\n'---\n\n' b\n[c80|---]\n\n[c80|---]\nc\n[c80|---]\nd"},
-      {"a block without a border breaks the line", "a<div>b</div>c", "a\nb\nc"},
-      {"nothing", "", ""},
-      {"a page of nothing", "<html><body><pre>\r\n\r\n</pre></body></html>", ""},
-  });
-}
-
-// What comments of the source can bring into a page.
-TEST(RenderedPage, foreignMarkup) {
-  checkAll({
-      {"scripts are text", "a<script>alert(1)</script>b", "aalert(1)b"},
-      {"nothing is loaded", "a<img src=http://x/y onerror='z'><iframe src=x></iframe>b", "ab"},
-      {"ends without a beginning", "</span></a></div></pre></x>a", "a"},
-      {"the end of a span does not close a block",
-       "<span style='color:#000001'><pre>a\n</span>b</pre>c</span>d", "[c1|a]\n[c1|b]\n[c1|c]d"},
-      {"a block closes what it holds", "<div><span style='color:#000001'>a</div>b", "[c1|a]\nb"},
-      {"links stay what is written",
-       "<a href='javascript:alert(1)'>a</a><a href=\"\\\\server\\x\">b</a>",
-       "[cff>javascript:alert(1)|a][cff>\\\\server\\x|b]"},
-      {"control characters show nothing",
-       "<pre>a\0b\1c\x0B"
-       "d\fe&#7;\x7F"sv,
-       "abcde\x7F"},
-      {"a tag that never ends is text", "a<br>b<span class='x", "a\nb<span class='x"},
-      {"all characters of the code page", "<pre>\x80\x9F\xA0\xFF</pre>", "\x80\x9F\xA0\xFF"},
-  });
-}
-
-TEST(RenderedPage, questions) {
+TEST(RenderedPage, FindsAnchorsAndRuns) {
   const RenderedPage page =
       renderPage("ab<a name='x'></a><a name='X'></a><a href='#x'>cd</a><a name='x'>");
   EXPECT_EQ(page.anchorPosition(L"x"), 2U);
-  EXPECT_EQ(page.anchorPosition(L"X"), 2U);
   EXPECT_EQ(page.anchorPosition(L"y"), std::nullopt);
   EXPECT_EQ(page.runAt(1), page.runs.data());
   EXPECT_EQ(page.runAt(2), &page.runs[1]);
@@ -154,46 +126,47 @@ TEST(RenderedPage, questions) {
   EXPECT_EQ(page.runAt(4), nullptr);
 }
 
-// The lines without their blanks; empty lines and rules left out.
-std::vector<std::wstring> fullLines(std::wstring_view text) {
-  std::vector<std::wstring> lines;
-  std::wistringstream stream{std::wstring(text)};
-  for (std::wstring line; std::getline(stream, line);) {
-    std::wstring words;
-    std::wistringstream inLine(line);
-    for (std::wstring word; inLine >> word;) words += word;
-    if (!words.empty() && line != test::kRule) lines.push_back(words);
-  }
-  return lines;
-}
-
-// A page of the engine without its tags is the source again (but for blanks: the conversion puts
-// one more behind some words).
-TEST(RenderedPage, showsTheSourceLines) {
-  for (const char* file : {"Musterprojekt.bas", "Kunde.cls", "Eingabe.frm"}) {
-    const auto expected = fullLines(fromAnsi(readFile(test::examplePath(file))));
-    ASSERT_GT(expected.size(), 20U) << file;
-    for (const StyleMode style : {StyleMode::Class, StyleMode::Inline}) {
-      const RenderedPage page = renderPage(test::examplePage(file, style, false));
-      EXPECT_EQ(fullLines(page.text), expected) << file;
-      EXPECT_EQ(test::faultOf(page), "") << file;
-    }
-  }
-}
-
 // Both ways to write the colours look alike, and every call and head leads to its anchor.
-TEST(RenderedPage, stylesLookAlike) {
+TEST(RenderedPage, StylesLookAlike) {
   const RenderedPage page =
       renderPage(test::examplePage("Musterprojekt.bas", StyleMode::Class, true));
   const RenderedPage other =
       renderPage(test::examplePage("Musterprojekt.bas", StyleMode::Inline, true));
-  EXPECT_EQ(page.text, other.text);
-  ASSERT_EQ(page.runs.size(), other.runs.size());
-  for (std::size_t i = 0; i < page.runs.size(); ++i)
-    EXPECT_EQ(page.runs[i].looks, other.runs[i].looks) << "run " << i;
+  EXPECT_EQ(described(page), described(other));
+  EXPECT_EQ(test::faultOf(page), "");
   EXPECT_GT(page.targets.size(), 5U);
   for (const std::wstring& target : page.targets)
     EXPECT_TRUE(page.anchorPosition(target.substr(1))) << toAnsi(target);
+}
+
+TEST(RichText, WritesCharactersLooksAndPieces) {
+  const auto body = [](const std::string& rtf) {
+    const std::size_t from = rtf.find("\\fs20 ") + 6;
+    EXPECT_TRUE(rtf.ends_with('}'));
+    return rtf.substr(from, rtf.size() - from - 1);
+  };
+  const std::pair<std::string_view, std::string_view> rows[] = {
+      {"a\\b{c}\xE4\x80&#xABCD;", "a\\\\b\\{c\\}\\u228?\\u8364?\\u-21555?"},
+      {"<pre>a\tb\nc</pre>", "a\\tab b\\par\r\nc"},
+      {"<span style='color:#000001'>1</span>2", "{\\cf1 1}2"},
+      {"<a href=x style='color:#0000FF; background:#FFFFFF; font: bold italic'>x</a>",
+       "{\\cf1\\highlight2\\b\\i\\ul x}"},
+      {"<span style='color:#000001'>a</span><span "
+       "style='color:#000002;background:#000001'>b</span>",
+       "{\\cf1 a}{\\cf2\\highlight1 b}"},
+  };
+  for (const auto& [html, expected] : rows) EXPECT_EQ(body(richText(renderPage(html))), expected);
+  EXPECT_NE(richText(renderPage("<span style='color:#010203; background:#FF8000'>x</span>"))
+                .find("{\\colortbl;\\red1\\green2\\blue3;\\red255\\green128\\blue0;}"),
+            std::string::npos);
+
+  const RenderedPage page = renderPage("<pre>abcd\n\ne<span style='font:bold'>f</span>g\nh</pre>");
+  const std::size_t ends[][3] = {{0, 4, 4}, {0, 3, 4},  {0, 5, 5},   {0, 9, 9},   {4, 1, 5},
+                                 {5, 1, 9}, {9, 1, 11}, {0, 11, 11}, {11, 5, 11}, {0, 10, 9}};
+  for (const auto& [from, characters, end] : ends)
+    EXPECT_EQ(pieceEnd(page, from, characters), end) << from << " " << characters;
+  EXPECT_EQ(body(richText(page, 5, 9)), "\\par\r\ne{\\b f}g");
+  EXPECT_EQ(body(richText(page, 7, 9)), "{\\b f}g");
 }
 
 }  // namespace
