@@ -27,7 +27,7 @@ enum class TokenKind : std::uint8_t {
   Builtin,        // function, statement or object of the runtime library, or added by the user
   ListedWord,     // word of the user's second keyword list
   ProcedureName,  // of a procedure, event or Declare, where it is declared
-  TypeName,       // of a type, enum or class, where it is declared
+  TypeName,       // of a type, enum or class, declared or named as a type (As, New ...)
   Label,          // label or line number, declared or jumped to
   NamedArgument,  // the name, and its ":=" as a token of its own
   Name,           // any other name, with its type suffix or in its brackets

@@ -3,19 +3,252 @@
 // Tested by tests/unit/vb/tokenizer_test.cpp.
 #pragma once
 
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace tintline::vb {
 
 // Which word a token is, without regard to case; of words that mean nothing to a reader None.
+// A token has one only where the word has its meaning: never as a name (x.End, Sub Print).
 enum class Word : std::uint16_t {
-  None
-  // Sub, Function, ... : all words that tokenizer and reader ask for
+  None,
+  // Statements
+  Call,
+  Case,
+  Close,
+  Const,
+  Declare,
+  DefType,  // DefBool, DefInt ...
+  Dim,
+  Do,
+  Else,
+  ElseIf,
+  End,
+  EndIf,
+  Enum,
+  Erase,
+  Event,
+  Exit,
+  For,
+  Friend,
+  Function,
+  Get,
+  Global,
+  GoSub,
+  GoTo,
+  If,
+  Implements,
+  Input,
+  Let,
+  Lock,
+  Loop,
+  LSet,
+  Next,
+  On,
+  Open,
+  Option,
+  Print,
+  Private,
+  Public,
+  Put,
+  RaiseEvent,
+  ReDim,
+  Rem,
+  Resume,
+  Return,
+  RSet,
+  Select,
+  Set,
+  Static,
+  Stop,
+  Sub,
+  Type,
+  Unlock,
+  Wend,
+  While,
+  With,
+  Write,
+  // Parts of statements
+  Any,
+  As,
+  ByRef,
+  ByVal,
+  Each,
+  In,
+  New,
+  Optional,
+  ParamArray,
+  Preserve,
+  Shared,
+  Spc,
+  Tab,
+  Then,
+  To,
+  Until,
+  WithEvents,
+  Debug,
+  Me,
+  // Reserved by their place
+  Access,
+  Alias,
+  Append,
+  Assert,
+  Attribute,
+  Base,
+  Binary,
+  CDecl,
+  Compare,
+  Database,
+  Error,
+  Explicit,
+  Lib,
+  Line,
+  Local,
+  Module,
+  Name,
+  Object,
+  Output,
+  Property,
+  PtrSafe,
+  Random,
+  Read,
+  Reset,
+  Seek,
+  Step,
+  Text,
+  Width,
+  // Of a file header
+  Begin,
+  BeginProperty,
+  EndProperty,
+  Version,
+  // Operators
+  AddressOf,
+  And,
+  Eqv,
+  Imp,
+  Is,
+  Like,
+  Mod,
+  Not,
+  Or,
+  TypeOf,
+  Xor,
+  // Types, functions and objects that a reader asks for
+  Date,
+  Len,
+  String,
+  Collection
 };
 
-// The two lists of a user's vb.ini, compared without case: words of the first count as Builtin
-// when the built-in first list does not hold them, words of the second as ListedWord.
-class WordLists;
+// What a word is where nothing else decides.
+enum class WordClass : std::uint8_t {
+  None,
+  Keyword,
+  Type,
+  Constant,
+  Operator,
+  ReservedFunction,  // of the runtime library, and never a name
+  Runtime,           // of the runtime library, or a user's addition to the first list
+  ByPlace,           // a keyword in some places, else a name
+  Listed             // in the second list
+};
+
+struct KnownWord {
+  Word word = Word::None;
+  WordClass wordClass = WordClass::None;
+};
+
+// All words that have a meaning: those of the language and the two lists of a user's vb.ini,
+// compared without case. Words of the first list count when the built-in first list does not hold
+// them; a "$" at an entry's end is no part of the word.
+class WordLists {
+ public:
+  // Without a vb.ini: the built-in second list.
+  WordLists();
+
+  // The sections of a vb.ini, an entry a line (also NUL ends one).
+  WordLists(std::u8string_view first, std::u8string_view second);
+
+  // What the word from `begin` to `end` is; up to `limit` its text can be read.
+  KnownWord find(const char8_t* begin, const char8_t* end, const char8_t* limit) const;
+
+ private:
+  // A word is found by its first and last eight bytes, in which the bit of letters' case is set.
+  struct Key {
+    std::uint64_t head, tail;
+    std::size_t length;
+  };
+  struct Entry {
+    std::uint64_t head, tail;
+    std::uint32_t text;  // where it begins in texts_
+    std::uint16_t length;
+    KnownWord known;
+  };
+  struct Slot {
+    std::uint16_t entry = 0;  // index + 1
+    std::uint16_t check = 0;  // other bits of the hash
+  };
+
+  static Key keyOf(const char8_t* begin, std::size_t length, const char8_t* limit);
+  static std::uint64_t hashOf(const Key& key);
+  void add(std::u8string_view word, KnownWord known);
+  void addEntries(std::u8string_view list, KnownWord known, const WordLists* except);
+  void addSlot(std::size_t entry);
+  bool contains(std::u8string_view word) const;
+  bool middleIs(const Entry& entry, const char8_t* word) const;
+
+  std::vector<Entry> entries_;
+  std::vector<Slot> slots_;  // open addressing, the size is a power of two
+  std::u8string texts_;
+  unsigned shift_ = 0;  // of a hash to its slot
+};
+
+inline WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length,
+                                       const char8_t* limit) {
+  static_assert(std::endian::native == std::endian::little);
+  constexpr std::uint64_t kCase = 0x2020202020202020;
+  Key key{0, 0, length};
+  if (length > 8) {
+    std::memcpy(&key.head, begin, 8);
+    std::memcpy(&key.tail, begin + length - 8, 8);
+    key.tail |= kCase;
+  } else if (limit - begin >= 8) {
+    std::memcpy(&key.head, begin, 8);
+    key.head = key.head << (64 - 8 * length) >> (64 - 8 * length);
+  } else {
+    std::memcpy(&key.head, begin, length);
+  }
+  key.head |= length < 8 ? kCase >> (64 - 8 * length) : kCase;
+  return key;
+}
+
+inline std::uint64_t WordLists::hashOf(const Key& key) {
+  const std::uint64_t mixed =
+      (key.head ^ std::rotl(key.tail, 29) ^ key.length) * 0x9E3779B97F4A7C15U;
+  return mixed ^ mixed >> 32;
+}
+
+inline KnownWord WordLists::find(const char8_t* begin, const char8_t* end,
+                                 const char8_t* limit) const {
+  const Key key = keyOf(begin, static_cast<std::size_t>(end - begin), limit);
+  const std::uint64_t hash = hashOf(key);
+  const auto check = static_cast<std::uint16_t>(hash);
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t at = hash >> shift_;; at = (at + 1) & mask) {
+    const Slot slot = slots_[at];
+    if (slot.entry == 0) return {};
+    if (slot.check != check) continue;
+    const Entry& entry = entries_[slot.entry - 1U];
+    if (entry.head == key.head && entry.tail == key.tail && entry.length == key.length &&
+        (key.length <= 16 || middleIs(entry, begin)))
+      return entry.known;
+  }
+}
 
 }  // namespace tintline::vb

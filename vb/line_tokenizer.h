@@ -1,0 +1,134 @@
+// The tokenizer's inside: what it knows while it goes over a text. Others include tokenizer.h.
+//
+// What a word means depends on what stands in front of it. The tokenizer keeps that as one
+// `Context`, which each token sets anew, and a little about the statement; no other state, no
+// recursion, no token is looked at again but the one in front.
+//
+// Tested by tests/unit/vb/tokenizer_test.cpp and the cases in tests/golden/language.
+#pragma once
+
+#include <cstdint>
+
+#include "vb/scan.h"
+#include "vb/token.h"
+
+namespace tintline::vb {
+
+// What the next token stands behind.
+enum class Context : std::uint8_t {
+  LineStart,  // these four begin a statement
+  LineNumber,
+  Statement,  // behind ":" or a label
+  Branch,     // behind Then or Else
+  Plain,      // anything that does not matter
+  LabelName,  // a name that a ":" makes a label
+  Member,     // "." or "!"
+  DebugObject,
+  DebugMember,    // "Debug."
+  Modifier,       // Public, Static ... at the start of a statement
+  DeclareHead,    // Declare, PtrSafe
+  PropertyHead,   // Property of a head
+  ProcedureHead,  // a name of a procedure follows
+  TypeHead,       // a name of a Type or Enum follows
+  Type,           // As, New, Implements: the name of a type follows
+  TypePath,       // ... which has just come
+  TypeMember,     // ... and a "." behind it
+  Jump,           // GoTo, GoSub, Resume: a label follows
+  Closing,        // End, Exit
+  On,
+  Option,
+  OptionCompare,
+  OptionPrivate,
+  OpenFor,
+  OpenAccess,
+  Count
+};
+
+class LineTokenizer {
+ public:
+  LineTokenizer(std::u8string_view text, const WordLists& words, Tokens& tokens);
+  void run();
+
+ private:
+  using Bytes = const char8_t*;  // a place in the text
+
+  struct Statement {
+    Word head = Word::None;      // its first word, where that matters
+    bool toSeen = false;         // For i = 1 To ...
+    bool typeOfSeen = false;     // TypeOf x ...
+    bool jumpSeen = false;       // On x GoTo ...
+    bool errorSeen = false;      // On Error ...
+    std::uint32_t open = 0;      // "(" that are not closed
+    std::uint32_t nameWord = 0;  // token of the word Name that begins it, + 1
+  };
+
+  // tokenizer.cpp: tokens by their bytes. Each takes where its token begins and gives its end.
+  Bytes token(Bytes p);
+  Bytes lineEnd(Bytes p);
+  Bytes underscore(Bytes p);
+  Bytes word(Bytes p);
+  Bytes plainName(Bytes p, Bytes end);
+  Bytes number(Bytes p);
+  Bytes string(Bytes p);
+  Bytes comment(Bytes p, Bytes text);
+  Bytes hash(Bytes p);
+  Bytes ampersand(Bytes p);
+  Bytes dot(Bytes p);
+  Bytes colon(Bytes p);
+  Bytes comparison(Bytes p);
+  Bytes bracket(Bytes p);
+  Bytes wide(Bytes p);
+  Bytes single(Bytes p, TokenKind kind);
+
+  // word_tokenizer.cpp: words that may mean something.
+  Bytes knownWord(Bytes p, Bytes end, KnownWord known);
+  bool isBlockMember(Bytes end, KnownWord known);
+  Bytes keyword(Bytes p, Bytes end, Word word);
+  Context behindKeyword(Word word);
+  Context behindAs();
+  Bytes operatorWord(Bytes p, Bytes end, Word word);
+  Bytes function(Bytes p, Bytes end, KnownWord known);
+  Bytes runtimeName(Bytes p, Bytes end, TokenKind kind, Word word);
+  Bytes wordByPlace(Bytes p, Bytes end, Word word);
+  bool isKeywordHere(Bytes end, Word word) const;
+  bool isStatementHere(Bytes end, Word word) const;
+  Context behindWordByPlace(Word word);
+  Bytes attribute(Bytes p, Bytes end);
+  Bytes skipGap(Bytes p) const;
+  char8_t byteBehind(Bytes p) const;
+  Word wordBehind(Bytes p) const;
+
+  // header_tokenizer.cpp: the file header.
+  bool atHeader(Bytes p) const;
+  Bytes header(Bytes p);
+  Bytes headerLine(Bytes p, int& depth);
+  Bytes headerToken(Bytes p);
+  Word headerWord(Bytes p, Bytes end, int depth) const;
+
+  bool atStart() const { return context_ <= Context::Branch; }
+  bool atHeadPlace() const {
+    return context_ <= Context::Branch || context_ == Context::Modifier ||
+           context_ == Context::DeclareHead;
+  }
+  Token* lastSignificant();
+
+  // The token's bytes end where the next one, less its gap, begins.
+  void emit(TokenKind kind, Bytes p, Word word = Word::None) {
+    tokens_.push_back({static_cast<std::uint32_t>(p - begin_), word, kind, gap_});
+  }
+  // Sets gap_ for a token at the end of the blanks at `p`.
+  Bytes takeBlanks(Bytes p);
+
+  const Bytes begin_, end_;
+  const WordLists& words_;
+  Tokens& tokens_;
+  std::uint8_t gap_ = 0;
+  Context context_ = Context::LineStart;
+  bool directive_ = false;   // a line of "#If" or Attribute
+  Word block_ = Word::None;  // Type or Enum whose members are read
+  Word declared_ = Word::None;
+  Statement statement_;
+  Bytes noBracketBefore_;  // no "]" on the line up to here
+};
+
+}  // namespace tintline::vb

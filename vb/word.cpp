@@ -1,0 +1,278 @@
+// See word.h. Tested by tests/unit/vb/tokenizer_test.cpp.
+#include "vb/word.h"
+
+#include <algorithm>
+
+#include "base/resources.h"
+
+namespace tintline::vb {
+namespace {
+
+constexpr std::size_t kLongest = 1000;  // letters of a listed word; longer entries are no words
+
+struct LanguageWord {
+  std::u8string_view text;
+  Word word;
+  WordClass wordClass;
+};
+
+using enum WordClass;
+
+#define TINTLINE_WORD(name, wordClass) \
+  { u8## #name, Word::name, wordClass }
+constexpr LanguageWord kWords[] = {
+    TINTLINE_WORD(Call, Keyword),
+    TINTLINE_WORD(Case, Keyword),
+    TINTLINE_WORD(Close, Keyword),
+    TINTLINE_WORD(Const, Keyword),
+    TINTLINE_WORD(Declare, Keyword),
+    TINTLINE_WORD(Dim, Keyword),
+    TINTLINE_WORD(Do, Keyword),
+    TINTLINE_WORD(Else, Keyword),
+    TINTLINE_WORD(ElseIf, Keyword),
+    TINTLINE_WORD(End, Keyword),
+    TINTLINE_WORD(EndIf, Keyword),
+    TINTLINE_WORD(Enum, Keyword),
+    TINTLINE_WORD(Erase, Keyword),
+    TINTLINE_WORD(Event, Keyword),
+    TINTLINE_WORD(Exit, Keyword),
+    TINTLINE_WORD(For, Keyword),
+    TINTLINE_WORD(Friend, Keyword),
+    TINTLINE_WORD(Function, Keyword),
+    TINTLINE_WORD(Get, Keyword),
+    TINTLINE_WORD(Global, Keyword),
+    TINTLINE_WORD(GoSub, Keyword),
+    TINTLINE_WORD(GoTo, Keyword),
+    TINTLINE_WORD(If, Keyword),
+    TINTLINE_WORD(Implements, Keyword),
+    TINTLINE_WORD(Input, Keyword),
+    TINTLINE_WORD(Let, Keyword),
+    TINTLINE_WORD(Lock, Keyword),
+    TINTLINE_WORD(Loop, Keyword),
+    TINTLINE_WORD(LSet, Keyword),
+    TINTLINE_WORD(Next, Keyword),
+    TINTLINE_WORD(On, Keyword),
+    TINTLINE_WORD(Open, Keyword),
+    TINTLINE_WORD(Option, Keyword),
+    TINTLINE_WORD(Print, Keyword),
+    TINTLINE_WORD(Private, Keyword),
+    TINTLINE_WORD(Public, Keyword),
+    TINTLINE_WORD(Put, Keyword),
+    TINTLINE_WORD(RaiseEvent, Keyword),
+    TINTLINE_WORD(ReDim, Keyword),
+    TINTLINE_WORD(Rem, Keyword),
+    TINTLINE_WORD(Resume, Keyword),
+    TINTLINE_WORD(Return, Keyword),
+    TINTLINE_WORD(RSet, Keyword),
+    TINTLINE_WORD(Select, Keyword),
+    TINTLINE_WORD(Set, Keyword),
+    TINTLINE_WORD(Static, Keyword),
+    TINTLINE_WORD(Stop, Keyword),
+    TINTLINE_WORD(Sub, Keyword),
+    TINTLINE_WORD(Type, Keyword),
+    TINTLINE_WORD(Unlock, Keyword),
+    TINTLINE_WORD(Wend, Keyword),
+    TINTLINE_WORD(While, Keyword),
+    TINTLINE_WORD(With, Keyword),
+    TINTLINE_WORD(Write, Keyword),
+    TINTLINE_WORD(Any, Keyword),
+    TINTLINE_WORD(As, Keyword),
+    TINTLINE_WORD(ByRef, Keyword),
+    TINTLINE_WORD(ByVal, Keyword),
+    TINTLINE_WORD(Each, Keyword),
+    TINTLINE_WORD(In, Keyword),
+    TINTLINE_WORD(New, Keyword),
+    TINTLINE_WORD(Optional, Keyword),
+    TINTLINE_WORD(ParamArray, Keyword),
+    TINTLINE_WORD(Preserve, Keyword),
+    TINTLINE_WORD(Shared, Keyword),
+    TINTLINE_WORD(Spc, Keyword),
+    TINTLINE_WORD(Tab, Keyword),
+    TINTLINE_WORD(Then, Keyword),
+    TINTLINE_WORD(To, Keyword),
+    TINTLINE_WORD(Until, Keyword),
+    TINTLINE_WORD(WithEvents, Keyword),
+    TINTLINE_WORD(Debug, Keyword),
+    TINTLINE_WORD(Me, Keyword),
+    TINTLINE_WORD(Access, ByPlace),
+    TINTLINE_WORD(Alias, ByPlace),
+    TINTLINE_WORD(Append, ByPlace),
+    TINTLINE_WORD(Assert, ByPlace),
+    TINTLINE_WORD(Attribute, ByPlace),
+    TINTLINE_WORD(Base, ByPlace),
+    TINTLINE_WORD(Binary, ByPlace),
+    TINTLINE_WORD(CDecl, ByPlace),
+    TINTLINE_WORD(Compare, ByPlace),
+    TINTLINE_WORD(Database, ByPlace),
+    TINTLINE_WORD(Error, ByPlace),
+    TINTLINE_WORD(Explicit, ByPlace),
+    TINTLINE_WORD(Lib, ByPlace),
+    TINTLINE_WORD(Line, ByPlace),
+    TINTLINE_WORD(Local, ByPlace),
+    TINTLINE_WORD(Module, ByPlace),
+    TINTLINE_WORD(Name, ByPlace),
+    TINTLINE_WORD(Object, ByPlace),
+    TINTLINE_WORD(Output, ByPlace),
+    TINTLINE_WORD(Property, ByPlace),
+    TINTLINE_WORD(PtrSafe, ByPlace),
+    TINTLINE_WORD(Random, ByPlace),
+    TINTLINE_WORD(Read, ByPlace),
+    TINTLINE_WORD(Reset, ByPlace),
+    TINTLINE_WORD(Seek, ByPlace),
+    TINTLINE_WORD(Step, ByPlace),
+    TINTLINE_WORD(Text, ByPlace),
+    TINTLINE_WORD(Width, ByPlace),
+    TINTLINE_WORD(Begin, ByPlace),
+    TINTLINE_WORD(BeginProperty, ByPlace),
+    TINTLINE_WORD(EndProperty, ByPlace),
+    TINTLINE_WORD(Version, ByPlace),
+    TINTLINE_WORD(AddressOf, Operator),
+    TINTLINE_WORD(And, Operator),
+    TINTLINE_WORD(Eqv, Operator),
+    TINTLINE_WORD(Imp, Operator),
+    TINTLINE_WORD(Is, Operator),
+    TINTLINE_WORD(Like, Operator),
+    TINTLINE_WORD(Mod, Operator),
+    TINTLINE_WORD(Not, Operator),
+    TINTLINE_WORD(Or, Operator),
+    TINTLINE_WORD(TypeOf, Operator),
+    TINTLINE_WORD(Xor, Operator),
+    TINTLINE_WORD(Date, ReservedFunction),
+    TINTLINE_WORD(Len, ReservedFunction),
+    TINTLINE_WORD(String, ReservedFunction),
+    TINTLINE_WORD(Collection, Runtime),
+};
+#undef TINTLINE_WORD
+
+// Words of one class that no reader tells apart.
+struct WordGroup {
+  std::u8string_view words;  // with a blank between them
+  KnownWord known;
+};
+
+constexpr WordGroup kGroups[] = {
+    {u8"DefBool DefByte DefCur DefDate DefDbl DefDec DefInt DefLng DefLngLng DefLngPtr DefObj "
+     u8"DefSng DefStr DefVar",
+     {Word::DefType, Keyword}},
+    {u8"Boolean Byte Currency Double Integer Long LongLong LongPtr Single Variant",
+     {Word::None, Type}},
+    {u8"True False Nothing Empty Null", {Word::None, Constant}},
+    {u8"Abs Array CBool CByte CCur CDate CDbl CDec CInt CLng CLngLng CLngPtr CSng CStr CVar CVErr "
+     u8"Circle DoEvents Fix InputB Int LBound LenB PSet Scale Sgn UBound",
+     {Word::None, ReservedFunction}},
+    // Objects of the runtime library.
+    {u8"App Clipboard Err ErrObject Forms Printer Printers Screen", {Word::None, Runtime}},
+    // Its statements.
+    {u8"AppActivate Beep ChDir ChDrive DeleteSetting FileCopy Kill Load MkDir Randomize RmDir "
+     u8"SavePicture SaveSetting SendKeys SetAttr Unload",
+     {Word::None, Runtime}},
+    // Its functions: texts.
+    {u8"Asc AscB AscW Chr ChrB ChrW Filter Format FormatCurrency FormatDateTime FormatNumber "
+     u8"FormatPercent Hex InStr InStrB InStrRev Join LCase LTrim Left LeftB Mid MidB Oct RTrim "
+     u8"Replace Right RightB Space Split Str StrComp StrConv StrReverse Trim UCase Val",
+     {Word::None, Runtime}},
+    // Numbers and money.
+    {u8"Atn Cos DDB Exp FV IPmt IRR Log MIRR NPV NPer PPmt PV Partition Pmt RGB QBColor Rate Rnd "
+     u8"Round SLN SYD Sin Sqr Tan",
+     {Word::None, Runtime}},
+    // Dates and times.
+    {u8"CVDate DateAdd DateDiff DatePart DateSerial DateValue Day Hour Minute Month MonthName Now "
+     u8"Second Time TimeSerial TimeValue Timer Weekday WeekdayName Year",
+     {Word::None, Runtime}},
+    // Files, settings and other programs.
+    {u8"Command CreateObject CurDir Dir EOF Environ FileAttr FileDateTime FileLen FreeFile "
+     u8"GetAllSettings GetAttr GetObject GetSetting IMEStatus InputBox LOF Loc MacID MacScript "
+     u8"MsgBox Shell",
+     {Word::None, Runtime}},
+    // Values and objects.
+    {u8"CallByName Choose Erl IIf IsArray IsDate IsEmpty IsError IsMissing IsNull IsNumeric "
+     u8"IsObject LoadPicture LoadResData LoadResPicture LoadResString ObjPtr StrPtr Switch "
+     u8"TypeName VarPtr VarType",
+     {Word::None, Runtime}},
+};
+
+// Calls `take` with each entry of a list, one a line.
+template <typename Take>
+void forEachEntry(std::u8string_view list, std::u8string_view ends, Take take) {
+  for (std::size_t begin = 0; begin < list.size();) {
+    const std::size_t end = std::min(list.find_first_of(ends, begin), list.size());
+    std::u8string_view entry = list.substr(begin, end - begin);
+    while (entry.ends_with(u8' ') || entry.ends_with(u8'\t')) entry.remove_suffix(1);
+    while (entry.starts_with(u8' ') || entry.starts_with(u8'\t')) entry.remove_prefix(1);
+    if (entry.ends_with(u8'$')) entry.remove_suffix(1);
+    if (!entry.empty() && entry.size() <= kLongest) take(entry);
+    begin = end + 1;
+  }
+}
+
+// The built-in lists are ASCII.
+std::u8string_view builtInList(int number) {
+  const std::string_view list = programResource(number);
+  return {reinterpret_cast<const char8_t*>(list.data()), list.size()};
+}
+
+constexpr std::u8string_view kLineEnds{u8"\r\n\0", 3};
+constexpr std::size_t kMostEntries = 0xFFFE;
+
+}  // namespace
+
+WordLists::WordLists() : WordLists({}, builtInList(102)) {}
+
+WordLists::WordLists(std::u8string_view first, std::u8string_view second) {
+  entries_.reserve(std::size(kWords) + 200 + (first.size() + second.size()) / 8);
+  slots_.resize(4096);
+  shift_ = 64 - 12;
+  for (const LanguageWord& word : kWords) add(word.text, {word.word, word.wordClass});
+  for (const WordGroup& group : kGroups)
+    forEachEntry(group.words, u8" ", [&](std::u8string_view word) { add(word, group.known); });
+  if (!first.empty()) {
+    const WordLists builtIn(std::u8string_view(), builtInList(101));
+    addEntries(first, {Word::None, Runtime}, &builtIn);
+  }
+  addEntries(second, {Word::None, Listed}, nullptr);
+}
+
+// Adds the entries of a list, except those that another one holds.
+void WordLists::addEntries(std::u8string_view list, KnownWord known, const WordLists* except) {
+  forEachEntry(list, kLineEnds, [&](std::u8string_view word) {
+    if (except == nullptr || !except->contains(word)) add(word, known);
+  });
+}
+
+bool WordLists::contains(std::u8string_view word) const {
+  const char8_t* const end = word.data() + word.size();
+  return find(word.data(), end, end).wordClass != None;
+}
+
+// Adds a word that is not there yet.
+void WordLists::add(std::u8string_view word, KnownWord known) {
+  if (contains(word) || entries_.size() == kMostEntries) return;
+  const Key key = keyOf(word.data(), word.size(), word.data() + word.size());
+  entries_.push_back({key.head, key.tail, static_cast<std::uint32_t>(texts_.size()),
+                      static_cast<std::uint16_t>(word.size()), known});
+  if (word.size() > 16) texts_.append(word);
+  if (entries_.size() * 2 > slots_.size()) {  // at least every second slot is empty
+    slots_.assign(slots_.size() * 2, {});
+    --shift_;
+    for (std::size_t i = 0; i < entries_.size(); ++i) addSlot(i);
+  } else {
+    addSlot(entries_.size() - 1);
+  }
+}
+
+void WordLists::addSlot(std::size_t entry) {
+  const Entry& added = entries_[entry];
+  const std::uint64_t hash = hashOf({added.head, added.tail, added.length});
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t at = hash >> shift_;
+  while (slots_[at].entry != 0) at = (at + 1) & mask;
+  slots_[at] = {static_cast<std::uint16_t>(entry + 1), static_cast<std::uint16_t>(hash)};
+}
+
+bool WordLists::middleIs(const Entry& entry, const char8_t* word) const {
+  const char8_t* const text = texts_.data() + entry.text;
+  return std::equal(text + 8, text + entry.length - 8, word + 8,
+                    [](unsigned a, unsigned b) { return (a | 0x20U) == (b | 0x20U); });
+}
+
+}  // namespace tintline::vb
