@@ -58,7 +58,7 @@ class AnalysisShown {
   }
   ~AnalysisShown() {
     form_.Topmost = false;
-    form_.Label9.Caption = L"";
+    form_.Label9.Caption = form_.abortRequested() ? L"Abgebrochen" : L"";
     form_.MousePointer = Pointer::Default;
   }
   AnalysisShown(const AnalysisShown&) = delete;

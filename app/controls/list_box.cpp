@@ -60,12 +60,29 @@ void ListBox::selectOnly(std::size_t index) {
   changed();
 }
 
+void ListBox::setMarks(Marks marks) {
+  if (marks.selection.size() != lines_.size()) return;
+  take(std::move(marks));
+  ++selectionVersion_;
+  changed();
+}
+
+void ListBox::scrollTo(std::size_t index) {
+  scrollTarget_ = index;
+  ++scrollVersion_;
+  changed();
+}
+
 void ListBox::userSelected(std::vector<bool> selection, std::ptrdiff_t listIndex) {
-  selected_ = std::move(selection);
-  selected_.resize(lines_.size());
-  selectedCount_ = static_cast<std::size_t>(std::count(selected_.begin(), selected_.end(), true));
-  listIndex_ = existing(listIndex);
+  selection.resize(lines_.size());
+  take({std::move(selection), listIndex});
   if (Click) Click();
+}
+
+void ListBox::take(Marks marks) {
+  selected_ = std::move(marks.selection);
+  selectedCount_ = static_cast<std::size_t>(std::count(selected_.begin(), selected_.end(), true));
+  listIndex_ = existing(marks.listIndex);
 }
 
 std::ptrdiff_t ListBox::existing(std::ptrdiff_t index) const {

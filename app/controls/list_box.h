@@ -45,19 +45,35 @@ class ListBox : public Control {
   void selectOnly(std::size_t index);
   std::size_t SelCount() const { return selectedCount_; }
 
+  // What is selected, and the current item.
+  struct Marks {
+    std::vector<bool> selection;
+    std::ptrdiff_t listIndex;
+  };
+  Marks marks() const { return {selected_, listIndex_}; }
+
+  // Sets them again, when there are as many lines as there were.
+  void setMarks(Marks marks);
+
+  // Brings that line to the top of the list, or as far up as the lines behind it allow.
+  void scrollTo(std::size_t index);
+  std::size_t scrollTarget() const { return scrollTarget_; }
+
   // The range that can be scrolled through sideways, in pixels.
   Property<int> HorizontalExtent{*this, 0};
 
-  // Grows whenever lines or selection change from here: how a view knows
-  // whether what it shows is still right.
+  // Grows whenever lines or selection change from here, or a line is scrolled to: how a view
+  // knows whether what it shows is still right.
   unsigned lineVersion() const { return lineVersion_; }
   unsigned selectionVersion() const { return selectionVersion_; }
+  unsigned scrollVersion() const { return scrollVersion_; }
 
   // The view reports what the user selected and where the focus is; then comes Click.
   void userSelected(std::vector<bool> selection, std::ptrdiff_t listIndex);
   Event Click;
 
  private:
+  void take(Marks marks);
   std::ptrdiff_t existing(std::ptrdiff_t index) const;
 
   LineList lines_;
@@ -66,6 +82,8 @@ class ListBox : public Control {
   std::ptrdiff_t listIndex_ = kNone;
   unsigned lineVersion_ = 0;
   unsigned selectionVersion_ = 0;
+  std::size_t scrollTarget_ = 0;
+  unsigned scrollVersion_ = 0;
 };
 
 }  // namespace tintline

@@ -8,7 +8,7 @@ constexpr MenuEntry kLine{Command::None, L"", L""};
 
 constexpr MenuEntry kDatei[] = {
     {Command::mnudatei, L"&Öffnen…", L"Strg+O"},
-    {Command::mnuexport, L"&Exportieren…", L"Strg+S"},
+    {Command::cmdExport, L"&Exportieren…", L"Strg+S"},
     kLine,
     {Command::mnubeenden, L"&Beenden", L"Alt+F4"},
 };
@@ -63,7 +63,7 @@ constexpr Menu kMenuBar[] = {
     {L"&Office", kOffice}, {L"E&xtras", kExtras},         {L"&?", kHilfe},
 };
 
-constexpr MenuEntry kModulExport[] = {{Command::mnuModulExport, L"Modul exportieren", L""}};
+constexpr MenuEntry kModulExport[] = {{Command::mnuexport, L"Modul exportieren", L""}};
 
 constexpr MenuEntry kModulAll[] = {
     {Command::mnuexportall, L"Alle Module exportieren", L""},
@@ -88,8 +88,9 @@ constexpr ToolbarButton kToolbar[] = {
     {"format2", Command::mnuFormat2, L"Verkleinert den Einzug"},  // 13
     {"umbruch", Command::mnuUmbruch, L"Bricht lange Zeilen um"},
     kGap,
-    {"export", Command::mnuexport, L"Speichert das Ergebnis"},
-    {"2word", Command::mnu2word, L"Überträgt das Ergebnis nach Word"},
+    {"export", Command::cmdExport, L"Speichert das Ergebnis"},
+    {"2word", Command::mnu2word,
+     L"Überträgt das ganze Ergebnis nach Word; sind mehrere HTML-Zeilen markiert, nur diese"},
     kGap,
     {"farbe", Command::mnuFarben, L"Stellt die Farben ein"},
     {"help", Command::mnuhelp, L"Zeigt die Hilfe an"},
@@ -97,7 +98,7 @@ constexpr ToolbarButton kToolbar[] = {
 
 constexpr Accelerator kAccelerators[] = {
     {kControl, Key::Letter, 'O', Command::mnudatei},
-    {kControl, Key::Letter, 'S', Command::mnuexport},
+    {kControl, Key::Letter, 'S', Command::cmdExport},
     {kControl, Key::Letter, 'C', Command::mnuCopy},
     {kControl, Key::Letter, 'V', Command::mnuInsert},
     {kControl, Key::Letter, 'A', Command::mnuSelectAll},
@@ -115,7 +116,7 @@ constexpr Accelerator kAccelerators[] = {
 
 std::span<const Menu> menuBar() { return kMenuBar; }
 
-std::span<const MenuEntry> componentMenu() { return kModulExport; }
+std::span<const MenuEntry> mnuModulExport() { return kModulExport; }
 
 std::span<const MenuEntry> mnuModulAll() { return kModulAll; }
 

@@ -13,7 +13,7 @@ namespace tintline {
 enum class Command {
   None,
   mnudatei,
-  mnuexport,
+  cmdExport,
   mnubeenden,
   mnuCopy,
   cmdVBAClp,
@@ -34,7 +34,7 @@ enum class Command {
   mnutrennen,
   mnutrennen2,
   mnu2word,
-  mnuModulExport,  // in the menus of the tree
+  mnuexport,  // in the menus of the tree
   mnuexportall,
   mnuconvertall,
   mnuFarben,
@@ -61,7 +61,7 @@ struct Menu {
 std::span<const Menu> menuBar();
 
 // The menus of the tree, for a component and for a document.
-std::span<const MenuEntry> componentMenu();
+std::span<const MenuEntry> mnuModulExport();
 std::span<const MenuEntry> mnuModulAll();
 
 struct ToolbarButton {

@@ -104,7 +104,10 @@ void frmVBACode::Verarbeiten() {
       List1.lines(), ProzNamen_, {}, conversionOptions(), frame(), highlighter_, observer);
   Auswahl_ = false;
   hscroll2_.fit();
-  if (!conversion.aborted) {
+  KopierschalterSetzen();
+  if (conversion.aborted) {
+    tellAborted();
+  } else {
     HTMLText = conversion.body();
     const double seconds = double{ports_.clock.timer()} - start;
     if (count > 0) {
@@ -130,29 +133,35 @@ frmVBACode::ResultOptions frmVBACode::chosenOptions() const {
 DocumentFrame frmVBACode::frame() const { return DocumentFrame(application_.colors, shown_.style); }
 
 void frmVBACode::cmdMakro_Click() {
-  if (readSourceAnew()) run([this] { Verarbeiten(); });
+  if (readSourceAnew())
+    run([this] { Verarbeiten(); });
+  else
+    AusgabeschalterSetzen(resultExists());
 }
 
 // A file may have changed on disk since it was read, a procedure in its application; or
 // the lines are those of a whole module now. What the user did to the lines since then is
-// done again. What cannot be read any more stays as it is shown.
+// done again. What cannot be read any more stays as it is shown, and so does its result.
 bool frmVBACode::readSourceAnew() {
   const TreeNode* const node = TreeView1.SelectedItem();
-  const bool procedure =
-      source_ == Source::Procedure && node != nullptr && node->path().size() == 3;
-  if (source_ != Source::File && !procedure) return true;
-  LineList lines = List1.lines();
-  ProcedureNames names = ProzNamen_;
-  const bool wholeModules = gesamtmodul_;
-  if (procedure ? Makroeinlesen(*node) : ModulDateiLesen(Dateipfad_)) {
-    reformatAgain();
+  if (source_ == Source::File) {
+    auto module = readModule(Dateipfad_);
+    if (!module) return false;
+    if (module->tooManyLines) {
+      Label9.Caption = Dateiname_ + L": mehr als " + std::to_wstring(kMaxLines) +
+                       L" Zeilen, nicht umgewandelt";
+      return false;
+    }
+    showModule(std::move(*module));
+  } else if (source_ == Source::Procedure && node != nullptr && node->path().size() == 3) {
+    auto code = readProcedure(*node);
+    if (!code) return false;
+    showProcedure(std::move(*code));
+  } else {
     return true;
   }
-  replaceLines(std::move(lines));
-  ProzNamen_ = std::move(names);
-  gesamtmodul_ = wholeModules;
-  DummySeite();
-  return false;
+  reformatAgain();
+  return true;
 }
 
 void frmVBACode::cmdAuswahl_Click() {
@@ -174,14 +183,27 @@ void frmVBACode::convertSelection() {
   HTMLText = conversion.body();
   HTMLTabelle = conversion.table;
   HTMLDateierstellen();
+  tellSelected();
   MousePointer = Pointer::Default;
 }
 
-// Buttons and options are off while a run goes on, and the preview does not follow it.
-// After an abort there is no result to hand out.
+void frmVBACode::tellSelected() {
+  const auto count = std::count(selectedLines_.begin(), selectedLines_.end(), true);
+  Label9.Caption = count == 0 ? L"Keine Zeile ausgewählt"
+                              : std::to_wstring(count) + L" von " +
+                                    std::to_wstring(List1.ListCount()) + L" Zeilen verarbeitet";
+  Label10.Caption = L"";
+}
+
+void frmVBACode::tellAborted() {
+  Label9.Caption = L"Abgebrochen";
+  Label10.Caption = L"";
+}
+
+// Buttons and options are off while a run goes on. The preview's box stays as the user set it,
+// and clickable: the pane follows it behind the run. After an abort there is no result to hand
+// out.
 void frmVBACode::run(const std::function<void()>& work) {
-  const bool preview = Check2.Value;
-  Check2.Value = false;
   QuellschalterSetzen(false);
   AusgabeschalterSetzen(false);
   OptionenSetzen(false);
@@ -189,18 +211,26 @@ void frmVBACode::run(const std::function<void()>& work) {
     work();
   } catch (...) {
     clearResult();
-    endRun(preview);
+    tellAborted();
+    endRun();
     throw;
   }
-  endRun(preview);
+  endRun();
 }
 
-// The preview's box stays clickable in the run.
-void frmVBACode::endRun(bool preview) {
-  if (preview) Check2.Value = true;
+void frmVBACode::endRun() {
   QuellschalterSetzen(true);
   AusgabeschalterSetzen(!HTMLText.empty());
   OptionenSetzen(true);
+}
+
+// A run that the user did not start himself takes nothing away that he selected.
+void frmVBACode::runAside(const std::function<void()>& work) {
+  ListBox::Marks source = List1.marks(), html = List2.marks();
+  run(work);
+  List1.setMarks(std::move(source));
+  List2.setMarks(std::move(html));
+  KopierschalterSetzen();
 }
 
 void frmVBACode::OptionenSetzen(bool enabled) {
@@ -212,12 +242,15 @@ void frmVBACode::OptionenSetzen(bool enabled) {
 // Shows the result that is on display once more, with what the user has changed: the same
 // lines, whatever is selected by now. When these are no more there, it stays.
 void frmVBACode::ErgebnisAuffrischen() {
-  if (List2.ListCount() == 0) return;
+  if (!resultExists()) return;
   if (!Auswahl_)
-    run([this] { Verarbeiten(); });
+    runAside([this] { Verarbeiten(); });
   else if (selectedLines_.size() == List1.ListCount())
-    run([this] { convertSelection(); });
+    runAside([this] { convertSelection(); });
 }
+
+// After an abort there are lines without a result, before a conversion a text without lines.
+bool frmVBACode::resultExists() const { return List2.ListCount() > 0 && !HTMLText.empty(); }
 
 // The shortest text that tells the number, with the user's decimal separator.
 std::wstring frmVBACode::decimal(double number) const {
@@ -232,19 +265,22 @@ void frmVBACode::KopierschalterSetzen() { cmdVBAClp.Enabled = List1.SelCount() >
 
 void frmVBACode::List1auswerten() {
   KopierschalterSetzen();
-  followCurrentLine(List1, List2);
+  if (const auto line = pairedLine(List1)) List2.selectOnly(*line);
 }
 
-void frmVBACode::ListBoxauswerten() { followCurrentLine(List2, List1); }
+// The selection in List1 is the user's: of its lines only the current one follows.
+void frmVBACode::ListBoxauswerten() {
+  if (const auto line = pairedLine(List2)) List1.setListIndex(static_cast<std::ptrdiff_t>(*line));
+}
 
-// A source line and its HTML line are shown together, where each line has one.
-void frmVBACode::followCurrentLine(const ListBox& moved, ListBox& other) {
-  const std::ptrdiff_t current = moved.ListIndex();
-  if (current == ListBox::kNone) return;
-  Label9.Caption = progressText(kReading, static_cast<std::size_t>(current), moved.ListCount());
-  if (Auswahl_ || List1.ListCount() != List2.ListCount()) return;
-  other.selectOnly(static_cast<std::size_t>(current));
-  KopierschalterSetzen();
+// The current line, when it has a partner in the other list: a source line and its HTML line
+// are shown together, where each line has one.
+std::optional<std::size_t> frmVBACode::pairedLine(const ListBox& moved) {
+  if (moved.ListIndex() == ListBox::kNone) return {};
+  const auto current = static_cast<std::size_t>(moved.ListIndex());
+  Label9.Caption = progressText(kReading, current, moved.ListCount());
+  if (Auswahl_ || List1.ListCount() != List2.ListCount()) return {};
+  return current;
 }
 
 }  // namespace tintline

@@ -45,7 +45,9 @@ frmVBACode::frmVBACode(Application& application)
   cmdExport.Caption = L"Exportieren";
   cmdExport.ToolTipText = L"Speichert das Ergebnis";
   cmdWord.Caption = L">> Word";
-  cmdWord.ToolTipText = L"Überträgt das Ergebnis in ein neues Word-Dokument";
+  cmdWord.ToolTipText =
+      L"Überträgt das ganze Ergebnis in ein neues Word-Dokument; sind mehrere HTML-Zeilen "
+      L"markiert, nur diese";
   Check1.Caption = L"Zeilennummern";
   Check1.ToolTipText = L"Nummeriert die Zeilen";
   Check2.Caption = L"Vorschau";
@@ -69,7 +71,7 @@ void frmVBACode::wireEvents() {
   cmdAuswahl.Click = [this] { execute(Command::mnuAuswahl); };
   cmdVBAClp.Click = [this] { execute(Command::cmdVBAClp); };
   cmdHTMClp.Click = [this] { command([this] { HTMLKopieren(); }); };
-  cmdExport.Click = [this] { execute(Command::mnuexport); };
+  cmdExport.Click = [this] { execute(Command::cmdExport); };
   Check1.Click = [this] { command([] {}); };  // which catches up
   const auto chosenInsteadOf = [this](OptionButton& other) {
     return [this, &other] {
@@ -135,7 +137,7 @@ void frmVBACode::dispatch(Command command) {
   switch (command) {
     case Command::mnudatei:
       return DateiEinlesen();
-    case Command::mnuexport:
+    case Command::cmdExport:
       return cmdExport_Click();
     case Command::mnubeenden:
       return mnubeenden_Click();
@@ -191,7 +193,7 @@ void frmVBACode::dispatch(Command command) {
       return Trennen(Excel);
     case Command::mnu2word:
       return cmdWord_Click();
-    case Command::mnuModulExport:
+    case Command::mnuexport:
       return ModulExportieren(*menuNode());
     case Command::mnuexportall:
       return AlleModuleExportieren(*menuNode());
@@ -209,7 +211,7 @@ bool frmVBACode::isEnabled(Command command) const {
   if (busy_) return command == Command::mnuAbbrechen || command == Command::mnubeenden;
   const bool code = List1.ListCount() > 0;
   switch (command) {
-    case Command::mnuexport:
+    case Command::cmdExport:
       return cmdExport.Enabled;
     case Command::mnuCopy:
     case Command::mnuSelectAll:
@@ -238,7 +240,7 @@ bool frmVBACode::isEnabled(Command command) const {
       return Excel.connected();
     case Command::mnu2word:
       return cmdWord.Enabled;
-    case Command::mnuModulExport:
+    case Command::mnuexport:
     case Command::mnuexportall:
     case Command::mnuconvertall:
       return menuNode() != nullptr;
@@ -276,7 +278,11 @@ bool frmVBACode::QueryUnload() {
 void frmVBACode::Check2_Click() {
   FrameVorschau.Visible = Check2.Value();
   wBrowser.Visible = Check2.Value();
-  if (Check2.Value && !HTMLText.empty()) HTMLDateierstellen();
+  if (!Check2.Value || HTMLText.empty()) return;
+  if (resultExists())
+    HTMLDateierstellen();
+  else
+    DummySeite();
 }
 
 void frmVBACode::mnuFarben_Click() {

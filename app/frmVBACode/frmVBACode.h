@@ -77,6 +77,9 @@ class frmVBACode final : public Form {
   // ended first; the window is then closed behind it.
   bool QueryUnload();
 
+  // Whether the user asked to end the command at work.
+  bool abortRequested() const { return bEsc_; }
+
   // A file was dropped onto the window.
   void fileDropped(const std::filesystem::path& file);
 
@@ -86,7 +89,7 @@ class frmVBACode final : public Form {
 
   // -------------------------------------------------------------------- sources
   void DateiEinlesen();
-  bool ModulDateiLesen(const std::filesystem::path& file);  // false: not, or not all, read
+  bool ModulDateiLesen(const std::filesystem::path& file);  // false: could not be read
   void DateiknotenEinfuegen(const std::wstring& name, const std::filesystem::path& path);
   bool fkt_DateiknotenEntnehmen();
   void DateiknotenWiederherstellen();
@@ -197,20 +200,27 @@ class frmVBACode final : public Form {
 
   void open(const std::filesystem::path& file);
   void chooseFile(const TreeNode& node);
+  std::optional<ModuleSource> readModule(const std::filesystem::path& file);
+  void showModule(ModuleSource module);
   void clearLists();
   void clearResult();
+  void showExportPath(const std::wstring& path);
   void resetDisplay();
   void setSource(Source source);
   void nodeWithChildren(TreeNode& node);
   void nodeWithoutChildren(TreeNode& node);
 
   void run(const std::function<void()>& work);
-  void endRun(bool preview);
+  void runAside(const std::function<void()>& work);
+  void endRun();
   void OptionenSetzen(bool enabled);
   bool readSourceAnew();
   void convertSelection();
+  void tellSelected();
+  void tellAborted();
   void ErgebnisAuffrischen();
-  void followCurrentLine(const ListBox& moved, ListBox& other);
+  bool resultExists() const;
+  std::optional<std::size_t> pairedLine(const ListBox& moved);
   void KopierschalterSetzen();
   ResultOptions chosenOptions() const;
   ConversionOptions conversionOptions() const;
@@ -233,13 +243,16 @@ class frmVBACode final : public Form {
                    const ProjectSummary& project);
   void removeDocuments(const modWord::Connection& connection);
   bool appendLines(const ModuleSource& source);
-  bool appendCode(const CodeModule& code, std::int32_t start, std::int32_t count,
-                  ProcedureNames& names);
+  void tellTooManyLines();
+  ModuleSource readCode(const CodeModule& code, std::int32_t start, std::int32_t count);
+  std::optional<ModuleSource> readProcedure(const TreeNode& node);
+  void showProcedure(ModuleSource code);
   void convertModules(const TreeNode& document, const std::vector<std::wstring>& modules,
                       bool headers, std::wstring_view procedure);
   std::optional<std::filesystem::path> chooseExportFolder(const std::wstring& name);
   bool exportModule(const std::wstring& name, const std::function<void()>& work);
   void tellNotExported(const std::wstring& name, const std::wstring& reason);
+  void tellSent(bool some);
 
   static SelectableLines selectable(const ListBox& list);
   bool hasResult();

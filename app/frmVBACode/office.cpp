@@ -200,28 +200,45 @@ void frmVBACode::addDocument(const modWord::Connection& connection, std::size_t 
 // --------------------------------------------------------------------------- reading
 bool frmVBACode::Makroeinlesen(const TreeNode& node) {
   clearLists();
-  Label9.Caption = L"";
-  Label10.Caption = L"";
   gesamtmodul_ = false;
   blnPaste_ = false;
+  auto code = readProcedure(node);
+  if (code) showProcedure(std::move(*code));
+  return code.has_value();
+}
+
+// Nothing when it cannot be read, which the user was told.
+std::optional<ModuleSource> frmVBACode::readProcedure(const TreeNode& node) {
+  Label9.Caption = L"";
+  Label10.Caption = L"";
   MousePointer = Pointer::Hourglass;
-  bool complete = false;
+  std::optional<ModuleSource> lines;
   OfficeAufruf(*connectionOf(node), L"Makroeinlesen" + std::wstring(kOfForm), [&] {
     const bool declarations = node.Key().ends_with(kDeclarationKey);
     ProcedureKind kind{};
     const std::wstring procedure = procedureOf(node, kind);
     const CodeModule code =
         projectOf(node).VBComponents().Item(nameOf(*node.Parent())).CodeModule();
-    ProcedureNames notListed;  // the index stays that of the last module
-    complete = declarations ? appendCode(code, 1, code.CountOfDeclarationLines(), notListed)
-                            : appendCode(code, code.ProcStartLine(procedure, kind),
-                                         code.ProcCountLines(procedure, kind), notListed);
+    lines = declarations ? readCode(code, 1, code.CountOfDeclarationLines())
+                         : readCode(code, code.ProcStartLine(procedure, kind),
+                                    code.ProcCountLines(procedure, kind));
   });
   MousePointer = Pointer::Default;
-  if (!complete) return false;
-  Label9.Caption = std::to_wstring(List1.ListCount()) + L" Zeilen eingelesen";
+  Label9.Caption = L"";
+  if (!lines || !lines->tooManyLines) return lines;
+  tellTooManyLines();
+  return {};
+}
+
+// The index of procedures stays that of the last module.
+void frmVBACode::showProcedure(ModuleSource code) {
+  clearLists();
+  gesamtmodul_ = false;
+  blnPaste_ = false;
+  List1.setLines(std::move(code.List1));
+  hscroll1_.fit();
   Pruefen();
-  return true;
+  Label9.Caption = std::to_wstring(List1.ListCount()) + L" Zeilen eingelesen";
 }
 
 bool frmVBACode::Modulbearbeiten(Project& project, const std::wstring& module, bool header) {
@@ -231,23 +248,22 @@ bool frmVBACode::Modulbearbeiten(Project& project, const std::wstring& module, b
     for (const std::string& line : Modulkopf(toAnsi(module))) lines.List1.append(line);
     if (!appendLines(lines)) return false;
   }
-  return appendCode(code, 1, code.CountOfLines(), ProzNamen_);
+  const ModuleSource lines = readCode(code, 1, code.CountOfLines());
+  if (!appendLines(lines)) return false;
+  ProzNamen_.insert(ProzNamen_.end(), lines.ProzNamen.begin(), lines.ProzNamen.end());
+  return true;
 }
 
 // The whole stretch is asked for in one call. Its lines and names are those that a file
 // with the same code has.
-bool frmVBACode::appendCode(const CodeModule& code, std::int32_t start, std::int32_t count,
-                            ProcedureNames& names) {
-  if (count <= 0) return true;
-  const ModuleSource source = tintline::ModulDateiLesen(
+ModuleSource frmVBACode::readCode(const CodeModule& code, std::int32_t start, std::int32_t count) {
+  if (count <= 0) return {};
+  return tintline::ModulDateiLesen(
       toAnsi(code.Lines(start, count)) + "\r\n", [this, count](std::size_t line) {
         Label9.Caption =
             L"Lese Zeile: " + std::to_wstring(line) + L" (" + std::to_wstring(count) + L")";
         ports_.messageLoop.yield();
       });
-  if (!appendLines(source)) return false;
-  names.insert(names.end(), source.ProzNamen.begin(), source.ProzNamen.end());
-  return true;
 }
 
 // ------------------------------------------------------------------------ conversion
@@ -280,18 +296,20 @@ void frmVBACode::convertModules(const TreeNode& document, const std::vector<std:
   blnPaste_ = false;
   run([&] {
     MousePointer = Pointer::Hourglass;
-    bool complete = true;
+    bool complete = true, aborted = false;
     const bool done =
         OfficeAufruf(*connectionOf(document), std::wstring(procedure) + std::wstring(kOfForm), [&] {
           Project& project = projectOf(document);
-          for (std::size_t i = 0; complete && i < modules.size(); ++i) {
+          for (std::size_t i = 0; complete && !aborted && i < modules.size(); ++i) {
             ports_.messageLoop.yield();
-            complete =
-                Modulbearbeiten(project, modules[i], headers) && !std::exchange(bEsc_, false);
+            complete = Modulbearbeiten(project, modules[i], headers);
+            aborted = std::exchange(bEsc_, false);
           }
         });
     MousePointer = Pointer::Default;
     Pruefen();
+    if (aborted) return tellAborted();
+    Label9.Caption = L"";
     if (!done || !complete) return;
     gesamtmodul_ = true;
     Verarbeiten();
@@ -303,7 +321,7 @@ void frmVBACode::TreeView1_RightClick(TreeNode& node) {
   menuNode_ = node.id();
   if (node.Children().empty() || !hasModules(node) || !PopupMenu) return;
   const std::size_t level = node.path().size();
-  if (level == 2) PopupMenu(componentMenu());
+  if (level == 2) PopupMenu(mnuModulExport());
   if (level == 1) PopupMenu(mnuModulAll());
 }
 
@@ -379,7 +397,7 @@ void frmVBACode::AlleModuleExportieren(const TreeNode& node) {
         component.Export(fkt_ExportPfad(*folder, document, module, component.Type()));
       });
       ports_.messageLoop.yield();
-      if (std::exchange(bEsc_, false)) return;
+      if (std::exchange(bEsc_, false)) return tellAborted();
     }
     ports_.dialogs.message(
         L"Alle Module wurden in folgendes Verzeichnis exportiert: \r\n" + pathText(*folder),
@@ -391,17 +409,29 @@ void frmVBACode::AlleModuleExportieren(const TreeNode& node) {
 // The page goes over as a file: the application itself knows best how to read it.
 void frmVBACode::cmdWord_Click() {
   if (!hasResult()) return;
+  // One line is selected behind every click on its source line.
+  const bool some = List2.SelCount() > 1;
+  SelectableLines lines = selectable(List2);
+  if (!some) lines.selected = [](std::size_t) { return false; };
   std::ostringstream text;
-  writeWordPage(text, application_.colors, selectable(List2));
+  writeWordPage(text, application_.colors, lines);
   MousePointer = Pointer::Hourglass;
   try {
     const TemporaryPage page(ports_.files.temporaryFolder() / "TINTLINE-Word.htm", text.view());
-    OfficeAufruf(Word, L"cmdWord_Click" + std::wstring(kOfForm),
-                 [&] { Word.insertDocument(ports_.office, page.path()); });
+    if (OfficeAufruf(Word, L"cmdWord_Click" + std::wstring(kOfForm),
+                     [&] { Word.insertDocument(ports_.office, page.path()); }))
+      tellSent(some);
   } catch (const FileError& error) {
     tellUnwritable(error);
   }
   MousePointer = Pointer::Default;
+}
+
+void frmVBACode::tellSent(bool some) {
+  const std::wstring count = std::to_wstring(some ? List2.SelCount() : List2.ListCount());
+  Label9.Caption = some ? L"Nach Word übertragen: " + count + L" markierte Zeilen"
+                        : L"Nach Word übertragen: das ganze Ergebnis (Zeilen: " + count + L")";
+  Label10.Caption = L"";
 }
 
 }  // namespace tintline

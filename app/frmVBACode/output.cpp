@@ -46,17 +46,24 @@ SelectableLines frmVBACode::selectable(const ListBox& list) {
 // Converts when that was not done yet; false when there is nothing, or the user ended the run.
 bool frmVBACode::hasResult() {
   if (List1.ListCount() == 0) return false;
-  if (List2.ListCount() == 0) run([this] { Verarbeiten(); });
-  return !closeWanted_ && List2.ListCount() > 0 && !HTMLText.empty();
+  if (List2.ListCount() == 0) runAside([this] { Verarbeiten(); });
+  return !closeWanted_ && resultExists();
 }
 
 void frmVBACode::cmdExport_Click() {
   if (!hasResult()) return;
   const std::optional<std::filesystem::path> file = chooseExportFile();
   if (!file) return;
-  lblExportPfad.Caption = pathText(*file);
-  lblExportPfad.ToolTipText = pathText(*file);
-  if (writeExportFile(*file)) openFile(*file);
+  showExportPath(pathText(*file));
+  if (writeExportFile(*file))
+    openFile(*file);
+  else
+    showExportPath({});
+}
+
+void frmVBACode::showExportPath(const std::wstring& path) {
+  lblExportPfad.Caption = path;
+  lblExportPfad.ToolTipText = path;
 }
 
 // The name that the user chose; one that exists, with his consent.

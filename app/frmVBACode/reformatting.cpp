@@ -69,13 +69,11 @@ void frmVBACode::Pruefen() { wrappable_ = hasLongerLine(List1.lines(), zeilenbre
 
 // Lines that keep their places keep their selection.
 void frmVBACode::replaceLines(LineList lines) {
-  const std::vector<bool> selection = List1.selection();
-  const bool samePlaces = lines.size() == List1.ListCount();
+  ListBox::Marks marks = List1.marks();
   List1.setLines(std::move(lines));
+  List1.setMarks(std::move(marks));
   hscroll1_.fit();
   Pruefen();
-  for (std::size_t line = 0; samePlaces && line < selection.size(); ++line)
-    List1.setSelected(line, selection[line]);
   KopierschalterSetzen();
 }
 

@@ -70,35 +70,45 @@ void frmVBACode::chooseFile(const TreeNode& node) {
 
 bool frmVBACode::ModulDateiLesen(const std::filesystem::path& file) {
   clearLists();
-  Label9.Caption = L"";
-  Label10.Caption = L"";
   ProzNamen_.clear();
   blnPaste_ = false;
+  auto module = readModule(file);
+  if (module) showModule(std::move(*module));
+  return module.has_value();
+}
+
+// Nothing when it cannot be read, which Label9 tells.
+std::optional<ModuleSource> frmVBACode::readModule(const std::filesystem::path& file) {
+  Label9.Caption = L"";
+  Label10.Caption = L"";
   MousePointer = Pointer::Hourglass;
   const float start = ports_.clock.timer();
-  ModuleSource module;
+  std::optional<ModuleSource> module;
   try {
     module = tintline::ModulDateiLesen(readFile(file), [this](std::size_t lines) {
       Label9.Caption = L"Lese Zeile: " + std::to_wstring(lines);
       ports_.messageLoop.yield();
     });
+    const double seconds = double{ports_.clock.timer()} - start;
+    Label9.Caption = module->tooManyLines
+                         ? pathText(file.filename()) + L": " + tooManyLinesText()
+                         : std::to_wstring(module->List1.size()) + L" Zeilen eingelesen in " +
+                               decimal(std::floor(seconds * 10) / 10) + L"s";
   } catch (const FileError& error) {
-    MousePointer = Pointer::Default;
     Label9.Caption = pathText(file.filename()) + L": " + reasonText(error.reason());
-    return false;
   }
-  const double seconds = double{ports_.clock.timer()} - start;
-  const std::size_t lines = module.List1.size();
+  MousePointer = Pointer::Default;
+  return module;
+}
+
+void frmVBACode::showModule(ModuleSource module) {
+  clearLists();
+  blnPaste_ = false;
   List1.setLines(std::move(module.List1));
   hscroll1_.fit();
   ProzNamen_ = std::move(module.ProzNamen);
-  MousePointer = Pointer::Default;
   cmdModul.Enabled = false;
-  Label9.Caption = std::to_wstring(lines) + L" Zeilen eingelesen in " +
-                   decimal(std::floor(seconds * 10) / 10) + L"s";
   Pruefen();
-  if (module.tooManyLines) Label9.Caption = pathText(file.filename()) + L": " + tooManyLinesText();
-  return !module.tooManyLines;
 }
 
 void frmVBACode::clearLists() {
@@ -168,6 +178,7 @@ void frmVBACode::resetDisplay() {
   Frame1.Caption = std::wstring(kSourceCaption);
   reformatting_ = {};
   cmdVBAClp.Enabled = false;
+  showExportPath({});
 }
 
 void frmVBACode::nodeWithChildren(TreeNode& node) {
@@ -188,9 +199,9 @@ void frmVBACode::nodeWithoutChildren(TreeNode& node) {
   if (level == 2 && node.Parent()->Key() == kFilesKey) {
     cmdModul.Enabled = false;
     chooseFile(node);
-    ModulDateiLesen(Dateipfad_);
+    AusgabeschalterSetzen(ModulDateiLesen(Dateipfad_));
   } else if (level == 3) {
-    Makroeinlesen(node);
+    AusgabeschalterSetzen(Makroeinlesen(node));
     const bool there = TreeView1.SelectedItem() != nullptr;  // not behind a lost connection
     cmdModul.Enabled = there;
     QuellschalterSetzen(there);
@@ -205,31 +216,42 @@ void frmVBACode::nodeWithoutChildren(TreeNode& node) {
 }
 
 void frmVBACode::Einfügen() {
-  cmdMakro.Enabled = false;
-  setSource(Source::Text);
   const std::string text = ports_.clipboard.text();
-  if (text.empty()) return;
+  if (text.empty()) {
+    Label9.Caption = L"In der Zwischenablage ist kein Text";
+    return;
+  }
   ModuleSource pasted = tintline::Einfügen(text);
+  const std::size_t before = List1.ListCount(), added = pasted.List1.size();
   if (!appendLines(pasted)) return;
+  setSource(Source::Text);
   for (std::string& name : pasted.ProzNamen) ProzNamen_.push_back(std::move(name));
   blnPaste_ = true;
   QuellschalterSetzen(true);
   AusgabeschalterSetzen(true);
   Pruefen();
   DummySeite();
+  List1.setListIndex(static_cast<std::ptrdiff_t>(before));
+  List1.scrollTo(before);
+  Label9.Caption = std::to_wstring(added) + (added == 1 ? L" Zeile" : L" Zeilen") + L" eingefügt";
+  Label10.Caption = L"";
 }
 
 // False, and the user is told, when they are too many: then none is added.
 bool frmVBACode::appendLines(const ModuleSource& source) {
   if (source.tooManyLines || List1.ListCount() + source.List1.size() > kMaxLines) {
-    ports_.dialogs.message(
-        L"Mehr als " + std::to_wstring(kMaxLines) + L" Zeilen können nicht verarbeitet werden.",
-        MessageIcon::Critical, {});
+    tellTooManyLines();
     return false;
   }
   for (std::size_t line = 0; line < source.List1.size(); ++line)
     hscroll1_.AddItem(source.List1[line], -1, ListboxHScroll::kGrow);
   return true;
+}
+
+void frmVBACode::tellTooManyLines() {
+  ports_.dialogs.message(
+      L"Mehr als " + std::to_wstring(kMaxLines) + L" Zeilen können nicht verarbeitet werden.",
+      MessageIcon::Critical, {});
 }
 
 }  // namespace tintline

@@ -8,6 +8,20 @@
 namespace tintline::test {
 namespace {
 
+// What a label says whenever that control is refreshed.
+struct Recorder final : ControlView {
+  Recorder(Control& refreshed, const Label& label) : control(refreshed), told(label) {
+    control.setView(this);
+  }
+  ~Recorder() override { control.setView(nullptr); }
+  void changed(Control&) override {}
+  void refresh(Control&) override { texts.push_back(told.Caption); }
+
+  Control& control;
+  const Label& told;
+  std::vector<std::wstring> texts;
+};
+
 class conversion_commands : public ProgramTest {
  protected:
   void SetUp() override { start(); }
@@ -58,7 +72,11 @@ TEST_F(conversion_commands, escape_ends_a_run_and_keeps_the_lines_so_far) {
   form.execute(Command::mnuMakro);
   EXPECT_EQ(strings(form.List2.lines()), (std::vector<std::string>{"a  ", "b  "}));
   EXPECT_EQ(form.HTMLText, "");
+  EXPECT_EQ(form.Label9.Caption(), L"Abgebrochen");
+  EXPECT_EQ(form.Label10.Caption(), L"");
   EXPECT_FALSE(form.cmdExport.Enabled) << "half a page is not exported";
+  form.execute(Command::mnuZeilennummern);
+  EXPECT_EQ(form.List2.ListCount(), 2U) << "an option does not start the ended run again";
   EXPECT_EQ(form.MousePointer(), Pointer::Default);
   form.execute(Command::mnuMakro);
   EXPECT_EQ(form.List2.ListCount(), 4U) << "the request does not outlive its run";
@@ -98,7 +116,7 @@ TEST_F(conversion_commands, closing_in_the_run_of_an_export_asks_for_no_name) {
   open("a\r\n");
   form.TreeView1.userSelected(*form.TreeView1.find(L"a.bas"));
   ports.messageLoop.at(ports.messageLoop.yields + 3, [&] { EXPECT_FALSE(form.QueryUnload()); });
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_TRUE(ports.messageLoop.done());
   EXPECT_FALSE(mainWindow.open);
 }
@@ -133,16 +151,21 @@ TEST_F(conversion_commands, selected_lines_alone_are_converted) {
   open("Sub A()\r\nb = \"x\"\r\nc\r\n");
   form.Check1.Value = true;
   selectLines(form.List1, {1, 2});
+  const Recorder progress(form.Frame1, form.Label10);
   form.execute(Command::mnuAuswahl);
   EXPECT_EQ(form.List2.ListCount(), 2U);
   EXPECT_EQ(form.HTMLTabelle.substr(0, 8), "<tr><td>");
-  EXPECT_EQ(form.Label10.Caption(), L"Bearbeite Zeile: 2 (3)");
+  EXPECT_EQ(progress.texts,
+            (std::vector<std::wstring>{L"Bearbeite Zeile: 1 (3)", L"Bearbeite Zeile: 2 (3)"}));
+  EXPECT_EQ(form.Label9.Caption(), L"2 von 3 Zeilen verarbeitet");
+  EXPECT_EQ(form.Label10.Caption(), L"");
   EXPECT_EQ(form.List1.SelCount(), 2U) << "the selection stays";
   EXPECT_NE(scratchPage().find(form.HTMLText), std::string::npos);
   selectLines(form.List1, {});
   form.execute(Command::mnuAuswahl);
   EXPECT_EQ(form.List2.ListCount(), 0U);
   EXPECT_EQ(form.HTMLText, "");
+  EXPECT_EQ(form.Label9.Caption(), L"Keine Zeile ausgewählt");
 }
 
 TEST_F(conversion_commands, options_take_effect_on_the_result_that_is_shown) {
@@ -152,8 +175,13 @@ TEST_F(conversion_commands, options_take_effect_on_the_result_that_is_shown) {
   form.optStyle.Value = true;
   form.optStyle.Click();
   EXPECT_NE(form.HTMLText.find("style=\" color:#0000FF"), std::string::npos);
+  selectLines(form.List1, {1, 4});
   form.execute(Command::mnuZeilennummern);
   EXPECT_NE(form.HTMLText.find(">2:"), std::string::npos);
+  EXPECT_EQ(form.List1.marks().selection,
+            (std::vector<bool>{false, true, false, false, true, false}));
+  EXPECT_EQ(form.List1.ListIndex(), 4);
+  EXPECT_TRUE(form.List2.Selected(4) && form.cmdVBAClp.Enabled);
   colorWindow.whileModal = [this] {
     app.farbeinstellung.txtFarbe.Text = L"#123456";
     app.farbeinstellung.txtFarbe_Change();
@@ -171,10 +199,10 @@ TEST_F(conversion_commands, a_file_that_is_gone_stays_as_it_is_shown) {
   form.execute(Command::mnuMakro);
   EXPECT_EQ(form.Label9.Caption(), L"a.bas: Datei nicht gefunden");
   EXPECT_EQ(form.List1.ListCount(), 3U);
-  EXPECT_EQ(form.List2.ListCount(), 0U);
-  EXPECT_NE(scratchPage().find("In diesem Bereich"), std::string::npos);
+  EXPECT_EQ(form.List2.ListCount(), 3U);
+  EXPECT_NE(scratchPage().find(form.HTMLText), std::string::npos);
   ports.dialogs.answerSave({.path = ports.files.folder / "a.htm"});
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_NE(readFile(ports.files.folder / "a.htm").find("<a HREF='#A'>"), std::string::npos);
 }
 
@@ -188,7 +216,7 @@ TEST_F(conversion_commands, options_that_change_while_a_command_is_at_work_take_
   };
   ports.dialogs.onQuestion = chooseStyle;
   ports.dialogs.answerSave({.path = ports.files.folder / "a.htm"});
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_EQ(readFile(ports.files.folder / "a.htm").find("style=\" color"), std::string::npos);
   EXPECT_NE(form.HTMLText.find("style="), std::string::npos);
 }
@@ -204,7 +232,7 @@ TEST_F(conversion_commands, a_result_that_cannot_follow_is_exported_in_its_own_s
   form.optStyle.Value = true;
   form.optStyle.Click();
   ports.dialogs.answerSave({.path = ports.files.folder / "a.htm"});
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   const std::string page = readFile(ports.files.folder / "a.htm");
   EXPECT_NE(page.find("<span class='Code'>Dim</span>"), std::string::npos);
   EXPECT_NE(page.find(".Code {"), std::string::npos);
@@ -242,12 +270,35 @@ TEST_F(conversion_commands, both_lists_move_together_where_lines_match) {
   EXPECT_EQ(form.List2.SelCount(), 0U) << "not with the result of a selection";
   form.execute(Command::mnuMakro);
   EXPECT_FALSE(form.cmdVBAClp.Enabled) << "lines that are read anew are not selected";
-  selectLines(form.List2, {3});
-  EXPECT_TRUE(form.List1.Selected(3) && form.cmdVBAClp.Enabled);
+  selectLines(form.List1, {1, 4});
+  selectLines(form.List2, {2, 3});
+  EXPECT_EQ(form.List1.ListIndex(), 3);
+  EXPECT_TRUE(form.List1.Selected(1) && form.List1.Selected(4) && form.List1.SelCount() == 2)
+      << "the user's, for the next run over a selection";
+  EXPECT_EQ(form.List2.SelCount(), 2U);
+}
+
+TEST_F(conversion_commands, a_file_that_cannot_be_read_again_offers_no_result_that_is_not_there) {
+  open("a\r\n");
+  form.TreeView1.userSelected(*form.TreeView1.find(L"a.bas"));
+  ASSERT_TRUE(form.cmdExport.Enabled);
+  std::filesystem::remove(ports.files.folder / "a.bas");
+  form.execute(Command::mnuMakro);
+  EXPECT_FALSE(form.cmdExport.Enabled || form.cmdHTMClp.Enabled || form.cmdWord.Enabled);
+  std::string tooLong;
+  for (std::size_t i = 0; i <= kMaxLines; ++i) tooLong += "x\r\n";
+  moduleFile("a.bas", tooLong);
+  form.execute(Command::mnuMakro);
+  EXPECT_EQ(form.Label9.Caption(), L"a.bas: mehr als 32767 Zeilen, nicht umgewandelt");
+  EXPECT_EQ(form.List1.ListCount(), 1U);
 }
 
 TEST_F(conversion_commands, preview_pane_follows_its_check_box) {
   open("a\r\n");
+  form.execute(Command::mnuVorschau);
+  EXPECT_NE(scratchPage().find("In diesem Bereich"), std::string::npos);
+  EXPECT_EQ(scratchPage().find("<pre>"), std::string::npos) << "there is no result yet";
+  form.execute(Command::mnuVorschau);
   form.execute(Command::mnuMakro);
   EXPECT_FALSE(form.FrameVorschau.Visible);
   writeText(ports.files.program / "dummy.html", "of another running program");
@@ -255,6 +306,7 @@ TEST_F(conversion_commands, preview_pane_follows_its_check_box) {
   EXPECT_NE(scratchPage().find(form.HTMLText), std::string::npos);
   EXPECT_TRUE(form.Check2.Value && form.FrameVorschau.Visible && form.wBrowser.Visible);
   const unsigned before = form.wBrowser.navigations();
+  ports.messageLoop.at(ports.messageLoop.yields + 2, [&] { EXPECT_TRUE(form.Check2.Value); });
   form.execute(Command::mnuMakro);
   EXPECT_TRUE(form.Check2.Value && form.FrameVorschau.Visible);
   EXPECT_GT(form.wBrowser.navigations(), before);

@@ -31,7 +31,7 @@ TEST_F(office_output, right_click_offers_what_fits_the_node) {
   EXPECT_FALSE(form.cmdModul.Enabled) << "a document is no module";
   form.execute(Command::mnuword);  // the file is selected then
   ports.dialogs.answerSave({.error = FileChoice::kCancelled, .path = {}});
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_EQ(ports.dialogs.asked.back().value, L"a");
 }
 
@@ -40,7 +40,7 @@ TEST_F(office_output, a_module_is_exported_into_the_folder_of_day_and_document) 
   rightClick(L"Word_1_2");
   ports.dialogs.answerFolder(ports.files.folder.path());
   ports.dialogs.expectMessage();
-  form.execute(Command::mnuModulExport);
+  form.execute(Command::mnuexport);
   const auto& question = *(ports.dialogs.asked.end() - 2);
   EXPECT_EQ(question.text, L"Export-Ordner auswählen");
   EXPECT_EQ(question.value, pathText(ports.files.temporary));
@@ -50,7 +50,7 @@ TEST_F(office_output, a_module_is_exported_into_the_folder_of_day_and_document) 
   EXPECT_EQ(ports.dialogs.asked.back().icon, MessageIcon::Information);
   EXPECT_EQ(readFile(day / "Brief" / "Modul1.bas"), std::string(kModul1) + "\r\n");
   ports.dialogs.answerFolder(std::nullopt);
-  form.execute(Command::mnuModulExport);
+  form.execute(Command::mnuexport);
 }
 
 TEST_F(office_output, all_modules_are_exported_and_failures_are_told_one_by_one) {
@@ -111,7 +111,7 @@ TEST_F(office_output, a_result_is_made_anew_behind_an_analysis) {
   const std::string result = form.HTMLText;
   form.execute(Command::mnuword);
   ports.dialogs.answerSave({.path = ports.files.folder / "a.htm"});
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_NE(readFile(ports.files.folder / "a.htm").find(result), std::string::npos);
 }
 
@@ -132,9 +132,15 @@ TEST_F(office_output, result_goes_into_a_new_document_of_the_running_word) {
   EXPECT_EQ(word().living, 0);
   EXPECT_FALSE(std::filesystem::exists(pathFromText(document.insertedPath)));
   EXPECT_FALSE(form.isEnabled(Command::mnutrennen)) << "no connection stays";
-  selectLines(form.List2, {4});
+  EXPECT_EQ(form.Label9.Caption(), L"Nach Word übertragen: das ganze Ergebnis (Zeilen: 6)");
+  selectLines(form.List1, {0});  // and with it its HTML line
   form.execute(Command::mnu2word);
-  EXPECT_NE(word().documents[1]->inserted.find("<pre>\r\nx = 1  \r\n</pre>"), std::string::npos);
+  EXPECT_EQ(word().documents[1]->inserted, document.inserted);
+  selectLines(form.List2, {1, 4});
+  form.execute(Command::mnu2word);
+  EXPECT_EQ(word().documents[2]->inserted.find("End"), std::string::npos);
+  EXPECT_NE(word().documents[2]->inserted.find("\r\nx = 1  \r\n</pre>"), std::string::npos);
+  EXPECT_EQ(form.Label9.Caption(), L"Nach Word übertragen: 2 markierte Zeilen");
 }
 
 TEST_F(office_output, a_word_that_holds_a_result_belongs_to_the_user) {

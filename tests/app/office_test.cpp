@@ -184,7 +184,7 @@ TEST_F(office_commands, a_lost_connection_is_told_by_the_next_command_and_gone_t
       [&] { form.execute(Command::mnuMakro); },
       [&] {
         rightClick(L"Word_1_2");
-        form.execute(Command::mnuModulExport);
+        form.execute(Command::mnuexport);
       },
       [&] {
         rightClick(L"Word_1");
@@ -206,7 +206,7 @@ TEST_F(office_commands, a_lost_connection_is_told_by_the_next_command_and_gone_t
     EXPECT_EQ(word().quits, 0);
     EXPECT_EQ(form.MousePointer(), Pointer::Default);
     EXPECT_FALSE(form.isEnabled(Command::mnuModul) || form.isEnabled(Command::mnuAlleModule) ||
-                 form.isEnabled(Command::mnuModulExport));
+                 form.isEnabled(Command::mnuexport));
   }
 }
 
@@ -409,14 +409,14 @@ TEST_F(office_commands, a_module_gives_the_bytes_of_the_same_code_in_a_file) {
   form.execute(Command::mnuMakro);
   const std::string fromFile = form.HTMLText;
   ports.dialogs.answerSave({.path = ports.files.folder / "file.htm"});
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   form.execute(Command::mnuword);
   click(L"Word_1_2_1");
   form.execute(Command::mnuModul);
   EXPECT_EQ(form.HTMLText, fromFile);
   EXPECT_NE(fromFile.find("HREF='#Zwei'"), std::string::npos);
   ports.dialogs.answerSave({.path = ports.files.folder / "word.htm"});
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_EQ(ports.dialogs.asked.back().value, L"Brief_Modul1_Eins");
   EXPECT_EQ(readFile(ports.files.folder / "word.htm"), readFile(ports.files.folder / "file.htm"));
 }

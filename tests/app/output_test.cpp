@@ -25,7 +25,7 @@ class output_commands : public ProgramTest {
 
 TEST_F(output_commands, exported_page_has_index_and_body_and_is_opened) {
   answerSave(target("Seite.txt"), 2);
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   const auto& asked = ports.dialogs.asked.back();
   EXPECT_EQ(asked.text, L"HTML-Quellcode speichern");
   EXPECT_EQ(asked.value, L"MeinModul");
@@ -35,6 +35,8 @@ TEST_F(output_commands, exported_page_has_index_and_body_and_is_opened) {
   EXPECT_NE(page.find("<pre>\r\n" + form.HTMLText + "\r\n</pre>"), std::string::npos);
   EXPECT_EQ(ports.shell.opened, (std::vector<std::wstring>{pathText(target("Seite.html"))}));
   EXPECT_EQ(form.lblExportPfad.ToolTipText(), pathText(target("Seite.html")));
+  openFile(moduleFile("b.bas", "x\r\n"));
+  EXPECT_EQ(form.lblExportPfad.Caption(), L"") << "of another file";
 }
 
 TEST_F(output_commands, existing_file_is_replaced_only_with_consent) {
@@ -42,25 +44,25 @@ TEST_F(output_commands, existing_file_is_replaced_only_with_consent) {
   answerSave(target("a.htm"));
   ports.dialogs.answerConfirm(false);
   answerSave(target("b.htm"));
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_EQ(ports.dialogs.asked[2].text,
             L"Soll die Datei " + pathText(target("a.htm")) + L" überschrieben werden?");
   EXPECT_EQ(readFile(target("a.htm")), "alt");
   EXPECT_TRUE(std::filesystem::exists(target("b.htm")));
   answerSave(target("a.htm"));
   ports.dialogs.answerConfirm(true);
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_EQ(readFile(target("a.htm")), readFile(target("b.htm")));
 }
 
 TEST_F(output_commands, cancelled_export_writes_nothing_and_says_nothing) {
   writeText(target("a.htm"), "alt");
   ports.dialogs.answerSave({.error = FileChoice::kCancelled, .path = {}});
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   answerSave(target("a.htm"));
   ports.dialogs.answerConfirm(false);
   ports.dialogs.answerSave({.error = FileChoice::kCancelled, .path = {}});
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_EQ(readFile(target("a.htm")), "alt");
   EXPECT_TRUE(ports.shell.opened.empty());
 }
@@ -68,12 +70,17 @@ TEST_F(output_commands, cancelled_export_writes_nothing_and_says_nothing) {
 TEST_F(output_commands, failures_are_told) {
   ports.dialogs.answerSave({.error = 3002, .path = {}});
   ports.dialogs.expectMessage();
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_EQ(ports.dialogs.asked.back().text, L"Es ist der Fehler: 3002 aufgetreten!");
 
+  answerSave(target("b.htm"));
+  form.execute(Command::cmdExport);
+  EXPECT_NE(form.lblExportPfad.Caption(), L"");
+  ports.shell.opened.clear();
   answerSave(target("kein Ordner") / "a.htm");
   ports.dialogs.expectMessage();
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
+  EXPECT_EQ(form.lblExportPfad.Caption() + form.lblExportPfad.ToolTipText(), L"");
   EXPECT_NE(ports.dialogs.asked.back().text.find(L"kann nicht geschrieben werden"),
             std::wstring::npos);
   EXPECT_TRUE(ports.shell.opened.empty());
@@ -94,7 +101,7 @@ TEST_F(output_commands, answers_of_the_shell) {
     ports.shell.result = c.answer;
     answerSave(target(name.c_str()));
     if (c.message != nullptr) ports.dialogs.expectMessage();
-    form.execute(Command::mnuexport);
+    form.execute(Command::cmdExport);
     if (c.message == nullptr) continue;
     EXPECT_EQ(ports.dialogs.asked.back().text, c.message);
     EXPECT_EQ(ports.dialogs.asked.back().title, L"Datei öffnen");
@@ -107,7 +114,7 @@ TEST_F(output_commands, export_without_a_result_converts_first) {
   form.TreeView1.userSelected(*form.TreeView1.SelectedItem());
   ASSERT_EQ(form.List2.ListCount(), 0U);
   answerSave(target("a.htm"));
-  form.execute(Command::mnuexport);
+  form.execute(Command::cmdExport);
   EXPECT_EQ(form.List2.ListCount(), 6U);
   EXPECT_NE(readFile(target("a.htm")).find(form.HTMLText), std::string::npos);
 }

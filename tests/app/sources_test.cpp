@@ -100,7 +100,8 @@ TEST_F(sources, lines_beyond_the_limit_are_told) {
   EXPECT_EQ(form.List1.ListCount(), kMaxLines);
   EXPECT_EQ(form.Label9.Caption(),
             L"lang.bas: mehr als 32767 Zeilen, der Rest wurde nicht gelesen");
-  EXPECT_FALSE(form.cmdMakro.Enabled);
+  EXPECT_TRUE(form.cmdAuswahl.Enabled && form.cmdMakro.Enabled);
+  EXPECT_EQ(form.cmdMakro.Caption(), L"Datei");
 }
 
 TEST_F(sources, clicked_file_node_is_read_anew) {
@@ -159,6 +160,9 @@ TEST_F(sources, pasted_code_is_appended_and_never_linked) {
   EXPECT_EQ(strings(form.List1.lines()),
             (std::vector<std::string>{"Sub Eins() ", "End Sub ", "Sub Zwei() ", "Call Eins ",
                                       "End Sub "}));
+  EXPECT_EQ(form.Label9.Caption(), L"3 Zeilen eingefügt");
+  EXPECT_EQ(form.List1.ListIndex(), 2);
+  EXPECT_EQ(form.List1.scrollTarget(), 2U);
   EXPECT_EQ(form.cmdMakro.Caption(), L"Text");
   EXPECT_NE(scratchPage().find("In diesem Bereich"), std::string::npos);
   ASSERT_TRUE(form.cmdMakro.Enabled);
@@ -171,7 +175,9 @@ TEST_F(sources, nothing_to_paste_leaves_the_lines) {
   openFile(moduleFile("a.bas", "x\r\n"));
   form.execute(Command::mnuInsert);
   EXPECT_EQ(form.List1.ListCount(), 1U);
-  EXPECT_FALSE(form.cmdMakro.Enabled);
+  EXPECT_EQ(form.Label9.Caption(), L"In der Zwischenablage ist kein Text");
+  EXPECT_EQ(form.cmdMakro.Caption(), L"Datei");
+  EXPECT_TRUE(form.cmdMakro.Enabled);
 }
 
 TEST_F(sources, too_much_pasted_code_is_refused_whole) {

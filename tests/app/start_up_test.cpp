@@ -49,7 +49,7 @@ TEST_F(start_up, leaves_an_empty_window_with_a_placeholder_page) {
                                       &form.cmdVBAClp, &form.cmdHTMClp, &form.cmdExport})
     EXPECT_FALSE(button->Enabled) << toUtf8(button->Caption());
   for (const Command command :
-       {Command::mnuexport, Command::mnuCopy, Command::cmdVBAClp, Command::mnuFormat,
+       {Command::cmdExport, Command::mnuCopy, Command::cmdVBAClp, Command::mnuFormat,
         Command::mnuFormat2, Command::mnuUmbruch, Command::mnuSchluesselworte})
     EXPECT_FALSE(form.isEnabled(command)) << static_cast<int>(command);
   EXPECT_TRUE(std::filesystem::exists(app.settingsFile)) << "default colours are saved";
