@@ -148,8 +148,8 @@ bool frmVBACode::readSourceAnew() {
     auto module = readModule(Dateipfad_);
     if (!module) return false;
     if (module->tooManyLines) {
-      Label9.Caption = Dateiname_ + L": mehr als " + std::to_wstring(kMaxLines) +
-                       L" Zeilen, nicht umgewandelt";
+      Label9.Caption =
+          Dateiname_ + L": mehr als " + std::to_wstring(kMaxLines) + L" Zeilen, nicht umgewandelt";
       return false;
     }
     showModule(std::move(*module));
