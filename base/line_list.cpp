@@ -1,4 +1,4 @@
-// See line_list.h. Tested by tests/unit/app/ListboxHScroll_test.cpp.
+// See line_list.h. Tested by tests/unit/app/controls_test.cpp.
 #include "base/line_list.h"
 
 namespace tintline {

@@ -2,7 +2,7 @@
 // thousands of them without an allocation a line. Lines are only ever added,
 // nearly always at the end; a command that changes lines builds a new list.
 //
-// Tested by tests/unit/app/ListboxHScroll_test.cpp.
+// Tested by tests/unit/app/controls_test.cpp.
 #pragma once
 
 #include <cstddef>

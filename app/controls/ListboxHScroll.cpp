@@ -1,4 +1,4 @@
-// See ListboxHScroll.h. Tested by tests/unit/app/ListboxHScroll_test.cpp.
+// See ListboxHScroll.h. Tested by tests/unit/app/controls_test.cpp.
 #include "app/controls/ListboxHScroll.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 // only their columns are counted, as if each character were the font's widest.
 // Longer lines are measured.
 //
-// Tested by tests/unit/app/ListboxHScroll_test.cpp.
+// Tested by tests/unit/app/controls_test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// See tree_view.h. Tested by tests/unit/app/tree_view_test.cpp.
+// See tree_view.h. Tested by tests/unit/app/controls_test.cpp.
 #include "app/controls/tree_view.h"
 
 #include <algorithm>

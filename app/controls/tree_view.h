@@ -1,6 +1,6 @@
 // The model of a tree of keyed nodes.
 //
-// Tested by tests/unit/app/tree_view_test.cpp.
+// Tested by tests/unit/app/controls_test.cpp.
 #pragma once
 
 #include <cstddef>

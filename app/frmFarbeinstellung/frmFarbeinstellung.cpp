@@ -1,4 +1,4 @@
-// See frmFarbeinstellung.h. Tested by tests/unit/app/frmFarbeinstellung_test.cpp.
+// See frmFarbeinstellung.h. Tested by tests/unit/app/dialogs_test.cpp.
 #include "app/frmFarbeinstellung/frmFarbeinstellung.h"
 
 #include <charconv>

@@ -4,7 +4,7 @@
 // lblHinweis says what is wrong, and until it is corrected "Speichern" is disabled. It
 // is gone when another category is chosen.
 //
-// Tested by tests/unit/app/frmFarbeinstellung_test.cpp.
+// Tested by tests/unit/app/dialogs_test.cpp.
 #pragma once
 
 #include <array>

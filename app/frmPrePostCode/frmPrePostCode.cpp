@@ -1,4 +1,4 @@
-// See frmPrePostCode.h. Tested by tests/unit/app/frmPrePostCode_test.cpp.
+// See frmPrePostCode.h. Tested by tests/unit/app/dialogs_test.cpp.
 #include "app/frmPrePostCode/frmPrePostCode.h"
 
 #include <string_view>

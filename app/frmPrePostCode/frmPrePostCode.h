@@ -1,6 +1,6 @@
 // The dialog that edits the two texts around copied HTML lines.
 //
-// Tested by tests/unit/app/frmPrePostCode_test.cpp.
+// Tested by tests/unit/app/dialogs_test.cpp.
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// See commands.h. Tested by tests/unit/app/commands_test.cpp.
+// See commands.h. Tested by tests/unit/app/dialogs_test.cpp.
 #include "app/frmVBACode/commands.h"
 
 namespace tintline {

@@ -1,6 +1,6 @@
 // The commands of the main window, and where they stand in menus and tool bar.
 //
-// Tested by tests/unit/app/commands_test.cpp.
+// Tested by tests/unit/app/dialogs_test.cpp.
 #pragma once
 
 #include <span>

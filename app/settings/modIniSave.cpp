@@ -1,4 +1,4 @@
-// See modIniSave.h. Tested by tests/unit/app/modIniSave_test.cpp.
+// See modIniSave.h. Tested by tests/unit/app/dialogs_test.cpp.
 #include "app/settings/modIniSave.h"
 
 #include <fstream>

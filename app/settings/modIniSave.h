@@ -2,7 +2,7 @@
 // clipboard copy. Every value is stored with a closing "," that reading drops. It
 // lies beside the program, or in the user's own folder where he may not write there.
 //
-// Tested by tests/unit/app/modIniSave_test.cpp.
+// Tested by tests/unit/app/dialogs_test.cpp.
 #pragma once
 
 #include <array>

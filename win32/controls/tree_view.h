@@ -1,6 +1,6 @@
 // A tree control over the nodes of a TreeView.
 //
-// Tested by tests/win32/controls/tree_view_test.cpp.
+// Tested by tests/unit/app/controls_test.cpp.
 #pragma once
 
 #include <windows.h>
