@@ -1,4 +1,4 @@
-// The built-in keyword lists as bytes of the program; read by resources_posix.cpp.
+// The built-in texts and tables as bytes of the program; read by resources_posix.cpp.
 
     .section .rodata
 
@@ -13,5 +13,11 @@ tintline_keywords1_end:
 tintline_keywords2:
     .incbin "data/keywords2.txt"
 tintline_keywords2_end:
+
+    .globl tintline_codepages
+    .globl tintline_codepages_end
+tintline_codepages:
+    .incbin "data/codepages.bin"
+tintline_codepages_end:
 
     .section .note.GNU-stack, "", %progbits  // no executable stack

@@ -11,6 +11,8 @@ extern const char tintline_keywords1[];
 extern const char tintline_keywords1_end[];
 extern const char tintline_keywords2[];
 extern const char tintline_keywords2_end[];
+extern const char tintline_codepages[];
+extern const char tintline_codepages_end[];
 }
 
 namespace tintline {
@@ -21,6 +23,8 @@ std::string_view programResource(int number) {
       return {tintline_keywords1, tintline_keywords1_end};
     case 102:
       return {tintline_keywords2, tintline_keywords2_end};
+    case 103:
+      return {tintline_codepages, tintline_codepages_end};
     default:
       throw std::out_of_range("no such program resource");
   }

@@ -11,7 +11,7 @@ namespace tintline {
 
 std::string_view programResource(int number) {
   HRSRC found = nullptr;
-  if (number == 101 || number == 102) {
+  if (number >= 101 && number <= 103) {
     found = FindResourceW(nullptr, MAKEINTRESOURCEW(number), L"CUSTOM");
   }
   HGLOBAL loaded = found != nullptr ? LoadResource(nullptr, found) : nullptr;
