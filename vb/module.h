@@ -66,18 +66,26 @@ struct Declaration {
   bool byValue = false;
   bool paramArray = false;
   bool defaultMember = false;   // VB_UserMemId = 0
+  bool byReDim = false;         // a Local that only a ReDim declares: a project's variable of that
+                                // name is meant before it
+  std::uint32_t branch = 0;     // of "#If", counted from 1 in the module; outside of all: 0
   std::uint32_t name = 0;       // the token that names it
   std::uint32_t scope = kNone;  // the declaration that holds it: procedure, type, enum
   std::uint32_t line = 0;       // of its first token, from 1
   std::uint32_t endLine = 0;    // of its last token: a procedure's "End Sub"
-  TokenRange head;              // from the first word (Public ...) to the end of what declares it
+  TokenRange head;              // from the first word (Public ...) to the end of what declares it;
+                                // of a list's items but the first, of parameters, fields and
+                                // members without the words that they share
+  TokenRange lead;              // these words (Private Const), of a list's items but the first
   TokenRange body;              // of a procedure, type or enum: from behind the head to behind its
-                                // End, else empty
+                                // End, else empty. A procedure with a head in each branch of "#If"
+                                // has one, with the first: it holds the other heads
   TokenRange type;              // the words behind As (New), or empty: Excel . Range
 };
 
 // A module of a project. Its declarations stand in the order of their names in the text, so that
-// what a procedure, type or enum holds follows it.
+// what a procedure, type or enum holds follows it. The elements of a control array are one
+// declaration, the first.
 struct Module {
   std::u8string text;
   std::u8string name;  // VB_Name, else what the reader was given

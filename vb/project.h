@@ -13,6 +13,8 @@
 
 namespace tintline::vb {
 
+class ProjectTables;
+
 // Name token `token` of a module means declaration `declaration` (kNone: the module itself) of
 // the project's module `module`.
 struct Reference {
@@ -46,8 +48,7 @@ class Project {
   std::vector<Reference> resolve(const Module& module, std::uint32_t index) const;
 
  private:
-  struct Tables;
-  std::unique_ptr<Tables> tables_;
+  std::unique_ptr<ProjectTables> tables_;
 };
 
 }  // namespace tintline::vb

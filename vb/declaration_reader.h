@@ -1,0 +1,13 @@
+// Reads what the tokens of a module declare.
+//
+// Tested by tests/unit/vb/module_test.cpp and the cases in tests/golden/language.
+#pragma once
+
+#include "vb/module.h"
+
+namespace tintline::vb {
+
+// Fills all of the module that its text and tokens, and the name and kind of its file, tell.
+void readDeclarations(Module& module);
+
+}  // namespace tintline::vb

@@ -1,0 +1,298 @@
+// See project_tables.h. Tested by tests/unit/vb/project_test.cpp and the cases in
+// tests/golden/language.
+#include "vb/project_tables.h"
+
+#include <bit>
+#include <utility>
+
+#include "vb/token_cursor.h"
+
+namespace tintline::vb {
+
+namespace {
+
+// The libraries that "Object = ...; "Name.ocx"" lines of a file header name.
+bool isLibrary(const Module& module, std::u8string_view name) {
+  bool ofObject = false;
+  for (std::uint32_t i = 0; i < module.header.end; ++i) {
+    const Token& token = module.tokens[i];
+    if (token.kind == TokenKind::LineEnd) ofObject = false;
+    if (token.word == Word::Object) ofObject = true;
+    if (!ofObject || token.kind != TokenKind::String) continue;
+    std::u8string_view file = module.textOf(i).substr(1);
+    if (equalFolded(file.substr(0, file.rfind(u8'.')), name)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+ProjectTables::ProjectTables(std::u8string_view name) {
+  if (!name.empty()) name_ = intern(name);
+}
+
+std::uint32_t ProjectTables::intern(std::u8string_view name) {
+  const std::uint32_t number = names_.add(texts_, name, foldedHash(name), texts_.size());
+  if (number == names_.size() - 1) texts_ += name;
+  return number;
+}
+
+// --------------------------------------------------------------------------------- modules
+
+std::uint32_t ProjectTables::add(const Module& module) {
+  const bool standard = module.kind == ModuleKind::Standard;
+  modules_.push_back({.name = intern(module.name),
+                      .defaultMember = kNone,
+                      .standard = standard,
+                      .isObject = standard || module.predeclared});
+  std::uint32_t owner = kNone;
+  for (std::uint32_t i = 0; i < module.declarations.size(); ++i) addMember(module, i, owner);
+  return static_cast<std::uint32_t>(modules_.size() - 1);
+}
+
+// `owner` is the last type or enum.
+void ProjectTables::addMember(const Module& module, std::uint32_t declaration,
+                              std::uint32_t& owner) {
+  const Declaration& declared = module.declarations[declaration];
+  const auto moduleIndex = static_cast<std::uint32_t>(modules_.size() - 1);
+  const auto index = static_cast<std::uint32_t>(members_.size());
+  switch (declared.kind) {
+    case DeclarationKind::Parameter:
+      if (!members_.empty() && members_.back().declaration == declared.scope)
+        members_.back().takesArguments = true;
+      return;
+    case DeclarationKind::Label:
+    case DeclarationKind::Local:
+      return;
+    default:
+      break;
+  }
+  members_.push_back({.module = moduleIndex,
+                      .declaration = declaration,
+                      .nextAccessor = index,
+                      .type = {},
+                      .kind = declared.kind,
+                      .accessor = declared.accessor,
+                      .isPrivate = declared.visibility == Visibility::Private,
+                      .isArray = declared.isArray,
+                      .takesArguments = false});
+  Pending pending{.name = intern(plainName(module.textOf(declared.name))),
+                  .owner = declared.scope == kNone ? kNone : owner,
+                  .branch = declared.branch,
+                  .qualifier = kNone,
+                  .type = kNone,
+                  .isPublic = declared.visibility == Visibility::Public};
+  setType(module, declared, pending);
+  pending_.push_back(pending);
+  if (declared.defaultMember) modules_.back().defaultMember = index;
+  if (declared.kind == DeclarationKind::Type || declared.kind == DeclarationKind::Enum)
+    owner = index;
+}
+
+void ProjectTables::setType(const Module& module, const Declaration& declared, Pending& pending) {
+  std::uint32_t names[3] = {kNone, kNone, kNone};
+  std::size_t count = 0;
+  for (std::uint32_t i = declared.type.begin; i < declared.type.end; ++i) {
+    const TokenKind kind = module.tokens[i].kind;
+    if (!isNameKind(kind) && kind != TokenKind::HeaderWord) continue;
+    if (count == 3) return;
+    names[count++] = intern(plainName(module.textOf(i)));
+  }
+  if (declared.kind == DeclarationKind::Control) {
+    // Of a foreign control's type nothing is known. Its library is named, or it is the project.
+    const auto isForeign = [&](std::u8string_view library) {
+      return equalFolded(library, u8"VB") || isLibrary(module, library);
+    };
+    if (count != 2 ||
+        (name_ != kNone ? names[0] != name_ : isForeign(names_.nameOf(texts_, names[0]))))
+      return;
+    pending.type = names[1];
+  } else if (count == 3) {
+    if (names[0] != name_) return;
+    pending.qualifier = names[1];
+    pending.type = names[2];
+  } else if (count != 0) {
+    pending.qualifier = count == 2 ? names[0] : kNone;
+    pending.type = names[count - 1];
+  }
+}
+
+// ----------------------------------------------------------------------------------- tables
+
+void ProjectTables::close() {
+  enterModules();
+  for (std::uint32_t i = 0; i < members_.size(); ++i) enterMember(i);
+  for (std::uint32_t i = 0; i < members_.size(); ++i) {
+    const Pending& pending = pending_[i];
+    const std::uint32_t from = members_[i].module;
+    if (pending.type == kNone) continue;
+    members_[i].type = typeReference(
+        pending.qualifier == kNone ? type(from, pending.type)
+                                   : type(from, qualifier(from, pending.qualifier), pending.type));
+  }
+  pending_ = {};
+  members_.shrink_to_fit();
+}
+
+void ProjectTables::enterModules() {
+  std::vector<std::uint32_t> first(names_.size(), kNone);
+  for (std::uint32_t i = 0; i < modules_.size(); ++i) {
+    std::uint32_t& same = first[modules_[i].name];
+    if (same == kNone)
+      same = i;
+    else
+      modules_[i].alone = modules_[same].alone = true;
+  }
+  for (std::uint32_t i = 0; i < modules_.size(); ++i) {
+    const ModuleEntry& module = modules_[i];
+    if (module.alone) continue;
+    enter(Space::Modules, 0, module.name, i);
+    if (module.isObject) enter(Space::Objects, 0, module.name, i);
+    if (!module.standard) enter(Space::Classes, 0, module.name, i);
+  }
+}
+
+void ProjectTables::enterMember(std::uint32_t index) {
+  const Member& member = members_[index];
+  const Pending& pending = pending_[index];
+  const bool isType = member.kind == DeclarationKind::Type || member.kind == DeclarationKind::Enum;
+  const bool ofEnum =
+      member.kind == DeclarationKind::Enum || member.kind == DeclarationKind::EnumMember;
+  if (pending.owner != kNone) enter(Space::Parts, pending.owner, pending.name, index);
+  if (member.kind == DeclarationKind::Field) return;
+  if (member.kind == DeclarationKind::Event)
+    return enter(Space::Events, member.module, pending.name, index);
+  const bool inExpressions = member.kind != DeclarationKind::Type;
+  if (inExpressions) enter(Space::Members, member.module, pending.name, index);
+  if (isType) enter(Space::Types, member.module, pending.name, index);
+  if (!pending.isPublic || modules_[member.module].alone) return;
+  if (inExpressions && (ofEnum || modules_[member.module].standard))
+    enter(Space::SharedMembers, 0, pending.name, index);
+  if (isType) enter(Space::SharedTypes, 0, pending.name, index);
+}
+
+void ProjectTables::enter(Space space, std::uint32_t owner, std::uint32_t name,
+                          std::uint32_t found) {
+  if (++entered_ * 2 > slots_.size()) {
+    std::vector<Slot> old(slots_.empty() ? 64 : slots_.size() * 2);
+    old.swap(slots_);
+    for (const Slot& slot : old)
+      if (slot.found != kNone) slots_[slotOf(slot.key)] = slot;
+  }
+  const std::uint64_t key =
+      static_cast<std::uint64_t>(space) << 60 | static_cast<std::uint64_t>(owner) << 32 | name;
+  Slot& slot = slots_[slotOf(key)];
+  if (slot.found == kNone)
+    slot = {key, found};
+  else if (slot.found != kAmbiguous && !joins(slot.found, found))
+    slot.found = kAmbiguous;
+}
+
+// Whether two members of one name are no contradiction: accessors of a property, or declarations
+// in different branches of "#If", of which the first counts.
+bool ProjectTables::joins(std::uint32_t first, std::uint32_t other) {
+  Member& a = members_[first];
+  Member& b = members_[other];
+  if (a.module != b.module) return false;
+  if (a.kind == DeclarationKind::Property && b.kind == DeclarationKind::Property) {
+    for (std::uint32_t i = first;;) {
+      if (i == other) return true;  // joined already, in another space
+      if (members_[i].accessor == b.accessor) break;
+      i = members_[i].nextAccessor;
+      if (i != first) continue;
+      b.nextAccessor = std::exchange(a.nextAccessor, other);
+      return true;
+    }
+  }
+  return pending_[first].branch != 0 && pending_[other].branch != 0 &&
+         pending_[first].branch != pending_[other].branch;
+}
+
+std::size_t ProjectTables::slotOf(std::uint64_t key) const {
+  const std::uint64_t hash = (key ^ key >> 29) * 0x9E3779B97F4A7C15;
+  std::size_t at = hash >> (64 - std::countr_zero(slots_.size()));
+  while (slots_[at].found != kNone && slots_[at].key != key) at = (at + 1) & (slots_.size() - 1);
+  return at;
+}
+
+// ----------------------------------------------------------------------------------- lookups
+
+// A member or module, kAmbiguous, or kNone.
+std::uint32_t ProjectTables::find(Space space, std::uint32_t owner, std::uint32_t name) const {
+  if (name == NameTable::kUnknown || slots_.empty()) return kNone;
+  const std::uint64_t key =
+      static_cast<std::uint64_t>(space) << 60 | static_cast<std::uint64_t>(owner) << 32 | name;
+  return slots_[slotOf(key)].found;
+}
+
+Meaning ProjectTables::bareName(std::uint32_t module, std::uint32_t name) const {
+  const std::uint32_t own = find(Space::Members, module, name);
+  if (own != kNone) return meaning(Meaning::Kind::Member, own);
+  const ModuleEntry& entry = modules_[module];
+  if (entry.alone) return entry.isObject ? itself(module, name) : Meaning{};
+  if (name == name_ && name != kNone) return {Meaning::Kind::Project};
+  return inProject(name);
+}
+
+Meaning ProjectTables::itself(std::uint32_t module, std::uint32_t name) const {
+  return name == modules_[module].name ? Meaning{Meaning::Kind::Module, module} : Meaning{};
+}
+
+Meaning ProjectTables::inProject(std::uint32_t name) const {
+  const std::uint32_t object = find(Space::Objects, 0, name);
+  if (object != kNone) return meaning(Meaning::Kind::Module, object);
+  return meaning(Meaning::Kind::Member, find(Space::SharedMembers, 0, name));
+}
+
+Meaning ProjectTables::inModule(std::uint32_t module, std::uint32_t name) const {
+  return meaning(Meaning::Kind::Member, find(Space::Members, module, name));
+}
+
+Meaning ProjectTables::part(std::uint32_t owner, std::uint32_t name) const {
+  return meaning(Meaning::Kind::Member, find(Space::Parts, owner, name));
+}
+
+Meaning ProjectTables::event(std::uint32_t module, std::uint32_t name) const {
+  return meaning(Meaning::Kind::Member, find(Space::Events, module, name));
+}
+
+Meaning ProjectTables::qualifier(std::uint32_t module, std::uint32_t name) const {
+  if (modules_[module].alone) return itself(module, name);
+  if (name == name_ && name != kNone) return {Meaning::Kind::Project};
+  return meaning(Meaning::Kind::Module, find(Space::Modules, 0, name));
+}
+
+Meaning ProjectTables::type(std::uint32_t module, std::uint32_t name) const {
+  const std::uint32_t own = find(Space::Types, module, name);
+  if (own != kNone) return meaning(Meaning::Kind::Member, own);
+  const ModuleEntry& entry = modules_[module];
+  if (entry.alone) return entry.standard ? Meaning{} : itself(module, name);
+  return type(module, {Meaning::Kind::Project}, name);
+}
+
+Meaning ProjectTables::type(std::uint32_t module, Meaning qualifier, std::uint32_t name) const {
+  if (qualifier.kind == Meaning::Kind::Module) {
+    const std::uint32_t found = find(Space::Types, qualifier.index, name);
+    const bool hidden = found < kAmbiguous && members_[found].isPrivate;
+    return hidden && qualifier.index != module ? Meaning{} : meaning(Meaning::Kind::Member, found);
+  }
+  if (qualifier.kind != Meaning::Kind::Project) return {};
+  const std::uint32_t found = find(Space::Classes, 0, name);
+  if (found != kNone) return meaning(Meaning::Kind::Module, found);
+  return meaning(Meaning::Kind::Member, find(Space::SharedTypes, 0, name));
+}
+
+TypeReference ProjectTables::typeReference(Meaning type) const {
+  switch (type.kind) {
+    case Meaning::Kind::Module:
+      return {TypeReference::Kind::Instance, type.index};
+    case Meaning::Kind::Member:
+      return {members_[type.index].kind == DeclarationKind::Type ? TypeReference::Kind::Record
+                                                                 : TypeReference::Kind::Enum,
+              type.index};
+    default:
+      return {};
+  }
+}
+
+}  // namespace tintline::vb

@@ -1,0 +1,17 @@
+// Binds the names of one module to what declares them, in one pass over its tokens.
+//
+// Tested by tests/unit/vb/project_test.cpp and the cases in tests/golden/language.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "vb/project.h"
+#include "vb/project_tables.h"
+
+namespace tintline::vb {
+
+std::vector<Reference> resolveNames(const Module& module, std::uint32_t index,
+                                    const ProjectTables& tables);
+
+}  // namespace tintline::vb

@@ -1,0 +1,118 @@
+// Steps through the tokens of a module, over blanks and continuations, and counts the lines.
+//
+// Tested by tests/unit/vb/module_test.cpp.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "vb/token.h"
+
+namespace tintline::vb {
+
+// A kind that names can have: whoever reads them says where they are names.
+inline bool isNameKind(TokenKind kind) {
+  switch (kind) {
+    case TokenKind::Name:
+    case TokenKind::Builtin:
+    case TokenKind::ListedWord:
+    case TokenKind::ProcedureName:
+    case TokenKind::TypeName:
+      return true;
+    default:
+      return false;
+  }
+}
+
+inline bool isGap(TokenKind kind) {
+  return kind == TokenKind::Blank || kind == TokenKind::Continuation;
+}
+
+// How often a token's text, or any other, ends a line.
+inline std::uint32_t lineEndsIn(std::u8string_view text) {
+  std::uint32_t count = 0;
+  for (std::size_t i = 0; i < text.size(); ++i)
+    if (text[i] == u8'\n' || (text[i] == u8'\r' && !text.substr(i + 1).starts_with(u8'\n')))
+      ++count;
+  return count;
+}
+
+class TokenCursor {
+ public:
+  TokenCursor(std::u8string_view text, const Tokens& tokens) : text_(text), tokens_(tokens) {
+    skipGaps();
+  }
+
+  std::uint32_t at() const { return at_; }
+  std::uint32_t line() const { return line_; }          // from 1
+  std::uint32_t lastLine() const { return lastLine_; }  // of the token in front
+  std::uint32_t behindLast() const { return behindLast_; }
+  TokenKind kind() const { return tokens_[at_].kind; }
+  Word word() const { return tokens_[at_].word; }
+  std::u8string_view textHere() const { return textOf(text_, tokens_, at_); }
+
+  // Whether an operator or punctuation begins with that character.
+  bool is(char8_t character) const {
+    return (kind() == TokenKind::Punctuation || kind() == TokenKind::Operator ||
+            kind() == TokenKind::Directive) &&
+           text_[tokens_[at_].begin] == character;
+  }
+  bool isName() const { return isNameKind(kind()); }
+  bool atEnd() const { return kind() == TokenKind::End; }
+  bool atLineEnd() const { return kind() == TokenKind::LineEnd || atEnd(); }
+
+  // At a line's end, a comment, a ":" between statements, or Then or Else, which a statement may
+  // follow as well.
+  bool atStatementEnd() const {
+    switch (kind()) {
+      case TokenKind::LineEnd:
+      case TokenKind::Comment:
+      case TokenKind::End:
+        return true;
+      case TokenKind::Punctuation:
+        return is(u8':');
+      default:
+        return word() == Word::Then || word() == Word::Else;
+    }
+  }
+
+  void advance() {
+    lastLine_ = line_;
+    if (!isGap(kind())) behindLast_ = at_ + 1;
+    countLine();
+    ++at_;
+    skipGaps();
+  }
+
+  void skipStatement() {
+    while (!atStatementEnd()) advance();
+  }
+
+  // To the end of the line.
+  void skipLine() {
+    while (!atLineEnd()) advance();
+  }
+
+ private:
+  void skipGaps() {
+    for (; isGap(kind()); ++at_) countLine();
+  }
+
+  void countLine() {
+    if (kind() == TokenKind::LineEnd || kind() == TokenKind::Continuation)
+      ++line_;
+    else if (kind() == TokenKind::Comment)
+      line_ += lineEndsIn(textHere());
+  }
+
+  std::u8string_view text_;
+  const Tokens& tokens_;
+  std::uint32_t at_ = 0;
+  std::uint32_t line_ = 1;
+  std::uint32_t lastLine_ = 1;
+  std::uint32_t behindLast_ = 0;
+};
+
+}  // namespace tintline::vb
