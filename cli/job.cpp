@@ -1,5 +1,5 @@
 // The work on one input. See job.h.
-// Tested by tests/unit/convert/classic_test.cpp and tests/cli/run.py.
+// Tested by tests/golden/run.py and tests/cli/run.py.
 #include "cli/job.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 // The work on one input: its bytes in, the converted text out.
 //
-// Tested by tests/unit/convert/classic_test.cpp and tests/cli/run.py.
+// Tested by tests/golden/run.py and tests/cli/run.py.
 #pragma once
 
 #include <cstddef>

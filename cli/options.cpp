@@ -1,5 +1,5 @@
 // The option table, the parser and the help text. See options.h.
-// Tested by tests/unit/cli/options_test.cpp and tests/cli/run.py.
+// Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #include "cli/options.h"
 
 #include <charconv>

@@ -3,7 +3,7 @@
 //
 // Arguments are UTF-8 text on Windows and bytes as they come elsewhere.
 //
-// Tested by tests/unit/cli/options_test.cpp and tests/cli/run.py.
+// Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #pragma once
 
 #include <cstddef>

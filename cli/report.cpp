@@ -1,5 +1,5 @@
 // What a run tells the user. See report.h.
-// Tested by tests/unit/cli/report_test.cpp and tests/cli/run.py.
+// Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #include "cli/report.h"
 
 #include <utility>

@@ -1,7 +1,7 @@
 // What a run tells the user while it works: failures in the order of the inputs
 // and, on a terminal, how far it is.
 //
-// Tested by tests/unit/cli/report_test.cpp and tests/cli/run.py.
+// Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #pragma once
 
 #include <chrono>

@@ -1,5 +1,5 @@
 // A whole run of the command line. See run.h.
-// Tested by tests/unit/cli/run_test.cpp and tests/cli/run.py.
+// Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #include "cli/run.h"
 
 #include <algorithm>

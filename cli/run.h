@@ -1,6 +1,6 @@
 // A whole run of the command line: every input converted and written to its place.
 //
-// Tested by tests/unit/cli/run_test.cpp and tests/cli/run.py.
+// Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #pragma once
 
 #include <filesystem>

@@ -1,5 +1,5 @@
 // The classic conversion as a whole. See classic.h.
-// Tested by tests/unit/convert/classic_test.cpp and tests/golden.
+// Tested by tests/golden/run.py and tests/cli/run.py.
 #include "convert/classic.h"
 
 #include <utility>

@@ -1,7 +1,7 @@
 // The classic conversion as a whole: from the bytes of a file, or lines that came from
 // elsewhere, to a result and each of its forms. The command line and the window both ask here.
 //
-// Tested by tests/unit/convert/classic_test.cpp and tests/golden.
+// Tested by tests/golden/run.py and tests/cli/run.py.
 #pragma once
 
 #include <optional>

@@ -1,6 +1,6 @@
 // What is made of a source: by which conversion, and in which form.
 //
-// Tested by tests/unit/convert/classic_test.cpp and tests/cli/run.py.
+// Tested by tests/golden/run.py and tests/cli/run.py.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The passes over the lines of a source. See reformatting.h.
-// Tested by tests/unit/convert/classic_test.cpp.
+// Tested by tests/golden/run.py and tests/cli/run.py.
 #include "convert/reformatting.h"
 
 #include "reformat/indentation.h"

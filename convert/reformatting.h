@@ -1,6 +1,6 @@
 // What is done to the lines of a source before they are converted.
 //
-// Tested by tests/unit/convert/classic_test.cpp.
+// Tested by tests/golden/run.py and tests/cli/run.py.
 #pragma once
 
 #include <cstdint>
