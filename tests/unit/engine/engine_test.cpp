@@ -46,7 +46,8 @@ TEST(KeywordTable, FindsEveryWordOfItsListsAndNoOther) {
   EXPECT_TRUE(fkt_NurBuchstaben("AZaz$"));
   for (const char* text : {"Int2", "[", "@", "`", "{", "\xC4"})
     EXPECT_FALSE(fkt_NurBuchstaben(text));
-  for (const int number : {0, 103}) EXPECT_THROW(programResource(number), std::out_of_range);
+  for (const int number : {0, 100, 65536 + 101})
+    EXPECT_THROW(programResource(number), std::out_of_range);
 }
 
 TEST(ControlFile, SectionsBecomeTheTwoLists) {
