@@ -2,6 +2,8 @@
 // Tested by tests/unit/base/codepage_test.cpp.
 #include "base/codepage.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 namespace tintline {
@@ -87,7 +89,7 @@ std::wstring fromUtf8(std::string_view text) {
   return result;
 }
 
-std::string utf16ToAnsi(std::string_view bytes, ByteOrder order) {
+std::string utf16ToAnsi(std::string_view bytes, ByteOrder order, std::size_t* replaced) {
   const auto unitAt = [&](std::size_t i) {
     const auto first = static_cast<unsigned char>(bytes[i]);
     const auto second = static_cast<unsigned char>(bytes[i + 1]);
@@ -96,6 +98,7 @@ std::string utf16ToAnsi(std::string_view bytes, ByteOrder order) {
   };
   std::string result;
   std::wstring run;  // converted in one go, so that the system's code page is asked once
+  std::ptrdiff_t questionMarks = 0;  // of the text itself
   for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
     const char32_t unit = unitAt(i);
     const bool pair =
@@ -104,9 +107,12 @@ std::string utf16ToAnsi(std::string_view bytes, ByteOrder order) {
     // No ANSI code page holds a character that needs two units.
     const bool single = !(unit >= 0xD800 && unit < 0xE000);
     appendWide(run, single ? unit : U'?');
+    questionMarks += unit == U'?';
   }
   result = toAnsi(run);
   if (bytes.size() % 2 == 1) result += '?';
+  if (replaced != nullptr)
+    *replaced = static_cast<std::size_t>(std::ranges::count(result, '?') - questionMarks);
   return result;
 }
 

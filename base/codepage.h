@@ -30,9 +30,10 @@ std::wstring pathText(const std::filesystem::path& path);
 std::filesystem::path pathFromText(std::wstring_view text);
 
 // The bytes of a UTF-16 text (without its byte-order mark) in the ANSI code
-// page. An odd last byte is one character that does not fit.
+// page. An odd last byte is one character that does not fit. `replaced`, when given, is set to
+// the number of characters that became "?".
 enum class ByteOrder { LittleEndian, BigEndian };
-std::string utf16ToAnsi(std::string_view bytes, ByteOrder order);
+std::string utf16ToAnsi(std::string_view bytes, ByteOrder order, std::size_t* replaced = nullptr);
 
 namespace detail {
 

@@ -5,8 +5,12 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
+#include <mutex>
 #include <new>
+#include <optional>
+#include <set>
 #include <streambuf>
 
 #include "base/codepage.h"
@@ -83,19 +87,73 @@ class FileBuffer final : public std::streambuf {
   std::error_code failure_;
 };
 
+// The temporary files are "~tintline-PROCESS-NUMBER.tmp".
+constexpr std::string_view kTemporaryStart = "~tintline-";
+constexpr std::string_view kTemporaryEnd = ".tmp";
+
+// The files that this process writes and has not committed.
+struct Unfinished {
+  std::mutex mutex;  // held while one is created, committed or removed
+  std::set<fs::path> files;
+  std::set<fs::path> sweptFolders;
+};
+
+Unfinished& unfinished() {
+  static Unfinished& files = *new Unfinished;  // for threads that outlive main
+  return files;
+}
+
+// Takes a number off the front of the text; nothing when it does not begin with one.
+std::optional<unsigned long> takeNumber(std::string_view& text) {
+  unsigned long number = 0;
+  const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc()) return {};
+  text.remove_prefix(static_cast<std::size_t>(rest - text.data()));
+  return number;
+}
+
+// Whether it is the name of a temporary file whose process has ended.
+bool isLeftBehind(std::string_view name) {
+  if (!name.starts_with(kTemporaryStart)) return false;
+  name.remove_prefix(kTemporaryStart.size());
+  const std::optional<unsigned long> process = takeNumber(name);
+  if (!process || !name.starts_with('-')) return false;
+  name.remove_prefix(1);
+  return takeNumber(name) && name == kTemporaryEnd && !detail::processRuns(*process);
+}
+
+void removeLeftBehind(const fs::path& folder) {
+  std::error_code failure;
+  fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, failure);
+  for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
+    const std::u8string name = entry->path().filename().u8string();
+    if (isLeftBehind({reinterpret_cast<const char*>(name.data()), name.size()}))
+      detail::removeUnused(entry->path());
+  }
+}
+
+FileHandle createTemporary(const fs::path& path, fs::file_status status) {
+  Unfinished& all = unfinished();
+  const std::lock_guard lock(all.mutex);
+  if (all.sweptFolders.insert(path.parent_path()).second) removeLeftBehind(path.parent_path());
+  FileHandle file(fs::exists(status)
+                      ? detail::createNew(path, status.permissions(), detail::Permissions::Exact)
+                      : detail::createNew(path, fs::perms(0666), detail::Permissions::Masked));
+  if (file) all.files.insert(path);
+  return file;
+}
+
 // Creates a file beside the target, with the permissions of the one that stands
 // there. Its name does not hold the target's, which may be as long as the file
 // system allows.
 FileHandle createBeside(const fs::path& target, fs::file_status status, fs::path& temporary) {
   constexpr int kAttempts = 100;
   static std::atomic<unsigned> number = 0;
-  const std::string start = "~tintline-" + std::to_string(detail::processNumber()) + '-';
+  const std::string start =
+      std::string(kTemporaryStart) + std::to_string(detail::processNumber()) + '-';
   for (int attempt = 0;; ++attempt) {
-    temporary = target.parent_path() / (start + std::to_string(number++) + ".tmp");
-    FileHandle file(
-        fs::exists(status)
-            ? detail::createNew(temporary, status.permissions(), detail::Permissions::Exact)
-            : detail::createNew(temporary, fs::perms(0666), detail::Permissions::Masked));
+    temporary = target.parent_path() / (start + std::to_string(number++)).append(kTemporaryEnd);
+    FileHandle file = createTemporary(temporary, status);
     if (file) return file;
     std::error_code reason = lastError();
     if (reason == std::errc::file_exists && attempt < kAttempts) continue;
@@ -188,8 +246,12 @@ struct AtomicFile::State {
 
   ~State() {
     file.reset();  // an open file cannot be removed everywhere
+    if (temporary.empty()) return;
+    Unfinished& all = unfinished();
+    const std::lock_guard lock(all.mutex);
     std::error_code none;
-    if (!temporary.empty()) fs::remove(temporary, none);
+    fs::remove(temporary, none);
+    all.files.erase(temporary);
   }
 
   void close() {
@@ -201,10 +263,13 @@ struct AtomicFile::State {
 
   void putInPlace() {
     if (temporary.empty()) return;
+    Unfinished& all = unfinished();
+    const std::lock_guard lock(all.mutex);
     std::error_code error = detail::replaceFile(temporary, target);
     if (error == std::errc::no_such_file_or_directory)
       error = std::make_error_code(std::errc::invalid_argument);  // it is no name for a file
     if (error) throw FileError(name, error);
+    all.files.erase(temporary);
     temporary.clear();
   }
 
@@ -243,6 +308,13 @@ void AtomicFile::commit() {
   const std::unique_ptr<State> state = std::move(state_);
   state->close();
   state->putInPlace();
+}
+
+void removeUnfinishedFiles() {
+  Unfinished& all = unfinished();
+  all.mutex.lock();  // for good
+  std::error_code none;
+  for (const fs::path& file : all.files) fs::remove(file, none);
 }
 
 }  // namespace tintline

@@ -36,7 +36,8 @@ std::string readFile(const std::filesystem::path& path);
 // in the target's folder and takes the target's name in one step. Until then,
 // and after any failure, a file that stood there stays whole. A target that is
 // no regular file (a device, a pipe) or that this process has open (/dev/stdout) is
-// written directly; a symbolic link keeps pointing to the file that is replaced.
+// written directly; what a killed process left in the target's folder is removed; a symbolic link
+// keeps pointing to the file that is replaced.
 class AtomicFile {
  public:
   // Throws FileError when the file cannot be created.
@@ -56,5 +57,9 @@ class AtomicFile {
   struct State;
   std::unique_ptr<State> state_;
 };
+
+// For a process that ends at once, whatever its threads are doing: removes what was written
+// without a commit() so far, and stops everyone who wants to begin or commit a file.
+void removeUnfinishedFiles();
 
 }  // namespace tintline

@@ -19,13 +19,20 @@ std::FILE* openToWrite(const std::filesystem::path& path);
 std::uintmax_t sizeOf(std::FILE* file);
 
 // Creates a file that must not exist yet (else EEXIST), with these permissions
-// where the platform knows them: exactly, or less what the user's mask takes.
+// where the platform knows them: exactly, or less what the user's mask takes. It can be removed
+// while it is open.
 enum class Permissions { Exact, Masked };
 std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions,
                      Permissions how);
 
 // The number of this process: no other one that runs has it.
 unsigned long processNumber();
+
+// Whether a process of that number runs.
+bool processRuns(unsigned long number);
+
+// Removes a regular file, no link, that createNew made, unless some process still has it open.
+void removeUnused(const std::filesystem::path& path);
 
 // No error when this user may write the existing file.
 std::error_code writeProtection(const std::filesystem::path& path);

@@ -1,10 +1,12 @@
 // Opening files by POSIX calls. See file_platform.h.
 // Tested by tests/unit/base/file_test.cpp.
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 
 #include "base/file_platform.h"
@@ -42,12 +44,27 @@ std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms p
   const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
   if (file < 0) return nullptr;
   if (how == Permissions::Exact) ::fchmod(file, mode);  // a file system without them says no
+  ::flock(file, LOCK_EX | LOCK_NB);                     // for removeUnused, as far as it can
   return ::fdopen(file, "wb");
 }
 
 unsigned long processNumber() {
   static const auto number = static_cast<unsigned long>(::getpid());
   return number;
+}
+
+bool processRuns(unsigned long number) {
+  return ::kill(static_cast<pid_t>(number), 0) == 0 || errno != ESRCH;
+}
+
+void removeUnused(const std::filesystem::path& path) {
+  const int file = ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (file < 0) return;
+  struct stat status {};
+  if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
+      ::flock(file, LOCK_EX | LOCK_NB) == 0)
+    ::unlink(path.c_str());
+  ::close(file);
 }
 
 std::error_code writeProtection(const std::filesystem::path& path) {

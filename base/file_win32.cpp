@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <string>
 
 #include "base/file_platform.h"
@@ -14,6 +15,13 @@ namespace tintline::detail {
 namespace {
 
 constexpr DWORD kLongestPath = 32768;  // with the closing zero
+
+// The error as errno tells it.
+int errorNumber(DWORD error) {
+  const std::error_condition condition =
+      std::system_category().default_error_condition(static_cast<int>(error));
+  return condition.category() == std::generic_category() ? condition.value() : EINVAL;
+}
 
 }  // namespace
 
@@ -31,12 +39,34 @@ std::uintmax_t sizeOf(std::FILE* file) {
 }
 
 std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms, Permissions) {
-  const int file = ::_wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
-                            _S_IREAD | _S_IWRITE);
+  const HANDLE handle =
+      ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                    CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) {
+    errno = errorNumber(::GetLastError());
+    return nullptr;
+  }
+  const int file = ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_BINARY);
   return file < 0 ? nullptr : ::_fdopen(file, "wb");
 }
 
 unsigned long processNumber() { return GetCurrentProcessId(); }
+
+bool processRuns(unsigned long number) {
+  const HANDLE process = ::OpenProcess(SYNCHRONIZE, FALSE, number);
+  if (process == nullptr) return ::GetLastError() != ERROR_INVALID_PARAMETER;
+  const bool runs = ::WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
+  ::CloseHandle(process);
+  return runs;
+}
+
+void removeUnused(const std::filesystem::path& path) {
+  constexpr DWORD kNoSharing = 0;  // fails while someone else has it open
+  const HANDLE file =
+      ::CreateFileW(path.c_str(), DELETE, kNoSharing, nullptr, OPEN_EXISTING,
+                    FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+  if (file != INVALID_HANDLE_VALUE) ::CloseHandle(file);
+}
 
 std::error_code writeProtection(const std::filesystem::path& path) {
   constexpr int kWrite = 2;

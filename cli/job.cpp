@@ -55,7 +55,8 @@ Converted convertSource(std::string file, const JobSettings& settings) {
                                    {.lineNumbers = options.lineNumbers, .blnPaste = options.pasted},
                                    settings.frame, highlighter, observer),
           .ProzNamen = std::move(source.ProzNamen),
-          .sourceLines = lines};
+          .sourceLines = lines,
+          .replaced = source.replaced};
 }
 
 void writeConverted(const Converted& converted, const JobSettings& settings, std::ostream& datei) {

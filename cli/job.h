@@ -38,6 +38,7 @@ struct Converted {
   ClassicResult result;
   ProcedureNames ProzNamen;
   std::size_t sourceLines = 0;
+  std::size_t replaced = 0;  // characters that do not fit the code page
 };
 
 // Converts a source, given as the bytes of its file, which are given away. Throws

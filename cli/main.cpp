@@ -1,6 +1,6 @@
 // Entry of the command line `tintline`.
 // Tested by tests/cli/run.py.
-#include <algorithm>
+#include <cerrno>
 #include <exception>
 #include <string>
 #include <vector>
@@ -17,8 +17,16 @@ namespace {
 
 void tell(std::wstring_view text) { writeText(StandardStream::Error, text); }
 
+// Nothing half-written stays, not even under another name.
+void breakOff() {
+  removeUnfinishedFiles();
+  const bool counterShown = errorIsTerminal();
+  tell(counterShown ? L"\ntintline: abgebrochen\n" : L"tintline: abgebrochen\n");
+}
+
 int print(std::wstring_view text) {
   if (writeText(StandardStream::Output, text)) return kAllConverted;
+  if (errno == EPIPE) endAsUnread();
   tell(L"tintline: die Standardausgabe kann nicht geschrieben werden\n");
   return kSomeFailed;
 }
@@ -30,17 +38,13 @@ int commandLine(const std::vector<std::string>& arguments) {
     const Options options = parseOptions(arguments);
     if (options.help) return print(helpText());
     if (options.version) return print(L"tintline " + fromUtf8(TINTLINE_VERSION) + L'\n');
-    // Who waits for the standard input ends at once.
-    if (std::ranges::count(options.inputs, kStandardStream) == 0) noteInterruptions();
+    onInterruption(breakOff);
     StandardOutput output;
-    const ExitCode code = run(options, {.programFolder = programFolder(),
-                                        .readInput = readStandardInput,
-                                        .output = output,
-                                        .tell = tell,
-                                        .terminal = errorIsTerminal(),
-                                        .interrupted = interrupted});
-    if (interrupted()) endAsInterrupted();
-    return code;
+    return run(options, {.programFolder = programFolder(),
+                         .readInput = readStandardInput,
+                         .output = output,
+                         .tell = tell,
+                         .terminal = errorIsTerminal()});
   } catch (const UsageError& error) {
     tell(L"tintline: " + error.message() + L"\n\"tintline --help\" zeigt, was möglich ist.\n");
     return kWrongUsage;

@@ -33,14 +33,17 @@ std::filesystem::path targetOf(const std::string& input, const Options& options)
 
 // What does not exist, as a pattern that fits no file, fails by itself.
 void checkTargetsDiffer(const std::vector<Task>& tasks) {
-  FileNames known;
+  std::map<std::filesystem::path::string_type, const Task*> known;
   std::error_code none;
   for (const Task& task : tasks) {
     if (!std::filesystem::exists(argumentPath(task.input), none)) continue;
-    const auto [other, isNew] = known.emplace(fileNameKey(task.target), inputName(task));
+    const auto [other, isNew] = known.emplace(fileNameKey(task.target), &task);
     if (!isNew)
-      throw UsageError(other->second + L" und " + inputName(task) + L" ergäben beide " +
-                       targetName(task));
+      throw UsageError(inputName(*other->second) + L" und " + inputName(task) + L" ergäben beide " +
+                       targetName(task) +
+                       (task.target == other->second->target
+                            ? L""
+                            : L", wo Groß- und Kleinschreibung nicht zählt"));
   }
 }
 

@@ -21,13 +21,13 @@ void prepareStandardStreams();
 // take it back at once.
 void keepFreedMemory();
 
-// From now on an interruption (Ctrl+C, a request to end) only sets what interrupted()
-// tells, so that nothing half done is left behind. A second one ends the program at once.
-void noteInterruptions();
-bool interrupted();
+// From now on an interruption (Ctrl+C, a request to end, a console that closes) calls `last`,
+// in a thread of its own, and ends the program as it would have done anyway. One that whoever
+// started the program ignores stays ignored. Must run before other threads start.
+void onInterruption(void (*last)());
 
-// Ends the program as the interruption would have done.
-[[noreturn]] void endAsInterrupted();
+// Ends the program as a write for which nobody is left to read it does.
+[[noreturn]] void endAsUnread();
 
 // Writes text for the user: right on a console, else as UTF-8. False when it
 // could not be written.
@@ -38,7 +38,8 @@ bool errorIsTerminal();
 // The folder of the running program; empty when the system does not tell.
 std::filesystem::path programFolder();
 
-// A text that is equal for names that the file system takes for the same file.
+// A text that is equal for names that a file system which disregards case takes for the same
+// file.
 std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path);
 
 struct ExistingFile {

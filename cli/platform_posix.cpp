@@ -7,11 +7,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cwctype>
 #include <system_error>
+#include <thread>
 
 #include "base/codepage.h"
 #include "cli/platform.h"
@@ -26,8 +29,6 @@ void reserve(int descriptor, int mode) {
     [[maybe_unused]] const int opened = ::open("/dev/null", mode);
   }
 }
-
-volatile std::sig_atomic_t interruption = 0;
 
 }  // namespace
 
@@ -47,23 +48,28 @@ void keepFreedMemory() {
 #endif
 }
 
-void noteInterruptions() {
-  struct sigaction note {};
-  note.sa_handler = [](int signal) { interruption = signal; };
-  note.sa_flags = SA_RESETHAND | SA_RESTART;
+void onInterruption(void (*last)()) {
+  sigset_t awaited;
+  ::sigemptyset(&awaited);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     struct sigaction present {};
     const bool ignored =
         ::sigaction(signal, nullptr, &present) == 0 && present.sa_handler == SIG_IGN;
-    if (!ignored) ::sigaction(signal, &note, nullptr);
+    if (!ignored) ::sigaddset(&awaited, signal);
   }
+  ::pthread_sigmask(SIG_BLOCK, &awaited, nullptr);  // of the threads to come as well
+  std::thread([awaited, last] {
+    int signal = 0;
+    if (::sigwait(&awaited, &signal) != 0) return;
+    ::pthread_sigmask(SIG_UNBLOCK, &awaited, nullptr);  // a second one ends it whatever happens
+    last();
+    ::kill(::getpid(), signal);
+  }).detach();
 }
 
-bool interrupted() { return interruption != 0; }
-
-void endAsInterrupted() {
-  std::signal(interruption, SIG_DFL);
-  std::raise(interruption);
+void endAsUnread() {
+  std::signal(SIGPIPE, SIG_DFL);
+  ::kill(::getpid(), SIGPIPE);
   std::_Exit(EXIT_FAILURE);  // not reached
 }
 
@@ -81,7 +87,15 @@ std::filesystem::path programFolder() {
 }
 
 std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path) {
-  return path.native();
+  constexpr auto upper = [](wchar_t c) {
+    const bool latin = c >= L'à' && c <= L'þ' && c != L'÷';
+    return latin || (c >= L'a' && c <= L'z') ? static_cast<wchar_t>(c - 0x20)
+                                             : static_cast<wchar_t>(std::towupper(c));
+  };
+  std::wstring key = fromUtf8(path.native());
+  if (toUtf8(key) != path.native()) return path.native();  // no text
+  std::ranges::transform(key, key.begin(), upper);
+  return toUtf8(key);
 }
 
 ExistingFile existingFile(const std::filesystem::path& path) {

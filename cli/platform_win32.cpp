@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <system_error>
 
 #include "base/codepage.h"
@@ -32,10 +33,18 @@ bool writeConsole(HANDLE console, std::wstring_view text) {
   return true;
 }
 
-std::atomic<bool> interruption = false;
+std::atomic<void (*)()> lastCall = nullptr;
 
-BOOL WINAPI noteInterruption(DWORD) {
-  return !interruption.exchange(true);  // the second one is the system's
+// Without the end of threads and objects, which can still be at work.
+[[noreturn]] void endAtOnce(UINT code) {
+  TerminateProcess(GetCurrentProcess(), code);
+  std::abort();  // not reached
+}
+
+// The system calls it in a thread of its own.
+BOOL WINAPI interrupted(DWORD) {
+  lastCall.load()();
+  endAtOnce(STATUS_CONTROL_C_EXIT);
 }
 
 }  // namespace
@@ -46,11 +55,12 @@ void prepareStandardStreams() {
 
 void keepFreedMemory() {}  // the heap of this system keeps it anyway
 
-void noteInterruptions() { SetConsoleCtrlHandler(noteInterruption, TRUE); }
+void onInterruption(void (*last)()) {
+  lastCall = last;
+  SetConsoleCtrlHandler(interrupted, TRUE);
+}
 
-bool interrupted() { return interruption; }
-
-void endAsInterrupted() { ExitProcess(STATUS_CONTROL_C_EXIT); }
+void endAsUnread() { endAtOnce(EXIT_FAILURE); }
 
 bool writeText(StandardStream stream, std::wstring_view text) {
   const bool output = stream == StandardStream::Output;

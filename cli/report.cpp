@@ -33,7 +33,7 @@ void Report::finished(std::size_t index, Outcome outcome) {
     sourceLines_ += outcome.sourceLines;
   }
   outcomes_[index] = std::move(outcome);
-  tellFailures();
+  tellOutcomes();
   if (progress_ && done_ < names_.size()) showCounter();
 }
 
@@ -44,12 +44,13 @@ bool Report::close() {
   return converted_ == names_.size();
 }
 
-void Report::tellFailures() {
+void Report::tellOutcomes() {
   for (; told_ < outcomes_.size() && outcomes_[told_]; ++told_) {
-    const std::wstring& failure = outcomes_[told_]->failure;
-    if (failure.empty()) continue;
+    const Outcome& outcome = *outcomes_[told_];
+    const std::wstring& text = outcome.failure.empty() ? outcome.warning : outcome.failure;
+    if (text.empty()) continue;
     clearCounter();
-    write_(L"tintline: " + names_[told_] + L": " + failure + L'\n');
+    write_(L"tintline: " + names_[told_] + L": " + text + L'\n');
   }
 }
 

@@ -1,4 +1,4 @@
-// What a run tells the user while it works: failures in the order of the inputs
+// What a run tells the user while it works: failures and warnings in the order of the inputs
 // and, on a terminal, how far it is.
 //
 // Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
@@ -16,7 +16,8 @@
 namespace tintline {
 
 struct Outcome {
-  std::wstring failure;  // empty: the input was converted
+  std::wstring failure{};  // empty: the input was converted
+  std::wstring warning{};  // what the user should know of one that was converted
   std::size_t sourceLines = 0;
 };
 
@@ -35,7 +36,7 @@ class Report {
   bool close();
 
  private:
-  void tellFailures();
+  void tellOutcomes();
   void showCounter();
   void clearCounter();
   void showSummary();

@@ -108,13 +108,23 @@ void writeTarget(const Task& task, const Converted& converted, const JobSettings
   }
 }
 
+std::wstring replacedText(std::size_t replaced) {
+  if (replaced == 0) return {};
+  return std::to_wstring(replaced) +
+         (replaced == 1 ? L" Zeichen passt nicht in die Codepage und wurde"
+                        : L" Zeichen passen nicht in die Codepage und wurden") +
+         L" zu \"?\"";
+}
+
 // Whatever goes wrong with one input ends there: the others still go on.
 Outcome convert(const Task& task, const JobSettings& settings, const Surroundings& surroundings) {
   constexpr const wchar_t* kTooLarge = L"das Ergebnis wird zu groß";
   try {
     const Converted converted = convertSource(readInput(task, surroundings), settings);
     writeTarget(task, converted, settings, surroundings);
-    return {.failure = {}, .sourceLines = converted.sourceLines};
+    return {.failure = {},
+            .warning = replacedText(converted.replaced),
+            .sourceLines = converted.sourceLines};
   } catch (const JobError& error) {
     return {.failure = error.reason()};
   } catch (const std::bad_alloc&) {
@@ -180,13 +190,10 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
   const std::size_t jobs = tasks.size() == 1 ? 1 : jobsOf(options);
   const std::vector<std::size_t> order = workOrder(tasks, jobs);
   inParallel(order.size(), jobs, [&](std::size_t place) {
-    if (surroundings.interrupted()) return;
     const std::size_t index = order[place];
     report.finished(index, convert(tasks[index], settings, surroundings));
   });
-  const bool allConverted = report.close();
-  if (!allConverted && surroundings.interrupted()) surroundings.tell(L"tintline: abgebrochen\n");
-  return allConverted ? kAllConverted : kSomeFailed;
+  return report.close() ? kAllConverted : kSomeFailed;
 }
 
 }  // namespace tintline

@@ -26,11 +26,9 @@ struct Surroundings {
   std::ostream& output;                         // the standard output; failures throw FileError
   std::function<void(std::wstring_view)> tell;  // puts text on the error stream
   bool terminal;                                // the error stream is a terminal
-  // Whether the user wants the run to end: no further input is begun then.
-  std::function<bool()> interrupted = [] { return false; };
 };
 
-// Returns kAllConverted or kSomeFailed, also of a run that was interrupted; throws UsageError when
+// Returns kAllConverted or kSomeFailed; throws UsageError when
 // the options do not fit together or a file that they name cannot be used, and FileError when a
 // file beside the program or the output folder cannot be used, before anything is written.
 ExitCode run(const Options& options, const Surroundings& surroundings);

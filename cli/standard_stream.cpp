@@ -7,12 +7,21 @@
 #include <system_error>
 
 #include "base/file.h"
+#include "cli/platform.h"
 
 namespace tintline {
 namespace {
 
 [[noreturn]] void throwError() {
   throw FileError({}, std::error_code(errno, std::generic_category()));
+}
+
+[[noreturn]] void throwUnwritten() {
+  if (errno == EPIPE) {  // whoever read it has what he wanted
+    removeUnfinishedFiles();
+    endAsUnread();
+  }
+  throwError();
 }
 
 }  // namespace
@@ -43,12 +52,12 @@ StandardOutput::Buffer::int_type StandardOutput::Buffer::overflow(int_type chara
 
 std::streamsize StandardOutput::Buffer::xsputn(const char* text, std::streamsize size) {
   const auto bytes = static_cast<std::size_t>(size);
-  if (std::fwrite(text, 1, bytes, stdout) != bytes) throwError();
+  if (std::fwrite(text, 1, bytes, stdout) != bytes) throwUnwritten();
   return size;
 }
 
 int StandardOutput::Buffer::sync() {
-  if (std::fflush(stdout) != 0) throwError();
+  if (std::fflush(stdout) != 0) throwUnwritten();
   return 0;
 }
 

@@ -12,7 +12,8 @@ namespace tintline {
 // Everything that stands on the standard input. Throws FileError.
 std::string readStandardInput();
 
-// The standard output. Every write and flush() that fails throws FileError.
+// The standard output. Every write and flush() that fails throws FileError; when nobody is left
+// to read it, the program ends quietly.
 class StandardOutput final : public std::ostream {
  public:
   StandardOutput();

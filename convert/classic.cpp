@@ -22,7 +22,11 @@ std::string clipboardText(const HtmlLines& List2, const ClipboardFrame& clipboar
 }  // namespace
 
 ModuleSource readClassic(std::string_view file, bool pasted, const LineProgress& progress) {
-  return pasted ? Einfügen(decodeModuleText(file)) : ModulDateiLesen(file, progress);
+  if (!pasted) return ModulDateiLesen(file, progress);
+  std::size_t replaced = 0;
+  ModuleSource source = Einfügen(decodeModuleText(file, &replaced));
+  source.replaced = replaced;
+  return source;
 }
 
 ClassicResult convertClassic(const LineList& List1, const ProcedureNames& ProzNamen,

@@ -11,14 +11,14 @@ namespace {
 
 // The text of a file without its byte-order mark: the file's own bytes, or
 // `converted` when it is UTF-16.
-std::string_view ansiText(std::string_view file, std::string& converted) {
+std::string_view ansiText(std::string_view file, std::string& converted, std::size_t& replaced) {
   constexpr std::string_view kUtf8 = "\xEF\xBB\xBF";
   constexpr std::string_view kUtf16LittleEndian = "\xFF\xFE";
   constexpr std::string_view kUtf16BigEndian = "\xFE\xFF";
   if (file.starts_with(kUtf16LittleEndian))
-    return converted = utf16ToAnsi(file.substr(2), ByteOrder::LittleEndian);
+    return converted = utf16ToAnsi(file.substr(2), ByteOrder::LittleEndian, &replaced);
   if (file.starts_with(kUtf16BigEndian))
-    return converted = utf16ToAnsi(file.substr(2), ByteOrder::BigEndian);
+    return converted = utf16ToAnsi(file.substr(2), ByteOrder::BigEndian, &replaced);
   return file.starts_with(kUtf8) ? file.substr(kUtf8.size()) : file;
 }
 
@@ -89,9 +89,9 @@ bool hasEnd(std::string_view line) {
 
 ModuleSource ModulDateiLesen(std::string_view file, const LineProgress& progress) {
   std::string converted;
-  std::string_view text = ansiText(file, converted);
-  const char lineEnd = text.find('\r') == std::string_view::npos ? '\n' : '\r';
   ModuleSource source;
+  std::string_view text = ansiText(file, converted, source.replaced);
+  const char lineEnd = text.find('\r') == std::string_view::npos ? '\n' : '\r';
   source.List1.reserveBytes(text.size());  // enough where lines end in CR LF
   while (!text.empty()) {
     source.tooManyLines = source.List1.size() == kMaxLines;
@@ -104,9 +104,10 @@ ModuleSource ModulDateiLesen(std::string_view file, const LineProgress& progress
   return source;
 }
 
-std::string decodeModuleText(std::string_view file) {
+std::string decodeModuleText(std::string_view file, std::size_t* replaced) {
   std::string converted;
-  return std::string(ansiText(file, converted));
+  std::size_t none = 0;
+  return std::string(ansiText(file, converted, replaced != nullptr ? *replaced : none));
 }
 
 bool fkt_IstProzedurZeile(std::string_view line) {

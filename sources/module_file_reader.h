@@ -18,6 +18,7 @@ struct ModuleSource {
   LineList List1;             // every line as read, followed by one blank
   ProcedureNames ProzNamen;   // every name with one blank in front
   bool tooManyLines = false;  // the source goes on behind line 32,767; the rest was not read
+  std::size_t replaced = 0;   // characters of a UTF-16 file that did not fit and became "?"
 };
 
 // Called after every line with the number of lines read so far.
@@ -29,8 +30,9 @@ using LineProgress = std::function<void(std::size_t lines)>;
 // mark) is converted to the ANSI code page.
 ModuleSource ModulDateiLesen(std::string_view file, const LineProgress& progress = {});
 
-// The bytes of a file as 8-bit text: byte-order marks handled as above.
-std::string decodeModuleText(std::string_view file);
+// The bytes of a file as 8-bit text: byte-order marks handled as above. `replaced`, when given,
+// is set to the number of characters that became "?".
+std::string decodeModuleText(std::string_view file, std::size_t* replaced = nullptr);
 
 // True when the line holds a procedure head by a plain word test: anywhere in
 // the line, knowing nothing of comments or of "Property". Kept on purpose.
