@@ -1,0 +1,96 @@
+// Writes the lines of a module as HTML: marked tokens, ids of what is declared, links.
+//
+// Tested by tests/unit/listing/document_test.cpp and listing_property_test.cpp.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "listing/document.h"
+#include "listing/html_text.h"
+#include "listing/module_targets.h"
+#include "listing/options.h"
+#include "listing/output.h"
+#include "listing/source_lines.h"
+
+namespace tintline::listing {
+
+// What stands around the tokens of each kind in an HTML document.
+class Markup {
+ public:
+  explicit Markup(const Options& options);
+
+  // `class=k` or `style="color:#0000c8"`, with a blank in front of it; empty where the kind has
+  // no look of its own.
+  std::string_view look(vb::TokenKind kind) const { return looks_[static_cast<std::size_t>(kind)]; }
+
+  // A whole tag, to be copied at once.
+  struct Tag {
+    std::array<char, 64> text{};
+    std::uint8_t size = 0;
+  };
+  const Tag& open(vb::TokenKind kind) const { return tags_[static_cast<std::size_t>(kind)]; }
+
+  const std::string& typeLook() const { return typeLook_; }           // of a link to a type
+  const std::string& valueLook() const { return valueLook_; }         // of one to a variable ...
+  const std::string& plainLook() const { return plainLook_; }         // of any other
+  const std::string& lineNumberStyle() const { return lineNumber_; }  // Style::Inline
+
+ private:
+  static constexpr std::size_t kKinds = static_cast<std::size_t>(vb::TokenKind::End) + 1;
+  std::array<std::string, kKinds> looks_;
+  std::array<Tag, kKinds> tags_;
+  std::string typeLook_, valueLook_, plainLook_, lineNumber_;
+};
+
+class HtmlCode {
+ public:
+  // `hasTop`: the document has ids for whole modules, to which links can lead.
+  HtmlCode(Output& out, const Options& options, const Markup& markup, const Targets& targets,
+           const Source& source, bool hasTop);
+
+  bool atEnd() const { return lines_.atEnd(); }
+  std::uint32_t line() const { return lines_.line(); }
+  std::uint32_t token() const { return lines_.token(); }
+
+  // The next line without its end; returns whether it has one. Names of declarations get their
+  // ids, but for that whose id stands elsewhere.
+  bool writeLine(std::uint32_t idElsewhere = vb::kNone);
+  void skipLine() { lines_.skipLine(); }
+
+  // For SourceLines::visitLine.
+  bool isWanted(std::uint32_t token) {
+    if (token < nextMark_) return false;
+    if (token > nextMark_) findMark(token);
+    return token == nextMark_;
+  }
+  void plain(std::u8string_view text) { writeHtml(out_, text, end_); }
+  void marked(std::uint32_t token, std::u8string_view text);
+
+ private:
+  void writeLineNumber();
+  void findMark(std::uint32_t token);
+  bool hasId(std::uint32_t declaration) const;
+  bool isLinked(const vb::Reference& reference) const;
+  void writeDeclared(std::uint32_t declaration, std::u8string_view text);
+  void writeLinked(const vb::Reference& reference, std::u8string_view text);
+  std::string_view linkLook(const vb::Reference& reference) const;
+
+  Output& out_;
+  const Options& options_;
+  const Markup& markup_;
+  const Targets& targets_;
+  const Source& source_;
+  const ModuleTargets& own_;
+  const bool hasTop_;
+  const char8_t* const end_;
+  SourceLines lines_;
+  std::uint32_t declaration_ = 0;  // the next that may have an id
+  std::size_t reference_ = 0;      // the next that may be a link
+  std::uint32_t nextMark_ = 0;     // the next token that is one of both
+  std::uint32_t idElsewhere_ = vb::kNone;
+};
+
+}  // namespace tintline::listing

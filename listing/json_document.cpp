@@ -1,0 +1,228 @@
+// See json_document.h. Tested by tests/unit/listing/document_test.cpp.
+#include "listing/json_document.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "listing/links.h"
+#include "listing/module_targets.h"
+#include "listing/token_names.h"
+#include "listing/unique_ids.h"
+#include "listing/utf8.h"
+
+namespace tintline::listing {
+namespace {
+
+using vb::DeclarationKind;
+using vb::TokenKind;
+
+constexpr std::string_view kModuleKinds[] = {"standard",    "class",        "form",
+                                             "userControl", "propertyPage", "userDocument",
+                                             "designer",    "document"};
+constexpr std::string_view kDeclarationKinds[] = {
+    "sub",        "function", "property", "declare", "event", "type",      "field", "enum",
+    "enumMember", "constant", "variable", "control", "label", "parameter", "local"};
+constexpr std::string_view kAccessors[] = {"null", "\"get\"", "\"let\"", "\"set\""};
+constexpr std::string_view kVisibilities[] = {"\"public\"", "\"private\"", "\"friend\"", "null"};
+
+template <class Enum, std::size_t N>
+std::string_view nameOf(const std::string_view (&names)[N], Enum value) {
+  return names[static_cast<std::size_t>(value)];
+}
+
+void writeString(Output& out, std::u8string_view text) {
+  out << "\"";
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char8_t c = text[i];
+    if (c >= 0x20 && c != '"' && c != '\\') continue;
+    out << text.substr(begin, i - begin);
+    begin = i + 1;
+    if (c >= 0x20)
+      out << "\\" << text.substr(i, 1);
+    else
+      out << (c < 0x10 ? "\\u000" : "\\u001") << std::string_view("0123456789abcdef" + c % 16, 1);
+  }
+  out << text.substr(begin) << "\"";
+}
+
+// Where a token stands, in characters.
+struct Position {
+  std::uint32_t line = 1, column = 1, length = 0;
+
+  // Goes behind the text.
+  void pass(std::u8string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (isContinuationByte(text[i])) continue;
+      if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
+      ++length;
+      ++column;
+      if (text[i] != '\n' && text[i] != '\r') continue;
+      ++line;
+      column = 1;
+    }
+  }
+};
+
+// The ids of all declarations: those of the pages, and for parameters and locals such that no
+// page has.
+std::vector<std::u8string> allIds(const vb::Module& module, const ModuleTargets& targets) {
+  std::vector<std::u8string> all;
+  std::u8string text;
+  UniqueIds ids;
+  const auto add = [&](std::u8string_view wanted) {
+    const std::size_t begin = text.size();
+    text += wanted;
+    ids.add(text, begin);
+    return text.substr(begin);
+  };
+  for (std::uint32_t i = 0; i < module.declarations.size(); ++i) {
+    all.emplace_back(targets.id(i));
+    if (!all.back().empty()) add(all.back());
+  }
+  for (std::uint32_t i = 0; i < module.declarations.size(); ++i) {
+    if (!all[i].empty()) continue;
+    const vb::Declaration& declaration = module.declarations[i];
+    std::u8string wanted = idText(vb::plainName(module.textOf(declaration.name)));
+    if (declaration.scope != vb::kNone) wanted.insert(0, all[declaration.scope] + u8".");
+    all[i] = add(wanted);
+  }
+  return all;
+}
+
+bool hasParameters(DeclarationKind kind) {
+  return isProcedure(kind) || kind == DeclarationKind::Declare || kind == DeclarationKind::Event;
+}
+
+}  // namespace
+
+// One module.
+struct JsonDocument::Writer {
+  Output& out;
+  const Options& options;
+  const Targets& targets;
+  const Source& source;
+  const vb::Module& module = source.module;
+
+  void write() {
+    out << "{\"name\":";
+    writeString(out, module.name);
+    out << ",\"kind\":\"" << nameOf(kModuleKinds, module.kind) << "\",\"lines\":" << module.lines
+        << ",\"tokens\":[";
+    const std::vector<Position> links = writeTokens();
+    out << "],\"declarations\":[";
+    writeDeclarations();
+    out << "],\"links\":[";
+    writeLinks(links);
+    out << "]}\n";
+  }
+
+  // Returns where the references stand.
+  std::vector<Position> writeTokens() {
+    std::vector<Position> places;
+    places.reserve(source.references.size());
+    Position place;
+    std::string_view separator = "[";
+    std::size_t end = 0;  // of the token before
+    for (std::uint32_t i = 0; module.tokens[i].kind != TokenKind::End; ++i) {
+      const std::size_t begin = module.tokens[i].begin;
+      place.pass(std::u8string_view(module.text).substr(end, begin - end));
+      end = endOf(module.tokens, i);
+      const Position start = place;
+      place.length = 0;
+      place.pass(module.textOf(i));
+      const Position token{start.line, start.column, place.length};
+      if (places.size() < source.references.size() && source.references[places.size()].token == i)
+        places.push_back(token);
+      const std::string_view kind = classOf(module.tokens[i].kind);
+      if (kind.empty()) continue;
+      out << separator << token.line << "," << token.column << "," << token.length << ",\"" << kind
+          << "\"]";
+      separator = ",[";
+    }
+    return places;
+  }
+
+  void writeDeclarations() {
+    const std::vector<std::u8string> ids = allIds(module, targets[source.index]);
+    for (std::uint32_t i = 0; i < module.declarations.size(); ++i) {
+      const vb::Declaration& declaration = module.declarations[i];
+      out << (i == 0 ? "{\"id\":" : ",{\"id\":");
+      writeString(out, ids[i]);
+      out << ",\"kind\":\"" << nameOf(kDeclarationKinds, declaration.kind) << "\",\"name\":";
+      writeString(out, vb::plainName(module.textOf(declaration.name)));
+      out << ",\"accessor\":" << nameOf(kAccessors, declaration.accessor)
+          << ",\"visibility\":" << nameOf(kVisibilities, declaration.visibility)
+          << ",\"line\":" << declaration.line << ",\"endLine\":" << declaration.endLine
+          << ",\"parameters\":";
+      writeParameters(i);
+      out << ",\"type\":";
+      writeType(declaration);
+      out << ",\"scope\":";
+      if (declaration.scope == vb::kNone)
+        out << "null";
+      else
+        writeString(out, ids[declaration.scope]);
+      out << "}";
+    }
+  }
+
+  // They stand directly behind what they belong to.
+  void writeParameters(std::uint32_t procedure) {
+    if (!hasParameters(module.declarations[procedure].kind)) {
+      out << "null";
+      return;
+    }
+    out << "[";
+    for (std::uint32_t i = procedure + 1; i < module.declarations.size(); ++i) {
+      const vb::Declaration& parameter = module.declarations[i];
+      if (parameter.kind != DeclarationKind::Parameter || parameter.scope != procedure) break;
+      if (i > procedure + 1) out << ",";
+      writeString(out, vb::plainName(module.textOf(parameter.name)));
+    }
+    out << "]";
+  }
+
+  void writeType(const vb::Declaration& declaration) {
+    if (declaration.type.empty()) {
+      out << "null";
+      return;
+    }
+    std::u8string type;
+    for (std::uint32_t i = declaration.type.begin; i < declaration.type.end; ++i)
+      if (module.tokens[i].kind != TokenKind::Continuation) type += module.textOf(i);
+    writeString(out, type);
+  }
+
+  void writeLinks(const std::vector<Position>& places) {
+    std::string_view separator = "[";
+    for (std::size_t i = 0; i < places.size(); ++i) {
+      const vb::Reference& reference = source.references[i];
+      if (!isLink(reference, source.index, options, targets)) continue;
+      const ModuleTargets& target = targets[reference.module];
+      out << separator << places[i].line << "," << places[i].column << "," << places[i].length
+          << ",";
+      separator = ",[";
+      if (reference.module == source.index)
+        out << "null";
+      else
+        writeString(out, target.name());
+      out << ",";
+      if (reference.declaration == vb::kNone)
+        out << "null";
+      else
+        writeString(out, target.id(reference.declaration));
+      out << "]";
+    }
+  }
+};
+
+JsonDocument::JsonDocument(std::ostream& out, const Options& options, const Targets& targets)
+    : out_(out), options_(options), targets_(targets) {}
+
+void JsonDocument::add(const Source& source) { Writer{out_, options_, targets_, source}.write(); }
+
+void JsonDocument::close() { out_.flush(); }
+
+}  // namespace tintline::listing

@@ -1,0 +1,306 @@
+// See module_targets.h. Tested by tests/unit/listing/targets_test.cpp.
+#include "listing/module_targets.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "listing/html_text.h"
+#include "listing/line_choice.h"
+#include "listing/unique_ids.h"
+#include "listing/utf8.h"
+#include "vb/fold.h"
+#include "vb/name_table.h"
+
+namespace tintline::listing {
+namespace {
+
+using vb::DeclarationKind;
+
+constexpr std::size_t kLongestName = 255;  // characters, as in the language
+constexpr std::size_t kLongestHead = 200;  // characters: a head is written at each link to it
+
+// Parameters and locals stay inside their procedure.
+bool canBeLinked(DeclarationKind kind) {
+  return kind != DeclarationKind::Parameter && kind != DeclarationKind::Local;
+}
+
+std::u8string_view accessorText(vb::Accessor accessor) {
+  constexpr std::u8string_view kTexts[] = {u8"", u8"Get", u8"Let", u8"Set"};
+  return kTexts[static_cast<std::size_t>(accessor)];
+}
+
+// Blanks, controls and what else cannot be seen, and what no address may hold.
+bool canStandInId(char32_t c) {
+  if (c < 0x80)
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           std::u8string_view(u8"_!$()*+,-./:;=?@").find(static_cast<char8_t>(c)) !=
+               std::u8string_view::npos;
+  const bool invisible = c <= 0xA0 || (c >= 0x2000 && c <= 0x200F) ||
+                         (c >= 0x2028 && c <= 0x202F) || (c >= 0x205F && c <= 0x206F) ||
+                         c == 0x1680 || c == 0x3000 || c == 0xFEFF;
+  const bool noncharacter = (c >= 0xFDD0 && c <= 0xFDEF) || (c & 0xFFFE) == 0xFFFE;
+  return !invisible && !noncharacter;
+}
+
+// Where the text has to be cut to have at most `limit` characters.
+std::size_t cutAt(std::u8string_view text, std::size_t limit) {
+  if (text.size() <= limit) return text.size();
+  std::size_t at = 0;
+  for (std::size_t count = 0; count < limit && at < text.size(); ++count)
+    at += sizeOfFirst(text.substr(at));
+  return at;
+}
+
+// What a head in one line leaves out.
+bool isLayout(vb::TokenKind kind) {
+  return kind == vb::TokenKind::Continuation || kind == vb::TokenKind::Comment ||
+         kind == vb::TokenKind::LineEnd || kind == vb::TokenKind::Blank;
+}
+
+// ------------------------------------------------------------------------------------ groups
+
+// The objects whose events a module can handle without declaring them.
+constexpr std::u8string_view kOwnObjects[] = {
+    u8"Form",         u8"MDIForm",         u8"UserForm",   u8"Class",     u8"UserControl",
+    u8"PropertyPage", u8"UserDocument",    u8"Workbook",   u8"Worksheet", u8"Chart",
+    u8"Document",     u8"DataEnvironment", u8"DataReport", u8"Report",    u8"AddinInstance"};
+
+// Events of controls that a form keeps in a file beside its text.
+constexpr std::u8string_view kControlEvents[] = {u8"Click",          u8"DblClick",
+                                                 u8"Change",         u8"GotFocus",
+                                                 u8"LostFocus",      u8"Enter",
+                                                 u8"Exit",           u8"KeyDown",
+                                                 u8"KeyPress",       u8"KeyUp",
+                                                 u8"MouseDown",      u8"MouseMove",
+                                                 u8"MouseUp",        u8"Scroll",
+                                                 u8"SpinUp",         u8"SpinDown",
+                                                 u8"AddControl",     u8"BeforeUpdate",
+                                                 u8"AfterUpdate",    u8"DropButtonClick",
+                                                 u8"BeforeDragOver", u8"BeforeDropOrPaste",
+                                                 u8"Error"};
+
+bool holds(std::span<const std::u8string_view> words, std::u8string_view word) {
+  return std::ranges::any_of(words, [&](auto each) { return vb::equalFolded(each, word); });
+}
+
+// Tells procedures that handle events by their names: "cmdOk_Click".
+class EventSources {
+ public:
+  explicit EventSources(const vb::Module& module) : module_(module) {
+    for (const vb::Declaration& declaration : module.declarations)
+      if (declaration.kind == DeclarationKind::Control || declaration.withEvents) {
+        const auto name = vb::plainName(module.textOf(declaration.name));
+        names_.add(module.text, name, vb::foldedHash(name),
+                   static_cast<std::size_t>(name.data() - module.text.data()));
+      }
+  }
+
+  bool isHandler(const vb::Declaration& declaration) const {
+    if (module_.kind == vb::ModuleKind::Standard || declaration.kind != DeclarationKind::Sub ||
+        declaration.visibility != vb::Visibility::Private)
+      return false;
+    const auto name = vb::plainName(module_.textOf(declaration.name));
+    const std::size_t split = name.rfind('_');
+    if (split == 0 || split == std::u8string_view::npos) return false;
+    const auto object = name.substr(0, split);
+    return holds(kOwnObjects, object) ||
+           names_.find(module_.text, object, vb::foldedHash(object)) != vb::NameTable::kUnknown ||
+           (module_.kind != vb::ModuleKind::Class && holds(kControlEvents, name.substr(split + 1)));
+  }
+
+ private:
+  const vb::Module& module_;
+  vb::NameTable names_;
+};
+
+std::optional<Group> groupOf(const vb::Declaration& declaration, const EventSources& events) {
+  switch (declaration.kind) {
+    case DeclarationKind::Sub:
+    case DeclarationKind::Function:
+    case DeclarationKind::Property:
+      if (events.isHandler(declaration)) return Group::EventProcedures;
+      return declaration.visibility == vb::Visibility::Private ? Group::Private : Group::Public;
+    case DeclarationKind::Event:
+      return Group::Events;
+    case DeclarationKind::Type:
+    case DeclarationKind::Enum:
+      return Group::Types;
+    case DeclarationKind::Declare:
+      return Group::Declares;
+    case DeclarationKind::Constant:
+      return Group::Constants;
+    default:
+      return {};
+  }
+}
+
+// A text that orders labels as a German index does: umlauts as their vowels.
+std::u8string sortKey(std::u8string_view label) {
+  std::u8string key;
+  const std::u8string text = vb::folded(label);
+  for (std::u8string_view rest = text; !rest.empty(); rest.remove_prefix(sizeOfFirst(rest))) {
+    switch (const char32_t c = codePointOf(rest)) {
+      case U'ä':
+        key += u8"a";
+        break;
+      case U'ö':
+        key += u8"o";
+        break;
+      case U'ü':
+        key += u8"u";
+        break;
+      case U'ß':
+        key += u8"ss";
+        break;
+      default:
+        appendUtf8(key, c);
+    }
+  }
+  return key;
+}
+
+}  // namespace
+
+bool isProcedure(DeclarationKind kind) {
+  return kind == DeclarationKind::Sub || kind == DeclarationKind::Function ||
+         kind == DeclarationKind::Property;
+}
+
+std::u8string idText(std::u8string_view name) {
+  std::u8string id;
+  name = name.substr(0, cutAt(name, kLongestName));
+  if (name.empty() || (name[0] >= '0' && name[0] <= '9')) id = u8"_";
+  for (; !name.empty(); name.remove_prefix(sizeOfFirst(name))) {
+    const char32_t c = codePointOf(name);
+    if (canStandInId(c))
+      id += name.substr(0, sizeOfFirst(name));
+    else
+      id += u8'_';
+  }
+  return id;
+}
+
+std::u8string labelOf(const vb::Module& module, const vb::Declaration& declaration) {
+  std::u8string label(vb::plainName(module.textOf(declaration.name)));
+  label.resize(cutAt(label, kLongestName));
+  if (declaration.accessor != vb::Accessor::None)
+    (label += u8" (").append(accessorText(declaration.accessor)) += u8")";
+  return label;
+}
+
+std::u8string headOf(const vb::Module& module, const vb::Declaration& declaration) {
+  std::u8string head;
+  for (const vb::TokenRange range : {declaration.lead, declaration.head}) {
+    bool blank = true;
+    for (std::uint32_t i = range.begin; i < range.end; ++i) {
+      blank = blank || module.tokens[i].gap > 0;
+      if (isLayout(module.tokens[i].kind)) continue;
+      if (blank && !head.empty()) head += u8' ';
+      blank = isLayout(module.tokens[i + 1].kind);
+      const auto text = module.textOf(i);
+      head += text.substr(0, cutAt(text, kLongestHead + 1));
+      const std::size_t end = cutAt(head, kLongestHead);
+      if (end < head.size()) return head.substr(0, end) + u8"…";
+    }
+  }
+  return head;
+}
+
+std::array<std::vector<std::uint32_t>, kGroups> indexOf(const vb::Module& module) {
+  struct Entry {
+    std::u8string key;
+    std::uint32_t declaration;
+  };
+  std::array<std::vector<Entry>, kGroups> entries;
+  const EventSources events(module);
+  for (std::uint32_t i = 0; i < module.declarations.size(); ++i)
+    if (const auto group = groupOf(module.declarations[i], events))
+      entries[static_cast<std::size_t>(*group)].push_back(
+          {sortKey(labelOf(module, module.declarations[i])), i});
+  std::array<std::vector<std::uint32_t>, kGroups> index;
+  for (std::size_t group = 0; group < kGroups; ++group) {
+    std::ranges::stable_sort(entries[group], {}, &Entry::key);
+    for (const Entry& entry : entries[group]) index[group].push_back(entry.declaration);
+  }
+  return index;
+}
+
+// ------------------------------------------------------------------------------------ targets
+
+struct ModuleTargets::Builder {
+  ModuleTargets& targets;
+  const vb::Module& module;
+  const Options& options;
+  UniqueIds ids;
+
+  void build() {
+    targets.targets_.resize(module.declarations.size());
+    for (std::uint32_t i = 0; i < module.declarations.size(); ++i) {
+      const vb::Declaration& declaration = module.declarations[i];
+      Target& target = targets.targets_[i];
+      target.kind = declaration.kind;
+      if (!canBeLinked(declaration.kind)) continue;
+      target.begin = static_cast<std::uint32_t>(targets.text_.size());
+      appendId(target, declaration);
+      if (options.titles && declaration.kind != DeclarationKind::Label) appendTitle(declaration);
+      target.size = static_cast<std::uint16_t>(targets.text_.size() - target.begin);
+    }
+    findShown();
+    addIndex();
+  }
+
+  // Appends "#", the prefix and the id, which no other declaration has, and the closing quote.
+  void appendId(Target& target, const vb::Declaration& declaration) {
+    std::u8string& text = targets.text_;
+    (text += u8'#') += targets.prefix_;
+    const std::size_t begin = text.size();
+    if (declaration.scope != vb::kNone)
+      (text += std::u8string(targets.id(declaration.scope))) += u8'.';
+    text += idText(vb::plainName(module.textOf(declaration.name)));
+    if (declaration.accessor != vb::Accessor::None)
+      (text += u8'.') += accessorText(declaration.accessor);
+    ids.add(text, begin);
+    target.idSize = static_cast<std::uint16_t>(text.size() - begin);
+    text += u8'"';
+  }
+
+  void appendTitle(const vb::Declaration& declaration) {
+    const std::u8string head = headOf(module, declaration);
+    if (head.empty()) return;
+    targets.text_ += u8" title=\"";
+    appendHtml(targets.text_, head);
+    targets.text_ += u8'"';
+  }
+
+  // Nothing can lead to lines that are not shown.
+  void findShown() {
+    const LineChoice choice(module, options);
+    std::vector<std::uint32_t> lines;
+    if (!options.lines.empty()) lines = linesOfNames(module);
+    for (std::uint32_t i = 0; i < module.declarations.size(); ++i)
+      targets.targets_[i].shown =
+          choice.shows(lines.empty() ? 1 : lines[i], module.declarations[i].name);
+  }
+
+  void addIndex() {
+    const auto index = indexOf(module);
+    for (std::size_t group = 0; group < kGroups; ++group)
+      for (const std::uint32_t i : index[group]) {
+        if (!targets.isShown(i)) continue;
+        const auto begin = static_cast<std::uint32_t>(targets.text_.size());
+        appendHtml(targets.text_, labelOf(module, module.declarations[i]));
+        const auto size = static_cast<std::uint32_t>(targets.text_.size()) - begin;
+        targets.groups_[group].push_back({i, begin, size});
+      }
+  }
+};
+
+ModuleTargets::ModuleTargets(const vb::Module& module, const Options& options, std::u8string prefix,
+                             std::u8string page)
+    : prefix_(std::move(prefix)), page_(std::move(page)), name_(module.name) {
+  Builder{*this, module, options, {}}.build();
+}
+
+}  // namespace tintline::listing

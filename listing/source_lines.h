@@ -1,0 +1,117 @@
+// Goes through a module line by line, and through a line piece by piece.
+//
+// Tested by tests/unit/listing/listing_property_test.cpp.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "vb/module.h"
+
+namespace tintline::listing {
+
+// Whether tokens of that kind look different from other text.
+constexpr bool isMarked(vb::TokenKind kind) {
+  switch (kind) {
+    case vb::TokenKind::Blank:
+    case vb::TokenKind::LineEnd:
+    case vb::TokenKind::Continuation:
+    case vb::TokenKind::Name:
+    case vb::TokenKind::HeaderWord:
+    case vb::TokenKind::Operator:
+    case vb::TokenKind::Punctuation:
+    case vb::TokenKind::End:
+      return false;
+    default:
+      return true;
+  }
+}
+
+class SourceLines {
+ public:
+  explicit SourceLines(const vb::Module& module) : module_(module) {}
+
+  bool atEnd() const { return at_ == module_.text.size(); }
+  std::uint32_t line() const { return line_; }    // the number of the next line, from 1
+  std::uint32_t token() const { return token_; }  // the first token that has text in it
+
+  // Gives the next line without its end to the visitor: `plain(text)` for what looks like other
+  // text, `marked(token, text)` for each other token, or the part of it in this line, and for
+  // the tokens that the visitor's `isWanted(token)` asks for. Those come in ascending order.
+  // Returns whether the line has an end; only the last can be without.
+  template <class Visitor>
+  bool visitLine(Visitor& visitor) {
+    const vb::Tokens& tokens = module_.tokens;
+    std::size_t run = at_;  // where the plain text begins that was not given yet
+    ++line_;
+    const auto text = [&](std::size_t begin, std::size_t end) {
+      return std::u8string_view(module_.text.data() + begin, end - begin);
+    };
+    for (;; ++token_) {
+      const vb::Token& token = tokens[token_];
+      const bool ends = isLineEnd(token.kind);
+      if (!ends && !isMarked(token.kind) && !visitor.isWanted(token_)) continue;
+      const std::size_t begin = std::max<std::size_t>(token.begin, at_);
+      if (begin > run) visitor.plain(text(run, begin));
+      if (token.kind == vb::TokenKind::End || token.kind == vb::TokenKind::LineEnd) {
+        const bool hasEnd = token.kind == vb::TokenKind::LineEnd;
+        at_ = hasEnd ? endOf(tokens, token_++) : module_.text.size();
+        return hasEnd;
+      }
+      const std::size_t end = endOf(tokens, token_);
+      const std::size_t lineEnd = canHoldLineEnd(token.kind) ? findLineEnd(begin, end) : end;
+      if (ends)
+        visitor.plain(text(begin, lineEnd));
+      else if (lineEnd > begin)
+        visitor.marked(token_, text(begin, lineEnd));
+      run = end;
+      if (lineEnd == end) continue;
+      at_ = behindLineEnd(lineEnd);
+      if (at_ == end) ++token_;
+      return true;
+    }
+  }
+
+  void skipLine() {
+    struct {
+      bool isWanted(std::uint32_t) const { return false; }
+      void plain(std::u8string_view) const {}
+      void marked(std::uint32_t, std::u8string_view) const {}
+    } nothing;
+    visitLine(nothing);
+  }
+
+ private:
+  static bool isLineEnd(vb::TokenKind kind) {
+    return kind == vb::TokenKind::LineEnd || kind == vb::TokenKind::Continuation ||
+           kind == vb::TokenKind::End;
+  }
+  static bool canHoldLineEnd(vb::TokenKind kind) {
+    return kind == vb::TokenKind::Comment || kind == vb::TokenKind::Continuation;
+  }
+
+  // The first line end between the two places, else `end`.
+  std::size_t findLineEnd(std::size_t begin, std::size_t end) const {
+    const char8_t* const text = module_.text.data();
+    const auto find = [&](char c, std::size_t to) {
+      const void* const found = std::memchr(text + begin, c, to - begin);
+      return found == nullptr ? to
+                              : static_cast<std::size_t>(static_cast<const char8_t*>(found) - text);
+    };
+    return find('\r', find('\n', end));
+  }
+
+  std::size_t behindLineEnd(std::size_t at) const {
+    const auto rest = std::u8string_view(module_.text).substr(at);
+    return at + (rest.starts_with(u8"\r\n") ? 2 : 1);
+  }
+
+  const vb::Module& module_;
+  std::size_t at_ = 0;
+  std::uint32_t token_ = 0;
+  std::uint32_t line_ = 1;
+};
+
+}  // namespace tintline::listing

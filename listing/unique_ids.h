@@ -1,0 +1,44 @@
+// Ids of which no two are equal without regard to case.
+//
+// Tested by tests/unit/listing/targets_test.cpp.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "vb/fold.h"
+#include "vb/name_table.h"
+
+namespace tintline::listing {
+
+// The ids lie in a text that grows; each call gives the same one.
+class UniqueIds {
+ public:
+  // The text from `begin` on is wanted as an id. When it was taken before, ".2" or a higher number
+  // is appended.
+  void add(std::u8string& text, std::size_t begin) {
+    const std::size_t end = text.size();
+    const std::uint32_t known = ids_.size(), wanted = numberOf(text, begin);
+    for (std::uint32_t number = wanted; number < known; number = numberOf(text, begin)) {
+      const std::string repeat = std::to_string(++repeats_[wanted]);
+      text.resize(end);
+      (text += u8'.').append(repeat.begin(), repeat.end());
+    }
+    repeats_.push_back(1);
+  }
+
+ private:
+  // A new number when the id was not there yet.
+  std::uint32_t numberOf(std::u8string_view text, std::size_t begin) {
+    const auto id = text.substr(begin);
+    return ids_.add(text, id, vb::foldedHash(id), begin);
+  }
+
+  vb::NameTable ids_;
+  std::vector<std::uint32_t> repeats_;  // by number of an id: the last number behind it
+};
+
+}  // namespace tintline::listing
