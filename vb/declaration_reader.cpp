@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "vb/attributes.h"
 #include "vb/file_header.h"
 #include "vb/fold.h"
 #include "vb/name_table.h"
@@ -55,8 +56,9 @@ class Reader {
       }
     }
     closeAll({cursor_.behindLast(), cursor_.lastLine()});
-    const bool lastLineEnds = cursor_.behindLast() != 0 && endsLine(cursor_.behindLast() - 1);
-    module_.lines = cursor_.line() - (lastLineEnds || module_.text.empty() ? 1 : 0);
+    const bool closed =
+        module_.text.empty() || module_.text.ends_with(u8'\n') || module_.text.ends_with(u8'\r');
+    module_.lines = cursor_.line() - (closed ? 1 : 0);
   }
 
  private:
@@ -66,15 +68,11 @@ class Reader {
   };
   Position position() const { return {cursor_.behindLast(), cursor_.lastLine()}; }
 
-  bool endsLine(std::uint32_t token) const {
-    return module_.tokens[token].kind == TokenKind::LineEnd;
-  }
-
   // ------------------------------------------------------------------------- statements
 
   void statement() {
-    before_ = position();
     while (cursor_.kind() == TokenKind::Label && !inBranch_) label();
+    before_ = position();
     if (cursor_.kind() == TokenKind::Directive) return directive();
     inHeader_ = false;
     if (cursor_.kind() == TokenKind::Keyword)
@@ -163,7 +161,8 @@ class Reader {
 
   void directive() {
     if (cursor_.word() == Word::Attribute) {
-      attribute();
+      if (!readAttribute(module_, cursor_, procedure_ != kNone ? procedure_ : lastVariable_))
+        inHeader_ = false;
     } else {
       inHeader_ = false;
       cursor_.advance();  // "#"
@@ -185,49 +184,6 @@ class Reader {
     }
     cursor_.skipLine();
     if (inHeader_) module_.header.end = cursor_.at() + (cursor_.atEnd() ? 0 : 1);
-  }
-
-  // Attribute [member.]name = value
-  void attribute() {
-    cursor_.advance();
-    const std::uint32_t word = cursor_.at();
-    cursor_.advance();
-    if (cursor_.is(u8'.')) {
-      cursor_.advance();
-      const bool userMemId = equalFolded(cursor_.textHere(), u8"VB_UserMemId");
-      cursor_.advance();
-      cursor_.advance();  // "="
-      if (userMemId && cursor_.textHere() == u8"0")
-        setDefaultMember(plainName(module_.textOf(word)));
-      inHeader_ = false;
-      return;
-    }
-    const std::u8string_view name = module_.textOf(word);
-    cursor_.advance();  // "="
-    if (cursor_.kind() == TokenKind::String) {
-      if (equalFolded(name, u8"VB_Name")) module_.name = unquoted(cursor_.textHere());
-      if (equalFolded(name, u8"VB_Description")) module_.description = unquoted(cursor_.textHere());
-    }
-    if (equalFolded(name, u8"VB_PredeclaredId"))
-      module_.predeclared = equalFolded(cursor_.textHere(), u8"True");
-  }
-
-  static std::u8string unquoted(std::u8string_view string) {
-    std::u8string result;
-    string.remove_prefix(1);
-    if (string.ends_with(u8'"')) string.remove_suffix(1);
-    for (std::size_t i = 0; i < string.size(); ++i) {
-      result += string[i];
-      if (string[i] == u8'"') ++i;  // doubled
-    }
-    return result;
-  }
-
-  void setDefaultMember(std::u8string_view name) {
-    const std::uint32_t index = procedure_ != kNone ? procedure_ : lastVariable_;
-    if (index != kNone &&
-        equalFolded(plainName(module_.textOf(module_.declarations[index].name)), name))
-      module_.declarations[index].defaultMember = true;
   }
 
   void setPredeclared() {

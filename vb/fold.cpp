@@ -1,17 +1,11 @@
 // See fold.h. Tested by tests/unit/vb/fold_test.cpp.
-//
-// Names are almost always ASCII: eight characters at a time are folded in a register. A text that
-// holds anything else is folded as a whole and then treated alike.
 #include "vb/fold.h"
 
 #include <cstddef>
-#include <cstring>
 
 namespace tintline::vb {
 
 namespace {
-
-// ----------------------------------------------------------------------------- characters
 
 // From `first` to `last`, each `step` characters, the lower case is `distance` further.
 struct Letters {
@@ -61,56 +55,6 @@ void append(std::u8string& text, char32_t character) {
   }
 }
 
-// ---------------------------------------------------------------------------- eight at once
-
-constexpr std::uint64_t kOnes = 0x0101010101010101;
-constexpr std::uint64_t kHighBits = 0x80 * kOnes;
-
-// "A" to "Z" of eight ASCII characters in lower case.
-std::uint64_t foldAscii(std::uint64_t characters) {
-  const std::uint64_t fromA = characters + (0x80 - 'A') * kOnes;
-  const std::uint64_t behindZ = characters + (0x7F - 'Z') * kOnes;
-  return characters | ((fromA ^ behindZ) & kHighBits) >> 2;
-}
-
-std::uint64_t load(const char8_t* text, std::size_t size) {
-  std::uint64_t characters = 0;
-  std::memcpy(&characters, text, size);
-  return characters;
-}
-
-// The last one to seven characters, without a copy of a length that the compiler does not know.
-std::uint64_t loadTail(const char8_t* text, std::size_t size) {
-  if (size >= 4) return load(text, 4) | load(text + size - 4, 4) << 32;
-  return std::uint64_t{text[0]} | std::uint64_t{text[size / 2]} << 8 |
-         std::uint64_t{text[size - 1]} << 16;
-}
-
-// Calls `each` with the text in eights (not folded); the last may hold characters twice.
-template <typename Each>
-void forEachEight(std::u8string_view text, Each each) {
-  const char8_t* at = text.data();
-  std::size_t left = text.size();
-  for (; left >= 8; at += 8, left -= 8) each(load(at, 8));
-  if (left != 0) each(loadTail(at, left));
-}
-
-bool isAscii(std::u8string_view text) {
-  std::uint64_t all = 0;
-  forEachEight(text, [&](std::uint64_t characters) { all |= characters; });
-  return (all & kHighBits) == 0;
-}
-
-std::uint32_t hashOf(std::u8string_view text) {
-  constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
-  std::uint64_t hash = text.size() * kFactor;
-  forEachEight(text, [&](std::uint64_t characters) {
-    hash = (hash ^ foldAscii(characters)) * kFactor;
-    hash ^= hash >> 32;
-  });
-  return static_cast<std::uint32_t>(hash);
-}
-
 }  // namespace
 
 char32_t fold(char32_t character) {
@@ -130,18 +74,10 @@ std::u8string folded(std::u8string_view text) {
   return result;
 }
 
-bool equalFolded(std::u8string_view a, std::u8string_view b) {
-  if (!isAscii(a) || !isAscii(b)) return folded(a) == folded(b);
-  if (a.size() != b.size()) return false;
-  const char8_t *left = a.data(), *right = b.data();
-  std::size_t size = a.size();
-  for (; size >= 8; left += 8, right += 8, size -= 8)
-    if (foldAscii(load(left, 8)) != foldAscii(load(right, 8))) return false;
-  return size == 0 || foldAscii(loadTail(left, size)) == foldAscii(loadTail(right, size));
-}
-
-std::uint32_t foldedHash(std::u8string_view text) {
-  return isAscii(text) ? hashOf(text) : hashOf(folded(text));
+bool folding::equalByCharacters(std::u8string_view a, std::u8string_view b) {
+  while (!a.empty() && !b.empty())
+    if (fold(take(a)) != fold(take(b))) return false;
+  return a.empty() && b.empty();
 }
 
 }  // namespace tintline::vb

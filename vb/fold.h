@@ -3,7 +3,9 @@
 // Tested by tests/unit/vb/fold_test.cpp.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -20,5 +22,79 @@ bool equalFolded(std::u8string_view a, std::u8string_view b);
 
 // Equal for all texts that `equalFolded` calls equal.
 std::uint32_t foldedHash(std::u8string_view text);
+
+// ------------------------------------------------------------------------------------------
+// Names are almost always ASCII: eight characters at a time are folded in a register. A text that
+// holds anything else is folded as a whole and then treated alike.
+
+namespace folding {
+
+inline constexpr std::uint64_t kOnes = 0x0101010101010101;
+inline constexpr std::uint64_t kHighBits = 0x80 * kOnes;
+
+// "A" to "Z" of eight ASCII characters in lower case.
+inline std::uint64_t foldAscii(std::uint64_t characters) {
+  const std::uint64_t fromA = characters + (0x80 - 'A') * kOnes;
+  const std::uint64_t behindZ = characters + (0x7F - 'Z') * kOnes;
+  return characters | ((fromA ^ behindZ) & kHighBits) >> 2;
+}
+
+template <std::size_t Size>
+std::uint64_t load(const char8_t* text) {
+  std::uint64_t characters = 0;
+  std::memcpy(&characters, text, Size);
+  return characters;
+}
+
+// The last one to seven characters, some of them twice.
+inline std::uint64_t loadTail(const char8_t* text, std::size_t size) {
+  if (size >= 4) return load<4>(text) | load<4>(text + size - 4) << 32;
+  return std::uint64_t{text[0]} | std::uint64_t{text[size / 2]} << 8 |
+         std::uint64_t{text[size - 1]} << 16;
+}
+
+bool equalByCharacters(std::u8string_view a, std::u8string_view b);
+
+inline std::uint64_t mix(std::uint64_t hash, std::uint64_t characters) {
+  hash = (hash ^ foldAscii(characters)) * 0x9E3779B97F4A7C15;
+  return hash ^ hash >> 32;
+}
+
+}  // namespace folding
+
+inline bool equalFolded(std::u8string_view a, std::u8string_view b) {
+  if (a.size() != b.size()) return folding::equalByCharacters(a, b);
+  std::size_t left = a.size();
+  for (const char8_t *p = a.data(), *q = b.data(); left > 0;) {
+    const std::size_t size = left < 8 ? left : 8;
+    const std::uint64_t x = size < 8 ? folding::loadTail(p, size) : folding::load<8>(p);
+    const std::uint64_t y = size < 8 ? folding::loadTail(q, size) : folding::load<8>(q);
+    if (x != y) {
+      if (((x | y) & folding::kHighBits) != 0) return folding::equalByCharacters(a, b);
+      if (folding::foldAscii(x) != folding::foldAscii(y)) return false;
+    }
+    p += size, q += size, left -= size;
+  }
+  return true;
+}
+
+inline std::uint32_t foldedHash(std::u8string_view text) {
+  std::uint64_t hash = text.size(), all = 0;
+  const char8_t* p = text.data();
+  std::size_t left = text.size();
+  for (; left >= 8; p += 8, left -= 8) {
+    all |= folding::load<8>(p);
+    hash = folding::mix(hash, folding::load<8>(p));
+  }
+  if (left != 0) {
+    all |= folding::loadTail(p, left);
+    hash = folding::mix(hash, folding::loadTail(p, left));
+  }
+  if ((all & folding::kHighBits) != 0) {
+    const std::u8string lower = folded(text);
+    if (lower != text) return foldedHash(lower);
+  }
+  return static_cast<std::uint32_t>(hash);
+}
 
 }  // namespace tintline::vb

@@ -7,9 +7,9 @@
 
 #include <utility>
 
-#include "vb/fold.h"
-#include "vb/name_table.h"
+#include "vb/scope.h"
 #include "vb/token_cursor.h"
+#include "vb/with_blocks.h"
 
 namespace tintline::vb {
 
@@ -31,25 +31,14 @@ struct Value {
   std::uint32_t index = 0;
 };
 
-// What is known of a name of the module, looked up once.
-struct KnownName {
-  std::uint32_t inProject = NameTable::kUnknown;  // its number there
-  std::uint32_t local = kNone;                    // declaration in
-  std::uint32_t localOf = kNone;                  // this procedure
-  std::uint32_t label = kNone;                    // likewise
-  std::uint32_t labelOf = kNone;
-  bool bareFound = false, typeFound = false;
-  Meaning bare, type;
-};
-
 class Resolver {
  public:
   Resolver(const Module& module, std::uint32_t index, const ProjectTables& tables)
-      : module_(module), index_(index), tables_(tables), localTypes_(module.declarations.size()) {}
+      : module_(module), index_(index), tables_(tables), scope_(module, index, tables) {}
 
   std::vector<Reference> run() {
     at_ = module_.header.end;
-    skipDeclarations();
+    while (next_ < module_.declarations.size() && module_.declarations[next_].name < at_) ++next_;
     references_.reserve(module_.tokens.size() / 8);
     startStatement();
     while (kind() != TokenKind::End) token();
@@ -96,15 +85,18 @@ class Resolver {
   }
 
   void startStatement() {
-    if (with_.pending) pushWith(value_);
-    if (at_ >= procedureEnd_) leaveProcedure();
+    if (std::exchange(withPending_, false)) withs_.open(value_);
+    if (at_ >= scope_.procedureEnd()) {
+      scope_.leave();
+      withs_.clear();
+    }
     value_ = {};
     behindOperand_ = false;
     open_.clear();
     target_ = Target::Awaited;
     targetReference_ = kNone;
     assigned_ = Accessor::Let;
-    statementWord_ = Word::None;
+    firstWord_ = Word::None;
     lastWord_ = Word::None;
     typeExpected_ = eventExpected_ = isNew_ = typeOf_ = false;
   }
@@ -151,7 +143,7 @@ class Resolver {
     const Word word = this->word();
     const Word before = std::exchange(lastWord_, word);
     const bool first = target_ == Target::Awaited && open_.empty();
-    if (statementWord_ == Word::None) statementWord_ = word;
+    if (firstWord_ == Word::None) firstWord_ = word;
     value_ = {};
     behindOperand_ = false;
     const bool newType = typeExpected_;
@@ -174,7 +166,7 @@ class Resolver {
         typeExpected_ = true;
         break;
       case Word::As:
-        typeExpected_ = statementWord_ != Word::Open && statementWord_ != Word::Name;
+        typeExpected_ = firstWord_ != Word::Open && firstWord_ != Word::Name;
         break;
       case Word::Implements:
         typeExpected_ = true;
@@ -190,9 +182,9 @@ class Resolver {
         break;
       case Word::With:
         if (before == Word::End)
-          popWith();
+          withs_.close();
         else
-          with_.pending = true;
+          withPending_ = true;
         break;
       default:
         break;
@@ -205,37 +197,25 @@ class Resolver {
     if (!tables_.module(index_).standard) value_ = {.kind = Value::Kind::Instance, .index = index_};
   }
 
-  // In the branches of "#If" the same With blocks are open at the start, and behind them those of
-  // the first branch.
   void directive() {
     if (character(at_) == u8'#') {
-      switch (directiveWord()) {
+      switch (module_.tokens[scope_.nextToken(at_)].word) {
         case Word::If:
-          branches_.push_back({with_.open, kUnset});
+          withs_.beginBranches();
           break;
         case Word::ElseIf:
         case Word::Else:
-          if (branches_.empty()) break;
-          if (branches_.back().behindFirst == kUnset) branches_.back().behindFirst = with_.open;
-          with_.open = branches_.back().before;
+          withs_.nextBranch();
           break;
         case Word::End:
         case Word::EndIf:
-          if (branches_.empty()) break;
-          if (branches_.back().behindFirst != kUnset) with_.open = branches_.back().behindFirst;
-          branches_.pop_back();
+          withs_.endBranches();
           break;
         default:
           break;
       }
     }
     while (kind() != TokenKind::LineEnd && kind() != TokenKind::End) ++at_;
-  }
-
-  Word directiveWord() {
-    do ++at_;
-    while (isGap(kind()));
-    return word();
   }
 
   // ------------------------------------------------------------------------ expressions
@@ -263,7 +243,7 @@ class Resolver {
 
   // What a value is with "(...)" behind it.
   Value call(Value value) const {
-    if (value.takesArguments || character(nextToken(at_)) == u8')') {
+    if (value.takesArguments || scope_.isMark(scope_.nextToken(at_), u8')')) {
       value.takesArguments = false;
       return value;
     }
@@ -288,10 +268,10 @@ class Resolver {
     const bool blank = at_ > 0 && module_.tokens[at_ - 1].kind == TokenKind::Blank;
     if (!behindOperand_ || !glued || blank) {
       beginOperand();
-      value_ = with_.open == kNone ? Value{} : withs_[with_.open].value;
+      value_ = withs_.value();
     }
     const Value owner = std::exchange(value_, {});
-    at_ = nextToken(at_);
+    at_ = scope_.nextToken(at_);
     if (open_.empty()) targetReference_ = kNone;
     if (!isNameKind(kind())) return;
     use(memberOf(owner, bang), owner.kind != Value::Kind::Instance);
@@ -304,7 +284,7 @@ class Resolver {
 
   Meaning memberOf(const Value& owner, bool bang) {
     if (owner.kind == Value::Kind::Unknown || owner.isArray) return {};
-    const std::uint32_t name = known(at_).inProject;
+    const std::uint32_t name = scope_.at(at_).inProject;
     switch (owner.kind) {
       case Value::Kind::Record:
       case Value::Kind::Enum:
@@ -327,7 +307,7 @@ class Resolver {
     if (atDeclaration()) return declaredName();
     if (typeExpected_) return typeName();
     if (std::exchange(eventExpected_, false)) {
-      use(tables_.event(index_, known(at_).inProject), true);
+      use(tables_.event(index_, scope_.at(at_).inProject), true);
       value_ = {};
       behindOperand_ = true;
     } else {
@@ -340,48 +320,38 @@ class Resolver {
     const bool starts = target_ == Target::Awaited && open_.empty();
     beginOperand();
     value_ = {};
-    const std::uint32_t number = numberOf(at_);
-    KnownName& name = known_[number];
-    if (name.localOf == procedure_ && procedure_ != kNone)
-      local(name);
-    else if (number == result_ && isResult(starts))
-      value_ = resultValue();
+    const std::uint32_t number = scope_.numberOf(at_);
+    Scope::Name& name = scope_[number];
+    if (const std::uint32_t declaration = scope_.local(name); declaration != kNone)
+      local(declaration, name);
+    else if (scope_.isResult(number) && isResult(starts))
+      value_ = declaredValue(scope_.procedure());
     else
-      use(bareMeaning(name), true);
+      use(scope_.bare(name), true);
   }
 
-  const Meaning& bareMeaning(KnownName& name) {
-    if (!std::exchange(name.bareFound, true)) name.bare = tables_.bareName(index_, name.inProject);
-    return name.bare;
-  }
-
-  void local(KnownName& name) {
-    const Declaration& declared = module_.declarations[name.local];
-    if (declared.byReDim) {
-      const Meaning& variable = bareMeaning(name);
+  void local(std::uint32_t declaration, Scope::Name& name) {
+    if (module_.declarations[declaration].byReDim) {
+      const Meaning& variable = scope_.bare(name);
       if (variable.kind == Meaning::Kind::Member &&
           tables_.member(variable.index).kind == DeclarationKind::Variable)
         return use(variable, true);
     }
-    if (at_ != declared.name) references_.push_back({at_, index_, name.local});
-    value_ = valueOf(localTypes_[name.local], declared.isArray, false);
+    if (!atDeclaration()) references_.push_back({at_, index_, declaration});
+    value_ = declaredValue(declaration);
   }
 
-  // In a Function or Property Get its own name is the result, but with arguments, or alone as a
-  // statement, a call.
+  Value declaredValue(std::uint32_t declaration) const {
+    return valueOf(scope_.typeOf(declaration), module_.declarations[declaration].isArray, false);
+  }
+
+  // In a Function or Property Get its own name is the result, but with arguments, or where a
+  // statement begins with it and does not assign, a call.
   bool isResult(bool startsStatement) const {
-    const std::uint32_t next = nextToken(at_);
-    const TokenKind kind = module_.tokens[next].kind;
-    const bool mark = kind == TokenKind::Punctuation || kind == TokenKind::Operator;
-    if (mark && character(next) == u8'(') return !resultTakesArguments_;
-    if (!startsStatement) return true;
-    return mark &&
-           (character(next) == u8'=' || character(next) == u8'.' || character(next) == u8'!');
-  }
-
-  Value resultValue() const {
-    const Declaration& declared = module_.declarations[procedure_];
-    return valueOf(localTypes_[procedure_], declared.isArray, false);
+    const std::uint32_t next = scope_.nextToken(at_);
+    if (scope_.isMark(next, u8'(')) return !scope_.resultTakesArguments();
+    return !startsStatement || scope_.isMark(next, u8'=') || scope_.isMark(next, u8'.') ||
+           scope_.isMark(next, u8'!');
   }
 
   // Notes what the name at at_ means, and what value it has. `own`: if it is of this module, it
@@ -467,207 +437,63 @@ class Resolver {
     }
   }
 
-  // ------------------------------------------------------------------------------ types
-
   void typeName() {
     const bool isNew = isNew_;
     otherOperand();
-    const Meaning found = typePath(at_, true);
+    const Meaning found = scope_.typePath(
+        at_, [this](std::uint32_t token, Meaning meaning) { note(token, meaning); });
     if (isNameKind(kind())) ++at_;
     if (isNew) value_ = valueOf(tables_.typeReference(found), false, false);
   }
 
-  // name, module.name, project.name or project.module.name, from the token `at`, which is left at
-  // the last name.
-  Meaning typePath(std::uint32_t& at, bool noted) {
-    Meaning found;
-    std::uint32_t dot = nextToken(at);
-    if (!isDot(dot)) {
-      found = typeMeaning(known(at));
-      if (noted) note(at, found);
-      return found;
-    }
-    Meaning qualifier = tables_.qualifier(index_, known(at).inProject);
-    while (isDot(dot)) {
-      if (noted) note(at, qualifier);
-      at = nextToken(dot);
-      if (!isNameKind(module_.tokens[at].kind)) return {};
-      dot = nextToken(at);
-      const std::uint32_t name = known(at).inProject;
-      found = tables_.type(index_, qualifier, name);
-      qualifier =
-          qualifier.kind == Meaning::Kind::Project ? tables_.qualifier(index_, name) : Meaning{};
-    }
-    if (noted) note(at, found);
-    return found;
+  // A jump; where it leads lies in the same procedure.
+  void label() {
+    if (atDeclaration())
+      ++next_;
+    else if (const std::uint32_t label = scope_.label(scope_.at(at_)); label != kNone)
+      references_.push_back({at_, index_, label});
+    ++at_;
   }
-
-  bool isDot(std::uint32_t token) const {
-    return module_.tokens[token].kind == TokenKind::Punctuation && character(token) == u8'.';
-  }
-
-  const Meaning& typeMeaning(KnownName& name) {
-    if (!std::exchange(name.typeFound, true)) name.type = tables_.type(index_, name.inProject);
-    return name.type;
-  }
-
-  // The declared type of a local, parameter or procedure.
-  TypeReference declaredType(const Declaration& declared) {
-    std::uint32_t at = declared.type.begin;
-    if (declared.type.empty() || !isNameKind(module_.tokens[at].kind)) return {};
-    return tables_.typeReference(typePath(at, false));
-  }
-
-  // ------------------------------------------------------------------------- procedures
 
   bool atDeclaration() const {
     return next_ < module_.declarations.size() && module_.declarations[next_].name == at_;
   }
 
-  void skipDeclarations() {
-    while (next_ < module_.declarations.size() && module_.declarations[next_].name < at_) ++next_;
-  }
-
   void declaredName() {
     const Declaration& declared = module_.declarations[next_];
-    if (!declared.body.empty() && procedure_ == kNone && isProcedure(declared.kind))
-      enterProcedure(next_);
-    ++next_;
+    const bool procedure = declared.kind == DeclarationKind::Sub ||
+                           declared.kind == DeclarationKind::Function ||
+                           declared.kind == DeclarationKind::Property;
+    if (procedure && !declared.body.empty()) scope_.enter(next_);
     otherOperand();
-    if (declared.byReDim) local(known(at_));
+    if (declared.byReDim) local(next_, scope_.at(at_));
+    ++next_;
     ++at_;
   }
-
-  static bool isProcedure(DeclarationKind kind) {
-    return kind == DeclarationKind::Sub || kind == DeclarationKind::Function ||
-           kind == DeclarationKind::Property;
-  }
-
-  void enterProcedure(std::uint32_t procedure) {
-    const Declaration& declared = module_.declarations[procedure];
-    procedure_ = procedure;
-    procedureEnd_ = declared.body.end;
-    resultTakesArguments_ = false;
-    localTypes_[procedure] = declaredType(declared);
-    if (declared.kind == DeclarationKind::Function || declared.accessor == Accessor::Get)
-      result_ = numberOf(declared.name);
-    for (std::uint32_t i = procedure + 1;
-         i < module_.declarations.size() && module_.declarations[i].name < procedureEnd_; ++i)
-      bind(i);
-  }
-
-  void bind(std::uint32_t index) {
-    const Declaration& declared = module_.declarations[index];
-    KnownName& name = known(declared.name);
-    if (declared.kind == DeclarationKind::Label) {
-      if (name.labelOf == procedure_) return;
-      name.label = index;
-      name.labelOf = procedure_;
-    } else if (declared.kind == DeclarationKind::Parameter ||
-               declared.kind == DeclarationKind::Local) {
-      if (declared.scope == procedure_ && declared.kind == DeclarationKind::Parameter)
-        resultTakesArguments_ = true;
-      if (name.localOf == procedure_) return;
-      name.local = index;
-      name.localOf = procedure_;
-      localTypes_[index] = declaredType(declared);  // (which may move `name`)
-    }
-  }
-
-  void leaveProcedure() {
-    procedure_ = result_ = procedureEnd_ = kNone;
-    withs_.clear();
-    with_ = {};
-  }
-
-  // A jump; where it leads lies in the same procedure.
-  void label() {
-    if (atDeclaration()) {
-      ++next_;
-    } else if (const KnownName& name = known(at_);
-               name.labelOf == procedure_ && procedure_ != kNone) {
-      references_.push_back({at_, index_, name.label});
-    }
-    ++at_;
-  }
-
-  // ------------------------------------------------------------------------ With blocks
-
-  void pushWith(const Value& value) {
-    withs_.push_back({value, with_.open});
-    with_.open = static_cast<std::uint32_t>(withs_.size() - 1);
-    with_.pending = false;
-  }
-
-  void popWith() {
-    if (with_.open != kNone) with_.open = withs_[with_.open].outer;
-  }
-
-  // ------------------------------------------------------------------------------ names
-
-  // The token behind `token` and the gaps there.
-  std::uint32_t nextToken(std::uint32_t token) const {
-    do ++token;
-    while (isGap(module_.tokens[token].kind));
-    return token;
-  }
-
-  std::uint32_t numberOf(std::uint32_t token) {
-    const std::u8string_view name = plainName(module_.textOf(token));
-    const std::uint32_t hash = foldedHash(name);
-    const std::uint32_t number = names_.add(
-        module_.text, name, hash, static_cast<std::size_t>(name.data() - module_.text.data()));
-    if (number == known_.size()) known_.emplace_back().inProject = tables_.numberOf(name, hash);
-    return number;
-  }
-
-  KnownName& known(std::uint32_t token) { return known_[numberOf(token)]; }
-
-  // ------------------------------------------------------------------------------ state
-
-  struct WithBlock {
-    Value value;
-    std::uint32_t outer;
-  };
-  struct WithState {
-    std::uint32_t open = kNone;  // the innermost block
-    bool pending = false;        // one begins behind the statement
-  };
-  static constexpr std::uint32_t kUnset = kNone - 1;
-  struct WithBranches {  // the innermost blocks in front of an "#If", and behind its first branch
-    std::uint32_t before, behindFirst;
-  };
 
   const Module& module_;
   const std::uint32_t index_;
   const ProjectTables& tables_;
+  Scope scope_;
+  WithBlocks<Value> withs_;
   std::vector<Reference> references_;
-  NameTable names_;                        // of the module
-  std::vector<KnownName> known_;           // by their numbers
-  std::vector<TypeReference> localTypes_;  // by declaration
-  std::uint32_t at_ = 0;                   // the token
-  std::uint32_t next_ = 0;                 // the declaration that follows
-
-  std::uint32_t procedure_ = kNone;
-  std::uint32_t procedureEnd_ = kNone;  // token
-  std::uint32_t result_ = kNone;        // the procedure's own name, when it stands for its result
-  bool resultTakesArguments_ = false;
-  std::vector<WithBlock> withs_;  // of the procedure
-  WithState with_;
-  std::vector<WithBranches> branches_;
+  std::uint32_t at_ = 0;    // the token
+  std::uint32_t next_ = 0;  // the declaration that follows
 
   // Of the statement:
-  Value value_;
+  Value value_;  // of what stands in front of the token
   bool behindOperand_ = false;
-  std::vector<Value> open_;  // by "(": what the parentheses and what is in front of them are
+  std::vector<Value> open_;   // by "(": what it is with what stands in front of it
+  bool withPending_ = false;  // it opens a With block
   Target target_ = Target::Awaited;
-  std::uint32_t targetReference_ = kNone;  // of its last name
+  std::uint32_t targetReference_ = kNone;  // of the target's last name
   std::uint32_t targetMember_ = kNone;
   bool targetOwn_ = false;
   Accessor assigned_ = Accessor::Let;
-  Word statementWord_ = Word::None;  // its first keyword
-  Word lastWord_ = Word::None;       // its last one
-  bool typeExpected_ = false, eventExpected_ = false, isNew_ = false, typeOf_ = false;
+  Word firstWord_ = Word::None, lastWord_ = Word::None;  // keywords
+  bool typeExpected_ = false, eventExpected_ = false;
+  bool isNew_ = false;   // New, not As New, stands in front of the type
+  bool typeOf_ = false;  // its Is has not come yet
 };
 
 }  // namespace

@@ -79,6 +79,7 @@ class TokenCursor {
   }
 
   void advance() {
+    if (atEnd()) return;
     lastLine_ = line_;
     if (!isGap(kind())) behindLast_ = at_ + 1;
     countLine();
@@ -88,6 +89,10 @@ class TokenCursor {
 
   void skipStatement() {
     while (!atStatementEnd()) advance();
+  }
+
+  void advanceInLine() {
+    if (!atLineEnd()) advance();
   }
 
   // To the end of the line.
