@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 #include <stdexcept>
+#include <unordered_set>
 #include <utility>
 
 #include "base/text.h"
@@ -11,44 +12,29 @@
 namespace tintline {
 namespace {
 
-constexpr unsigned kHashBits = 16;
-constexpr unsigned kChainShift = 4;  // the bits of a hash that chains do without
+constexpr unsigned kHashBits = 14;
+constexpr unsigned kChainShift = 2;  // the bits of a hash that chains do without
 constexpr std::uint32_t kChainEnd = 0xFFFFFFFF;
+constexpr std::size_t kLongestWindow = 64;
 constexpr std::string_view kCommentSpan = "<span class='Rem'>";
 constexpr std::string_view kMarksSpan = "<span class='Marks'>";
+constexpr CaselessText kFirstComment(kCommentSpan, 13);
 
-// What a highlighted line is full of. Text of the source that looks alike may be
-// skipped with them: no name occurs in either.
-constexpr std::string_view kClosingTag = "</span>";
-constexpr std::string_view kCodeSpan = "<span class='Code'>";
-constexpr std::string_view kParmsSpan = "<span class='Parms'>";
-constexpr std::string_view kEndSubSpan = "<span class='EndSub'>";
+// What the highlighter, the driver and links put between the characters of a line, folded.
+constexpr std::string_view kMarkup =
+    "</span>\n<span class='code'>\n<span class='parms'>\n<span class='endsub'>\n"
+    "<span class='marks'>\n<span class='rem'>\n<hr>\n&lt;\n&gt;\n<a href='#\n' "
+    "class='marks'>\n</a> ";
 
-constexpr std::string_view kTags[] = {kClosingTag, kCodeSpan,    kParmsSpan,
-                                      kMarksSpan,  kCommentSpan, kEndSubSpan};
-constexpr std::size_t kValue = 13;  // where the opening tags differ
-
-bool holdsBracket(std::string_view name) {
-  return name.find('<') != std::string_view::npos || name.find('>') != std::string_view::npos;
-}
-
-// The length of the tag that the text, which begins with "<", begins with; or 1
-// to pass the "<" alone.
-std::size_t tagLength(std::string_view text) {
-  const auto lengthOf = [text](auto tag) { return text.starts_with(tag) ? tag.size() : 1; };
-  if (text.size() <= kValue || text[1] == '/') return lengthOf(kClosingTag);
-  switch (text[kValue]) {
-    case 'C':
-      return lengthOf(kCodeSpan);
-    case 'M':
-      return lengthOf(kMarksSpan);
-    case 'P':
-      return lengthOf(kParmsSpan);
-    case 'R':
-      return lengthOf(kCommentSpan);
-    default:
-      return lengthOf(kEndSubSpan);
-  }
+// Whether a line of HTML can hold the name where its source does not, or because of a link.
+// Markup stands between brackets, or "&" and ";", so that a name without them is either in it
+// or in text of the source; and what a link adds to its name reaches from "<" to "#" and from
+// the apostrophe to ">".
+bool isInHtmlOnly(std::string_view name) {
+  if (name.find_first_of("<>&;#= ") != std::string_view::npos || name.ends_with('\'')) return true;
+  std::string folded(name);
+  for (char& c : folded) c = toLower(c);
+  return kMarkup.find(folded) != std::string_view::npos;
 }
 
 std::uint32_t foldedCode(char c) { return static_cast<unsigned char>(toLower(c)); }
@@ -61,18 +47,34 @@ std::uint64_t foldedStart(std::string_view text) {
   return start;
 }
 
-std::uint32_t hashKey(std::uint32_t key) { return key * 0x9E3779B1U >> (32 - kHashBits); }
+// The hash of so many folded characters.
+template <std::size_t kSize>
+std::uint32_t hashKey(const char* characters) {
+  std::uint32_t key = 0;
+  for (std::size_t i = 0; i < kSize; ++i) key = key << 8 | foldedCode(characters[i]);
+  return key * 0x9E3779B1U >> (32 - kHashBits);
+}
 
-// The trimmed names in order, without empty ones.
+// The trimmed names in order, without empty ones; one that stands twice counts once.
 std::vector<std::string_view> trimmedNames(const ProcedureNames& ProzNamen) {
   std::vector<std::string_view> names;
+  std::unordered_set<std::string_view> known;
   names.reserve(ProzNamen.size());
+  known.reserve(ProzNamen.size());
   for (const std::string& entry : ProzNamen)
-    if (const std::string_view name = Trim(entry); !name.empty()) names.push_back(name);
+    if (const std::string_view name = Trim(entry); !name.empty() && known.insert(name).second)
+      names.push_back(name);
   return names;
 }
 
-constexpr CaselessText kFirstComment(kCommentSpan, kValue);
+// The indexes of the names that may be in the HTML only, or of the others.
+std::vector<std::uint32_t> indexes(const std::vector<std::string_view>& names, bool inHtmlOnly) {
+  std::vector<std::uint32_t> chosen;
+  for (std::size_t index = 0; index < names.size(); ++index)
+    if (isInHtmlOnly(names[index]) == inHtmlOnly)
+      chosen.push_back(static_cast<std::uint32_t>(index));
+  return chosen;
+}
 
 // What stands around the occurrences of a name, found without regard to case.
 struct Surroundings {
@@ -94,101 +96,105 @@ Surroundings surroundings(std::string_view html, std::string_view name) {
 
 }  // namespace
 
-NameFilter::NameFilter(const std::vector<std::string_view>& names)
+NameFilter::NameFilter(const std::vector<std::string_view>& names,
+                       const std::vector<std::uint32_t>& wanted)
     : names_(names), entries_(names.size()) {
-  for (std::size_t index = names.size(); index-- > 0;) {  // so that chains ascend
-    const std::size_t length = names[index].size();
-    const std::uint64_t start = foldedStart(names[index]);
-    const std::uint32_t hash = hashKey(static_cast<std::uint32_t>(start));
-    Group& group = groupOf(std::min(length, kWindow));
-    group.seen[hash / 64] |= std::uint64_t{1} << hash % 64;
-    const auto unused =
-        static_cast<std::uint32_t>(8 * (sizeof start - std::min(length, sizeof start)));
-    std::uint32_t& head = group.heads[hash >> kChainShift];
-    entries_[index] = {start << unused, unused,
-                       std::exchange(head, static_cast<std::uint32_t>(index))};
-  }
-  const auto holdsName = [this](std::string_view tag) {
-    std::vector<std::size_t> found;
-    find(tag, 0, found);
-    return !found.empty();
-  };
-  skipTags_ = std::none_of(std::begin(kTags), std::end(kTags), holdsName) &&
-              std::none_of(names.begin(), names.end(), holdsBracket);
+  std::vector<std::uint32_t> ofSize[kKeySize + 1];
+  for (const std::uint32_t index : wanted)
+    ofSize[std::min(names[index].size(), kKeySize)].push_back(index);
+  addGroup<1>(ofSize[1]);
+  addGroup<2>(ofSize[2]);
+  addGroup<kKeySize>(ofSize[kKeySize]);
 }
 
-NameFilter::Group& NameFilter::groupOf(std::size_t length) {
-  for (Group& group : groups_)
-    if (group.length == length) return group;
+template <std::size_t kSize>
+void NameFilter::addGroup(const std::vector<std::uint32_t>& indexes) {
+  if (indexes.empty()) return;
+  std::size_t window = kLongestWindow;
+  for (const std::uint32_t index : indexes) window = std::min(window, names_[index].size());
   constexpr std::size_t kHashes = std::size_t{1} << kHashBits;
-  return groups_.emplace_back(Group{length, std::vector<std::uint64_t>(kHashes / 64),
-                                    std::vector<std::uint32_t>(kHashes >> kChainShift, kChainEnd)});
-}
-
-void NameFilter::find(std::string_view text, std::size_t from,
-                      std::vector<std::size_t>& found) const {
-  found.clear();
-  for (const Group& group : groups_) findInGroup(group, text, from, found);
-  std::sort(found.begin(), found.end());
-  found.erase(std::unique(found.begin(), found.end()), found.end());
-}
-
-void NameFilter::findInGroup(const Group& group, std::string_view text, std::size_t from,
-                             std::vector<std::size_t>& found) const {
-  const std::uint64_t* const seen = group.seen.data();
-  const std::size_t length = group.length;
-  const std::size_t shift = 8 * (kWindow - length);
-  const bool skipTags = skipTags_;
-  std::uint32_t window = 0;  // the last four characters, the newest in its highest byte
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '<' && skipTags) {
-      i += tagLength(text.substr(i)) - 1;
-      window = 0;
-      continue;
+  const auto farthest = static_cast<std::uint8_t>(window - kSize + 1);
+  Group& group =
+      groups_.emplace_back(Group{kSize, window, std::vector<std::uint8_t>(kHashes, farthest),
+                                 std::vector<std::uint32_t>(kHashes >> kChainShift, kChainEnd)});
+  for (const std::uint32_t index : indexes) {
+    const std::string_view name = names_[index];
+    for (std::size_t end = kSize; end <= window; ++end) {
+      std::uint8_t& step = group.steps[hashKey<kSize>(name.data() + end - kSize)];
+      step = std::min(step, static_cast<std::uint8_t>(window - end));
     }
-    window = window >> 8 | foldedCode(text[i]) << 24;
-    const std::uint32_t hash = hashKey(window >> shift);
-    if ((seen[hash / 64] >> hash % 64 & 1) != 0 && i + 1 >= length)
-      collect(group, hash, text.substr(i + 1 - length), from, found);
+    const std::uint32_t hash = hashKey<kSize>(name.data() + window - kSize);
+    const std::uint64_t start = foldedStart(name);
+    const auto unused =
+        static_cast<std::uint32_t>(8 * (sizeof start - std::min(name.size(), sizeof start)));
+    entries_[index] = {start << unused, unused,
+                       std::exchange(group.heads[hash >> kChainShift], index)};
   }
 }
 
-// Adds the names of that hash that the text begins with. One that stands twice counts at its
-// first place only. Names of a module are much alike, so their chains may be long.
-void NameFilter::collect(const Group& group, std::uint32_t hash, std::string_view text,
-                         std::size_t from, std::vector<std::size_t>& found) const {
+void NameFilter::find(std::string_view text, std::vector<std::size_t>& found) const {
+  for (const Group& group : groups_) {
+    if (group.keySize == 1) findInGroup<1>(group, text, found);
+    if (group.keySize == 2) findInGroup<2>(group, text, found);
+    if (group.keySize == kKeySize) findInGroup<kKeySize>(group, text, found);
+  }
+}
+
+template <std::size_t kSize>
+void NameFilter::findInGroup(const Group& group, std::string_view text,
+                             std::vector<std::size_t>& found) const {
+  const std::uint8_t* const steps = group.steps.data();
+  for (std::size_t end = group.window; end <= text.size();) {
+    const std::uint32_t hash = hashKey<kSize>(text.data() + end - kSize);
+    const std::uint8_t step = steps[hash];
+    if (step == 0)
+      collect(group.heads[hash >> kChainShift], text.substr(end - group.window), found);
+    end += std::max<std::size_t>(step, 1);
+  }
+}
+
+// Adds the names of a chain that the text begins with. Names of a module are much alike, so
+// chains may be long.
+void NameFilter::collect(std::uint32_t chain, std::string_view text,
+                         std::vector<std::size_t>& found) const {
   const std::uint64_t start = foldedStart(text);
-  const std::uint32_t head = group.heads[hash >> kChainShift];
-  for (std::uint32_t index = head; index != kChainEnd; index = entries_[index].next) {
+  for (std::uint32_t index = chain; index != kChainEnd; index = entries_[index].next) {
     const Entry& entry = entries_[index];
-    if (start << entry.unused != entry.start || index < from ||
-        !startsWithIgnoreCase(text, names_[index]))
-      continue;
-    std::uint32_t first = head;
-    while (entries_[first].start != entry.start || names_[first] != names_[index])
-      first = entries_[first].next;
-    if (first == index) found.push_back(index);
+    if (start << entry.unused == entry.start && startsWithIgnoreCase(text, names_[index]))
+      found.push_back(index);
   }
 }
 
 CallLinker::CallLinker(const ProcedureNames& ProzNamen)
-    : names_(trimmedNames(ProzNamen)), filter_(names_) {}
+    : names_(trimmedNames(ProzNamen)),
+      inSource_(names_, indexes(names_, false)),
+      inHtml_(names_, indexes(names_, true)) {}
 
-std::string_view CallLinker::link(std::string_view html) {
+std::string_view CallLinker::link(std::string_view html, std::string_view source) {
   if (names_.empty() || startsWithIgnoreCase(html, kCommentSpan)) return html;
-  filter_.find(html, 0, found_);
+  found_.clear();
+  inSource_.find(source, found_);
+  inHtml_.find(html, found_);
   if (found_.empty()) return html;
   html_ = html;
   longest_ = html.size() + kMaxGrowth;
-  std::size_t next = 0;
-  while (next < found_.size()) {
+  sortFound();
+  for (std::size_t next = 0; next < found_.size();) {
     const std::size_t index = found_[next++];
-    if (!linkName(names_[index])) continue;
+    if (!linkName(names_[index]) || inHtml_.empty()) continue;
     // A link brings new text into the line, in which later names may occur.
-    filter_.find(html_, index + 1, found_);
-    next = 0;
+    found_.erase(found_.begin(), found_.begin() + static_cast<std::ptrdiff_t>(next));
+    inHtml_.find(html_, found_);
+    sortFound();
+    next = static_cast<std::size_t>(std::upper_bound(found_.begin(), found_.end(), index) -
+                                    found_.begin());
   }
   return html_;
+}
+
+void CallLinker::sortFound() {
+  std::sort(found_.begin(), found_.end());
+  found_.erase(std::unique(found_.begin(), found_.end()), found_.end());
 }
 
 // True when the line was changed.

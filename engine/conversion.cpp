@@ -24,14 +24,19 @@ struct LineMarks {
   bool procedureEnd = false;                  // "class='EndSub'" occurs
 };
 
-// Where the source has no apostrophe, only the highlighter's own spans hold one:
-// those of heads and ends open the line, and the name of a head ends at the next.
-LineMarks findMarks(std::string_view html, bool apostropheInSource) {
+constexpr std::size_t kValue = 6;  // where the class stands: rarer than "class="
+constexpr CaselessText kSub("class='Sub'>", kValue), kEndSub("class='EndSub'", kValue);
+constexpr CaselessText kClass("class='");
+
+// Where the source holds nothing like them, only the highlighter's own spans do: those of heads
+// and ends open the line.
+LineMarks findMarks(std::string_view html, std::string_view source, bool apostropheInSource) {
   constexpr std::string_view kHead = "<span name='";
-  constexpr std::size_t kValue = 6;  // where the class stands: rarer than "class="
-  constexpr CaselessText kSub("class='Sub'>", kValue), kEndSub("class='EndSub'", kValue);
-  if (apostropheInSource) return {kSub.findIn(html), kEndSub.isIn(html)};
-  if (html.starts_with(kHead)) return {html.find('\'', kHead.size()) + 2, false};
+  if (apostropheInSource && kClass.isIn(source)) return {kSub.findIn(html), kEndSub.isIn(html)};
+  if (html.starts_with(kHead)) {
+    // The name of a head ends at the next apostrophe, unless it holds one.
+    return {apostropheInSource ? kSub.findIn(html) : html.find('\'', kHead.size()) + 2, false};
+  }
   return {std::string_view::npos, html.starts_with("<span class='EndSub'")};
 }
 
@@ -62,7 +67,7 @@ class Run {
     observer_.yield();
     const std::string_view source = List1_[i];
     std::string_view html = highlighter_.fkt_ZeileKonvertieren(source);
-    const LineMarks marks = findMarks(html, highlighter_.lineHoldsApostrophe());
+    const LineMarks marks = findMarks(html, source, highlighter_.lineHoldsApostrophe());
     if (marks.procedureEnd) html = withRule(html);
     if (observer_.abortRequested()) return false;
     observer_.yield();
@@ -120,7 +125,7 @@ class Run {
 
   // Returns the line's HTML as call linking left it.
   std::string_view emitOther(std::size_t i, std::string_view html, std::string_view source) {
-    if (!bSubUmbruch_) html = linker_.link(html);
+    if (!bSubUmbruch_) html = linker_.link(html, source);
     if (startsModule(i, html))
       collector_.append(std::exchange(frameOpen_, true) ? kNextFrame : kFrameOpener);
     const bool continues = continuesInSource(source);

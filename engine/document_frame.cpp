@@ -11,6 +11,7 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 
 void writeLine(std::ostream& datei, std::string_view text) { datei << text << kLineEnd; }
+void addLine(std::string& page, std::string_view text) { page.append(text).append(kLineEnd); }
 
 }  // namespace
 
@@ -25,15 +26,17 @@ DocumentFrame::DocumentFrame(ColorScheme colors, StyleMode mode)
                      {"class='EndSub'", styleAttribute(kProzeduren, true)}}} {}
 
 void DocumentFrame::HTMLKopf(std::ostream& datei) const {
-  writeLine(datei, "<!DOCTYPE HTML PUBLIC '-//W3C//DTD HTML 4.0 Transitional//EN'>");
-  writeLine(datei, "<html>");
-  writeLine(datei, "<head>");
-  if (mode_ == StyleMode::Class) writeStyleSheet(datei);
-  writeLine(datei, "</head>");
-  writeLine(datei, "<body><a name='Index'></a>");
+  std::string head;  // one write: a page may be small
+  addLine(head, "<!DOCTYPE HTML PUBLIC '-//W3C//DTD HTML 4.0 Transitional//EN'>");
+  addLine(head, "<html>");
+  addLine(head, "<head>");
+  if (mode_ == StyleMode::Class) addStyleSheet(head);
+  addLine(head, "</head>");
+  addLine(head, "<body><a name='Index'></a>");
+  datei << head;
 }
 
-void DocumentFrame::writeStyleSheet(std::ostream& datei) const {
+void DocumentFrame::addStyleSheet(std::string& head) const {
   struct Rule {
     std::string_view selector;
     std::size_t category;
@@ -47,19 +50,19 @@ void DocumentFrame::writeStyleSheet(std::ostream& datei) const {
                              {".Rem {", kKommentare, kKommentare, false},
                              {".Sub {", kProzeduren, kProzeduren, true},
                              {".EndSub {", kProzeduren, kProzeduren, true}};
-  writeLine(datei, "<style type='text/css'>");
-  writeLine(datei, "<!--");
+  addLine(head, "<style type='text/css'>");
+  addLine(head, "<!--");
   for (const Rule& rule : kRules) {
     const auto& fields = colors_[rule.category];
     const bool transparent = modColor::isTransparent(colors_, rule.transparencyFrom);
-    writeLine(datei, rule.selector);
-    writeLine(datei, " color: " + fields[kTextColor] + ";");
-    if (rule.boldItalic) writeLine(datei, " font: italic bold;");
-    writeLine(datei, " background-color: " + (transparent ? "inherit" : fields[kBackColor]) + ";");
-    writeLine(datei, "}");
+    addLine(head, rule.selector);
+    addLine(head, " color: " + fields[kTextColor] + ";");
+    if (rule.boldItalic) addLine(head, " font: italic bold;");
+    addLine(head, " background-color: " + (transparent ? "inherit" : fields[kBackColor]) + ";");
+    addLine(head, "}");
   }
-  writeLine(datei, "-->");
-  writeLine(datei, "</style>");
+  addLine(head, "-->");
+  addLine(head, "</style>");
 }
 
 void DocumentFrame::HTMLFuss(std::ostream& datei) const {

@@ -45,7 +45,7 @@ class DocumentFrame {
     std::string styleAttribute;
   };
 
-  void writeStyleSheet(std::ostream& datei) const;
+  void addStyleSheet(std::string& head) const;
   std::string styleAttribute(std::size_t category, bool boldItalic) const;
 
   ColorScheme colors_;

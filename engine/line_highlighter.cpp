@@ -119,22 +119,20 @@ bool isNoName(std::string_view word, std::string_view keyword) {
 // word is searched once, however many pieces the word has.
 class NextMark {
  public:
-  constexpr explicit NextMark(std::string_view mark) : mark_(mark) {}
+  // `possible` says whether the word can hold the mark at all.
+  NextMark(std::string_view mark, std::string_view word, bool possible)
+      : mark_(mark), at_(possible ? std::min(word.find(mark), word.size()) : word.size()) {}
 
   // Position of the first mark at or behind `from`, which never moves back; the end of the word
   // when there is none.
   std::size_t in(std::string_view word, std::size_t from) {
-    if (!searched_ || at_ < from) {
-      at_ = std::min(word.find(mark_, from), word.size());
-      searched_ = true;
-    }
+    if (at_ < from) at_ = std::min(word.find(mark_, from), word.size());
     return at_;
   }
 
  private:
   std::string_view mark_;
-  std::size_t at_ = 0;
-  bool searched_ = false;
+  std::size_t at_;
 };
 
 // The pieces of a word, one after the other: piece [begin_, end_) of the word, the rest behind
@@ -143,7 +141,13 @@ class WordPieces {
  public:
   // `classes` are those of the word's characters.
   WordPieces(std::string_view word, unsigned classes)
-      : word_(word), classes_(classes), end_(word.size()) {}
+      : word_(word),
+        classes_(classes),
+        end_(word.size()),
+        comma_(",", word, (classes & kComma) != 0),
+        opening_("(", word, (classes & kOpening) != 0),
+        closing_(")", word, (classes & kClosing) != 0),
+        pair_("()", word, (classes & kOpening) != 0 && (classes & kClosing) != 0) {}
 
   std::string_view piece() const { return word_.substr(begin_, end_ - begin_); }
 
@@ -181,7 +185,7 @@ class WordPieces {
  private:
   // Only a first comma behind the first character splits.
   void splitComma() {
-    const std::size_t comma = (classes_ & kComma) != 0 ? comma_.in(word_, begin_) : word_.size();
+    const std::size_t comma = comma_.in(word_, begin_);
     WortEnde_ = comma == word_.size() || comma == begin_;
     if (!WortEnde_) end_ = comma;
   }
@@ -204,7 +208,7 @@ class WordPieces {
   unsigned classes_;
   std::size_t begin_ = 0, end_;
   bool WortEnde_ = false;
-  NextMark comma_{","}, pair_{"()"}, opening_{"("}, closing_{")"};
+  NextMark comma_, opening_, closing_, pair_;
 };
 
 }  // namespace

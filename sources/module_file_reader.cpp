@@ -74,9 +74,11 @@ std::string procedureName(std::string_view head) {
   return name;
 }
 
+constexpr CaselessText kSub("Sub "), kFunction("Function "), kDeclare("Declare"), kEnd("End ");
+constexpr CaselessText kQuotedSub("\"Sub"), kQuotedFunction("\"Function");
+
 // Whether the line holds "End "; the tail of "Friend " is none.
 bool hasEnd(std::string_view line) {
-  constexpr CaselessText kEnd("End ");
   constexpr std::string_view kFriend = "Fri";
   for (std::size_t at = 0; (at = kEnd.findIn(line, at)) != std::string_view::npos; ++at)
     if (at < kFriend.size() ||
@@ -111,8 +113,6 @@ std::string decodeModuleText(std::string_view file, std::size_t* replaced) {
 }
 
 bool fkt_IstProzedurZeile(std::string_view line) {
-  constexpr CaselessText kSub("Sub "), kFunction("Function "), kDeclare("Declare");
-  constexpr CaselessText kQuotedSub("\"Sub"), kQuotedFunction("\"Function");
   const auto has = [line](char c) { return line.find(c) != std::string_view::npos; };
   return has('(') && (kSub.isIn(line) || kFunction.isIn(line)) && !hasEnd(line) &&
          !kDeclare.isIn(line) &&
