@@ -21,7 +21,10 @@ std::u8string unquoted(std::u8string_view string) {
 
 void readMember(Module& module, TokenCursor& cursor, std::u8string_view name,
                 std::uint32_t described) {
-  if (described == kNone || !equalFolded(cursor.textHere(), u8"VB_UserMemId")) return;
+  const std::u8string_view attribute = cursor.textHere();
+  if (described == kNone ||
+      !(equalFolded(attribute, u8"VB_UserMemId") || equalFolded(attribute, u8"VB_VarUserMemId")))
+    return;
   cursor.advanceInLine();
   cursor.advanceInLine();  // "="
   Declaration& member = module.declarations[described];

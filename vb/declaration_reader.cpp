@@ -338,7 +338,7 @@ class Reader {
       if (!cursor_.isName()) return;
       const std::uint32_t index = declare(kind, item, procedure_, Visibility::Private);
       Declaration& declared = module_.declarations[index];
-      declared.isConstant = constant;
+      declared.isConstant = constant && procedure_ != kNone;
       declared.withEvents = withEvents;
       if (!first) declared.lead = words;
       noteVariable(index);

@@ -96,17 +96,19 @@ class HeaderReader {
       if (equalFolded(module_.textOf(type.begin + 2), root.type)) module_.kind = root.kind;
   }
 
-  // An array's elements are one control: the first of them. Gives its declaration.
+  // Gives the declaration. An array's elements are one control, the first of them: of others kNone.
   std::uint32_t declare(const Declaration& control) {
     const std::u8string_view name = plainName(module_.textOf(control.name));
     const std::uint32_t number =
         names_.add(module_.text, name, foldedHash(name),
                    static_cast<std::size_t>(name.data() - module_.text.data()));
-    if (number == controls_.size()) {
-      controls_.push_back(static_cast<std::uint32_t>(module_.declarations.size()));
-      module_.declarations.push_back(control);
+    if (number < controls_.size()) {
+      module_.declarations[controls_[number]].isArray = true;
+      return kNone;
     }
-    return controls_[number];
+    controls_.push_back(static_cast<std::uint32_t>(module_.declarations.size()));
+    module_.declarations.push_back(control);
+    return controls_.back();
   }
 
   void end() {
