@@ -1,6 +1,6 @@
 // The file header: VERSION, the objects of a form with their properties. See line_tokenizer.h.
 //
-// Tested by tests/unit/vb/tokenizer_test.cpp and the cases in tests/golden/language.
+// Tested by tests/unit/vb/tokenizer_property_test.cpp and the cases in tests/golden/language.
 #include "vb/line_tokenizer.h"
 #include "vb/literals.h"
 
@@ -18,7 +18,8 @@ LineTokenizer::Bytes LineTokenizer::header(Bytes p) {
   for (bool begun = false, more = true; more && p < end_;) {
     const Bytes start = skipBlanks(p, end_);
     const Word first = wordBehind(start);
-    const bool blank = start == end_ || isLineEnd(*start);
+    if (start == end_) break;
+    const bool blank = isLineEnd(*start);
     const bool known = first == Word::Version || first == Word::Object || first == Word::Begin;
     if (first == Word::Attribute || first == Word::Option || (depth == 0 && !known && !blank))
       break;
@@ -30,10 +31,11 @@ LineTokenizer::Bytes LineTokenizer::header(Bytes p) {
   return p;
 }
 
-// The tokens of a line, its end included.
+// The tokens of a line, its end included; without blanks at the text's end.
 LineTokenizer::Bytes LineTokenizer::headerLine(Bytes p, int& depth) {
   bool first = true;
-  while ((p = takeBlanks(p)) < end_) {
+  while (skipBlanks(p, end_) < end_) {
+    p = takeBlanks(p);
     if (isLineEnd(*p)) return lineEnd(p);
     const Bytes end = skipWord(p, end_);
     const Word word = first && end > p ? headerWord(p, end, depth) : Word::None;
@@ -53,7 +55,8 @@ LineTokenizer::Bytes LineTokenizer::headerLine(Bytes p, int& depth) {
 // Which word of a header begins a line, if any.
 Word LineTokenizer::headerWord(Bytes p, Bytes end, int depth) const {
   const Word word = words_.find(p, end, end_).word;
-  const bool property = byteBehind(end) == u8'=' || byteBehind(end) == u8'.';
+  const Bytes next = skipBlanks(end, end_);
+  const bool property = next < end_ && (*next == u8'=' || *next == u8'.');
   switch (word) {
     case Word::Version:
     case Word::Object:
