@@ -1,4 +1,4 @@
-// See HTMLHelp.h. Tested by tests/app/start_up_test.cpp.
+// See HTMLHelp.h. Tested by tests/app/start_test.cpp.
 #include "app/HTMLHelp.h"
 
 namespace tintline::HTMLHelp {

@@ -1,6 +1,6 @@
 // The program's help: one compiled file, shown by the system's help viewer.
 //
-// Tested by tests/app/start_up_test.cpp.
+// Tested by tests/app/start_test.cpp.
 #pragma once
 
 #include <string_view>

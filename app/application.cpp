@@ -1,4 +1,4 @@
-// See application.h. Tested by tests/app/start_up_test.cpp.
+// See application.h. Tested by tests/app/start_test.cpp.
 #include "app/application.h"
 
 #include <utility>

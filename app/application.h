@@ -1,6 +1,6 @@
 // The program: its forms and what they share, its entry and its end.
 //
-// Tested by tests/app/start_up_test.cpp.
+// Tested by tests/app/start_test.cpp.
 #pragma once
 
 #include <filesystem>

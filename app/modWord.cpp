@@ -1,4 +1,4 @@
-// See modWord.h. Tested by tests/app/office_test.cpp and office_output_test.cpp.
+// See modWord.h. Tested by tests/app/office_test.cpp.
 #include "app/modWord.h"
 
 #include <utility>

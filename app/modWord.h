@@ -1,7 +1,7 @@
 // The connections to Word and Excel, which may stand side by side, and what is done
 // with them: analysing the open documents, sending the result to Word.
 //
-// Tested by tests/app/office_test.cpp and office_output_test.cpp.
+// Tested by tests/app/office_test.cpp.
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// See frmSplash.h. Tested by tests/app/start_up_test.cpp.
+// See frmSplash.h. Tested by tests/app/start_test.cpp.
 #include "app/frmSplash/frmSplash.h"
 
 #include <string_view>

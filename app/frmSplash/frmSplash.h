@@ -1,6 +1,6 @@
 // The splash at start-up, later the about display.
 //
-// Tested by tests/app/start_up_test.cpp.
+// Tested by tests/app/start_test.cpp.
 #pragma once
 
 #include <array>

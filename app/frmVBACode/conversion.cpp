@@ -1,5 +1,5 @@
 // The commands that convert, and what they show while they are at work.
-// Tested by tests/app/conversion_test.cpp.
+// Tested by tests/app/commands_test.cpp.
 #include <algorithm>
 #include <array>
 #include <charconv>

@@ -1,6 +1,5 @@
 // Word and Excel in the main window: documents in the tree, their code in the lists,
-// the result in a new Word document. Tested by tests/app/office_test.cpp and
-// office_output_test.cpp.
+// the result in a new Word document. Tested by tests/app/office_test.cpp.
 #include <sstream>
 #include <string>
 #include <utility>

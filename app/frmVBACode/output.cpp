@@ -1,5 +1,5 @@
 // The commands that hand the result out: export, clipboard, preview.
-// Tested by tests/app/output_test.cpp.
+// Tested by tests/app/commands_test.cpp.
 #include <filesystem>
 #include <optional>
 #include <sstream>

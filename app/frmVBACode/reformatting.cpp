@@ -1,5 +1,5 @@
 // The commands that change the source lines in place.
-// Tested by tests/app/reformatting_test.cpp.
+// Tested by tests/app/commands_test.cpp.
 #include <algorithm>
 #include <utility>
 

@@ -1,5 +1,5 @@
 // Where the source lines come from: module files, the nodes of the tree, the
-// clipboard. Tested by tests/app/sources_test.cpp.
+// clipboard. Tested by tests/app/commands_test.cpp.
 #include <cmath>
 #include <stdexcept>
 #include <utility>

@@ -1,5 +1,5 @@
 // What the main window does before it shows: splash, colours, keyword lists,
-// placeholder page. Tested by tests/app/start_up_test.cpp.
+// placeholder page. Tested by tests/app/start_test.cpp.
 #include <algorithm>
 #include <chrono>
 #include <filesystem>

@@ -1,14 +1,19 @@
-// The whole program over stand-ins, started as far as a test needs it.
+// The whole program over stand-ins. What a user does stands in the tests, what he sees by it is
+// written down and compared with tests/app/expected/SUITE.TEST.txt; tests/app/README.md says more.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/application.h"
+#include "base/codepage.h"
 #include "base/file.h"
 #include "tests/support/convert.h"
 #include "tests/support/fake_form_view.h"
@@ -22,16 +27,37 @@ inline void writeText(const std::filesystem::path& path, std::string_view text) 
   file.commit();
 }
 
-class ProgramTest : public testing::Test {
- protected:
-  ProgramTest() : app(ports.ports()), form(app.mainWindow) {
-    app.splash.makeView = splashWindow.maker();
-    app.farbeinstellung.makeView = colorWindow.maker();
-    app.prePostCode.makeView = prePostWindow.maker();
-    form.makeView = mainWindow.maker();
+// What is written down, compared when the test ends.
+class Transcript {
+ public:
+  Transcript() = default;
+  Transcript(const Transcript&) = delete;
+  Transcript& operator=(const Transcript&) = delete;
+  ~Transcript();
+
+  std::string written;
+};
+
+class Program {
+ public:
+  explicit Program(Transcript& transcript);
+
+  void start() {
+    step("start", [this] { app.Main(0); });
   }
 
-  void start() { ASSERT_TRUE(app.Main(0)); }
+  // The same, unwritten.
+  void begin() {
+    app.Main(0);
+    seen_ = state();
+  }
+
+  // Does something, and writes down what the user sees change by it. May be called within a step.
+  void step(
+      const std::string& what, const std::function<void()>& work = [] {});
+  void execute(const std::string& what, Command command) {
+    step(what, [=, this] { form.execute(command); });
+  }
 
   // A module file of that name in a folder of the test's own.
   std::filesystem::path moduleFile(const std::filesystem::path& name, std::string_view text) {
@@ -43,31 +69,68 @@ class ProgramTest : public testing::Test {
   // The user opens that file through the dialog.
   void openFile(const std::filesystem::path& path) {
     ports.dialogs.answerOpen({.path = path});
-    form.execute(Command::mnudatei);
+    execute("open " + toUtf8(pathText(path.filename())), Command::mnudatei);
+  }
+  void openFile(const std::filesystem::path& name, std::string_view text) {
+    openFile(moduleFile(name, text));
   }
 
   // The user selects these lines in a list.
-  static void selectLines(ListBox& list, const std::vector<std::size_t>& lines) {
-    std::vector<bool> selection(list.ListCount());
-    for (const std::size_t line : lines) selection[line] = true;
-    list.userSelected(selection,
-                      lines.empty() ? ListBox::kNone : static_cast<std::ptrdiff_t>(lines.back()));
-  }
+  void select(ListBox& list, const std::vector<std::size_t>& lines);
 
-  std::string scratchPage() { return readFile(ports.files.program / "dummy.html"); }
+  void click(std::wstring_view key);
+  void rightClick(std::wstring_view key);
+
+  // The user answers "Speichern" with a file in the test's folder, or cancels.
+  void answerSave(const char* name, int filterIndex = 1) {
+    ports.dialogs.answerSave({.path = ports.files.folder / name, .filterIndex = filterIndex});
+  }
+  void cancelSave() { ports.dialogs.answerSave({.error = FileChoice::kCancelled, .path = {}}); }
+
+  void setStyle() {
+    form.optStyle.Value = true;
+    form.optStyle.Click();
+  }
 
   FakePorts ports;
   FakeWindow splashWindow, colorWindow, prePostWindow, mainWindow;
   Application app;
   frmVBACode& form;
+
+ private:
+  // What the labels say whenever the window is to show it at once; not of long sources.
+  struct Shown final : ControlView {
+    explicit Shown(Program& ofProgram) : program(ofProgram) {}
+    void changed(Control&) override {}
+    void refresh(Control&) override;
+    Program& program;
+  };
+
+  using State = std::vector<std::pair<std::string, std::string>>;
+
+  State state();
+  std::string page();
+  std::string buttons() const;
+  std::string tree() const;
+  std::string readable(std::wstring_view text) const;
+  void addHost(State& state, const char* name, const FakeHost& host) const;
+  void addFiles(State& state);
+  void noteQuestions();
+
+  Transcript& transcript_;
+  State seen_;
+  Shown shown_{*this};
+  std::size_t asked_ = 0;
+};
+
+class ProgramTest : protected Transcript, public testing::Test, protected Program {
+ protected:
+  ProgramTest() : Program(static_cast<Transcript&>(*this)) {}
+
+  Transcript& transcript() { return *this; }
 };
 
 inline constexpr std::string_view kTwoProcedures =
-    "Sub Eins()\r\n"
-    "Call Zwei\r\n"
-    "End Sub\r\n"
-    "Sub Zwei()\r\n"
-    "x = 1\r\n"
-    "End Sub\r\n";
+    "Sub Eins()\r\nCall Zwei\r\nEnd Sub\r\nSub Zwei()\r\nx = 1\r\nEnd Sub\r\n";
 
 }  // namespace tintline::test

@@ -1,0 +1,123 @@
+// The order of the start, what it does with the files beside the program, and the end.
+#include "tests/app/program_fixture.h"
+
+namespace tintline::test {
+namespace {
+
+using start_up = ProgramTest;
+
+TEST_F(start_up, shows_splash_then_label_then_main_window) {
+  std::string seen;
+  ports.clock.seconds = 100;
+  ports.messageLoop.onYield = [&] {
+    const frmSplash& splash = app.splash;
+    const std::string now =
+        std::string(splashWindow.open ? "splash" : "no splash") +
+        (splash.Label1.Visible && splash.ProgressBar1.Visible ? " reading" : "") +
+        (mainWindow.open ? " window" : "") + (ports.clock.seconds < 101 ? " in second 1" : "");
+    if (now != seen) step(seen = now);
+  };
+  start();
+  EXPECT_GE(ports.clock.seconds, 102);
+}
+
+TEST_F(start_up, ends_its_waits_when_the_timer_starts_again_at_midnight) {
+  ports.clock.seconds = 86399.9F;
+  ports.clock.onPause = [this] {
+    if (ports.clock.seconds >= 86400) ports.clock.seconds -= 86400;
+  };
+  start();
+}
+
+TEST_F(start_up, is_left_at_once_when_the_named_object_existed) {
+  step("a second start", [&] { EXPECT_FALSE(app.Main(183)); });
+  EXPECT_EQ(ports.released, 1);
+}
+
+TEST_F(start_up, needs_no_placeholder) {
+  for (const auto& folder : {ports.files.program, ports.files.temporary}) {
+    std::filesystem::create_directories(folder / "dummy.html" / "in the way");
+    Program own(transcript());
+    std::filesystem::create_directories(own.ports.files.program / "dummy.html" / "in the way");
+    if (folder == ports.files.temporary)
+      std::filesystem::create_directories(own.ports.files.temporary / "dummy.html" / "in the way");
+    own.start();
+  }
+}
+
+TEST_F(start_up, reads_the_keyword_lists) {
+  const std::pair<const char*, int> files[] = {
+      // and the messages that are expected
+      {nullptr, 0},
+      {"[Keywords 1]\r\nFoo\r\nDim\r\n[Keywords 2]\r\nBar\r\n", 0},
+      {"", 1},
+      {"[Keywords 1]\r\nFoo\r\n", 1}};
+  for (const auto& [text, messages] : files) {
+    Program own(transcript());
+    if (text != nullptr) writeText(own.ports.files.program / "vb.ini", text);
+    if (messages > 0) own.ports.dialogs.expectMessage();
+    own.start();
+    own.openFile("x.bas", "Dim Foo\r\n");
+    own.execute("convert", Command::mnuMakro);
+    own.execute("show the lists", Command::mnuSchluesselworte);
+  }
+}
+
+TEST_F(start_up, settings_go_where_they_can_be_written_and_the_about_display_tells_where) {
+  for (const bool inTheWay : {false, true}) {
+    FakePorts own;
+    if (inTheWay) std::filesystem::create_directory(own.files.program / "TINTLINE.ini");
+    Application program(own.ports());
+    FakeWindow window, prePost, colorDialog;
+    program.splash.makeView = program.mainWindow.makeView = window.maker();
+    program.prePostCode.makeView = prePost.maker();
+    program.farbeinstellung.makeView = colorDialog.maker();
+    const std::filesystem::path file =
+        (inTheWay ? own.files.user : own.files.program) / "TINTLINE.ini";
+    program.Main(0);
+    EXPECT_EQ(program.splash.lblEinstellungen.Caption(), L"") << "while starting";
+    EXPECT_TRUE(std::filesystem::is_regular_file(file));
+    EXPECT_EQ(std::filesystem::exists(own.files.user), inTheWay);
+    program.mainWindow.execute(Command::mnuInfo);
+    EXPECT_EQ(program.splash.lblEinstellungen.Caption(), L"Einstellungen: " + pathText(file));
+    prePost.whileModal = [&] {
+      program.prePostCode.txtPreCode.Text = L"<pre>";
+      program.prePostCode.OKButton.Click();
+    };
+    program.mainWindow.execute(Command::mnuPrePost);
+    program.colors[kStrings][kTextColor] = "#123456";
+    program.mainWindow.execute(Command::mnuFarbenSpeichern);
+    const std::string saved = readFile(file);
+    EXPECT_NE(saved.find("PreCode=<pre>,"), std::string::npos) << saved;
+    EXPECT_NE(saved.find("ColString=,#123456,"), std::string::npos) << saved;
+  }
+}
+
+TEST_F(start_up, about_display_closes_as_its_flag_allows) {
+  const frmSplash& splash = app.splash;
+  EXPECT_EQ(splash.lblProductName.Caption(), L"Produkt");
+  for (const bool about : {false, true})
+    for (void (frmSplash::*event)() :
+         {&frmSplash::Form_KeyPress, &frmSplash::Form_MouseUp, &frmSplash::Frame1_Click}) {
+      app.splash.Show();
+      EXPECT_EQ(splash.lblProductName.Caption(), L"TINTLINE");
+      app.splash.Check1 = about;
+      (app.splash.*event)();
+      EXPECT_EQ(splashWindow.open, !about && event != &frmSplash::Frame1_Click);
+      app.splash.Unload();
+    }
+  start();
+  execute("about", Command::mnuInfo);
+  EXPECT_FALSE(splash.Label1.Visible || splash.lblVersion.Enabled);
+  EXPECT_TRUE(splash.Label3.Enabled && splash.Check1);
+  step("help", [&] {
+    form.execute(Command::mnuhelp);
+    form.KontexthilfeZeigen();
+  });
+  execute("quit in the menu", Command::mnubeenden);
+  EXPECT_GE(ports.released, 1);
+  EXPECT_GE(ports.shell.helpClosed, 1);
+}
+
+}  // namespace
+}  // namespace tintline::test
