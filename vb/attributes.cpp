@@ -1,4 +1,5 @@
-// See attributes.h. Tested by the cases in tests/golden/language/declarations.
+// See attributes.h. Tested by the cases in tests/golden/language/declarations
+// and module_property_test.cpp.
 #include "vb/attributes.h"
 
 #include <string>

@@ -1,6 +1,7 @@
 // Reads what the tokens of a module declare.
 //
-// Tested by tests/unit/vb/module_test.cpp and the cases in tests/golden/language.
+// Tested by the cases in tests/golden/language/declarations
+// and module_property_test.cpp.
 #pragma once
 
 #include "vb/module.h"

@@ -1,5 +1,5 @@
-// See file_header.h. Tested by tests/unit/vb/module_test.cpp and the cases in
-// tests/golden/language.
+// See file_header.h. Tested by the cases in tests/golden/language/declarations
+// and module_property_test.cpp.
 #include "vb/file_header.h"
 
 #include <vector>

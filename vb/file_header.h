@@ -1,7 +1,8 @@
 // The header that a saved form, class or control begins with: VERSION, libraries, and its controls
 // with their properties, nested as they lie in each other.
 //
-// Tested by tests/unit/vb/module_test.cpp and the cases in tests/golden/language.
+// Tested by the cases in tests/golden/language/declarations
+// and module_property_test.cpp.
 #pragma once
 
 #include "vb/module.h"

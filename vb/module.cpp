@@ -1,4 +1,5 @@
-// See module.h. Tested by tests/unit/vb/module_test.cpp and the cases in tests/golden/language.
+// See module.h. Tested by the cases in tests/golden/language/declarations
+// and module_property_test.cpp.
 #include "vb/module.h"
 
 #include <utility>

@@ -1,6 +1,7 @@
 // A module as the language means it: its tokens, and what it declares.
 //
-// Tested by tests/unit/vb/module_test.cpp and the cases in tests/golden/language.
+// Tested by the cases in tests/golden/language/declarations
+// and module_property_test.cpp.
 #pragma once
 
 #include <cstdint>

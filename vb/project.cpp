@@ -1,4 +1,4 @@
-// See project.h. Tested by tests/unit/vb/project_test.cpp and the cases in tests/golden/language.
+// See project.h. Tested by the cases in tests/golden/language/links.
 #include "vb/project.h"
 
 #include "vb/project_tables.h"

@@ -1,6 +1,6 @@
 // Modules that know each other: binds the names of a module to what declares them.
 //
-// Tested by tests/unit/vb/project_test.cpp and the cases in tests/golden/language.
+// Tested by the cases in tests/golden/language/links.
 #pragma once
 
 #include <cstddef>

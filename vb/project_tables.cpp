@@ -1,5 +1,4 @@
-// See project_tables.h. Tested by tests/unit/vb/project_test.cpp and the cases in
-// tests/golden/language.
+// See project_tables.h. Tested by the cases in tests/golden/language/links.
 #include "vb/project_tables.h"
 
 #include <bit>

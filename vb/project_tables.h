@@ -1,6 +1,6 @@
 // What a project knows of its modules: their names and members, found by name.
 //
-// Tested by tests/unit/vb/project_test.cpp and the cases in tests/golden/language.
+// Tested by the cases in tests/golden/language/links.
 #pragma once
 
 #include <cstddef>

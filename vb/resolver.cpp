@@ -1,4 +1,4 @@
-// See resolver.h. Tested by tests/unit/vb/project_test.cpp and the cases in tests/golden/language.
+// See resolver.h. Tested by the cases in tests/golden/language/links.
 //
 // The pass knows of each statement as much as its names need: the value of the expression in
 // front of the token (`value_`), which a "." asks for its members, the values in front of the

@@ -1,6 +1,6 @@
 // Binds the names of one module to what declares them, in one pass over its tokens.
 //
-// Tested by tests/unit/vb/project_test.cpp and the cases in tests/golden/language.
+// Tested by the cases in tests/golden/language/links.
 #pragma once
 
 #include <cstdint>

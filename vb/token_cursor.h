@@ -1,6 +1,7 @@
 // Steps through the tokens of a module, over blanks and continuations, and counts the lines.
 //
-// Tested by tests/unit/vb/module_test.cpp.
+// Tested by the cases in tests/golden/language/declarations
+// and module_property_test.cpp.
 #pragma once
 
 #include <cstddef>

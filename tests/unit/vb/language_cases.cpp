@@ -1,5 +1,7 @@
 #include "tests/unit/vb/language_cases.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -47,14 +49,28 @@ const std::u8string* LanguageCase::section(std::u8string_view name) const {
   return found == sections.end() ? nullptr : &found->text;
 }
 
-std::vector<LanguageCase> languageCases() {
+std::vector<LanguageCase> languageCases(const std::string& folder) {
   std::vector<std::filesystem::path> files;
-  for (const auto& entry : std::filesystem::directory_iterator("tests/golden/language"))
+  for (const auto& entry : std::filesystem::directory_iterator(folder))
     if (entry.path().extension() == ".txt") files.push_back(entry.path());
   std::ranges::sort(files);
   std::vector<LanguageCase> cases;
   for (const auto& file : files) readCases(file, cases);
   return cases;
+}
+
+void expectLines(std::u8string_view is, std::u8string_view should, const LanguageCase& where) {
+  const auto takeLine = [](std::u8string_view& text) {
+    const std::u8string_view line = text.substr(0, text.find(u8'\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    return std::string(line.begin(), line.end());
+  };
+  while (!is.empty() || !should.empty()) {
+    const std::string line = takeLine(is), expected = takeLine(should);
+    if (line != expected)
+      ADD_FAILURE() << where.file << ", " << std::string(where.title.begin(), where.title.end())
+                    << "\n  is     " << line << "\n  should " << expected;
+  }
 }
 
 std::u8string withoutMarks(std::u8string_view marked) {

@@ -22,8 +22,11 @@ struct LanguageCase {
   const std::u8string* section(std::u8string_view name) const;
 };
 
-// All cases, in the order of files and lines.
-std::vector<LanguageCase> languageCases();
+// All cases of a folder, in the order of files and lines.
+std::vector<LanguageCase> languageCases(const std::string& folder);
+
+// Tells which lines of the case are not as they should be.
+void expectLines(std::u8string_view is, std::u8string_view should, const LanguageCase& where);
 
 // The text without its marks.
 std::u8string withoutMarks(std::u8string_view marked);
