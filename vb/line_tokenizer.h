@@ -7,6 +7,7 @@
 // Tested by tests/unit/vb/tokenizer_property_test.cpp and the cases in tests/golden/language.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 #include "vb/scan.h"
@@ -111,10 +112,16 @@ class LineTokenizer {
            context_ == Context::DeclareHead;
   }
   Token* lastSignificant();
+  void makeRoom();
+  std::size_t count() const { return static_cast<std::size_t>(next_ - tokens_.data()); }
 
   // The token's bytes end where the next one, less its gap, begins.
   void emit(TokenKind kind, Bytes p, Word word = Word::None) {
-    tokens_.push_back({static_cast<std::uint32_t>(p - begin_), word, kind, gap_});
+    if (next_ == room_) makeRoom();
+    const auto begin = static_cast<std::uint32_t>(p - begin_);
+    *next_++ = std::bit_cast<Token>(  // in one store
+        begin | static_cast<std::uint64_t>(word) << 32 | static_cast<std::uint64_t>(kind) << 48 |
+        static_cast<std::uint64_t>(gap_) << 56);
   }
   // Sets gap_ for a token at the end of the blanks at `p`.
   Bytes takeBlanks(Bytes p);
@@ -122,6 +129,8 @@ class LineTokenizer {
   const Bytes begin_, end_;
   const WordLists& words_;
   Tokens& tokens_;
+  Token* next_;  // where the next one goes
+  Token* room_;  // the end of the room for them
   std::uint8_t gap_ = 0;
   Context context_ = Context::LineStart;
   bool directive_ = false;   // a line of "#If" or Attribute

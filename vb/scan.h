@@ -109,6 +109,14 @@ std::size_t characterLength(const char8_t* p, const char8_t* end);
 
 // The end of the blanks at `p`, U+3000 being one.
 inline const char8_t* skipBlanks(const char8_t* p, const char8_t* end) {
+  for (; end - p >= 8; p += 8) {  // spaces first, as an indentation has them
+    std::uint64_t eight;
+    std::memcpy(&eight, p, 8);
+    eight ^= 0x2020202020202020;
+    if (eight == 0) continue;
+    p += std::countr_zero(eight) / 8;
+    break;
+  }
   while (p < end) {
     if (classOf(*p) == ByteClass::Blank)
       ++p;
@@ -120,10 +128,37 @@ inline const char8_t* skipBlanks(const char8_t* p, const char8_t* end) {
   return p;
 }
 
+namespace detail {
+// The high bit of each byte that is no letter, digit or "_" of ASCII.
+inline std::uint64_t otherThanWord(std::uint64_t eight) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101, kHighs = 0x8080808080808080;
+  const auto atLeast = [](std::uint64_t bytes, unsigned least) {  // of bytes below 0x80
+    return bytes + kOnes * (0x80 - least);
+  };
+  const std::uint64_t ascii = eight & ~kHighs, folded = ascii | kOnes * 0x20;
+  const std::uint64_t letters = atLeast(folded, 'a') & ~atLeast(folded, 'z' + 1);
+  const std::uint64_t digits = atLeast(ascii, '0') & ~atLeast(ascii, '9' + 1);
+  const std::uint64_t others = atLeast(ascii ^ kOnes * '_', 1);
+  return ((~(letters | digits) & others) | eight) & kHighs;
+}
+}  // namespace detail
+
+// The end of the ASCII letters, digits and "_" at `p`.
+inline const char8_t* skipWordBytes(const char8_t* p, const char8_t* end) {
+  for (; end - p >= 8; p += 8) {
+    std::uint64_t eight;
+    std::memcpy(&eight, p, 8);
+    const std::uint64_t other = detail::otherThanWord(eight);
+    if (other != 0) return p + std::countr_zero(other) / 8;
+  }
+  while (p < end && isWordByte(*p)) ++p;
+  return p;
+}
+
 // The end of the word at `p`.
 inline const char8_t* skipWord(const char8_t* p, const char8_t* end) {
   for (;;) {
-    while (p < end && isWordByte(*p)) ++p;
+    p = skipWordBytes(p, end);
     const std::size_t wide = p < end && *p >= 0x80 ? wideLetter(p, end) : 0;
     if (wide == 0) return p;
     p += wide;

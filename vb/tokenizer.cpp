@@ -35,7 +35,7 @@ constexpr auto kNameRules = [] {
 
 Tokens tokenize(std::u8string_view text, const WordLists& words) {
   Tokens tokens;
-  tokens.reserve(text.size() / 4 + 16);
+  tokens.reserve(text.size() / 4 + 16);  // more than sources have; what is not used costs nothing
   LineTokenizer(text, words, tokens).run();
   return tokens;
 }
@@ -45,12 +45,15 @@ LineTokenizer::LineTokenizer(std::u8string_view text, const WordLists& words, To
       end_(text.data() + text.size()),
       words_(words),
       tokens_(tokens),
+      next_(tokens.data()),
+      room_(next_),
       noBracketBefore_(text.data()) {}
 
 void LineTokenizer::run() {
   Bytes p = atHeader(begin_) ? header(begin_) : begin_;
   while ((p = takeBlanks(p)) < end_) p = token(p);
   emit(TokenKind::End, end_);
+  tokens_.resize(count());
 }
 
 LineTokenizer::Bytes LineTokenizer::takeBlanks(Bytes p) {
@@ -132,8 +135,7 @@ LineTokenizer::Bytes LineTokenizer::lineEnd(Bytes p) {
 }
 
 LineTokenizer::Bytes LineTokenizer::underscore(Bytes p) {
-  const bool blankBefore =
-      gap_ > 0 || (!tokens_.empty() && tokens_.back().kind == TokenKind::Blank);
+  const bool blankBefore = gap_ > 0 || (count() > 0 && next_[-1].kind == TokenKind::Blank);
   const Bytes behind = blankBefore ? continuationEnd(p, end_) : nullptr;
   if (behind == nullptr) return word(p);
   emit(TokenKind::Continuation, p);  // which leaves the context as it is
@@ -285,10 +287,18 @@ LineTokenizer::Bytes LineTokenizer::bracket(Bytes p) {
 
 // The token in front, continuations left out; null when there is none.
 Token* LineTokenizer::lastSignificant() {
-  for (std::size_t i = tokens_.size(); i > 0; --i)
-    if (tokens_[i - 1].kind != TokenKind::Continuation && tokens_[i - 1].kind != TokenKind::Blank)
-      return &tokens_[i - 1];
+  for (Token* token = next_; token != tokens_.data();)
+    if ((--token)->kind != TokenKind::Continuation && token->kind != TokenKind::Blank) return token;
   return nullptr;
+}
+
+// The list grows in steps that stay in the cache while they are filled.
+void LineTokenizer::makeRoom() {
+  constexpr std::size_t kStep = 2048;
+  const std::size_t used = count();
+  tokens_.resize(used + kStep);
+  next_ = tokens_.data() + used;
+  room_ = next_ + kStep;
 }
 
 }  // namespace tintline::vb

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/resources.h"
+#include "vb/scan.h"
 
 namespace tintline::vb {
 namespace {
@@ -191,17 +192,17 @@ constexpr WordGroup kGroups[] = {
      {Word::None, Runtime}},
 };
 
-// Calls `take` with each entry of a list, one a line.
-template <typename Take>
-void forEachEntry(std::u8string_view list, std::u8string_view ends, Take take) {
-  for (std::size_t begin = 0; begin < list.size();) {
-    const std::size_t end = std::min(list.find_first_of(ends, begin), list.size());
-    std::u8string_view entry = list.substr(begin, end - begin);
+// Calls `take` with each entry of a list; any of the bytes ends one.
+template <char8_t... Ends, typename Take>
+void forEachEntry(std::u8string_view list, Take take) {
+  const char8_t* const listEnd = list.data() + list.size();
+  for (const char8_t *begin = list.data(), *end; begin < listEnd; begin = end + 1) {
+    end = findAnyOf<Ends...>(begin, listEnd);
+    std::u8string_view entry(begin, end);
     while (entry.ends_with(u8' ') || entry.ends_with(u8'\t')) entry.remove_suffix(1);
     while (entry.starts_with(u8' ') || entry.starts_with(u8'\t')) entry.remove_prefix(1);
     if (entry.ends_with(u8'$')) entry.remove_suffix(1);
     if (!entry.empty() && entry.size() <= kLongest) take(entry);
-    begin = end + 1;
   }
 }
 
@@ -211,7 +212,6 @@ std::u8string_view builtInList(int number) {
   return {reinterpret_cast<const char8_t*>(list.data()), list.size()};
 }
 
-constexpr std::u8string_view kLineEnds{u8"\r\n\0", 3};
 constexpr std::size_t kMostEntries = 0xFFFE;
 
 }  // namespace
@@ -220,11 +220,11 @@ WordLists::WordLists() : WordLists({}, builtInList(102)) {}
 
 WordLists::WordLists(std::u8string_view first, std::u8string_view second) {
   entries_.reserve(std::size(kWords) + 200 + (first.size() + second.size()) / 8);
-  slots_.resize(4096);
-  shift_ = 64 - 12;
+  slots_.resize(8192);  // enough for the built-in lists
+  shift_ = 64 - 13;
   for (const LanguageWord& word : kWords) add(word.text, {word.word, word.wordClass});
   for (const WordGroup& group : kGroups)
-    forEachEntry(group.words, u8" ", [&](std::u8string_view word) { add(word, group.known); });
+    forEachEntry<u8' '>(group.words, [&](std::u8string_view word) { add(word, group.known); });
   if (!first.empty()) {
     const WordLists builtIn(std::u8string_view(), builtInList(101));
     addEntries(first, {Word::None, Runtime}, &builtIn);
@@ -234,7 +234,7 @@ WordLists::WordLists(std::u8string_view first, std::u8string_view second) {
 
 // Adds the entries of a list, except those that another one holds.
 void WordLists::addEntries(std::u8string_view list, KnownWord known, const WordLists* except) {
-  forEachEntry(list, kLineEnds, [&](std::u8string_view word) {
+  forEachEntry<u8'\r', u8'\n', u8'\0'>(list, [&](std::u8string_view word) {
     if (except == nullptr || !except->contains(word)) add(word, known);
   });
 }

@@ -199,8 +199,8 @@ LineTokenizer::Bytes LineTokenizer::runtimeName(Bytes p, Bytes end, TokenKind ki
   const Context before = context_;
   const Bytes behind = plainName(p, end);
   if (before != Context::Jump) {
-    tokens_.back().kind = kind;
-    tokens_.back().word = word;
+    next_[-1].kind = kind;
+    next_[-1].word = word;
   }
   return behind;
 }
@@ -232,7 +232,7 @@ LineTokenizer::Bytes LineTokenizer::wordByPlace(Bytes p, Bytes end, Word word) {
   if (function && context_ != Context::Type)
     return runtimeName(p, end, TokenKind::Builtin, Word::None);
   if (word == Word::Name && atStart())
-    statement_.nameWord = static_cast<std::uint32_t>(tokens_.size() + 1);
+    statement_.nameWord = static_cast<std::uint32_t>(count() + 1);
   return plainName(p, end);
 }
 
