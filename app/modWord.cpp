@@ -152,14 +152,19 @@ void Connection::insertDocument(Office& office, const std::filesystem::path& pag
   if (passing) forget();
 }
 
-FailureMessage failureMessage(const OfficeError& error, std::wstring_view procedure) {
+FailureMessage failureMessage(const OfficeError& error, std::wstring_view application,
+                              std::wstring_view procedure) {
   // Both name Word also where Excel is meant: kept on purpose.
   if (error.kind() == OfficeError::Kind::AccessRefused)
     return {L"Bitte die Sicherheitseinstellungen für Makros ändern oder Word manuell starten.", {}};
   if (error.kind() == OfficeError::Kind::ConnectionLost || error.kind() == OfficeError::Kind::Busy)
     return connectionLost();
-  return {L"Error " + std::to_wstring(error.number()) + L" (" + error.description() +
-              L") in procedure " + std::wstring(procedure),
+  std::wstring description = error.description();
+  if (error.kind() == OfficeError::Kind::NotInstalled)
+    description = std::wstring(application) +
+                  L" ist nicht installiert oder lässt sich nicht starten: " + description;
+  return {L"Error " + std::to_wstring(error.number()) + L" (" + description + L") in procedure " +
+              std::wstring(procedure),
           {}};
 }
 

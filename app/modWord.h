@@ -69,12 +69,13 @@ class Connection {
   std::vector<Project> projects_;
 };
 
-// What the user is told of a failure inside that procedure, "Baumübersicht of Formular
-// frmVBACode".
+// What the user is told of a failure of "Word" or "Excel" inside that procedure,
+// "Baumübersicht of Formular frmVBACode".
 struct FailureMessage {
   std::wstring text, title;
 };
-FailureMessage failureMessage(const OfficeError& error, std::wstring_view procedure);
+FailureMessage failureMessage(const OfficeError& error, std::wstring_view application,
+                              std::wstring_view procedure);
 
 // The same of an application that cannot be reached.
 FailureMessage connectionLost();

@@ -99,12 +99,12 @@ VIProductVersion "${VERSION_NUMBERS}"
   VIAddVersionKey /LANG=${LANG_GERMAN} "${NAME}" "${VALUE}"
   VIAddVersionKey /LANG=${LANG_ENGLISH} "${NAME}" "${VALUE}"
 !macroend
-!insertmacro Property CompanyName "The TINTLINE authors"
+!insertmacro Property CompanyName "Die TINTLINE-Autoren"
 !insertmacro Property ProductName "TINTLINE"
 !insertmacro Property ProductVersion "${VERSION}"
 !insertmacro Property FileVersion "${VERSION}"
 !insertmacro Property FileDescription "TINTLINE Setup"
-!insertmacro Property LegalCopyright "© 2026 The TINTLINE authors"
+!insertmacro Property LegalCopyright "© 2026 Die TINTLINE-Autoren"
 
 ; ---------------------------------------------------- what installing and removing share
 !macro Shared un
@@ -185,7 +185,7 @@ Section "!$(SectionProgram)" ProgramSection
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "TINTLINE"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayIcon" "$INSTDIR\TINTLINE.exe"
-  WriteRegStr SHCTX "${UNINSTALL_KEY}" "Publisher" "The TINTLINE authors"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "Publisher" "Die TINTLINE-Autoren"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "InstallLocation" "$INSTDIR"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'

@@ -43,7 +43,7 @@ class Dialogs {
   // A box with "OK". An empty title stands for the program's name.
   virtual void message(const std::wstring& text, MessageIcon icon, const std::wstring& title) = 0;
 
-  // A box with "Ja" and "Nein"; true for "Ja".
+  // A box with "Ja" and "Nein", which Enter answers; true for "Ja".
   virtual bool confirm(const std::wstring& text) = 0;
 
   // One line of text, `value` offered; nothing when the user cancels.

@@ -37,6 +37,5 @@ class UniqueHandle {
 };
 
 using UniqueWindow = UniqueHandle<HWND, DestroyWindow>;
-using UniqueLibrary = UniqueHandle<HMODULE, FreeLibrary>;
 
 }  // namespace tintline

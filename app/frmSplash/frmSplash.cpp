@@ -10,7 +10,8 @@
 namespace tintline {
 namespace {
 
-constexpr std::wstring_view kFeedbackAddress = L"feedback@tintline.example.org";
+// Where feedback is sent to; as long as there is no address there is no link.
+constexpr std::wstring_view kFeedbackAddress = L"";
 
 }  // namespace
 
@@ -18,10 +19,11 @@ frmSplash::frmSplash(Shell& shell) : shell_(shell) {
   Caption = L"TINTLINE";
   lblProductName.Caption = L"Produkt";
   lblVersion.Caption = L"- Version -";
-  lblCopyright.Caption = L"© 2026 The TINTLINE authors";
+  lblCopyright.Caption = L"© 2026 Die TINTLINE-Autoren";
   Label1.Caption = L"Schlüsselworte werden eingelesen...";
   Label2.Caption = L"- Freeware für Privatanwender -";
   Label3.Caption = L"Feedback: " + std::wstring(kFeedbackAddress);
+  Label3.Visible = !kFeedbackAddress.empty();
   Frame1.Click = [this] { Frame1_Click(); };
   Label3.Click = [this] { Label3_Click(); };
 }

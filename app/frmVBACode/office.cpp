@@ -116,7 +116,7 @@ bool frmVBACode::OfficeAufruf(modWord::Connection& connection, std::wstring_view
     if (error.kind() == OfficeError::Kind::AccessRefused) connection.disconnect();
     if (connection.projectCount() == 0) removeDocuments(connection);
     MousePointer = Pointer::Default;
-    tell(modWord::failureMessage(error, procedure));
+    tell(modWord::failureMessage(error, connection.name(), procedure));
     return false;
   }
 }

@@ -188,7 +188,7 @@ def programs_carry_version_icon_and_manifest(bench):
         equal((name, found.file_version()), (name, (major, minor, 0, patch)))
         texts = found.version_texts()
         equal((texts["ProductName"], texts["ProductVersion"], texts["OriginalFilename"],
-               texts["CompanyName"]), ("TINTLINE", bench.version, name, "The TINTLINE authors"))
+               texts["CompanyName"]), ("TINTLINE", bench.version, name, "Die TINTLINE-Autoren"))
         sizes = found.icon_sizes()
         assert {16, 32, 48, 256} <= sizes, (name, sizes)
         manifest = found.manifest()
@@ -196,7 +196,7 @@ def programs_carry_version_icon_and_manifest(bench):
     setup = portable_executable.Resources(bench.setup)
     texts = setup.version_texts()
     equal((setup.file_version(), texts["ProductVersion"], texts["CompanyName"]),
-          ((major, minor, 0, patch), bench.version, "The TINTLINE authors"))
+          ((major, minor, 0, patch), bench.version, "Die TINTLINE-Autoren"))
     assert "Common-Controls" in portable_executable.Resources(
         bench.program("TINTLINE.exe")).manifest()
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "app/controls/selection_colors.h"
 #include "base/codepage.h"
 #include "win32/control_ids.h"
 
@@ -15,6 +16,16 @@ namespace {
 constexpr DWORD kStyle = LBS_NODATA | LBS_OWNERDRAWFIXED | LBS_EXTENDEDSEL | LBS_NOTIFY |
                          LBS_NOINTEGRALHEIGHT | WS_HSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP;
 constexpr int kMargin = 2;  // pixels at 96 dpi in front of the text
+
+void setLineColors(HDC dc, bool selected, bool focused) {
+  SelectionColors colors{GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
+  if (selected && focused)
+    colors = {GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
+  else if (selected)
+    colors = unfocusedSelection(colors.back, colors.text);
+  SetBkColor(dc, colors.back);
+  SetTextColor(dc, colors.text);
+}
 
 }  // namespace
 
@@ -41,6 +52,8 @@ void ListView::show() {
   if (newLines) showLines();
   showExtent();  // in front of what scrolls: its bar takes room from the lines
   if (newLines || shownSelection_ != model_.selectionVersion()) showSelection();
+  if (std::exchange(shownScroll_, model_.scrollVersion()) != model_.scrollVersion())
+    send(LB_SETTOPINDEX, model_.scrollTarget());
 }
 
 // The place that the user scrolled to stays as long as there are lines there.
@@ -69,8 +82,20 @@ void ListView::showSelection() {
     while (i < wanted.size() && wanted[i]) ++i;
     send(LB_SELITEMRANGEEX, first, static_cast<LPARAM>(i - 1));
   }
-  if (model_.ListIndex() != ListBox::kNone)
-    send(LB_SETCARETINDEX, static_cast<WPARAM>(model_.ListIndex()), FALSE);
+  showCurrent();
+}
+
+// The control itself draws its current line, which it brings into view, with the keyboard only.
+void ListView::showCurrent() {
+  if (model_.ListIndex() == ListBox::kNone) return;
+  const LRESULT before = send(LB_GETCARETINDEX);
+  send(LB_SETCARETINDEX, static_cast<WPARAM>(model_.ListIndex()), FALSE);
+  for (const LRESULT line : {before, send(LB_GETCARETINDEX)}) {
+    RECT area{};
+    if (line >= 0 &&
+        send(LB_GETITEMRECT, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(&area)) != LB_ERR)
+      InvalidateRect(hwnd(), &area, FALSE);
+  }
 }
 
 void ListView::showExtent() {
@@ -100,22 +125,21 @@ void ListView::userSelected() {
 void ListView::draw(const DRAWITEMSTRUCT& item) {
   if (static_cast<std::size_t>(item.itemID) >= model_.ListCount()) return;
   drawLine(item);
+  if (isCurrent(item)) DrawFocusRect(item.hDC, &item.rcItem);
+}
+
+// Without the keyboard, too: it may be the partner of a line in the other list.
+bool ListView::isCurrent(const DRAWITEMSTRUCT& item) const {
   constexpr UINT kFocused = ODS_FOCUS | ODS_NOFOCUSRECT;
-  if ((item.itemState & kFocused) == ODS_FOCUS) DrawFocusRect(item.hDC, &item.rcItem);
+  if (GetFocus() == hwnd()) return (item.itemState & kFocused) == ODS_FOCUS;
+  return static_cast<std::ptrdiff_t>(item.itemID) == model_.ListIndex();
 }
 
 // One call draws text and background, so nothing flickers; of a long line only what
 // shows is drawn.
 void ListView::drawLine(const DRAWITEMSTRUCT& item) const {
-  const bool selected = (item.itemState & ODS_SELECTED) != 0;
-  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
-  const bool active = GetFocus() == hwnd();
-  const int back = !selected ? COLOR_WINDOW : active ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
-  const int ink = disabled             ? COLOR_GRAYTEXT
-                  : selected && active ? COLOR_HIGHLIGHTTEXT
-                                       : COLOR_WINDOWTEXT;
-  SetBkColor(item.hDC, GetSysColor(back));
-  SetTextColor(item.hDC, GetSysColor(ink));
+  setLineColors(item.hDC, (item.itemState & ODS_SELECTED) != 0, GetFocus() == hwnd());
+  if ((item.itemState & ODS_DISABLED) != 0) SetTextColor(item.hDC, GetSysColor(COLOR_GRAYTEXT));
   const Selected font(item.hDC, font_.get());
 
   const std::string line = expandTabs(model_.lines()[item.itemID]);

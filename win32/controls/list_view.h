@@ -33,9 +33,11 @@ class ListView final : public Widget {
   void show() override;
   void showLines();
   void showSelection();
+  void showCurrent();
   void showExtent();
   void userSelected();
   void drawLine(const DRAWITEMSTRUCT& item) const;
+  bool isCurrent(const DRAWITEMSTRUCT& item) const;
   LRESULT copyLine(std::size_t index, char* buffer) const;
   LRESULT copyText(std::size_t index, wchar_t* buffer) const;
   static LRESULT CALLBACK answerTexts(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
@@ -49,7 +51,7 @@ class ListView final : public Widget {
   int designCharacterWidth_;
   UniqueFont font_;
   CharacterSize character_{1, 1};
-  unsigned shownLines_ = 0, shownSelection_ = 0;  // versions of the model
+  unsigned shownLines_ = 0, shownSelection_ = 0, shownScroll_ = 0;  // versions of the model
   int shownExtent_ = -1;
 };
 

@@ -3,6 +3,8 @@
 
 #include <commctrl.h>
 
+#include "win32/controls/fonts.h"
+
 namespace tintline {
 
 void ToolTips::create(HWND owner) {
@@ -23,6 +25,12 @@ void ToolTips::set(HWND control, const std::wstring& text) {
   tool.lpszText = shown.data();
   SendMessageW(tips_.get(), TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   if (!text.empty()) SendMessageW(tips_.get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void ToolTips::setFont(HFONT font) {
+  const LONG width = textSize(font, std::wstring(70, L'n')).cx;
+  SendMessageW(tips_.get(), WM_SETFONT, reinterpret_cast<WPARAM>(font), 0);
+  SendMessageW(tips_.get(), TTM_SETMAXTIPWIDTH, 0, width);
 }
 
 }  // namespace tintline

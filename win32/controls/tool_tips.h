@@ -23,9 +23,8 @@ class ToolTips {
   // What is shown when the pointer rests on the control; "" for nothing.
   void set(HWND control, const std::wstring& text);
 
-  void setFont(HFONT font) {
-    SendMessageW(tips_.get(), WM_SETFONT, reinterpret_cast<WPARAM>(font), 0);
-  }
+  // Long texts are broken at a width that fits the font.
+  void setFont(HFONT font);
 
  private:
   HWND owner_ = nullptr;

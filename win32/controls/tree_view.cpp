@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "app/controls/selection_colors.h"
 #include "win32/controls/image_strips.h"
 #include "win32/controls/window.h"
 
@@ -131,11 +132,26 @@ LRESULT TreeWidget::notify(NMHDR& header) {
     case NM_CLICK:
       clicked();
       return 0;
+    case NM_CUSTOMDRAW:
+      return color(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
     case NM_RCLICK:
       return rightClicked();  // true: no default menu
     default:
       return 0;
   }
+}
+
+// The system's own colours for what is selected without the keyboard are hard to see.
+LRESULT TreeWidget::color(NMTVCUSTOMDRAW& drawn) const {
+  if (drawn.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  const bool selected = (drawn.nmcd.uItemState & CDIS_SELECTED) != 0;
+  if (drawn.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && selected && GetFocus() != hwnd()) {
+    const SelectionColors colors =
+        unfocusedSelection(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT));
+    drawn.clrText = colors.text;
+    drawn.clrTextBk = colors.back;
+  }
+  return CDRF_DODEFAULT;
 }
 
 void TreeWidget::selectionChanged(const NMTREEVIEWW& change) {

@@ -58,6 +58,7 @@ class TreeWidget final : public Widget {
   void select(TreeNode* node);
 
   bool selectionRefused() const { return !byProgram_ && locked(); }
+  LRESULT color(NMTVCUSTOMDRAW& drawn) const;
   void selectionChanged(const NMTREEVIEWW& change);
   void clicked();
   bool rightClicked();

@@ -81,31 +81,6 @@ HCURSOR InkLabelWidget::pointer() const {
   return look_.underlined ? LoadCursorW(nullptr, IDC_HAND) : nullptr;
 }
 
-StatusWidget::StatusWidget(WidgetHost& host, Label& model, int id, Shortened shortened)
-    : LabelWidget(host, model, id, SS_OWNERDRAW | SS_NOPREFIX | SS_NOTIFY),
-      ellipsis_(shortened == Shortened::AsPath ? DT_PATH_ELLIPSIS : DT_END_ELLIPSIS) {}
-
-void StatusWidget::setFont(HFONT font, unsigned dpi) {
-  LabelWidget::setFont(font, dpi);
-  font_ = font;
-}
-
-void StatusWidget::draw(const DRAWITEMSTRUCT& item) {
-  const Selected selected(item.hDC, font_);
-  SetBkColor(item.hDC, GetSysColor(COLOR_BTNFACE));
-  SetTextColor(item.hDC, GetSysColor(COLOR_BTNTEXT));
-  std::wstring text = model_.Caption;
-  const auto length = static_cast<int>(text.size());
-  text.resize(text.size() + 4);  // room that the shortening may use
-  RECT area = item.rcItem;
-  DrawTextW(item.hDC, text.data(), length, &area,
-            DT_SINGLELINE | DT_NOPREFIX | DT_CALCRECT | DT_MODIFYSTRING | ellipsis_);
-  text.resize(wcslen(text.c_str()));
-  const int top = static_cast<int>(item.rcItem.top + item.rcItem.bottom - area.bottom) / 2;
-  ExtTextOutW(item.hDC, item.rcItem.left, top, ETO_OPAQUE | ETO_CLIPPED, &item.rcItem, text.c_str(),
-              static_cast<UINT>(text.size()), nullptr);
-}
-
 FrameWidget::FrameWidget(WidgetHost& host, Frame& model, int id)
     : Widget(host, model, id, {WC_BUTTONW, BS_GROUPBOX}), model_(model) {
   SetWindowSubclass(hwnd(), fillBackground, 0, 0);

@@ -108,20 +108,6 @@ class InkLabelWidget final : public LabelWidget {
   UniqueFont own_;
 };
 
-// A label in the status line: always one line, shortened with an ellipsis, drawn in
-// one go so that quick changes do not flicker.
-class StatusWidget final : public LabelWidget {
- public:
-  enum class Shortened { AtEnd, AsPath };
-  StatusWidget(WidgetHost& host, Label& model, int id, Shortened shortened);
-  void setFont(HFONT font, unsigned dpi) override;
-  void draw(const DRAWITEMSTRUCT& item) override;
-
- private:
-  UINT ellipsis_;
-  HFONT font_ = nullptr;
-};
-
 // The frame around other controls; made behind them, so that it lies below.
 class FrameWidget final : public Widget {
  public:

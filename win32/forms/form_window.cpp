@@ -149,6 +149,9 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETTINGCHANGE:
       if (wParam == SPI_SETNONCLIENTMETRICS) systemFontChanged();
       return 0;
+    case WM_SYSCOLORCHANGE:
+      systemColorsChanged();
+      return 0;
     case WM_SETCURSOR:
       if (LOWORD(lParam) == HTCLIENT && setPointer(reinterpret_cast<HWND>(wParam))) return TRUE;
       break;
@@ -273,6 +276,12 @@ void FormWindow::systemFontChanged() {
   makeFonts();
   if (!isSizable()) sizeAndCenter();
   layout();
+}
+
+// Controls learn of it from the window that they are in.
+void FormWindow::systemColorsChanged() {
+  for (const auto& widget : widgets_) SendMessageW(widget->hwnd(), WM_SYSCOLORCHANGE, 0, 0);
+  RedrawWindow(hwnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void FormWindow::dpiChanged(unsigned dpi, const RECT& suggested) {

@@ -99,6 +99,7 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
   void showTopmost();
   void makeFonts();
   void systemFontChanged();
+  void systemColorsChanged();
   void dpiChanged(unsigned dpi, const RECT& suggested);
   void activated(bool active);
   void focusFirst();

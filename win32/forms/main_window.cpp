@@ -76,10 +76,9 @@ void MainWindow::addControls(int designCharacterWidth) {
   c.exportButton = &add<ButtonWidget>(form_.cmdExport, id::kCmdExport);
   c.word = &add<ButtonWidget>(form_.cmdWord, id::kCmdWord);
   c.htmClp = &add<ButtonWidget>(form_.cmdHTMClp, id::kCmdHTMClp);
-  using Shortened = StatusWidget::Shortened;
-  c.label9 = &add<StatusWidget>(form_.Label9, id::kLabel9, Shortened::AtEnd);
-  c.label10 = &add<StatusWidget>(form_.Label10, id::kLabel10, Shortened::AtEnd);
-  c.path = &add<StatusWidget>(form_.lblExportPfad, id::kExportPfad, Shortened::AsPath);
+  c.status = {&add<StatusWidget>(form_.Label9, id::kLabel9),
+              &add<StatusWidget>(form_.Label10, id::kLabel10),
+              &add<StatusWidget>(form_.lblExportPfad, id::kExportPfad)};
   c.toolBar = &add<ToolBarWidget>(form_, id::kToolbar1);
   c.frame1 = &add<FrameWidget>(form_.Frame1, id::kFrame1);
   c.frame2 = &add<FrameWidget>(form_.Frame2, id::kFrame2);
@@ -179,6 +178,7 @@ void MainWindow::filesDropped(WPARAM drop) {
 // ---------------------------------------------------------------------------- layout
 void MainWindow::flushed() {
   if (previewShown_ != form_.FrameVorschau.Visible) layout();
+  if (statusWidths_ != shareStatus()) placeStatus();
   browser_.flush(form_.FrameVorschau.Visible);  // in its place: a page without room scrolls away
 }
 
@@ -231,7 +231,8 @@ void MainWindow::layout() {
     moves.move(c.htmClp->hwnd(), part(row2, row2.right - width, width));
   }
   placeOptions(areas.options);
-  placeStatus(areas.status);
+  statusLine_ = areas.status;
+  placeStatus();
 }
 
 // Side by side, or two upon two where there is too little room.
@@ -255,14 +256,23 @@ void MainWindow::placeOptions(const RECT& row) {
   put(c.optStyle, form_.optStyle.Caption);
 }
 
-void MainWindow::placeStatus(const RECT& line) {
-  const auto left = static_cast<int>(line.left), top = static_cast<int>(line.top);
-  const SIZE size = sizeOf(line);
-  const auto width = static_cast<int>(size.cx), height = static_cast<int>(size.cy);
-  const int quarter = width / 4, gap = px(2 * kGap);
-  place(*controls_.label9, left, top, quarter - gap, height);
-  place(*controls_.label10, left + quarter, top, quarter - gap, height);
-  place(*controls_.path, left + 2 * quarter, top, width - 2 * quarter, height);
+// The widths of the labels in the status line, with the gap behind each.
+std::array<int, 3> MainWindow::shareStatus() const {
+  std::array<int, 3> needed{};
+  for (std::size_t i = 0; i < needed.size(); ++i)
+    if (const int text = controls_.status[i]->needed(); text != 0) needed[i] = text + px(2 * kGap);
+  return shareLine(static_cast<int>(sizeOf(statusLine_).cx) + px(2 * kGap), needed);
+}
+
+void MainWindow::placeStatus() {
+  statusWidths_ = shareStatus();
+  auto left = static_cast<int>(statusLine_.left);
+  for (std::size_t i = 0; i < statusWidths_.size(); ++i) {
+    place(*controls_.status[i], left, static_cast<int>(statusLine_.top),
+          std::max(statusWidths_[i] - px(2 * kGap), 0), static_cast<int>(sizeOf(statusLine_).cy));
+    InvalidateRect(controls_.status[i]->hwnd(), nullptr, FALSE);  // another part of the text
+    left += statusWidths_[i];
+  }
 }
 
 void MainWindow::limitSize(MINMAXINFO& limits) const {

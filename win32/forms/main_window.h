@@ -7,6 +7,7 @@
 #include "ports/shell.h"
 #include "win32/controls/layout.h"
 #include "win32/controls/list_view.h"
+#include "win32/controls/status_line.h"
 #include "win32/controls/tool_bar.h"
 #include "win32/controls/tree_view.h"
 #include "win32/controls/widgets.h"
@@ -39,7 +40,8 @@ class MainWindow final : public FormWindow {
   MainLayout currentLayout();
   LayoutMetrics metrics() const;
   void placeOptions(const RECT& row);
-  void placeStatus(const RECT& line);
+  std::array<int, 3> shareStatus() const;
+  void placeStatus();
   void limitSize(MINMAXINFO& limits) const;
 
   void startDrag(POINT point);
@@ -51,8 +53,8 @@ class MainWindow final : public FormWindow {
   struct Controls {
     TreeWidget* tree;
     Widget *list1, *modul, *makro, *auswahl, *vbaClp, *check1, *check2, *optClass, *optStyle,
-        *list2, *htmClp, *exportButton, *word, *frame1, *frame2, *framePreview, *label9, *label10,
-        *path;
+        *list2, *htmClp, *exportButton, *word, *frame1, *frame2, *framePreview;
+    std::array<StatusWidget*, 3> status;
     ToolBarWidget* toolBar;
   };
 
@@ -64,6 +66,8 @@ class MainWindow final : public FormWindow {
   Division division_;
   Splitter dragged_ = Splitter::None;
   bool previewShown_ = false;
+  RECT statusLine_{};
+  std::array<int, 3> statusWidths_{};
 };
 
 }  // namespace tintline

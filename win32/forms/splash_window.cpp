@@ -136,7 +136,7 @@ void SplashWindow::layout() {
   put(freeware_, line, 2);
   // The link is as wide as its text: clicks beside it are the frame's.
   place(*feedback_, text, top, widthFor(form_.Label3.Caption, 4), line);
-  top += line + px(14);
+  top += line + px(14);  // also without it: the settings stand below the logo
   const int below = width - 2 * left;
   place(*loading_, left, top, below, line);
   place(*progress_, left, top + line + px(4), below, px(14));

@@ -1,6 +1,8 @@
 // See preview_pane.h. Tested by tests/win32/preview/preview_test.cpp.
 #include "win32/preview/preview_pane.h"
 
+#include <ole2.h>
+
 #include <exception>
 
 #include "win32/error.h"
@@ -25,6 +27,14 @@ void registerClass(WNDPROC procedure) {
   pane.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
   pane.lpszClassName = kClass;
   if (RegisterClassExW(&pane) == 0) throwLastError();
+}
+
+// What was copied out of a page is an object of its engine until it is asked for. It outlives
+// the program as data. (Nothing happens when the copy is another program's.)
+void renderCopy() {
+  constexpr int kTries = 20;
+  constexpr DWORD kPause = 25;  // milliseconds: another program looks into the clipboard
+  for (int tries = 0; FAILED(OleFlushClipboard()) && tries < kTries; ++tries) Sleep(kPause);
 }
 
 }  // namespace
@@ -100,6 +110,7 @@ void PreviewPane::giveUpBrowser() {
 }
 
 void PreviewPane::closeEngines() {
+  renderCopy();
   browser_.reset();
   richEdit_.reset();
 }

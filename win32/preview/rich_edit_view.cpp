@@ -77,11 +77,9 @@ class Standstill {
 }  // namespace
 
 RichEditView::RichEditView(HWND parent, ExternalLink onExternalLink)
-    : parent_(parent),
-      library_(LoadLibraryW(L"msftedit.dll")),
-      onExternalLink_(std::move(onExternalLink)),
-      pieceSize_(kSmallestPiece) {
-  if (!library_) throwLastError();
+    : parent_(parent), onExternalLink_(std::move(onExternalLink)), pieceSize_(kSmallestPiece) {
+  // It stays loaded: what was copied out of a control is an object of its library.
+  if (LoadLibraryW(L"msftedit.dll") == nullptr) throwLastError();
   replaceControl();
 }
 

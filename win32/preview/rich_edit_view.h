@@ -70,7 +70,6 @@ class RichEditView {
   void scrollTo(std::size_t position);
 
   HWND parent_;
-  UniqueLibrary library_;  // outlives the control
   UniqueWindow control_;
   ExternalLink onExternalLink_;
   RenderedPage page_;

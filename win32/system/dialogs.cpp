@@ -74,7 +74,8 @@ void SystemDialogs::message(const std::wstring& text, MessageIcon icon, const st
 }
 
 bool SystemDialogs::confirm(const std::wstring& text) {
-  return MessageBoxW(owner(), text.c_str(), kProgramName, MB_YESNO | MB_ICONQUESTION) == IDYES;
+  constexpr UINT kLook = MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2;
+  return MessageBoxW(owner(), text.c_str(), kProgramName, kLook) == IDYES;
 }
 
 std::optional<std::wstring> SystemDialogs::input(const std::wstring& prompt,

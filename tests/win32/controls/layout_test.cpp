@@ -1,10 +1,12 @@
-// Tests of win32/controls/layout.h.
+// Tests of win32/controls/layout.h and status_line.h.
 #include "win32/controls/layout.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
+
+#include "win32/controls/status_line.h"
 
 namespace tintline {
 namespace {
@@ -109,6 +111,37 @@ TEST(layout, thereIsNoSplitterElsewhere) {
   const MainLayout layout = layOut({1200, 800}, {}, metricsAt(96), false);
   EXPECT_EQ(layout.splitterAt({100, 300}), Splitter::None);
   EXPECT_EQ(layout.splitterAt({1100, 300}), Splitter::None);
+}
+
+TEST(statusLine, isSharedAsItsTextsNeed) {
+  const struct {
+    int width;
+    std::array<int, 3> needed, widths;
+  } rows[] = {
+      {400, {50, 60, 100}, {100, 100, 200}},  // their usual places
+      {400, {300, 0, 0}, {300, 0, 100}},
+      {400, {150, 50, 200}, {150, 50, 200}},
+      {300, {250, 40, 250}, {130, 40, 130}},
+  };
+  for (const auto& row : rows) EXPECT_EQ(shareLine(row.width, row.needed), row.widths);
+}
+
+TEST(statusLine, textsAreShortenedInTheMiddle) {
+  const struct {
+    const wchar_t* text;
+    std::size_t room;
+    const wchar_t* shown;
+  } rows[] = {
+      {L"kurz", 4, L"kurz"},
+      {L"C:\\Projekte\\Rechnungen\\Seite.htm", 16, L"C:\\Pr…\\Seite.htm"},
+      {L"Ein langer Name.bas: Datei nicht gefunden", 30, L"Ein lan…: Datei nicht gefunden"},
+      {L"Ein langer Name.bas: Datei nicht gefunden", 8, L"Ein…nden"},
+      {L"Wort", 0, L"…"},
+  };
+  for (const auto& row : rows) {
+    const auto fits = [&row](const std::wstring& text) { return text.size() <= row.room; };
+    EXPECT_EQ(shortened(row.text, fits), row.shown);
+  }
 }
 
 }  // namespace

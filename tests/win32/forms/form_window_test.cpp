@@ -12,6 +12,7 @@
 
 #include "tests/win32/test_window.h"
 #include "win32/control_ids.h"
+#include "win32/controls/status_line.h"
 #include "win32/controls/widgets.h"
 #include "win32/forms/input_box.h"
 
@@ -44,8 +45,7 @@ class TestFormWindow final : public FormWindow {
     createWindow(L"TINTLINE_TestForm", WS_POPUP | WS_CAPTION);
     widgets_ = {&add<EditWidget>(form.Text, kText),
                 &add<ToggleWidget<CheckBox>>(form.Check, kCheck, kCheckStyle),
-                &add<ComboWidget>(form.Choice, kChoice),
-                &add<StatusWidget>(form.Status, kStatus, StatusWidget::Shortened::AsPath),
+                &add<ComboWidget>(form.Choice, kChoice), &add<StatusWidget>(form.Status, kStatus),
                 &add<ButtonWidget>(form.OKButton, id::kOk, BS_DEFPUSHBUTTON)};
   }
 

@@ -223,29 +223,31 @@ TEST_F(program, keys_start_commands) {
 }
 
 // The list's commands have the same keys as the preview's own.
-TEST_F(program, keys_select_and_copy_in_the_preview_while_it_has_the_keyboard) {
-  main().open(folder().write(L"vorschau.bas", "Sub A()\r\nEnd Sub\r\n"));
-  main().setChecked(id::kCheck2, true);
-  main().convert();
-  const HWND pane = main().control(id::kBrowser).handle();
+TEST(preview, keys_select_and_copy_in_it_and_the_copy_outlives_the_program) {
+  const ProgramFolder folder;
+  const RunningProgram program(folder);
+  const MainWindow& main = program.main;
+  main.open(folder.write(L"vorschau.bas", "Sub A()\r\nEnd Sub\r\n"));
+  main.setChecked(id::kCheck2, true);
+  main.convert();
+  const HWND pane = main.control(id::kBrowser).handle();
   const auto page = [pane] { return Window(GetWindow(pane, GW_CHILD)); };
-  app().until([&] { return page().exists(); }, "the preview");
+  program.app.until([&] { return page().exists(); }, "the preview");
   if (lstrcmpiW(page().className().c_str(), MSFTEDIT_CLASS) != 0)
     GTEST_SKIP() << "a browser shows the page";
-  app().until([&] { return page().text().find(L"End Sub") != std::wstring::npos; }, "the page");
-  main().clickLine(id::kList1, 0);
+  program.app.until([&] { return page().text().find(L"End Sub") != std::wstring::npos; },
+                    "the page");
+  main.clickLine(id::kList1, 0);
   page().click({5, 5});
-  main().window().pressKey('A', VK_CONTROL);
-  app().until([&] { return HIWORD(page().send(EM_GETSEL)) > 15; }, "the selection of the page");
-  EXPECT_EQ(main().control(id::kList1).send(LB_GETSELCOUNT), 1);
+  main.window().pressKey('A', VK_CONTROL);
+  program.app.until([&] { return HIWORD(page().send(EM_GETSEL)) > 15; }, "the selection");
+  EXPECT_EQ(main.control(id::kList1).send(LB_GETSELCOUNT), 1);
   clearClipboard();
-  main().window().pressKey('C', VK_CONTROL);
+  main.window().pressKey('C', VK_CONTROL);
   // Whoever looks into the clipboard keeps others from writing to it.
-  app().until([] { return IsClipboardFormatAvailable(CF_TEXT) != FALSE; }, "the copy of the page");
+  program.app.until([] { return IsClipboardFormatAvailable(CF_TEXT) != FALSE; }, "the copy");
+  EXPECT_EQ(main.close(), 0U);
   EXPECT_NE(clipboardText().value_or("").find("End Sub"), std::string::npos);
-  main().window().pressKey('O', VK_CONTROL);
-  FileDialogOf(app()).cancel();
-  main().setChecked(id::kCheck2, false);
 }
 
 // ----------------------------------------------------------------------- reformatting
