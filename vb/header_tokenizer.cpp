@@ -96,8 +96,8 @@ LineTokenizer::Bytes LineTokenizer::headerToken(Bytes p) {
       emit(TokenKind::HeaderWord, p);
       return skipWord(p, end_);
     case ByteClass::Error:
+      if (*p != u8'{') return single(p, TokenKind::Punctuation);
       emit(TokenKind::HeaderWord, p);
-      if (*p != u8'{') return p + 1;
       p = findAnyOf<u8'}', u8'\r', u8'\n'>(p, end_);
       return p < end_ && *p == u8'}' ? p + 1 : p;
     case ByteClass::Wide:

@@ -87,8 +87,7 @@ const char8_t* dayEnd(const char8_t* p, const char8_t* end) {
 
 }  // namespace
 
-std::size_t suffixLength(const char8_t* p, const char8_t* end, bool hash) {
-  if (p == end) return 0;
+std::size_t suffixAt(const char8_t* p, const char8_t* end, bool hash) {
   const char8_t next = end - p > 1 ? p[1] : u8'\n';
   const bool wordFollows = isWordByte(next) || next >= 0x80;
   switch (*p) {
@@ -140,6 +139,7 @@ const char8_t* radixEnd(const char8_t* p, const char8_t* end) {
 
 const char8_t* dateEnd(const char8_t* p, const char8_t* end) {
   const char8_t* const first = skipBlanks(p + 1, end);
+  if (first == end || !isWordByte(*first)) return nullptr;
   const char8_t* q = dayEnd(first, end);
   if (q != nullptr) {
     const char8_t* const time = timeEnd(skipBlanks(q, end), end);

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+#include "vb/scan.h"
+
 namespace tintline::vb {
 
 // The end of the decimal number at `p`, a digit or a "." with a digit behind it. Type suffix
@@ -20,6 +22,11 @@ const char8_t* dateEnd(const char8_t* p, const char8_t* end);
 
 // The bytes of the type suffix at `p`, directly behind a name or number: 0 or 1. "#" is one only
 // where `hash` says so, since behind a keyword it begins a file number.
-std::size_t suffixLength(const char8_t* p, const char8_t* end, bool hash);
+std::size_t suffixAt(const char8_t* p, const char8_t* end, bool hash);
+inline std::size_t suffixLength(const char8_t* p, const char8_t* end, bool hash) {
+  const bool none = p == end || *p > u8'^' || *p == u8' ' || isLineEnd(*p) || *p == u8'.' ||
+                    *p == u8'(' || *p == u8')' || *p == u8',';
+  return none ? 0 : suffixAt(p, end, hash);
+}
 
 }  // namespace tintline::vb
