@@ -42,8 +42,7 @@ class ModuleTargets {
 
   // The id without prefix; empty when nothing can lead there: parameters and locals.
   std::u8string_view id(std::uint32_t declaration) const {
-    const Target& target = targets_[declaration];
-    return view(target.begin + 1 + prefix_.size(), target.idSize);
+    return view(idBegin(declaration), targets_[declaration].idSize);
   }
   // The id in an HTML document.
   std::u8string_view htmlId(std::uint32_t declaration) const {
@@ -86,6 +85,9 @@ class ModuleTargets {
   struct Builder;
   friend struct Builder;
 
+  std::size_t idBegin(std::uint32_t declaration) const {
+    return targets_[declaration].begin + 1 + prefix_.size();
+  }
   std::u8string_view view(std::size_t begin, std::size_t size) const {
     return std::u8string_view(text_).substr(begin, size);
   }
@@ -109,10 +111,10 @@ std::u8string labelOf(const vb::Module& module, const vb::Declaration& declarati
 
 // The head of a declaration in one line, without comments, cut where it is very long:
 // "Public Sub Demo()".
-std::u8string headOf(const vb::Module& module, const vb::Declaration& declaration);
+void headOf(std::u8string& head, const vb::Module& module, const vb::Declaration& declaration);
 
-// The text of a name as (a part of) an id: of letters, digits and marks that mean nothing in
-// HTML and addresses. Any other character becomes "_".
-std::u8string idText(std::u8string_view name);
+// Appends the text of a name as (a part of) an id: of letters, digits and marks that mean nothing
+// in HTML and addresses. Any other character becomes "_".
+void appendIdText(std::u8string& id, std::u8string_view name);
 
 }  // namespace tintline::listing
