@@ -316,7 +316,10 @@ struct ModuleTargets::Builder {
 
 ModuleTargets::ModuleTargets(const vb::Module& module, const Options& options, std::u8string prefix,
                              std::u8string page)
-    : prefix_(std::move(prefix)), page_(std::move(page)), name_(module.name) {
+    : prefix_(std::move(prefix)),
+      page_(std::move(page)),
+      name_(module.name),
+      isClass_(module.kind != vb::ModuleKind::Standard) {
   Builder{*this, module, options, {}, {}}.build();
 }
 

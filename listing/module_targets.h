@@ -65,6 +65,7 @@ class ModuleTargets {
   }
   const std::u8string& page() const { return page_; }
   const std::u8string& name() const { return name_; }
+  bool isClass() const { return isClass_; }
 
   // The index: declarations that are shown, those of a group in the order of the alphabet.
   const std::vector<IndexEntry>& group(Group group) const {
@@ -95,6 +96,7 @@ class ModuleTargets {
   std::u8string prefix_;
   std::u8string page_;
   std::u8string name_;
+  bool isClass_;  // or a form ...: a type
   std::u8string text_;
   std::vector<Target> targets_;  // by declaration
   std::vector<IndexEntry> groups_[kGroups];
