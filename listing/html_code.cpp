@@ -1,4 +1,4 @@
-// See html_code.h. Tested by tests/unit/listing/document_test.cpp.
+// See html_code.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/html_code.h"
 
 #include <algorithm>

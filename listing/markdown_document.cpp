@@ -1,4 +1,4 @@
-// See markdown_document.h. Tested by tests/unit/listing/document_test.cpp.
+// See markdown_document.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/markdown_document.h"
 
 #include <algorithm>

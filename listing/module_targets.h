@@ -1,6 +1,6 @@
 // Where links can lead in one module, and what its index shows.
 //
-// Tested by tests/unit/listing/targets_test.cpp.
+// Tested by tests/unit/listing/listing_test.cpp.
 #pragma once
 
 #include <array>
