@@ -18,6 +18,9 @@ namespace tintline {
 std::string toAnsi(std::wstring_view text);
 std::wstring fromAnsi(std::string_view text);
 
+// The number of the ANSI code page: 1252, 932 ...
+unsigned ansiCodePage();
+
 // UTF-8, for what the command line gets and prints. Bytes that are not UTF-8
 // are read as U+FFFD.
 std::string toUtf8(std::wstring_view text);

@@ -22,6 +22,8 @@ std::wstring fromAnsi(std::string_view text) {
   return result;
 }
 
+unsigned ansiCodePage() { return 1252; }
+
 std::wstring pathText(const std::filesystem::path& path) { return fromUtf8(path.native()); }
 
 std::filesystem::path pathFromText(std::wstring_view text) { return toUtf8(text); }

@@ -43,6 +43,8 @@ std::wstring fromAnsi(std::string_view text) {
   return result;
 }
 
+unsigned ansiCodePage() { return ::GetACP(); }
+
 std::wstring pathText(const std::filesystem::path& path) { return path.wstring(); }
 
 std::filesystem::path pathFromText(std::wstring_view text) { return text; }

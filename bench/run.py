@@ -48,7 +48,7 @@ class Bench:
     def add_conversion(self, name, files, *options):
         """The program and the two bounds over these files, under name, name+escape, name+same."""
         out = self.folder(f"out/{name}")
-        self.add(name, [self.tool("tintline"), "-q", "-d", out, *options, *files])
+        self.add(name, [self.tool("tintline"), *CLASSIC, "-d", out, *options, *files])
         self.add(f"{name}+escape",
                  [self.tool("bound"), "escape", self.folder("bound/escape"), *files])
         self.add(f"{name}+same",
@@ -89,6 +89,7 @@ def lines_of(files):
 
 
 # name of the row, set of modules, options, times the bound that it may take
+CLASSIC = ["-q", "--mode", "classic"]  # which the figures are about
 CONVERSIONS = [
     ("class, no names to link", "modules", ["--pasted"], 2.5),
     ("class, own names", "modules", [], None),
@@ -114,16 +115,16 @@ def plan(bench, corpus):
     for name, place, options, _ in CONVERSIONS:
         bench.add_conversion(name, files(place), "--jobs", "1", *options)
     for factor in GROWTH:
-        bench.add(f"growth {factor}", [bench.tool("tintline"), "-q", "--jobs", "1", "-d",
+        bench.add(f"growth {factor}", [bench.tool("tintline"), *CLASSIC, "--jobs", "1", "-d",
                                        bench.folder(f"out/growth {factor}"),
                                        *files(f"growth/{factor}")])
     for count in NAMES:
-        bench.add(f"names {count}", [bench.tool("tintline"), "-q", "--jobs", "1", "-d",
+        bench.add(f"names {count}", [bench.tool("tintline"), *CLASSIC, "--jobs", "1", "-d",
                                      bench.folder(f"out/names {count}"), *files(f"names/{count}")])
     short = corpus / "single/100.bas"
     out = bench.folder("out/start")
     for turn in range(10):  # so short that one run a round says little
-        bench.add(f"start {turn}", [bench.tool("tintline"), "-q", "-o", out / "100.htm", short])
+        bench.add(f"start {turn}", [bench.tool("tintline"), *CLASSIC, "-o", out / "100.htm", short])
         bench.add(f"true {turn}", ["--copy", short, out / "copy.bas", "/bin/true"])
     return files
 
@@ -192,7 +193,7 @@ def report_jobs(bench, bars, files):
     those of a virtual machine share one at times."""
     def convert(jobs):
         return bench.run_once(f"{jobs} jobs", [
-            bench.tool("tintline"), "-q", "--jobs", str(jobs), "-d", str(bench.folder("out/jobs")),
+            bench.tool("tintline"), *CLASSIC, "--jobs", str(jobs), "-d", str(bench.folder("out/jobs")),
             *map(str, files("modules"))])[WALL]
 
     rounds = {True: [], False: []}

@@ -1,67 +1,97 @@
-// The work on one input. See job.h.
-// Tested by tests/golden/run.py and tests/cli/run.py.
+// What the work on inputs is made of. See job.h.
+// Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #include "cli/job.h"
 
-#include <optional>
-#include <utility>
-#include <vector>
+#include <algorithm>
+#include <atomic>
+#include <new>
+#include <numeric>
+#include <stdexcept>
+#include <system_error>
+#include <thread>
 
-#include "convert/reformatting.h"
-#include "engine/line_highlighter.h"
+#include "base/codepage.h"
+#include "base/file.h"
 
 namespace tintline {
-namespace {
 
-ModuleSource readSource(std::string_view file, bool pasted) {
-  ModuleSource source = readClassic(file, pasted);
-  if (source.tooManyLines) throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen");
-  return source;
+std::string readInput(const Task& task, const Surroundings& surroundings) {
+  try {
+    return task.input == kStandardStream ? surroundings.readInput()
+                                         : readFile(argumentPath(task.input));
+  } catch (const FileError& error) {
+    throw JobError(reasonText(error.reason()));
+  }
 }
 
-void reformat(LineList& List1, const Reformatting& pass) {
-  std::optional<LineList> lines = reformatted(List1, pass);
-  if (!lines)
-    throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen nach dem Umbruch");
-  List1 = std::move(*lines);
+void writeTarget(const Task& task, const Surroundings& surroundings,
+                 const std::function<void(std::ostream&)>& write) {
+  try {
+    if (task.target.empty()) {
+      write(surroundings.output);
+      surroundings.output.flush();
+      return;
+    }
+    AtomicFile file(task.target);
+    write(file.stream());
+    file.commit();
+  } catch (const FileError& error) {
+    throw JobError(targetName(task) + L" kann nicht geschrieben werden: " +
+                   reasonText(error.reason()));
+  }
 }
 
-// The lines to be converted one by one; nothing when all of them are converted as a module.
-std::optional<std::vector<bool>> selectedLines(const Options& options, std::size_t count) {
-  if (options.lines.empty() && options.format != Format::Table) return {};
-  std::vector<bool> selected(count, options.lines.empty());
-  for (const LineRange& range : options.lines) {
+Outcome outcomeOf(const std::function<Outcome()>& work) {
+  constexpr const wchar_t* kTooLarge = L"das Ergebnis wird zu groß";
+  try {
+    return work();
+  } catch (const JobError& error) {
+    return {.failure = error.reason()};
+  } catch (const std::bad_alloc&) {
+    return {.failure = L"der Speicher reicht nicht"};
+  } catch (const std::length_error&) {
+    return {.failure = kTooLarge};
+  } catch (const std::overflow_error&) {
+    return {.failure = kTooLarge};
+  } catch (const std::exception& error) {
+    return {.failure = L"unerwarteter Fehler: " + fromUtf8(error.what())};
+  }
+}
+
+std::size_t jobsOf(const Options& options, std::size_t tasks) {
+  if (tasks == 1) return 1;
+  return options.jobs != 0 ? options.jobs : std::max(1U, std::thread::hardware_concurrency());
+}
+
+void inParallel(std::size_t count, std::size_t jobs, const std::function<void(std::size_t)>& work) {
+  std::atomic<std::size_t> next = 0;
+  const auto worker = [&] {
+    for (std::size_t index = next++; index < count; index = next++) work(index);
+  };
+  std::vector<std::jthread> others;
+  try {
+    while (others.size() + 1 < std::min(jobs, count)) others.emplace_back(worker);
+  } catch (const std::system_error&) {
+    // No more threads to be had: those that run do all the work.
+  }
+  worker();
+}
+
+std::vector<std::size_t> workOrder(const std::vector<Task>& tasks, std::size_t jobs) {
+  std::vector<std::size_t> order(tasks.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  if (jobs > 1)
+    std::stable_sort(order.begin(), order.end(), [&tasks](std::size_t left, std::size_t right) {
+      return tasks[left].source.size > tasks[right].source.size;
+    });
+  return order;
+}
+
+void checkLines(const std::vector<LineRange>& ranges, std::size_t count) {
+  for (const LineRange& range : ranges)
     if (range.last > count)
       throw JobError(L"--lines reicht über das Ende hinaus, letzte Zeile ist " +
                      std::to_wstring(count));
-    for (std::size_t line = range.first; line <= range.last; ++line) selected[line - 1] = true;
-  }
-  return selected;
-}
-
-}  // namespace
-
-Converted convertSource(std::string file, const JobSettings& settings) {
-  const Options& options = settings.options;
-  ModuleSource source = readSource(file, options.pasted);
-  std::string().swap(file);  // its lines are kept: do not hold them twice
-  using enum Reformatting::Pass;
-  if (options.indent != 0) reformat(source.List1, {.pass = Formatieren, .unit = options.indent});
-  if (options.wrap != 0)
-    reformat(source.List1, {.pass = Umbruch, .unit = options.indent, .width = options.wrap});
-  Highlighter highlighter(settings.keywords);  // its own: no state reaches the next input
-  SilentObserver observer;
-  const std::size_t lines = source.List1.size();
-  return {.result = convertClassic(source.List1, source.ProzNamen, selectedLines(options, lines),
-                                   {.lineNumbers = options.lineNumbers, .blnPaste = options.pasted},
-                                   settings.frame, highlighter, observer),
-          .ProzNamen = std::move(source.ProzNamen),
-          .sourceLines = lines,
-          .replaced = source.replaced};
-}
-
-void writeConverted(const Converted& converted, const JobSettings& settings, std::ostream& datei) {
-  writeClassic(datei, settings.options.format, converted.result, converted.ProzNamen,
-               settings.frame, settings.clipboard);
 }
 
 }  // namespace tintline

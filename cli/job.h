@@ -1,28 +1,22 @@
-// The work on one input: its bytes in, the converted text out.
+// What the work on inputs is made of, in both modes: reading, writing, what failures become, and
+// several inputs at once.
 //
-// Tested by tests/golden/run.py and tests/cli/run.py.
+// Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <ostream>
 #include <string>
-#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "cli/options.h"
-#include "convert/classic.h"
-#include "engine/document_frame.h"
-#include "engine/keyword_table.h"
+#include "cli/plan.h"
+#include "cli/report.h"
+#include "cli/run.h"
 
 namespace tintline {
-
-// What all inputs of a run are converted with; nobody changes it while they are.
-struct JobSettings {
-  const Options& options;
-  KeywordTable keywords;
-  DocumentFrame frame;
-  ClipboardFrame clipboard;
-};
 
 // An input cannot be converted; the reason is for the user.
 class JobError {
@@ -34,19 +28,29 @@ class JobError {
   std::wstring reason_;
 };
 
-struct Converted {
-  ClassicResult result;
-  ProcedureNames ProzNamen;
-  std::size_t sourceLines = 0;
-  std::size_t replaced = 0;  // characters that do not fit the code page
-};
+// The bytes of the input. Throws JobError.
+std::string readInput(const Task& task, const Surroundings& surroundings);
 
-// Converts a source, given as the bytes of its file, which are given away. Throws
-// JobError; std::length_error, std::overflow_error and std::bad_alloc when the
-// result would be too large.
-Converted convertSource(std::string file, const JobSettings& settings);
+// Has `write` write the result to the task's target, which has it whole afterwards or not at
+// all. Throws JobError.
+void writeTarget(const Task& task, const Surroundings& surroundings,
+                 const std::function<void(std::ostream&)>& write);
 
-// Writes the result in the chosen format.
-void writeConverted(const Converted& converted, const JobSettings& settings, std::ostream& datei);
+// What comes of the work on one input. Whatever goes wrong with it ends here: the others still
+// go on.
+Outcome outcomeOf(const std::function<Outcome()>& work);
+
+// How many inputs are worked on at the same time.
+std::size_t jobsOf(const Options& options, std::size_t tasks);
+
+// Calls work(0) to work(count - 1), in this order, on up to `jobs` threads.
+void inParallel(std::size_t count, std::size_t jobs, const std::function<void(std::size_t)>& work);
+
+// The order in which the tasks are done. With several threads the largest inputs come first: one
+// of them at the end would leave the other threads idle.
+std::vector<std::size_t> workOrder(const std::vector<Task>& tasks, std::size_t jobs);
+
+// Throws JobError when --lines names a line that a source of so many lines does not have.
+void checkLines(const std::vector<LineRange>& ranges, std::size_t count);
 
 }  // namespace tintline

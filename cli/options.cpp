@@ -16,6 +16,11 @@ namespace {
 
 constexpr std::size_t kHelpColumn = 28;
 
+constexpr std::pair<std::string_view, Format> kFormats[] = {
+    {"page", Format::Page},       {"body", Format::Body},           {"lines", Format::Lines},
+    {"preview", Format::Preview}, {"clipboard", Format::Clipboard}, {"table", Format::Table},
+    {"rtf", Format::Rtf},         {"md", Format::Markdown},         {"json", Format::Json}};
+
 // A whole number without sign. One that is too large for the type is given as
 // the largest, so that it fails where its meaning is known.
 bool parseNumber(std::string_view text, std::size_t& number) {
@@ -39,8 +44,8 @@ bool parseRange(std::string_view text, LineRange& range) {
   return range.first >= 1 && range.first <= range.last;
 }
 
-template <class Value, std::size_t N>
-bool choose(const std::pair<std::string_view, Value> (&choices)[N], std::string_view text,
+template <class Choice, class Value, std::size_t N>
+bool choose(const std::pair<std::string_view, Choice> (&choices)[N], std::string_view text,
             Value& value) {
   for (const auto& [name, choice] : choices) {
     if (name != text) continue;
@@ -51,10 +56,39 @@ bool choose(const std::pair<std::string_view, Value> (&choices)[N], std::string_
 }
 
 bool storeFormat(Options& options, std::string_view value) {
-  static constexpr std::pair<std::string_view, Format> kFormats[] = {
-      {"page", Format::Page},       {"body", Format::Body},           {"lines", Format::Lines},
-      {"preview", Format::Preview}, {"clipboard", Format::Clipboard}, {"table", Format::Table}};
   return choose(kFormats, value, options.format);
+}
+
+bool storeMode(Options& options, std::string_view value) {
+  static constexpr std::pair<std::string_view, Mode> kModes[] = {{"exact", Mode::Exact},
+                                                                 {"classic", Mode::Classic}};
+  return choose(kModes, value, options.mode);
+}
+
+bool storeLinks(Options& options, std::string_view value) {
+  using enum listing::Links;
+  static constexpr std::pair<std::string_view, listing::Links> kLinks[] = {
+      {"none", None}, {"procs", Procedures}, {"module", Module}, {"all", All}};
+  return choose(kLinks, value, options.links);
+}
+
+bool storeTitles(Options& options, std::string_view value) {
+  static constexpr std::pair<std::string_view, bool> kSwitch[] = {{"on", true}, {"off", false}};
+  return choose(kSwitch, value, options.titles);
+}
+
+bool storeHeader(Options& options, std::string_view value) {
+  using enum listing::Header;
+  static constexpr std::pair<std::string_view, listing::Header> kHeaders[] = {
+      {"fold", Fold}, {"show", Show}, {"drop", Drop}};
+  return choose(kHeaders, value, options.header);
+}
+
+bool storeTheme(Options& options, std::string_view value) {
+  using enum listing::Theme;
+  static constexpr std::pair<std::string_view, listing::Theme> kThemes[] = {
+      {"auto", Auto}, {"light", Light}, {"dark", Dark}};
+  return choose(kThemes, value, options.theme);
 }
 
 bool storeStyle(Options& options, std::string_view value) {
@@ -120,27 +154,54 @@ constexpr OptionRow kOptions[] = {
      L"(ohne -o und -d auf die Standardausgabe)",
      storeText<&Options::output>},
     {"output-dir", 'd', L"ORDNER", L"",
-     L"schreibt je Eingabe eine .htm-Datei gleichen Namens\n"
-     L"nach ORDNER, der bei Bedarf angelegt wird",
+     L"schreibt je Eingabe eine Datei gleichen Namens\n"
+     L"(.htm, .rtf, .md, .json) nach ORDNER, der bei\n"
+     L"Bedarf angelegt wird",
      storeText<&Options::outputDir>},
-    {"format", 0, L"FORM", L"page, body, lines, preview, clipboard oder table",
+    {"mode", 0, L"MODUS", L"exact oder classic",
+     L"exact: genau, liest den Code, wie die Sprache ihn\n"
+     L"meint (Vorgabe); classic: klassisch, Wort für Wort",
+     storeMode},
+    {"format", 0, L"FORM", L"page, body, lines, rtf, md, json, preview, clipboard oder table",
      L"was geschrieben wird:\n"
-     L"  page       HTML-Seite mit Übersicht (Vorgabe)\n"
-     L"  body       nur der HTML-Text\n"
-     L"  lines      die HTML-Zeilen, eine je Zeile\n"
+     L"  page   HTML-Seite mit Übersicht (Vorgabe)\n"
+     L"  body   nur der HTML-Text\n"
+     L"  lines  die HTML-Zeilen, eine je Zeile\n"
+     L"nur genau:\n"
+     L"  rtf    für Textverarbeitungen\n"
+     L"  md     Markdown: Übersicht und Code\n"
+     L"  json   was vom Code bekannt ist, als Daten\n"
+     L"nur klassisch:\n"
      L"  preview    die Seite der Vorschau\n"
-     L"  clipboard  der Text für die Zwischenablage:\n"
-     L"             PreCode, HTML-Zeilen, PostCode\n"
+     L"  clipboard  PreCode, HTML-Zeilen, PostCode\n"
      L"  table      die Zeilen als Tabellenzeilen",
      storeFormat},
     {"style", 0, L"ART", L"class oder inline",
      L"class: CSS zentral definiert (Vorgabe),\n"
-     L"inline: CSS im Style jedes Elements",
+     L"inline: CSS im Style jedes Elements; genau ein <pre>\n"
+     L"ohne Übersicht, für Mails und Wikis",
      storeStyle},
+    {"links", 0, L"ZIELE", L"none, procs, module oder all",
+     L"nur genau: worauf Namen verweisen: none nichts,\n"
+     L"procs Prozeduren, module alles im Modul (Vorgabe\n"
+     L"außer bei inline), all auch andere Module des Ordners",
+     storeLinks},
+    {"titles", 0, L"on|off", L"on oder off",
+     L"nur genau: Verweise zeigen den Kopf ihres Ziels\n"
+     L"(Vorgabe on)",
+     storeTitles},
+    {"header", 0, L"ART", L"fold, show oder drop",
+     L"nur genau, den Kopf der Moduldatei: fold einklappen\n"
+     L"(Vorgabe), show zeigen, drop weglassen",
+     storeHeader},
+    {"theme", 0, L"ART", L"auto, light oder dark",
+     L"nur genau: Farben hell (light), dunkel (dark) oder\n"
+     L"wie im Browser eingestellt (auto, Vorgabe)",
+     storeTheme},
     {"line-numbers", 'n', L"", L"", L"setzt Zeilennummern davor", storeFlag<&Options::lineNumbers>},
     {"lines", 0, L"A-B[,C-D...]", L"Bereiche wie 10-20 oder 3,10-20, gezählt ab 1",
      L"wandelt nur diese Zeilen um (gezählt ab 1),\n"
-     L"wie der Befehl \"Auswahl\"",
+     L"klassisch wie der Befehl \"Auswahl\"",
      storeLines},
     {"indent", 0, L"N", L"eine Zahl von 0 bis 100",
      L"rückt vorher N Leerzeichen je Ebene ein,\n"
@@ -171,11 +232,12 @@ constexpr OptionRow kOptions[] = {
 };
 
 constexpr std::wstring_view kHelpHead =
-    L"Macht aus Visual-Basic- und VBA-Quelltext farbiges HTML.\n"
+    L"Macht aus Visual-Basic- und VBA-Quelltext farbige, verlinkte Seiten.\n"
     L"\n"
     L"Aufruf: tintline [OPTIONEN] DATEI...\n"
     L"\n"
     L"DATEI ist eine Moduldatei (.bas, .frm, .cls) oder - für die Standardeingabe.\n"
+    L"Ohne -d werden mehrere Dateien ein Dokument (nur genau).\n"
     L"\n"
     L"Optionen:\n";
 
@@ -184,7 +246,9 @@ constexpr std::wstring_view kHelpFoot =
     L"Beispiele:\n"
     L"  tintline -o Modul1.htm Modul1.bas\n"
     L"  tintline -n -d html *.bas *.cls\n"
+    L"  tintline --links all -d html *.bas *.cls *.frm\n"
     L"  tintline --format body --style inline --lines 10-42 Modul1.bas\n"
+    L"  tintline --mode classic -o Modul1.htm Modul1.bas\n"
     L"\n"
     L"Rückgabewert: 0 alles umgewandelt, 1 nicht alles umgewandelt, 2 falscher Aufruf.\n";
 
@@ -291,6 +355,12 @@ void appendHelp(const OptionRow& option, std::wstring& text) {
 
 Options parseOptions(const std::vector<std::string>& arguments) {
   return Parser(arguments).parse();
+}
+
+std::wstring formatName(Format format) {
+  for (const auto& [name, known] : kFormats)
+    if (known == format) return argumentText(name);
+  return {};
 }
 
 std::wstring helpText() {

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,6 +16,7 @@
 
 #include "convert/format.h"
 #include "engine/document_frame.h"
+#include "listing/options.h"
 
 namespace tintline {
 
@@ -31,6 +33,7 @@ struct Options {
   std::vector<std::string> inputs;
   std::string output;     // "" when not given
   std::string outputDir;  // "" when not given
+  Mode mode = Mode::Exact;
   Format format = Format::Page;
   StyleMode style = StyleMode::Class;
   bool lineNumbers = false;
@@ -38,6 +41,10 @@ struct Options {
   int indent = 0;
   int wrap = 0;  // line width, 0: lines are not broken
   bool pasted = false;
+  std::optional<listing::Links> links;
+  std::optional<bool> titles;
+  std::optional<listing::Header> header;
+  std::optional<listing::Theme> theme;
   std::string keywords;  // "" when not given
   std::string settings;  // "" when not given
   unsigned jobs = 0;     // 0: as many as there are processors
@@ -58,6 +65,9 @@ class UsageError {
 
 // Reads the arguments behind the program's name. Throws UsageError.
 Options parseOptions(const std::vector<std::string>& arguments);
+
+// The value of --format that stands for it.
+std::wstring formatName(Format format);
 
 // The text of --help, closed by a line feed.
 std::wstring helpText();

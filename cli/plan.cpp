@@ -12,22 +12,42 @@ namespace {
 
 using FileNames = std::map<std::filesystem::path::string_type, std::wstring>;
 
+constexpr const wchar_t* modeName(Mode mode) { return mode == Mode::Exact ? L"exact" : L"classic"; }
+
+// What only one of the two modes has.
+void checkMode(const Options& options) {
+  const auto lacks = [](const std::wstring& what, Mode other) {
+    throw UsageError(what + L" gibt es nur mit --mode " + modeName(other));
+  };
+  const Mode other = options.mode == Mode::Exact ? Mode::Classic : Mode::Exact;
+  if (!has(options.mode, options.format)) lacks(L"--format " + formatName(options.format), other);
+  if (options.mode == Mode::Exact && options.pasted) lacks(L"--pasted", other);
+  if (options.mode == Mode::Exact && options.indent != 0) lacks(L"--indent", other);
+  if (options.mode == Mode::Exact && options.wrap != 0) lacks(L"--wrap", other);
+  if (options.mode == Mode::Exact) return;
+  if (options.links) lacks(L"--links", other);
+  if (options.titles) lacks(L"--titles", other);
+  if (options.header) lacks(L"--header", other);
+  if (options.theme) lacks(L"--theme", other);
+}
+
 void checkCombination(const Options& options) {
   if (options.inputs.empty()) throw UsageError(L"es ist keine Datei angegeben");
+  checkMode(options);
   if (!options.output.empty() && !options.outputDir.empty())
     throw UsageError(L"--output und --output-dir gehen nicht zusammen");
-  if (options.inputs.size() > 1 && options.outputDir.empty())
-    throw UsageError(L"mehrere Dateien brauchen --output-dir");
-  const bool standardInput = std::find(options.inputs.begin(), options.inputs.end(),
-                                       kStandardStream) != options.inputs.end();
-  if (standardInput && !options.outputDir.empty())
+  if (options.inputs.size() > 1 && options.outputDir.empty() && options.mode == Mode::Classic)
+    throw UsageError(L"mehrere Dateien brauchen mit --mode classic --output-dir");
+  const auto standardInputs = std::ranges::count(options.inputs, kStandardStream);
+  if (standardInputs > 0 && !options.outputDir.empty())
     throw UsageError(L"die Standardeingabe (-) hat keinen Namen für --output-dir");
+  if (standardInputs > 1) throw UsageError(L"die Standardeingabe (-) lässt sich nur einmal lesen");
 }
 
 std::filesystem::path targetOf(const std::string& input, const Options& options) {
   if (!options.outputDir.empty())
     return argumentPath(options.outputDir) /
-           argumentPath(input).filename().replace_extension(".htm");
+           argumentPath(input).filename().replace_extension(extensionOf(options.format));
   return options.output == kStandardStream ? std::filesystem::path() : argumentPath(options.output);
 }
 
@@ -76,7 +96,7 @@ std::vector<Task> planTasks(const Options& options) {
     tasks.push_back(
         {.input = input, .source = sourceOf(input), .target = targetOf(input, options)});
   if (!tasks.front().target.empty()) {
-    checkTargetsDiffer(tasks);
+    if (!options.outputDir.empty()) checkTargetsDiffer(tasks);
     checkNothingReadIsOverwritten(tasks, options);
   }
   return tasks;

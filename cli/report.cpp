@@ -39,19 +39,23 @@ void Report::finished(std::size_t index, Outcome outcome) {
 
 bool Report::close() {
   const std::lock_guard lock(mutex_);
+  for (; told_ < outcomes_.size(); ++told_) tellOutcome(told_);
   clearCounter();
   if (progress_) showSummary();
   return converted_ == names_.size();
 }
 
 void Report::tellOutcomes() {
-  for (; told_ < outcomes_.size() && outcomes_[told_]; ++told_) {
-    const Outcome& outcome = *outcomes_[told_];
-    const std::wstring& text = outcome.failure.empty() ? outcome.warning : outcome.failure;
-    if (text.empty()) continue;
-    clearCounter();
-    write_(L"tintline: " + names_[told_] + L": " + text + L'\n');
-  }
+  for (; told_ < outcomes_.size() && outcomes_[told_]; ++told_) tellOutcome(told_);
+}
+
+void Report::tellOutcome(std::size_t index) {
+  if (!outcomes_[index]) return;
+  const Outcome& outcome = *outcomes_[index];
+  const std::wstring& text = outcome.failure.empty() ? outcome.warning : outcome.failure;
+  if (text.empty()) return;
+  clearCounter();
+  write_(L"tintline: " + names_[index] + L": " + text + L'\n');
 }
 
 void Report::showCounter() {

@@ -32,11 +32,12 @@ class Report {
   // Input `index` is done. May be called from several threads.
   void finished(std::size_t index, Outcome outcome);
 
-  // Closes the report when all inputs are done; true when all were converted.
+  // Closes the report when nothing more is done; true when all inputs were converted.
   bool close();
 
  private:
   void tellOutcomes();
+  void tellOutcome(std::size_t index);
   void showCounter();
   void clearCounter();
   void showSummary();

@@ -63,6 +63,10 @@ void writeClassic(std::ostream& datei, Format format, const ClassicResult& resul
     case Format::Table:
       datei << result.table;
       return;
+    case Format::Rtf:
+    case Format::Markdown:
+    case Format::Json:
+      break;  // the exact mode's
   }
 }
 

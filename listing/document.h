@@ -8,8 +8,7 @@
 //
 // All text is UTF-8 with LF as line end (RTF: ASCII).
 //
-// Tested by tests/unit/listing/listing_test.cpp, listing_property_test.cpp and
-// tests/browser/exact.py.
+// Tested by tests/unit/listing/document_test.cpp, listing_property_test.cpp and tests/browser.
 #pragma once
 
 #include <cstdint>

@@ -18,13 +18,18 @@ _tintline() {
   case $before in
     -o | --output | --keywords | --settings) names=$(compgen -f -- "$word") ;;
     -d | --output-dir) names=$(compgen -d -- "$word") ;;
-    --format) words='page body lines preview clipboard table' ;;
+    --format) words='page body lines rtf md json preview clipboard table' ;;
+    --mode) words='exact classic' ;;
     --style) words='class inline' ;;
+    --links) words='none procs module all' ;;
+    --titles) words='on off' ;;
+    --header) words='fold show drop' ;;
+    --theme) words='auto light dark' ;;
     --lines | --indent | --wrap | --jobs) ;;  # numbers
     *)
       if [[ $word == -* ]]; then
-        words='-o --output -d --output-dir --format --style -n --line-numbers --lines --indent
-          --wrap --pasted --keywords --settings --jobs -q --quiet --help --version'
+        words='-o --output -d --output-dir --mode --format --style --links --titles --header --theme
+          -n --line-numbers --lines --indent --wrap --pasted --keywords --settings --jobs -q --quiet --help --version'
       else
         names=$(_tintline_files "$word")
       fi ;;

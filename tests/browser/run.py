@@ -56,7 +56,7 @@ def expectations(source):
 
 
 def convert(tintline, options, target):
-    subprocess.run([*tintline, "--quiet", *options, "-o", str(target), str(SAMPLE)], check=True,
+    subprocess.run([*tintline, "--mode=classic", *options, "-o", str(target), str(SAMPLE)], check=True,
                    timeout=SECONDS)
 
 
@@ -115,6 +115,11 @@ def main():
             convert(options.tintline, style_options, page)
             if options.screenshots:
                 screenshots(page, options.screenshots, folder)
+        if options.screenshots:
+            page = folder / "exact.htm"
+            subprocess.run([*options.tintline, "-n", "-o", page, SAMPLE], check=True,
+                           timeout=SECONDS)
+            take_picture(page.as_uri(), (1000, 1300), options.screenshots / "exact.png", folder)
         return run_tests(tests(folder, expected))
 
 

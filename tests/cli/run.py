@@ -7,6 +7,7 @@ COMMAND may be several words (a runner and the Windows program). Prints each fai
 "N passed, N failed, N skipped".
 """
 import argparse
+import json
 import os
 import re
 import resource
@@ -18,6 +19,8 @@ import time
 from tests.cli.box import MODULE, MODULE_LINES, SETTINGS, TIMEOUT, in_box
 from tests.support.checks import (equal, holds, holds_not, listed_tests, run_tests, test,
                                   with_full_paths)
+
+CLASSIC = "--mode=classic"
 
 
 # --------------------------------------------------------------------------------- usage
@@ -39,8 +42,13 @@ def wrong_usage_is_explained_and_writes_nothing(box):
     cases = [
         ((), "es ist keine Datei angegeben"),
         (("--wrong", "a.bas"), "unbekannte Option --wrong"),
-        (("a.bas", "b.bas"), "mehrere Dateien brauchen --output-dir"),
-        (("-o", "x.htm", "a.bas", "b.bas"), "mehrere Dateien brauchen --output-dir"),
+        ((CLASSIC, "a.bas", "b.bas"), "mehrere Dateien brauchen mit --mode classic --output-dir"),
+        (("-", "a.bas", "-"), "lässt sich nur einmal lesen"),
+        (("--format=table", "a.bas"), "--format table gibt es nur mit --mode classic"),
+        (("--pasted", "a.bas"), "--pasted gibt es nur mit --mode classic"),
+        ((CLASSIC, "--format=md", "a.bas"), "--format md gibt es nur mit --mode exact"),
+        ((CLASSIC, "--theme=dark", "a.bas"), "--theme gibt es nur mit --mode exact"),
+        (("-o", "a.htm", "a.bas", "a.htm"), "die Ausgabe a.htm würde a.htm überschreiben"),
         (("-o", "x.htm", "-d", "out", "a.bas"), "--output und --output-dir"),
         (("-d", "out", "a.bas", "-"), "die Standardeingabe (-) hat keinen Namen"),
         (("-d", "out", "a.bas", "sub/a.cls"), "a.bas und sub/a.cls ergäben beide out"),
@@ -73,18 +81,23 @@ def keywords_and_settings_come_from_files_that_are_never_written(box):
     box.put("no2.ini", b"[Keywords 1]\r\nHund\r\n")
     box.put("s.ini", SETTINGS)
     box.put("damaged.ini", b"[TINTLINE]\r\nColProz=1,2,\r\n")
-    plain = box.run("a.bas")
-    text = box.run("--keywords=k.ini", "a.bas")
+    plain = box.run(CLASSIC, "a.bas")
+    text = box.run(CLASSIC, "--keywords=k.ini", "a.bas")
     holds(text, b"<span class='Code'>Hund", b"<span class='Parms'>Katze", b"Dim ")
     missing = "no1.ini: Die Steuerdatei mit den Schlüsselworten wurde nicht gefunden!"
-    holds_not(box.run("--keywords=no1.ini", "--format=body", "a.bas", err=missing), b"Code")
-    text = box.run("--keywords=no2.ini", "--format=body", "a.bas", err="no2.ini: Nichts gefunden")
+    holds_not(box.run(CLASSIC, "--keywords=no1.ini", "--format=body", "a.bas",
+                      err=missing), b"Code")
+    text = box.run(CLASSIC, "--keywords=no2.ini", "--format=body", "a.bas",
+                   err="no2.ini: Nichts gefunden")
     holds(text, b"<span class='Code'>Hund", b"Katze")
-    holds(box.run("--settings=s.ini", "a.bas"), b"#123456")
-    equal(box.run("--settings=damaged.ini", "a.bas"), plain)
+    equal(box.run(CLASSIC, "--settings=damaged.ini", "a.bas"), plain)
+    text = box.run("--keywords=k.ini", "--settings=s.ini", "--style=inline", "a.bas")
+    holds(text, b">Hund</span>", b">Katze</span>")
+    for mode in ("--mode=exact", CLASSIC):
+        holds(box.run(mode, "--settings=s.ini", "a.bas"), b"#123456")
 
     command = box.copy_of_program()
-    equal(box.run("a.bas", command=command), plain)
+    equal(box.run(CLASSIC, "a.bas", command=command), plain)
     for name in ("vb.ini", "TINTLINE.ini"):  # one that cannot be read is no wrong usage
         folder = box.folder / "programm" / name
         folder.mkdir()
@@ -94,9 +107,10 @@ def keywords_and_settings_come_from_files_that_are_never_written(box):
     equal(len(before), 7)
     box.put("programm/vb.ini", box.get("k.ini"))
     box.put("programm/TINTLINE.ini", SETTINGS)
-    text = box.run("--format=clipboard", "a.bas", command=command)
+    text = box.run(CLASSIC, "--format=clipboard", "a.bas", command=command)
     holds(text, b"<div>\r\n", b"Code'>Hund", b"\r\n</div>")
-    holds(box.run("--keywords=no2.ini", "a.bas", command=command, err="Nichts"), b"#123456")
+    holds(box.run(CLASSIC, "--keywords=no2.ini", "a.bas", command=command, err="Nichts"),
+          b"#123456")
     equal((len(box.names()), box.get("programm/TINTLINE.ini")), (9, SETTINGS))
 
 
@@ -132,7 +146,7 @@ def failures_come_in_order_whatever_the_number_of_jobs(box):
     (box.folder / "30.bas").unlink()
     (box.folder / "30.bas").mkdir()
     for jobs in ("1", "2", "64"):
-        box.run("--jobs", jobs, "--lines=2", "-d", "out" + jobs, *names, "*.cls", code=1, err=[
+        box.run(CLASSIC, "--jobs", jobs, "--lines=2", "-d", "out" + jobs, *names, "*.cls", code=1, err=[
             "03.bas: mehr als 32767 Zeilen",
             "10.bas: --lines reicht über das Ende hinaus, letzte Zeile ist 1",
             "20.bas: Datei nicht gefunden", "30.bas: ist ein Ordner", "*.cls: Datei nicht gefunden"])
@@ -162,7 +176,7 @@ def an_interrupted_run_leaves_nothing_half_done(box):
     made = box.names("out")
     assert 0 < len(made) < len(names), len(made)
     equal({name[-4:] for name in made}, {".htm"})
-    equal({len(box.get("out/" + name)) for name in made}, {len(box.run("lang.bas"))})
+    equal({len(box.get("out/" + name)) for name in made}, {len(box.run("000.bas"))})
     with subprocess.Popen([*box.command, "-"], stdin=subprocess.PIPE,
                           stderr=subprocess.PIPE) as waiting:
         time.sleep(0.3)
@@ -183,6 +197,34 @@ def what_a_killed_run_left_is_removed(box):
     equal(box.names("out"), sorted(kept))
 
 
+@test
+def modules_of_a_folder_know_each_other(box):
+    """Links from page to page, also when there is no room to keep all modules in memory."""
+    box.put("a/Eins #1.bas", b'Attribute VB_Name = "Eins"\r\nPublic Sub Rufen()\r\nEnd Sub\r\n')
+    box.put("a/Zwei.bas", b"Sub Start()\r\n  Rufen\r\n  Fern\r\nEnd Sub\r\n")
+    box.put("b/Drei.bas", b"Public Sub Fern()\r\nEnd Sub\r\n")
+    for name in ("Groß1", "Groß2"):
+        box.put(f"a/{name}.bas", b"Sub X()\r\n  Call Rufen: y = 1 + 2\r\nEnd Sub\r\n" * 40_000)
+    names = ["a/Zwei.bas", "a/Eins #1.bas", "b/Drei.bas", "a/Groß1.bas", "a/Groß2.bas"]
+    link = b'<a href="Eins%20%231.htm#Rufen"'
+    for jobs in ("1", "3"):
+        box.run("--links=all", "--jobs", jobs, "-d", "out" + jobs, *names)
+        page = box.get(f"out{jobs}/Zwei.htm")
+        holds(page, link)
+        holds_not(page, b"#Fern")
+        equal([box.get(f"out{jobs}/{name}.htm").count(link) for name in ("Groß1", "Groß2")],
+              [40_000] * 2)
+    text = box.run("--links=all", "--titles=off", *names[:3])
+    holds(text, b'href="#Eins.Rufen"', b'href="#Drei.Fern"')
+    told = [json.loads(line) for line in box.run("--format=json", "--links=all", "-", *names[1:3],
+                                                 stdin=box.get(names[0])).splitlines()]
+    equal([(module["name"], module["links"]) for module in told],
+          [("stdin", [[2, 3, 5, "Eins", "Rufen"], [3, 3, 4, "Drei", "Fern"]]),
+           ("Eins", []), ("Drei", [])])
+    box.run("-o", "alle.htm", *names[:2], "no.bas", code=1, err="no.bas: Datei nicht gefunden")
+    holds(box.get("alle.htm"), b'id="Zwei.Start"', b'id="Eins.Rufen"')
+
+
 # ------------------------------------------------------------------------------- sources
 
 @test
@@ -191,31 +233,32 @@ def any_bytes_are_converted(box):
     box.put("empty.bas", b"")
     box.put("zeros.bas", b"\0" * 100000)
     box.put("quotes.bas", b"\"'()_" * 20000)
-    box.run("-d", "out", "all.bas", "empty.bas", "zeros.bas", "quotes.bas")
+    for mode in ("--mode=exact", CLASSIC):
+        box.run(mode, "-d", "out", "all.bas", "empty.bas", "zeros.bas", "quotes.bas")
     holds(box.get("out/empty.htm"), b"<pre>\r\n\r\n</pre>")
     box.put("a.bas", "x = \"Ω?€Ж😀\"".encode("utf-16"))
     told = 'a.bas: 3 Zeichen passen nicht in die Codepage und wurden zu "?"'
     for options in ((), ("--pasted",)):
-        holds(box.run(*options, "a.bas", err=told), b"??\x80??")
+        holds(box.run(CLASSIC, *options, "a.bas", err=told), b"??\x80??")
 
 
 @test
 def the_longest_source_is_32767_lines(box):
     box.put("a.bas", b"x\r\n" * 32766 + b"' ein Kommentar, lang\r\n")
-    equal(box.run("--format=lines", "--wrap=30", "a.bas").count(b"\n"), 32767)
-    box.run("--wrap=20", "-o", "out.htm", "a.bas", code=1,
+    equal(box.run(CLASSIC, "--format=lines", "--wrap=30", "a.bas").count(b"\n"), 32767)
+    box.run(CLASSIC, "--wrap=20", "-o", "out.htm", "a.bas", code=1,
             err="a.bas: mehr als 32767 Zeilen nach dem Umbruch")
     equal(box.names(), ["a.bas"])
     longer = box.get("a.bas") + b"x"
-    box.run("--pasted", "-", stdin=longer, code=1, err="mehr als 32767 Zeilen")
+    box.run(CLASSIC, "--pasted", "-", stdin=longer, code=1, err="mehr als 32767 Zeilen")
     box.run("--lines=99999999999999999999", "a.bas", code=1, err="letzte Zeile ist 32767")
 
 
 @test
 def the_standard_input_is_a_source(box):
     box.put("large.bas", MODULE * 3000)
-    box.run("-o", "out.htm", "-", stdin=MODULE * 3000)
-    equal(box.get("out.htm"), box.run("large.bas"))
+    box.run(CLASSIC, "-o", "out.htm", "-", stdin=MODULE * 3000)
+    equal(box.get("out.htm"), box.run(CLASSIC, "large.bas"))
     box.run("--lines=11", "-", stdin=MODULE, code=1, err="Standardeingabe: --lines reicht")
     box.posix_only()
     box.run("-", code=1, err="Standardeingabe: ", preexec_fn=lambda: os.close(0))
@@ -304,10 +347,10 @@ def messages_never_land_in_a_result(box):
     """A file that is opened must not get the place of a closed error stream."""
     box.posix_only()
     names = [box.put(f"{i}.bas", MODULE * 50) if i % 2 else f"no{i}.bas" for i in range(200)]
-    done = subprocess.run([*box.command, "--jobs=8", "-d", "out", *names], cwd=box.folder,
+    done = subprocess.run([*box.command, CLASSIC, "--jobs=8", "-d", "out", *names], cwd=box.folder,
                           timeout=TIMEOUT, preexec_fn=lambda: os.close(2))
     equal(done.returncode, 1)
-    equal({box.get("out/" + name) for name in box.names("out")}, {box.run("1.bas")})
+    equal({box.get("out/" + name) for name in box.names("out")}, {box.run(CLASSIC, "1.bas")})
 
 
 @test

@@ -117,7 +117,7 @@ def every_option_is_explained(program):
 
 
 def default_colours_are_those_of_the_program(program):
-    page = subprocess.run([program, EXAMPLES / "Kunde.cls"], check=True, capture_output=True,
+    page = subprocess.run([program, "--mode=classic", EXAMPLES / "Kunde.cls"], check=True, capture_output=True,
                           timeout=SECONDS).stdout.decode("cp1252")
     css = dict(re.findall(r"^\.(\w+) \{(.*?)\}", page, re.M | re.S))
     told = re.findall(r'^\| [\w ]+ \| (#\w+) \| (#\w+) \| <span class="(\w+)">',

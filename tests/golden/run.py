@@ -40,7 +40,8 @@ def check(command, expected, arguments):
     done = subprocess.run(command + arguments, cwd=expected.parent, timeout=TIMEOUT,
                           stdin=subprocess.DEVNULL, capture_output=True)
     told = done.stderr.decode("utf-8", "replace")
-    assert done.returncode == 0 and not told, f"exit code {done.returncode}, {told!r}"
+    right = done.returncode == 0 and (not told or "in die Codepage" in told)  # a warning of a case
+    assert right, f"exit code {done.returncode}, {told!r}"
     if expected.exists() and expected.read_bytes() == done.stdout:
         return
     new = NEW / expected.parent.name / expected.name

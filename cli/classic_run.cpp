@@ -1,0 +1,107 @@
+// A run in the classic mode. See classic_run.h.
+// Tested by tests/golden/run.py and tests/cli/run.py.
+#include "cli/classic_run.h"
+
+#include <optional>
+#include <utility>
+
+#include "cli/job.h"
+#include "convert/reformatting.h"
+#include "engine/line_highlighter.h"
+
+namespace tintline {
+namespace {
+
+// What all inputs are converted with.
+struct Classic {
+  const Options& options;
+  const ClipboardFrame& clipboard;
+  KeywordTable keywords;
+  DocumentFrame frame;
+};
+
+struct Converted {
+  ClassicResult result;
+  ProcedureNames ProzNamen;
+  std::size_t sourceLines;
+  std::size_t replaced;  // characters that do not fit the code page
+};
+
+ModuleSource readSource(std::string_view file, bool pasted) {
+  ModuleSource source = readClassic(file, pasted);
+  if (source.tooManyLines) throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen");
+  return source;
+}
+
+void reformat(LineList& List1, const Reformatting& pass) {
+  std::optional<LineList> lines = reformatted(List1, pass);
+  if (!lines)
+    throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen nach dem Umbruch");
+  List1 = std::move(*lines);
+}
+
+// The lines to be converted one by one; nothing when all of them are converted as a module.
+std::optional<std::vector<bool>> selectedLines(const Options& options, std::size_t count) {
+  if (options.lines.empty() && options.format != Format::Table) return {};
+  checkLines(options.lines, count);
+  std::vector<bool> selected(count, options.lines.empty());
+  for (const LineRange& range : options.lines)
+    for (std::size_t line = range.first; line <= range.last; ++line) selected[line - 1] = true;
+  return selected;
+}
+
+Converted convertSource(std::string file, const Classic& classic) {
+  const Options& options = classic.options;
+  ModuleSource source = readSource(file, options.pasted);
+  std::string().swap(file);  // its lines are kept: do not hold them twice
+  using enum Reformatting::Pass;
+  if (options.indent != 0) reformat(source.List1, {.pass = Formatieren, .unit = options.indent});
+  if (options.wrap != 0)
+    reformat(source.List1, {.pass = Umbruch, .unit = options.indent, .width = options.wrap});
+  Highlighter highlighter(classic.keywords);  // its own: no state reaches the next input
+  SilentObserver observer;
+  const std::size_t lines = source.List1.size();
+  return {.result = convertClassic(source.List1, source.ProzNamen, selectedLines(options, lines),
+                                   {.lineNumbers = options.lineNumbers, .blnPaste = options.pasted},
+                                   classic.frame, highlighter, observer),
+          .ProzNamen = std::move(source.ProzNamen),
+          .sourceLines = lines,
+          .replaced = source.replaced};
+}
+
+std::wstring replacedText(std::size_t replaced) {
+  if (replaced == 0) return {};
+  return std::to_wstring(replaced) +
+         (replaced == 1 ? L" Zeichen passt nicht in die Codepage und wurde"
+                        : L" Zeichen passen nicht in die Codepage und wurden") +
+         L" zu \"?\"";
+}
+
+Outcome convert(const Task& task, const Classic& classic, const Surroundings& surroundings) {
+  const Converted converted = convertSource(readInput(task, surroundings), classic);
+  writeTarget(task, surroundings, [&](std::ostream& datei) {
+    writeClassic(datei, classic.options.format, converted.result, converted.ProzNamen,
+                 classic.frame, classic.clipboard);
+  });
+  return {.failure = {},
+          .warning = replacedText(converted.replaced),
+          .sourceLines = converted.sourceLines};
+}
+
+}  // namespace
+
+void runClassic(const std::vector<Task>& tasks, const Options& options, const Settings& settings,
+                const Surroundings& surroundings, Report& report) {
+  const Classic classic{.options = options,
+                        .clipboard = settings.clipboard,
+                        .keywords = classicKeywords(settings),
+                        .frame = DocumentFrame(settings.colors, options.style)};
+  const std::size_t jobs = jobsOf(options, tasks.size());
+  const std::vector<std::size_t> order = workOrder(tasks, jobs);
+  inParallel(order.size(), jobs, [&](std::size_t place) {
+    const std::size_t index = order[place];
+    report.finished(index, outcomeOf([&] { return convert(tasks[index], classic, surroundings); }));
+  });
+}
+
+}  // namespace tintline

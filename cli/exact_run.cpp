@@ -1,0 +1,246 @@
+// A run in the exact mode. See exact_run.h.
+// Tested by tests/cli/run.py and tests/golden/run.py.
+#include "cli/exact_run.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "base/codepage.h"
+#include "cli/job.h"
+#include "convert/exact.h"
+
+namespace tintline {
+namespace {
+
+// What a module is called that comes from the standard input and does not tell its name itself.
+constexpr const char* kStandardName = "stdin";
+
+// Modules of a project are kept between its two passes while they need no more memory than this
+// times the size of all sources and some room beside it; the others are read once more.
+constexpr std::size_t kKeptPerSource = 2;
+constexpr std::size_t kKeptBeside = 8U << 20;
+
+std::size_t memoryOf(const vb::Module& module) {
+  return module.text.capacity() + module.tokens.capacity() * sizeof(vb::Token) +
+         module.declarations.capacity() * sizeof(vb::Declaration);
+}
+
+std::size_t hashOf(const vb::Module& module) {
+  return std::hash<std::u8string_view>()(module.text);
+}
+
+listing::Options listingOptions(const Options& options, const Settings& settings) {
+  listing::Options result;
+  result.links = options.links.value_or(result.links);
+  result.titles = options.titles.value_or(result.titles);
+  result.header = options.header.value_or(result.header);
+  result.theme = options.theme.value_or(result.theme);
+  result.lineNumbers = options.lineNumbers;
+  if (options.style == StyleMode::Inline) {
+    result.style = listing::Style::Inline;
+    if (!options.links) result.links = listing::Links::None;
+  }
+  for (const LineRange& range : options.lines)
+    result.lines.push_back({.first = static_cast<std::uint32_t>(range.first),
+                            .last = static_cast<std::uint32_t>(range.last)});
+  result.colors = exactColors(settings.colors);
+  return result;
+}
+
+// Links from one page to another.
+bool linksPages(Format format, const listing::Options& options) {
+  return options.links == listing::Links::All &&
+         (format == Format::Page || format == Format::Body || format == Format::Json);
+}
+
+// The file that names a module.
+std::filesystem::path sourceName(const Task& task) {
+  return task.input == kStandardStream ? std::filesystem::path(kStandardName)
+                                       : argumentPath(task.input).filename();
+}
+
+// A module of a project between its two passes.
+struct Member {
+  std::size_t task;
+  std::optional<vb::Module> module;      // unless it has to be read once more
+  std::optional<std::uint32_t> index{};  // in the project; none: it could not be read
+  std::size_t hash = 0;
+};
+
+class ExactRun {
+ public:
+  ExactRun(const std::vector<Task>& tasks, const Options& options, const Settings& settings,
+           const Surroundings& surroundings, Report& report)
+      : tasks_(tasks),
+        options_(options),
+        words_(exactKeywords(settings)),
+        listing_(listingOptions(options, settings)),
+        surroundings_(surroundings),
+        report_(report),
+        jobs_(jobsOf(options, tasks.size())) {}
+
+  void run() {
+    if (options_.outputDir.empty() && tasks_.size() > 1) return writeOneDocument();
+    if (!linksPages(options_.format, listing_)) return convertAlone();
+    for (const auto& [folder, members] : folders()) convertProject(members);
+  }
+
+ private:
+  vb::Module read(const Task& task) const {
+    vb::Module module = readExact(readInput(task, surroundings_), sourceName(task), words_);
+    checkLines(options_.lines, module.lines);
+    return module;
+  }
+
+  // Each input is a project of its own.
+  void convertAlone() {
+    const std::vector<std::size_t> order = workOrder(tasks_, jobs_);
+    inParallel(order.size(), jobs_, [&](std::size_t place) {
+      const Task& task = tasks_[order[place]];
+      report_.finished(order[place], outcomeOf([&] {
+                         const vb::Module module = read(task);
+                         ExactProject project(options_.format, listing_, listing::Place::OwnPages);
+                         project.add(module, {});
+                         project.close();
+                         return write(task, project, module, 0);
+                       }));
+    });
+  }
+
+  Outcome write(const Task& task, const ExactProject& project, const vb::Module& module,
+                std::uint32_t index) const {
+    writeTarget(task, surroundings_, [&](std::ostream& out) {
+      project.write(module, index, exactText(pathText(sourceName(task))), out);
+    });
+    return {.failure = {}, .warning = {}, .sourceLines = module.lines};
+  }
+
+  // The inputs of each folder, by its name.
+  std::map<std::filesystem::path, std::vector<Member>> folders() const {
+    std::map<std::filesystem::path, std::vector<Member>> result;
+    for (std::size_t i = 0; i < tasks_.size(); ++i) {
+      std::error_code none;
+      const std::filesystem::path file = argumentPath(tasks_[i].input);
+      const auto folder = std::filesystem::weakly_canonical(
+          file.parent_path().empty() ? std::filesystem::path(".") : file.parent_path(), none);
+      result[folder].push_back({.task = i, .module = {}});
+    }
+    return result;
+  }
+
+  // Reads all modules and makes them known to each other, in the order of the inputs.
+  void readAll(std::vector<Member>& members, ExactProject& project) const {
+    std::size_t room = kKeptBeside;
+    for (const Member& member : members) room += kKeptPerSource * tasks_[member.task].source.size;
+    std::mutex mutex;  // guards what follows, and the project
+    std::vector<bool> read(members.size());
+    std::size_t next = 0;  // all in front of it are in the project
+    inParallel(members.size(), std::min(jobs_, members.size()), [&](std::size_t i) {
+      const Outcome outcome = outcomeOf([&] {
+        members[i].module = this->read(tasks_[members[i].task]);
+        return Outcome();
+      });
+      if (!members[i].module) report_.finished(members[i].task, outcome);
+      const std::lock_guard lock(mutex);
+      read[i] = true;
+      for (; next < members.size() && read[next]; ++next) admit(members[next], project, room);
+    });
+    project.close();
+  }
+
+  void admit(Member& member, ExactProject& project, std::size_t& room) const {
+    if (!member.module) return;
+    const Task& task = tasks_[member.task];
+    member.index = project.add(*member.module, task.target.filename());
+    const std::size_t memory = memoryOf(*member.module);
+    const bool readable = !task.source.identity.empty();  // a second time
+    if (readable && memory > room) {
+      member.hash = hashOf(*member.module);
+      member.module.reset();
+    } else {
+      room -= std::min(memory, room);
+    }
+  }
+
+  // The module of a member that is in the project, which gives it away.
+  vb::Module take(Member& member) const {
+    if (member.module) {
+      vb::Module module = std::move(*member.module);
+      member.module.reset();
+      return module;
+    }
+    vb::Module module = read(tasks_[member.task]);
+    if (hashOf(module) != member.hash)
+      throw JobError(L"die Datei hat sich während der Umwandlung geändert");
+    return module;
+  }
+
+  void convertProject(std::vector<Member> members) {
+    ExactProject project(options_.format, listing_, listing::Place::OwnPages);
+    readAll(members, project);
+    inParallel(members.size(), std::min(jobs_, members.size()), [&](std::size_t i) {
+      Member& member = members[i];
+      if (!member.index) return;
+      report_.finished(member.task, outcomeOf([&] {
+                         return write(tasks_[member.task], project, take(member), *member.index);
+                       }));
+    });
+  }
+
+  void writeOneDocument() {
+    std::vector<Member> members;
+    for (std::size_t i = 0; i < tasks_.size(); ++i) members.push_back({.task = i, .module = {}});
+    ExactProject project(options_.format, listing_, listing::Place::OnePage);
+    readAll(members, project);
+    std::erase_if(members, [](const Member& member) { return !member.index; });
+    if (members.empty()) return;
+    const Task& first = tasks_[members.front().task];
+    std::vector<std::size_t> lines;
+    const Outcome outcome = outcomeOf([&] {
+      writeTarget(first, surroundings_, [&](std::ostream& out) {
+        const std::u8string title = documentTitle(first, members.size());
+        const auto document = project.makeDocument(title, out);
+        for (Member& member : members) {
+          const vb::Module module = take(member);
+          project.write(module, *member.index, *document);
+          lines.push_back(module.lines);
+        }
+        document->close();
+      });
+      return Outcome();
+    });
+    if (!outcome.failure.empty())
+      return surroundings_.tell(L"tintline: " + outcome.failure + L'\n');
+    for (std::size_t i = 0; i < members.size(); ++i)
+      report_.finished(members[i].task, {.failure = {}, .warning = {}, .sourceLines = lines[i]});
+  }
+
+  // That of the output, else of the first module.
+  static std::u8string documentTitle(const Task& first, std::size_t modules) {
+    if (!first.target.empty()) return exactText(pathText(first.target.stem()));
+    return exactText(pathText(sourceName(first)) + L" + " + std::to_wstring(modules - 1));
+  }
+
+  const std::vector<Task>& tasks_;
+  const Options& options_;
+  const vb::WordLists words_;
+  const listing::Options listing_;
+  const Surroundings& surroundings_;
+  Report& report_;
+  const std::size_t jobs_;
+};
+
+}  // namespace
+
+void runExact(const std::vector<Task>& tasks, const Options& options, const Settings& settings,
+              const Surroundings& surroundings, Report& report) {
+  ExactRun(tasks, options, settings, surroundings, report).run();
+}
+
+}  // namespace tintline

@@ -1,0 +1,142 @@
+// The exact conversion as a whole. See exact.h.
+// Tested by tests/cli/run.py and tests/golden.
+#include "convert/exact.h"
+
+#include <limits>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+#include "base/codepage.h"
+#include "base/ini.h"
+#include "base/text.h"
+#include "vb/text.h"
+
+namespace tintline {
+namespace {
+
+listing::Format listingFormat(Format format) {
+  switch (format) {
+    case Format::Body:
+      return listing::Format::Body;
+    case Format::Lines:
+      return listing::Format::Lines;
+    case Format::Rtf:
+      return listing::Format::Rtf;
+    case Format::Markdown:
+      return listing::Format::Markdown;
+    case Format::Json:
+      return listing::Format::Json;
+    default:
+      return listing::Format::Page;
+  }
+}
+
+std::u8string decoded(std::string_view bytes) {
+  const auto page = static_cast<vb::CodePage>(ansiCodePage());
+  return vb::decode(bytes, {}, vb::isKnown(page) ? page : vb::CodePage{1252}).text;
+}
+
+vb::ModuleKind kindOf(const std::filesystem::path& file) {
+  using enum vb::ModuleKind;
+  static constexpr std::pair<std::wstring_view, vb::ModuleKind> kKinds[] = {
+      {L".cls", Class},        {L".frm", Form},         {L".ctl", UserControl},
+      {L".pag", PropertyPage}, {L".dob", UserDocument}, {L".dsr", Designer}};
+  const std::string extension = toAnsi(pathText(file.extension()));
+  for (const auto& [known, kind] : kKinds)
+    if (equalsIgnoreCase(extension, toAnsi(known))) return kind;
+  return Standard;
+}
+
+// The name of a file as the address of a link from the folder that it is in.
+std::u8string addressOf(const std::filesystem::path& page) {
+  constexpr std::string_view kPlain = "-._~";
+  constexpr std::u8string_view kHex = u8"0123456789ABCDEF";
+  std::u8string address;
+  for (const char8_t byte : page.u8string()) {
+    const bool letter = (byte | 0x20) >= 'a' && (byte | 0x20) <= 'z';
+    if (letter || (byte >= '0' && byte <= '9') ||
+        kPlain.find(static_cast<char>(byte)) != kPlain.npos) {
+      address += byte;
+      continue;
+    }
+    address += u8'%';
+    address += kHex[byte >> 4];
+    address += kHex[byte & 15];
+  }
+  return address;
+}
+
+}  // namespace
+
+vb::WordLists exactWords(std::string_view iniFile) {
+  const std::u8string text = decoded(iniFile);
+  const std::string_view file(reinterpret_cast<const char*>(text.data()), text.size());
+  const auto section = [file](std::string_view name) {
+    const std::string entries = ini::sectionText(file, name, file.size());
+    return std::u8string(entries.begin(), entries.end());
+  };
+  return {section("Keywords 1"), section("Keywords 2")};
+}
+
+listing::UserColors exactColors(const ColorScheme& colors) {
+  ColorScheme defaults;
+  modColor::Farbesetzen(defaults);
+  const auto chosen = [&](std::size_t category) -> std::optional<listing::Color> {
+    const std::string& text = colors[category][kTextColor];
+    if (equalsIgnoreCase(text, defaults[category][kTextColor])) return {};
+    return listing::colorFromText(text);
+  };
+  return {.procedures = chosen(kProzeduren),
+          .reservedWords = chosen(kReservierteWorte),
+          .parameters = chosen(kParameter),
+          .comments = chosen(kKommentare),
+          .strings = chosen(kStrings)};
+}
+
+std::u8string exactText(std::wstring_view text) {
+  const std::string utf8 = toUtf8(text);
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
+vb::Module readExact(std::string_view bytes, const std::filesystem::path& file,
+                     const vb::WordLists& words) {
+  std::u8string text = decoded(bytes);
+  if (text.size() >= std::numeric_limits<std::uint32_t>::max())
+    throw std::length_error("exact: a module of 4 GiB");
+  return vb::readModule(std::move(text), exactText(pathText(file.stem())), kindOf(file), words);
+}
+
+ExactProject::ExactProject(Format format, const listing::Options& options, listing::Place place)
+    : format_(format), options_(options), targets_(options, place) {}
+
+std::uint32_t ExactProject::add(const vb::Module& module, const std::filesystem::path& page) {
+  if (needsReferences()) project_.add(module);
+  return targets_.add(module, addressOf(page));
+}
+
+std::unique_ptr<listing::Document> ExactProject::makeDocument(std::u8string_view title,
+                                                              std::ostream& out) const {
+  return listing::makeDocument(listingFormat(format_), out, options_, targets_, title);
+}
+
+void ExactProject::write(const vb::Module& module, std::uint32_t index,
+                         listing::Document& document) const {
+  std::vector<vb::Reference> references;
+  if (needsReferences()) references = project_.resolve(module, index);
+  document.add({.module = module, .references = references, .index = index});
+}
+
+void ExactProject::write(const vb::Module& module, std::uint32_t index, std::u8string_view title,
+                         std::ostream& out) const {
+  const auto document = makeDocument(title, out);
+  write(module, index, *document);
+  document->close();
+}
+
+bool ExactProject::needsReferences() const {
+  if (format_ == Format::Rtf || format_ == Format::Markdown) return false;
+  return options_.links != listing::Links::None || format_ == Format::Json;
+}
+
+}  // namespace tintline

@@ -1,0 +1,75 @@
+// The exact conversion as a whole: from the bytes of files to the documents of their modules.
+//
+//     ExactProject project(Format::Page, options, listing::Place::OwnPages);
+//     project.add(module, "Modul1.htm");
+//     project.close();
+//     project.write(module, 0, u8"Modul1.bas", file);
+//
+// Tested by tests/cli/run.py and tests/golden.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "convert/format.h"
+#include "engine/color_scheme.h"
+#include "listing/document.h"
+#include "listing/options.h"
+#include "listing/targets.h"
+#include "vb/module.h"
+#include "vb/project.h"
+#include "vb/word.h"
+
+namespace tintline {
+
+// The words that a user's vb.ini, given as its bytes, adds to those of the language.
+vb::WordLists exactWords(std::string_view iniFile);
+
+// The colours that are not those which the program begins with.
+listing::UserColors exactColors(const ColorScheme& colors);
+
+// A text as valid UTF-8 in the type of the exact conversion.
+std::u8string exactText(std::wstring_view text);
+
+// A module of a file, given as its bytes: decoded and read. Name and kind are those of the file's
+// name, where the text itself does not tell. Throws std::length_error when it is too large.
+vb::Module readExact(std::string_view bytes, const std::filesystem::path& file,
+                     const vb::WordLists& words);
+
+// Modules that are converted together.
+class ExactProject {
+ public:
+  // `format` is one that the exact mode has. The options must live as long as the project.
+  ExactProject(Format format, const listing::Options& options, listing::Place place);
+
+  // Adds what the module shows to the others and returns its index. `page` is the name of the
+  // file that will show it, empty when no link can lead there.
+  std::uint32_t add(const vb::Module& module, const std::filesystem::path& page);
+
+  // To be called once behind the last `add`. What follows may be called by several threads.
+  void close() { project_.close(); }
+
+  std::unique_ptr<listing::Document> makeDocument(std::u8string_view title,
+                                                  std::ostream& out) const;
+  void write(const vb::Module& module, std::uint32_t index, listing::Document& document) const;
+
+  // A document of that module alone.
+  void write(const vb::Module& module, std::uint32_t index, std::u8string_view title,
+             std::ostream& out) const;
+
+ private:
+  bool needsReferences() const;
+
+  Format format_;
+  const listing::Options& options_;
+  vb::Project project_;
+  listing::Targets targets_;
+};
+
+}  // namespace tintline
