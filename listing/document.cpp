@@ -1,4 +1,4 @@
-// See document.h. Tested by tests/unit/listing/document_test.cpp.
+// See document.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/document.h"
 
 #include "listing/html_document.h"

@@ -8,7 +8,8 @@
 //
 // All text is UTF-8 with LF as line end (RTF: ASCII).
 //
-// Tested by tests/unit/listing/document_test.cpp, listing_property_test.cpp and tests/browser.
+// Tested by tests/unit/listing/listing_test.cpp, listing_property_test.cpp and
+// tests/browser/exact.py.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// See html_code.h. Tested by tests/unit/listing/document_test.cpp.
+// See html_code.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/html_code.h"
 
 #include <algorithm>
@@ -161,7 +161,8 @@ void HtmlCode::writeLinked(const vb::Reference& reference, std::u8string_view te
 std::string_view HtmlCode::linkLook(const vb::Reference& reference) const {
   if (const auto look = markup_.look(source_.module.tokens[reference.token].kind); !look.empty())
     return look;
-  if (reference.declaration == vb::kNone) return markup_.typeLook();
+  if (reference.declaration == vb::kNone)
+    return targets_[reference.module].isClass() ? markup_.typeLook() : markup_.plainLook();
   const DeclarationKind kind = targets_[reference.module].kind(reference.declaration);
   if (isCallable(kind) || kind == DeclarationKind::Label) return markup_.plainLook();
   return isType(kind) ? markup_.typeLook() : markup_.valueLook();

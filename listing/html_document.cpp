@@ -1,4 +1,4 @@
-// See html_document.h. Tested by tests/unit/listing/document_test.cpp.
+// See html_document.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/html_document.h"
 
 #include "listing/html_module.h"
@@ -15,11 +15,13 @@ constexpr std::string_view kPolicy =
     "'unsafe-inline'; base-uri 'none'; form-action 'none'\">\n";
 
 // Browsers copy the end of the last line only when there is something behind it.
-constexpr std::string_view kCopiedEnd = "<div class=end></div>";
+constexpr std::string_view kCopiedEnd = "<div class=\"end\"></div>";
 
 constexpr std::string_view kPreStyle =
     "font-family:Consolas,'Cascadia Mono','DejaVu Sans Mono',Menlo,monospace;font-size:13px;"
-    "line-height:1.5;margin:0;white-space:pre-wrap";
+    "line-height:1.5;margin:0;white-space:pre-wrap;word-wrap:break-word;overflow-wrap:anywhere";
+
+constexpr std::string_view kBodyStyle = "margin:16px;font-family:system-ui,sans-serif";
 
 }  // namespace
 
@@ -66,27 +68,33 @@ void HtmlDocument::begin(const Source* first) {
       out_ << "<main>\n";
       return;
     }
-    out_ << "<div class=lay>\n";
+    out_ << "<div class=\"lay\">\n";
     writeIndex(first);
-    out_ << "<main id=" << kCodeId << " tabindex=-1 translate=no>";
+    out_ << "<main id=\"" << kCodeId << "\" tabindex=\"-1\" translate=\"no\">";
   } else if (format_ == Format::Body && !isInline()) {
-    out_ << "<div class=highlight id=" << kCodeId << " translate=no>";
+    out_ << "<div class=\"highlight\" id=\"" << kCodeId << "\" translate=\"no\">";
   }
 }
 
 void HtmlDocument::writeHead() {
-  out_ << "<!DOCTYPE html>\n<html lang=" << words_.tag << ">\n<head>\n<meta charset=utf-8>\n"
+  out_ << "<!DOCTYPE html>\n<html lang=\"" << words_.tag
+       << "\">\n<head>\n<meta charset=\"utf-8\">\n"
        << kPolicy
        << "<meta http-equiv=\"X-UA-Compatible\" content=\"IE=edge\">\n"
-          "<meta name=viewport content=\"width=device-width,initial-scale=1\">\n"
-          "<meta name=generator content=TINTLINE>\n<title>"
+          "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">\n"
+          "<meta name=\"generator\" content=\"TINTLINE\">\n<title>"
        << toHtml(title_) << "</title>\n";
   if (!isInline()) out_ << "<style>\n" << styleSheet(options_, several()) << "</style>\n";
-  out_ << "</head>\n<body>\n";
+  out_ << "</head>\n";
+  if (isInline())
+    out_ << "<body style=\"" << kBodyStyle << "\">\n";
+  else
+    out_ << "<body>\n";
 }
 
 void HtmlDocument::writePageHeader(const Source* first) {
-  if (!isInline()) out_ << "<a class=skip href=#" << kCodeId << ">" << words_.skipLink << "</a>\n";
+  if (!isInline())
+    out_ << "<a class=\"skip\" href=\"#" << kCodeId << "\">" << words_.skipLink << "</a>\n";
   const bool isOne = !several() && first != nullptr;
   out_ << "<header><h1>" << toHtml(isOne ? first->module.name : title_) << "</h1>";
   if (isOne) out_ << "<p>" << summaryOf(first->module, words_) << "</p>";

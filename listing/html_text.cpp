@@ -1,4 +1,4 @@
-// See html_text.h. Tested by tests/unit/listing/document_test.cpp.
+// See html_text.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/html_text.h"
 
 #include <algorithm>
@@ -11,22 +11,6 @@
 
 namespace tintline::listing {
 namespace {
-
-static_assert(std::endian::native == std::endian::little);
-
-// Sixteen bytes at a time: compilers make single instructions of it.
-using Block [[gnu::vector_size(16)]] = unsigned char;
-
-// Which of the bytes begin a character that may not stand as it is.
-std::size_t firstSpecial(const Block& block) {
-  const auto special = ((block < 0x20) & (block != '\t')) | (block == '&') |
-                       ((block & 0xFD) == '<') |  // and '>'
-                       (block == 0x7F) | (block == 0xC2) | (block == 0xE2) | (block >= 0xEF);
-  const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(special);
-  if (halves[0] != 0) return static_cast<std::size_t>(std::countr_zero(halves[0])) / 8;
-  if (halves[1] != 0) return static_cast<std::size_t>(std::countr_zero(halves[1])) / 8 + 8;
-  return sizeof block;
-}
 
 // HTML allows neither control characters, but for tab and line ends, nor noncharacters.
 bool isForbidden(char32_t c) {
@@ -52,6 +36,13 @@ std::u8string_view reference(char32_t c) {
       return {};
   }
 }
+
+// ASCII that means nothing in HTML.
+constexpr std::array<bool, 256> kPlain = [] {
+  std::array<bool, 256> plain{};
+  for (unsigned c = 0x20; c < 0x7F; ++c) plain[c] = c != '&' && c != '<' && c != '>' && c != '"';
+  return plain;
+}();
 
 // What is shown for a character that HTML does not allow.
 char32_t picture(char32_t c) {
@@ -87,6 +78,11 @@ void writeSpecial(Output& out, std::u8string_view character) {
 
 void appendHtml(std::u8string& html, std::u8string_view text) {
   while (!text.empty()) {
+    std::size_t plain = 0;
+    while (plain < text.size() && kPlain[text[plain]]) ++plain;
+    html += text.substr(0, plain);
+    text.remove_prefix(plain);
+    if (text.empty()) return;
     const std::u8string_view character = text.substr(0, sizeOfFirst(text));
     const char32_t c = codePointOf(character);
     if (const auto written = reference(c); !written.empty())
@@ -105,15 +101,16 @@ std::u8string toHtml(std::u8string_view text) {
   return html;
 }
 
-void writeHtml(Output& out, std::u8string_view text, const char8_t* end) {
+namespace detail {
+
+void writeLongHtml(Output& out, std::u8string_view text, const char8_t* end) {
   while (!text.empty()) {
-    char* const to = out.reserve();
     Block block{};
     if (end - text.data() >= static_cast<std::ptrdiff_t>(sizeof block))
       std::memcpy(&block, text.data(), sizeof block);
     else
       std::memcpy(&block, text.data(), std::min(text.size(), sizeof block));
-    std::memcpy(to, &block, sizeof block);
+    std::memcpy(out.reserve(), &block, sizeof block);
     const std::size_t special = firstSpecial(block);
     const std::size_t plain = std::min(special, text.size());
     out.advance(plain);
@@ -124,5 +121,7 @@ void writeHtml(Output& out, std::u8string_view text, const char8_t* end) {
     text.remove_prefix(size);
   }
 }
+
+}  // namespace detail
 
 }  // namespace tintline::listing

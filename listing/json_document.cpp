@@ -1,4 +1,4 @@
-// See json_document.h. Tested by tests/unit/listing/document_test.cpp.
+// See json_document.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/json_document.h"
 
 #include <array>
@@ -84,8 +84,9 @@ std::vector<std::u8string> allIds(const vb::Module& module, const ModuleTargets&
   for (std::uint32_t i = 0; i < module.declarations.size(); ++i) {
     if (!all[i].empty()) continue;
     const vb::Declaration& declaration = module.declarations[i];
-    std::u8string wanted = idText(vb::plainName(module.textOf(declaration.name)));
-    if (declaration.scope != vb::kNone) wanted.insert(0, all[declaration.scope] + u8".");
+    std::u8string wanted;
+    if (declaration.scope != vb::kNone) wanted = all[declaration.scope] + u8".";
+    appendIdText(wanted, vb::plainName(module.textOf(declaration.name)));
     all[i] = add(wanted);
   }
   return all;

@@ -11,7 +11,7 @@
 // Lines and columns count from 1, columns and lengths are in Unicode code points; in the length of
 // a token over several lines a line end counts as one.
 //
-// Tested by tests/unit/listing/document_test.cpp.
+// Tested by tests/unit/listing/listing_test.cpp.
 #pragma once
 
 #include "listing/document.h"

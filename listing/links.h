@@ -1,6 +1,6 @@
 // Which references become links.
 //
-// Tested by tests/unit/listing/document_test.cpp.
+// Tested by tests/unit/listing/listing_test.cpp.
 #pragma once
 
 #include <cstdint>

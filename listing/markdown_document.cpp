@@ -1,4 +1,4 @@
-// See markdown_document.h. Tested by tests/unit/listing/document_test.cpp.
+// See markdown_document.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/markdown_document.h"
 
 #include <algorithm>
@@ -79,9 +79,11 @@ void MarkdownDocument::writeIndex(const Source& source) {
     const auto& entries = targets_[source.index].group(static_cast<Group>(i));
     if (entries.empty()) continue;
     out_ << "\n## " << words_.groups[i] << "\n\n";
+    std::u8string head;
     for (const IndexEntry& entry : entries) {
+      headOf(head, source.module, source.module.declarations[entry.declaration]);
       out_ << "- ";
-      writeCodeSpan(out_, headOf(source.module, source.module.declarations[entry.declaration]));
+      writeCodeSpan(out_, head);
       out_ << " (" << words_.line << " " << lines[entry.declaration] << ")\n";
     }
   }

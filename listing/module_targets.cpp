@@ -1,4 +1,4 @@
-// See module_targets.h. Tested by tests/unit/listing/targets_test.cpp.
+// See module_targets.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/module_targets.h"
 
 #include <algorithm>
@@ -31,11 +31,19 @@ std::u8string_view accessorText(vb::Accessor accessor) {
   return kTexts[static_cast<std::size_t>(accessor)];
 }
 
+constexpr std::array<bool, 256> kWordCharacter = [] {
+  std::array<bool, 256> word{};
+  for (unsigned c = 0; c < 0x80; ++c)
+    word[c] =
+        c == '_' || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+  return word;
+}();
+
 // Blanks, controls and what else cannot be seen, and what no address may hold.
 bool canStandInId(char32_t c) {
   if (c < 0x80)
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           std::u8string_view(u8"_!$()*+,-./:;=?@").find(static_cast<char8_t>(c)) !=
+    return kWordCharacter[c] ||
+           std::u8string_view(u8"!$()*+,-./:;=?@").find(static_cast<char8_t>(c)) !=
                std::u8string_view::npos;
   const bool invisible = c <= 0xA0 || (c >= 0x2000 && c <= 0x200F) ||
                          (c >= 0x2028 && c <= 0x202F) || (c >= 0x205F && c <= 0x206F) ||
@@ -138,8 +146,9 @@ std::optional<Group> groupOf(const vb::Declaration& declaration, const EventSour
 
 // A text that orders labels as a German index does: umlauts as their vowels.
 std::u8string sortKey(std::u8string_view label) {
-  std::u8string key;
   const std::u8string text = vb::folded(label);
+  if (std::ranges::all_of(text, [](char8_t c) { return c < 0x80; })) return text;
+  std::u8string key;
   for (std::u8string_view rest = text; !rest.empty(); rest.remove_prefix(sizeOfFirst(rest))) {
     switch (const char32_t c = codePointOf(rest)) {
       case U'ä':
@@ -168,18 +177,22 @@ bool isProcedure(DeclarationKind kind) {
          kind == DeclarationKind::Property;
 }
 
-std::u8string idText(std::u8string_view name) {
-  std::u8string id;
+void appendIdText(std::u8string& id, std::u8string_view name) {
   name = name.substr(0, cutAt(name, kLongestName));
-  if (name.empty() || (name[0] >= '0' && name[0] <= '9')) id = u8"_";
-  for (; !name.empty(); name.remove_prefix(sizeOfFirst(name))) {
-    const char32_t c = codePointOf(name);
-    if (canStandInId(c))
-      id += name.substr(0, sizeOfFirst(name));
+  if (name.empty() || (name[0] >= '0' && name[0] <= '9')) id += u8'_';
+  while (!name.empty()) {
+    std::size_t plain = 0;
+    while (plain < name.size() && kWordCharacter[name[plain]]) ++plain;
+    id += name.substr(0, plain);
+    name.remove_prefix(plain);
+    if (name.empty()) return;
+    const std::size_t size = sizeOfFirst(name);
+    if (canStandInId(codePointOf(name)))
+      id += name.substr(0, size);
     else
       id += u8'_';
+    name.remove_prefix(size);
   }
-  return id;
 }
 
 std::u8string labelOf(const vb::Module& module, const vb::Declaration& declaration) {
@@ -190,8 +203,8 @@ std::u8string labelOf(const vb::Module& module, const vb::Declaration& declarati
   return label;
 }
 
-std::u8string headOf(const vb::Module& module, const vb::Declaration& declaration) {
-  std::u8string head;
+void headOf(std::u8string& head, const vb::Module& module, const vb::Declaration& declaration) {
+  head.clear();
   for (const vb::TokenRange range : {declaration.lead, declaration.head}) {
     bool blank = true;
     for (std::uint32_t i = range.begin; i < range.end; ++i) {
@@ -202,10 +215,12 @@ std::u8string headOf(const vb::Module& module, const vb::Declaration& declaratio
       const auto text = module.textOf(i);
       head += text.substr(0, cutAt(text, kLongestHead + 1));
       const std::size_t end = cutAt(head, kLongestHead);
-      if (end < head.size()) return head.substr(0, end) + u8"…";
+      if (end == head.size()) continue;
+      head.resize(end);
+      head += u8"…";
+      return;
     }
   }
-  return head;
 }
 
 std::array<std::vector<std::uint32_t>, kGroups> indexOf(const vb::Module& module) {
@@ -234,6 +249,7 @@ struct ModuleTargets::Builder {
   const vb::Module& module;
   const Options& options;
   UniqueIds ids;
+  std::u8string head;
 
   void build() {
     targets.targets_.resize(module.declarations.size());
@@ -257,8 +273,9 @@ struct ModuleTargets::Builder {
     (text += u8'#') += targets.prefix_;
     const std::size_t begin = text.size();
     if (declaration.scope != vb::kNone)
-      (text += std::u8string(targets.id(declaration.scope))) += u8'.';
-    text += idText(vb::plainName(module.textOf(declaration.name)));
+      text.append(text, targets.idBegin(declaration.scope), targets.id(declaration.scope).size()) +=
+          u8'.';
+    appendIdText(text, vb::plainName(module.textOf(declaration.name)));
     if (declaration.accessor != vb::Accessor::None)
       (text += u8'.') += accessorText(declaration.accessor);
     ids.add(text, begin);
@@ -267,7 +284,7 @@ struct ModuleTargets::Builder {
   }
 
   void appendTitle(const vb::Declaration& declaration) {
-    const std::u8string head = headOf(module, declaration);
+    headOf(head, module, declaration);
     if (head.empty()) return;
     targets.text_ += u8" title=\"";
     appendHtml(targets.text_, head);
@@ -299,8 +316,11 @@ struct ModuleTargets::Builder {
 
 ModuleTargets::ModuleTargets(const vb::Module& module, const Options& options, std::u8string prefix,
                              std::u8string page)
-    : prefix_(std::move(prefix)), page_(std::move(page)), name_(module.name) {
-  Builder{*this, module, options, {}}.build();
+    : prefix_(std::move(prefix)),
+      page_(std::move(page)),
+      name_(module.name),
+      isClass_(module.kind != vb::ModuleKind::Standard) {
+  Builder{*this, module, options, {}, {}}.build();
 }
 
 }  // namespace tintline::listing

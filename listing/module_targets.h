@@ -1,6 +1,6 @@
 // Where links can lead in one module, and what its index shows.
 //
-// Tested by tests/unit/listing/targets_test.cpp.
+// Tested by tests/unit/listing/listing_test.cpp.
 #pragma once
 
 #include <array>
@@ -42,8 +42,7 @@ class ModuleTargets {
 
   // The id without prefix; empty when nothing can lead there: parameters and locals.
   std::u8string_view id(std::uint32_t declaration) const {
-    const Target& target = targets_[declaration];
-    return view(target.begin + 1 + prefix_.size(), target.idSize);
+    return view(idBegin(declaration), targets_[declaration].idSize);
   }
   // The id in an HTML document.
   std::u8string_view htmlId(std::uint32_t declaration) const {
@@ -66,6 +65,7 @@ class ModuleTargets {
   }
   const std::u8string& page() const { return page_; }
   const std::u8string& name() const { return name_; }
+  bool isClass() const { return isClass_; }
 
   // The index: declarations that are shown, those of a group in the order of the alphabet.
   const std::vector<IndexEntry>& group(Group group) const {
@@ -86,6 +86,9 @@ class ModuleTargets {
   struct Builder;
   friend struct Builder;
 
+  std::size_t idBegin(std::uint32_t declaration) const {
+    return targets_[declaration].begin + 1 + prefix_.size();
+  }
   std::u8string_view view(std::size_t begin, std::size_t size) const {
     return std::u8string_view(text_).substr(begin, size);
   }
@@ -93,6 +96,7 @@ class ModuleTargets {
   std::u8string prefix_;
   std::u8string page_;
   std::u8string name_;
+  bool isClass_;  // or a form ...: a type
   std::u8string text_;
   std::vector<Target> targets_;  // by declaration
   std::vector<IndexEntry> groups_[kGroups];
@@ -109,10 +113,10 @@ std::u8string labelOf(const vb::Module& module, const vb::Declaration& declarati
 
 // The head of a declaration in one line, without comments, cut where it is very long:
 // "Public Sub Demo()".
-std::u8string headOf(const vb::Module& module, const vb::Declaration& declaration);
+void headOf(std::u8string& head, const vb::Module& module, const vb::Declaration& declaration);
 
-// The text of a name as (a part of) an id: of letters, digits and marks that mean nothing in
-// HTML and addresses. Any other character becomes "_".
-std::u8string idText(std::u8string_view name);
+// Appends the text of a name as (a part of) an id: of letters, digits and marks that mean nothing
+// in HTML and addresses. Any other character becomes "_".
+void appendIdText(std::u8string& id, std::u8string_view name);
 
 }  // namespace tintline::listing

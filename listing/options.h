@@ -38,8 +38,8 @@ struct Options {
   Style style = Style::Class;  // of page, body and lines
   Language language = Language::German;
   bool lineNumbers = false;
-  std::vector<LineRange> lines;  // which are shown, in any order; empty: all
-  UserColors colors;
+  std::vector<LineRange> lines = {};  // which are shown, in any order; empty: all
+  UserColors colors = {};
 };
 
 }  // namespace tintline::listing

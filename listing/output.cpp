@@ -1,4 +1,4 @@
-// See output.h. Tested by tests/unit/listing/document_test.cpp.
+// See output.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/output.h"
 
 namespace tintline::listing {

@@ -1,6 +1,6 @@
 // The colours of exact listings: the defaults, and what a user's five categories change.
 //
-// Tested by tests/unit/listing/palette_test.cpp.
+// Tested by tests/unit/listing/listing_test.cpp.
 #pragma once
 
 #include <array>
@@ -19,11 +19,11 @@ std::optional<Color> colorFromText(std::string_view text);
 // The colours that the user chose, where that is not what the program began with. They count on
 // light pages; on dark ones they are as bright as it takes to be read.
 struct UserColors {
-  std::optional<Color> procedures;     // names of procedures, types and labels
-  std::optional<Color> reservedWords;  // words of the language and of its library
-  std::optional<Color> parameters;     // words of the second list, named arguments
-  std::optional<Color> comments;
-  std::optional<Color> strings;  // strings and dates
+  std::optional<Color> procedures = {};     // names of procedures, types and labels
+  std::optional<Color> reservedWords = {};  // words of the language and of its library
+  std::optional<Color> parameters = {};     // words of the second list, named arguments
+  std::optional<Color> comments = {};
+  std::optional<Color> strings = {};  // strings and dates
 };
 
 // What has a colour of its own.

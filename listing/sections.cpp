@@ -1,4 +1,4 @@
-// See sections.h. Tested by tests/unit/listing/document_test.cpp.
+// See sections.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/sections.h"
 
 #include <algorithm>

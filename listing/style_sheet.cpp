@@ -1,4 +1,4 @@
-// See style_sheet.h. Tested by tests/browser/run.py.
+// See style_sheet.h. Tested by tests/browser/exact.py.
 //
 // Neither custom properties nor light-dark(): browser objects of old systems show these pages, too.
 #include "listing/style_sheet.h"
@@ -74,7 +74,7 @@ main h2,main p{-webkit-user-select:none;-ms-user-select:none;user-select:none}
 )";
 
 constexpr std::string_view kPrint =
-    R"(@media print{nav,.skip,summary{display:none}body{font-size:11pt}pre,code,main $H{font-size:9pt}main pre,main $H{padding-right:0}main $H{border-bottom:1px solid}code a{text-decoration:none}code{orphans:3;widows:3}}
+    R"(@media print{nav,.skip,summary{display:none}body{font-size:11pt}pre,code,main $H{font-size:9pt}main pre,main $H{padding-right:0}main $H{border-bottom:1px solid #d5d9e2}code a{text-decoration:none}code{orphans:3;widows:3}}
 @page{margin:15mm}
 )";
 

@@ -1,4 +1,4 @@
-// See targets.h. Tested by tests/unit/listing/targets_test.cpp.
+// See targets.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/targets.h"
 
 #include <deque>
@@ -20,7 +20,8 @@ struct Targets::State {
   // "Modul1." or, where that stands there already, "Modul1-2.": with no other point in it, so
   // that it cannot be taken for the beginning of a longer one.
   std::u8string newPrefix(std::u8string_view name) {
-    std::u8string wanted = idText(name);
+    std::u8string wanted;
+    appendIdText(wanted, name);
     for (char8_t& c : wanted)
       if (c == '.') c = '_';
     std::u8string prefix = wanted;

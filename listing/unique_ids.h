@@ -1,6 +1,6 @@
 // Ids of which no two are equal without regard to case.
 //
-// Tested by tests/unit/listing/targets_test.cpp.
+// Tested by tests/unit/listing/listing_test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// See words.h. Tested by tests/unit/listing/document_test.cpp.
+// See words.h. Tested by tests/unit/listing/listing_test.cpp.
 #include "listing/words.h"
 
 #include <algorithm>
