@@ -1,7 +1,6 @@
 // See project_tables.h. Tested by the cases in tests/golden/language/links.
 #include "vb/project_tables.h"
 
-#include <bit>
 #include <utility>
 
 #include "vb/token_cursor.h"
@@ -119,8 +118,11 @@ void ProjectTables::setType(const Module& module, const Declaration& declared, P
 // ----------------------------------------------------------------------------------- tables
 
 void ProjectTables::close() {
-  enterModules();
-  for (std::uint32_t i = 0; i < members_.size(); ++i) enterMember(i);
+  findTwins();
+  std::size_t count = 0;
+  forAll([&count](Key, std::uint32_t) { ++count; });
+  slots_ = std::vector<Slot>(count + count / 3 + 1);
+  forAll([this](Key key, std::uint32_t found) { enter(key, found); });
   for (std::uint32_t i = 0; i < members_.size(); ++i) {
     const Pending& pending = pending_[i];
     const std::uint32_t from = members_[i].module;
@@ -130,10 +132,10 @@ void ProjectTables::close() {
                                    : type(from, qualifier(from, pending.qualifier), pending.type));
   }
   pending_ = {};
-  members_.shrink_to_fit();
 }
 
-void ProjectTables::enterModules() {
+// Modules of one name are alone.
+void ProjectTables::findTwins() {
   std::vector<std::uint32_t> first(names_.size(), kNone);
   for (std::uint32_t i = 0; i < modules_.size(); ++i) {
     std::uint32_t& same = first[modules_[i].name];
@@ -142,44 +144,42 @@ void ProjectTables::enterModules() {
     else
       modules_[i].alone = modules_[same].alone = true;
   }
+}
+
+template <typename Enter>
+void ProjectTables::forAll(Enter enter) const {
   for (std::uint32_t i = 0; i < modules_.size(); ++i) {
     const ModuleEntry& module = modules_[i];
     if (module.alone) continue;
-    enter(Space::Modules, 0, module.name, i);
-    if (module.isObject) enter(Space::Objects, 0, module.name, i);
-    if (!module.standard) enter(Space::Classes, 0, module.name, i);
+    enter(keyOf(Space::Modules, 0, module.name), i);
+    if (module.isObject) enter(keyOf(Space::Objects, 0, module.name), i);
+    if (!module.standard) enter(keyOf(Space::Classes, 0, module.name), i);
   }
+  for (std::uint32_t i = 0; i < members_.size(); ++i) forMember(i, enter);
 }
 
-void ProjectTables::enterMember(std::uint32_t index) {
+template <typename Enter>
+void ProjectTables::forMember(std::uint32_t index, Enter enter) const {
   const Member& member = members_[index];
   const Pending& pending = pending_[index];
-  const bool isType = member.kind == DeclarationKind::Type || member.kind == DeclarationKind::Enum;
-  const bool ofEnum =
-      member.kind == DeclarationKind::Enum || member.kind == DeclarationKind::EnumMember;
-  if (pending.owner != kNone) enter(Space::Parts, pending.owner, pending.name, index);
-  if (member.kind == DeclarationKind::Field) return;
-  if (member.kind == DeclarationKind::Event)
-    return enter(Space::Events, member.module, pending.name, index);
-  const bool inExpressions = member.kind != DeclarationKind::Type;
-  if (inExpressions) enter(Space::Members, member.module, pending.name, index);
-  if (isType) enter(Space::Types, member.module, pending.name, index);
-  if (!pending.isPublic || modules_[member.module].alone) return;
-  if (inExpressions && (ofEnum || modules_[member.module].standard))
-    enter(Space::SharedMembers, 0, pending.name, index);
-  if (isType) enter(Space::SharedTypes, 0, pending.name, index);
+  const ModuleEntry& module = modules_[member.module];
+  const auto in = [&](Space space, std::uint32_t owner) {
+    enter(keyOf(space, owner, pending.name), index);
+  };
+  const DeclarationKind kind = member.kind;
+  const bool ofEnum = kind == DeclarationKind::Enum || kind == DeclarationKind::EnumMember;
+  const bool isType = kind == DeclarationKind::Type || kind == DeclarationKind::Enum;
+  if (pending.owner != kNone) in(Space::Parts, pending.owner);
+  if (kind == DeclarationKind::Field) return;
+  if (kind == DeclarationKind::Event) return in(Space::Events, member.module);
+  if (kind != DeclarationKind::Type) in(Space::Members, member.module);
+  if (isType) in(Space::Types, member.module);
+  if (!pending.isPublic || module.alone) return;
+  if (kind != DeclarationKind::Type && (ofEnum || module.standard)) in(Space::SharedMembers, 0);
+  if (isType) in(Space::SharedTypes, 0);
 }
 
-void ProjectTables::enter(Space space, std::uint32_t owner, std::uint32_t name,
-                          std::uint32_t found) {
-  if (++entered_ * 2 > slots_.size()) {
-    std::vector<Slot> old(slots_.empty() ? 64 : slots_.size() * 2);
-    old.swap(slots_);
-    for (const Slot& slot : old)
-      if (slot.found != kNone) slots_[slotOf(slot.key)] = slot;
-  }
-  const std::uint64_t key =
-      static_cast<std::uint64_t>(space) << 60 | static_cast<std::uint64_t>(owner) << 32 | name;
+void ProjectTables::enter(Key key, std::uint32_t found) {
   Slot& slot = slots_[slotOf(key)];
   if (slot.found == kNone)
     slot = {key, found};
@@ -207,10 +207,13 @@ bool ProjectTables::joins(std::uint32_t first, std::uint32_t other) {
          pending_[first].branch != pending_[other].branch;
 }
 
-std::size_t ProjectTables::slotOf(std::uint64_t key) const {
-  const std::uint64_t hash = (key ^ key >> 29) * 0x9E3779B97F4A7C15;
-  std::size_t at = hash >> (64 - std::countr_zero(slots_.size()));
-  while (slots_[at].found != kNone && slots_[at].key != key) at = (at + 1) & (slots_.size() - 1);
+std::size_t ProjectTables::slotOf(Key key) const {
+  std::uint64_t hash =
+      (static_cast<std::uint64_t>(key.space) << 32 | key.name) * 0x9E3779B97F4A7C15;
+  hash = (hash ^ hash >> 32) * 0xD6E8FEB86659FD93;
+  std::size_t at = (hash >> 32) * slots_.size() >> 32;  // evenly below size()
+  while (slots_[at].found != kNone && slots_[at].key != key)
+    at = at + 1 == slots_.size() ? 0 : at + 1;
   return at;
 }
 
@@ -219,9 +222,7 @@ std::size_t ProjectTables::slotOf(std::uint64_t key) const {
 // A member or module, kAmbiguous, or kNone.
 std::uint32_t ProjectTables::find(Space space, std::uint32_t owner, std::uint32_t name) const {
   if (name == NameTable::kUnknown || slots_.empty()) return kNone;
-  const std::uint64_t key =
-      static_cast<std::uint64_t>(space) << 60 | static_cast<std::uint64_t>(owner) << 32 | name;
-  return slots_[slotOf(key)].found;
+  return slots_[slotOf(keyOf(space, owner, name))].found;
 }
 
 Meaning ProjectTables::bareName(std::uint32_t module, std::uint32_t name) const {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -98,8 +99,12 @@ class ProjectTables {
     SharedMembers,  // of modules, for expressions of all others
     SharedTypes
   };
+  struct Key {
+    std::uint32_t space, name;  // the space with its owner
+    bool operator==(const Key&) const = default;
+  };
   struct Slot {
-    std::uint64_t key = ~std::uint64_t{0};
+    Key key{};
     std::uint32_t found = kNone;  // member or module
   };
   // What is known of a member until the tables are closed.
@@ -116,11 +121,18 @@ class ProjectTables {
   std::uint32_t intern(std::u8string_view name);
   void addMember(const Module& module, std::uint32_t declaration, std::uint32_t& owner);
   void setType(const Module& module, const Declaration& declared, Pending& pending);
-  void enterModules();
-  void enterMember(std::uint32_t index);
-  void enter(Space space, std::uint32_t owner, std::uint32_t name, std::uint32_t found);
+  void findTwins();
+  // Calls enter(key, found) for all that can be looked up.
+  template <typename Enter>
+  void forAll(Enter enter) const;
+  template <typename Enter>
+  void forMember(std::uint32_t index, Enter enter) const;
+  void enter(Key key, std::uint32_t found);
   bool joins(std::uint32_t first, std::uint32_t other);
-  std::size_t slotOf(std::uint64_t key) const;
+  static Key keyOf(Space space, std::uint32_t owner, std::uint32_t name) {
+    return {static_cast<std::uint32_t>(space) << 28 | owner, name};
+  }
+  std::size_t slotOf(Key key) const;
   std::uint32_t find(Space space, std::uint32_t owner, std::uint32_t name) const;
   Meaning itself(std::uint32_t module, std::uint32_t name) const;
   static Meaning meaning(Meaning::Kind kind, std::uint32_t found) {
@@ -131,10 +143,9 @@ class ProjectTables {
   NameTable names_;
   std::uint32_t name_ = kNone;  // of the project, kNone where it is unknown
   std::vector<ModuleEntry> modules_;
-  std::vector<Member> members_;
-  std::vector<Pending> pending_;  // as many
-  std::vector<Slot> slots_;       // a power of two, at most half of them taken
-  std::size_t entered_ = 0;
+  std::deque<Member> members_;
+  std::deque<Pending> pending_;  // as many
+  std::vector<Slot> slots_;      // at most three quarters are taken
 };
 
 }  // namespace tintline::vb

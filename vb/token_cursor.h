@@ -88,8 +88,17 @@ class TokenCursor {
     skipGaps();
   }
 
+  // To the end of the statement: most tokens of a module are passed here, none of which ends a
+  // line but continuations.
   void skipStatement() {
-    while (!atStatementEnd()) advance();
+    for (; !atStatementEnd(); ++at_) {
+      if (kind() == TokenKind::Continuation) {
+        ++line_;
+      } else if (kind() != TokenKind::Blank) {
+        behindLast_ = at_ + 1;
+        lastLine_ = line_;
+      }
+    }
   }
 
   void advanceInLine() {
@@ -102,6 +111,11 @@ class TokenCursor {
   }
 
  private:
+  static bool holdsLineEnd(std::u8string_view text) {
+    return std::memchr(text.data(), '\n', text.size()) != nullptr ||
+           std::memchr(text.data(), '\r', text.size()) != nullptr;
+  }
+
   void skipGaps() {
     for (; isGap(kind()); ++at_) countLine();
   }
@@ -109,7 +123,7 @@ class TokenCursor {
   void countLine() {
     if (kind() == TokenKind::LineEnd || kind() == TokenKind::Continuation)
       ++line_;
-    else if (kind() == TokenKind::Comment)
+    else if (kind() == TokenKind::Comment && holdsLineEnd(textHere()))
       line_ += lineEndsIn(textHere());
   }
 
