@@ -183,8 +183,8 @@ constexpr OptionRow kOptions[] = {
      storeStyle},
     {"links", 0, L"ZIELE", L"none, procs, module oder all",
      L"nur genau: worauf Namen verweisen: none nichts,\n"
-     L"procs Prozeduren, module alles im Modul (Vorgabe\n"
-     L"außer bei inline), all auch andere Module des Ordners",
+     L"procs Prozeduren, module alles im Modul (Vorgabe,\n"
+     L"außer bei inline), all auch andere des Ordners",
      storeLinks},
     {"titles", 0, L"on|off", L"on oder off",
      L"nur genau: Verweise zeigen den Kopf ihres Ziels\n"
