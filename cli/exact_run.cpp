@@ -23,7 +23,7 @@ constexpr const char* kStandardName = "stdin";
 
 // Modules of a project are kept between its two passes while they need no more memory than this
 // times the size of all sources and some room beside it; the others are read once more.
-constexpr std::size_t kKeptPerSource = 2;
+constexpr double kKeptPerSource = 2.5;
 constexpr std::size_t kKeptBeside = 8U << 20;
 
 std::size_t memoryOf(const vb::Module& module) {
@@ -137,7 +137,9 @@ class ExactRun {
   // Reads all modules and makes them known to each other, in the order of the inputs.
   void readAll(std::vector<Member>& members, ExactProject& project) const {
     std::size_t room = kKeptBeside;
-    for (const Member& member : members) room += kKeptPerSource * tasks_[member.task].source.size;
+    for (const Member& member : members)
+      room += static_cast<std::size_t>(kKeptPerSource *
+                                       static_cast<double>(tasks_[member.task].source.size));
     std::mutex mutex;  // guards what follows, and the project
     std::vector<bool> read(members.size());
     std::size_t next = 0;  // all in front of it are in the project
