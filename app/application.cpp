@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "app/HTMLHelp.h"
-#include "app/settings/modIniSave.h"
+#include "settings/modIniSave.h"
 
 namespace tintline {
 

@@ -5,11 +5,11 @@
 #include <filesystem>
 #include <system_error>
 
-#include "app/settings/modIniSave.h"
 #include "base/codepage.h"
 #include "base/file.h"
 #include "base/resources.h"
 #include "convert/exact.h"
+#include "settings/modIniSave.h"
 
 namespace tintline {
 namespace {

@@ -4,8 +4,8 @@
 #include <cassert>
 #include <cstdint>
 
-#include "app/settings/modIniSave.h"
 #include "base/file.h"
+#include "settings/modIniSave.h"
 #include "tests/support/temp_folder.h"
 
 using namespace tintline;

@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "app/HTMLHelp.h"
-#include "app/settings/modIniSave.h"
 #include "base/codepage.h"
 #include "base/text.h"
+#include "settings/modIniSave.h"
 
 namespace tintline {
 namespace {

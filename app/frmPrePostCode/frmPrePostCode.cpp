@@ -4,8 +4,8 @@
 #include <string_view>
 #include <utility>
 
-#include "app/settings/modIniSave.h"
 #include "base/codepage.h"
+#include "settings/modIniSave.h"
 
 namespace tintline {
 namespace {

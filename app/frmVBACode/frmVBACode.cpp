@@ -8,8 +8,8 @@
 
 #include "app/HTMLHelp.h"
 #include "app/application.h"
-#include "app/settings/modIniSave.h"
 #include "base/codepage.h"
+#include "settings/modIniSave.h"
 
 namespace tintline {
 namespace {

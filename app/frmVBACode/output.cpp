@@ -8,12 +8,12 @@
 
 #include "app/application.h"
 #include "app/frmVBACode/frmVBACode.h"
-#include "app/settings/modIniSave.h"
 #include "base/codepage.h"
 #include "base/file.h"
 #include "output/clipboard_text.h"
 #include "output/export_name.h"
 #include "output/html_document.h"
+#include "settings/modIniSave.h"
 
 namespace tintline {
 namespace {

@@ -7,9 +7,9 @@
 
 #include "app/application.h"
 #include "app/frmVBACode/frmVBACode.h"
-#include "app/settings/modIniSave.h"
 #include "base/file.h"
 #include "base/resources.h"
+#include "settings/modIniSave.h"
 
 namespace tintline {
 namespace {

@@ -1,6 +1,6 @@
 // Opening, pasting, converting, reformatting, handing out: what the main window does with files and
 // texts. What the user sees by it is in tests/app/expected.
-#include "app/settings/modIniSave.h"
+#include "settings/modIniSave.h"
 #include "tests/app/program_fixture.h"
 
 namespace tintline::test {

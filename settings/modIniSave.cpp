@@ -1,5 +1,5 @@
 // See modIniSave.h. Tested by tests/unit/app/dialogs_test.cpp.
-#include "app/settings/modIniSave.h"
+#include "settings/modIniSave.h"
 
 #include <fstream>
 #include <optional>
