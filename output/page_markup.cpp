@@ -43,9 +43,6 @@ void readDeclaration(std::string_view property, std::string_view value, Looks& l
     looks.background = readColor(value);
   } else if (equalsIgnoreCase(property, "border")) {
     looks.border = readColor(value.substr(value.rfind(' ') + 1));
-  } else if (equalsIgnoreCase(property, "font")) {
-    looks.bold = containsIgnoreCase(value, "bold");
-    looks.italic = containsIgnoreCase(value, "italic");
   }
 }
 

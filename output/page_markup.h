@@ -22,13 +22,10 @@ struct Looks {
   std::optional<Color> color;
   std::optional<Color> background;  // nothing when inherited
   std::optional<Color> border;
-  bool bold = false;
-  bool italic = false;
 };
 
 // The looks of declarations like " color: #0000FF; font: italic bold;". What is
-// not understood is passed over. "font" is taken by its words: without a size
-// it is no valid declaration, but bold and italic is what is meant.
+// not understood is passed over, as browsers pass over a "font" without a size.
 Looks readDeclarations(std::string_view declarations);
 
 struct Tag {

@@ -264,8 +264,6 @@ void Layout::open(Element element, const Tag& tag) {
   }
   if (own.color) looks_.color = own.color;
   if (own.background) looks_.background = own.background;
-  looks_.bold = looks_.bold || own.bold;
-  looks_.italic = looks_.italic || own.italic;
 }
 
 // Closes the innermost element of that kind with all it holds. A block is not closed by the

@@ -25,8 +25,6 @@ struct TextLooks {
   std::optional<Color> color;         // nothing: the window's text colour
   std::optional<Color> background;    // nothing: the window's
   std::optional<std::uint32_t> link;  // index in RenderedPage::targets
-  bool bold = false;
-  bool italic = false;
 
   bool operator==(const TextLooks&) const = default;
 };

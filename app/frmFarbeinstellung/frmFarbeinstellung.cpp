@@ -16,6 +16,7 @@ namespace {
 // A piece of code for each category, in their order.
 constexpr std::array<const wchar_t*, kColorCategories> kSamples = {
     L"Public Sub Beispiel()", L"If … Then … Else", L"vbCrLf", L"' Ein Kommentar", L"(\"Text\")"};
+constexpr const wchar_t* kPlainInStrings = L"Text";  // quotes and parentheses alone are coloured
 
 // The field that holds the same colour as a number.
 ColorField numberField(ColorField field) { return field == kTextColor ? kTextNumber : kBackNumber; }
@@ -191,7 +192,7 @@ void frmFarbeinstellung::showSample(SampleLabel& label, std::size_t ofCategory) 
   label.ForeColor = color(ofCategory, kTextColor);
   label.BackColor = color(ofCategory, kBackColor);
   label.Transparent = modColor::isTransparent(edited_, ofCategory);
-  label.BoldItalic = ofCategory == kProzeduren;
+  label.Plain = ofCategory == kStrings ? kPlainInStrings : L"";
 }
 
 }  // namespace tintline

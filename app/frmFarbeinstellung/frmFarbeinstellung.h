@@ -23,13 +23,13 @@
 
 namespace tintline {
 
-// A piece of sample code in the colours of its category.
+// A piece of sample code in the colours of its category, as a page shows it.
 class SampleLabel final : public Label {
  public:
   Property<std::uint32_t> ForeColor{*this, 0};  // 0x00BBGGRR
   Property<std::uint32_t> BackColor{*this, 0xFFFFFF};
   Property<bool> Transparent{*this, false};  // no background of its own
-  Property<bool> BoldItalic{*this, false};
+  Property<std::wstring> Plain{*this, {}};   // the part of the caption that stays without them
 };
 
 class frmFarbeinstellung final : public Form {

@@ -18,31 +18,47 @@ class SampleWidget final : public Widget {
       : Widget(host, model, id, {WC_STATICW, SS_OWNERDRAW}), model_(model) {}
 
   void setFont(HFONT, unsigned dpi) override {
-    plain_ = listFont(dpi);
-    bold_ = listFont(dpi, {.bold = true, .italic = true});
+    font_ = listFont(dpi);
     margin_ = scaled(6, dpi);
-    Widget::setFont(plain_.get(), dpi);
+    Widget::setFont(font_.get(), dpi);
   }
 
   void draw(const DRAWITEMSTRUCT& item) override {
-    const Selected font(item.hDC, model_.BoldItalic ? bold_.get() : plain_.get());
-    SetTextColor(item.hDC, model_.ForeColor);
-    SetBkColor(item.hDC, model_.Transparent ? GetSysColor(COLOR_WINDOW) : model_.BackColor());
+    const Selected font(item.hDC, font_.get());
+    SetBkColor(item.hDC, kPage);
     ExtTextOutW(item.hDC, 0, 0, ETO_OPAQUE, &item.rcItem, L"", 0, nullptr);
+    const std::wstring_view text = model_.Caption(), plain = model_.Plain();
+    const std::size_t from = plain.empty() ? text.size() : text.find(plain);
     RECT area = item.rcItem;
     area.left += margin_;
-    DrawTextW(item.hDC, model_.Caption().c_str(), -1, &area,
-              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    drawPiece(item.hDC, area, text.substr(0, from), true);
+    drawPiece(item.hDC, area, plain, false);
+    drawPiece(item.hDC, area, text.substr(from + plain.size()), true);
   }
 
  private:
+  static constexpr COLORREF kPage = RGB(255, 255, 255), kPageText = RGB(0, 0, 0);
+
+  // Takes the room of the piece from the area.
+  void drawPiece(HDC dc, RECT& area, std::wstring_view text, bool colored) const {
+    SetTextColor(dc, colored ? model_.ForeColor() : kPageText);
+    SetBkColor(dc, colored && !model_.Transparent ? model_.BackColor() : kPage);
+    SIZE size{};
+    const auto length = static_cast<int>(text.size());
+    GetTextExtentPoint32W(dc, text.data(), length, &size);
+    const int top = static_cast<int>(area.top + area.bottom - size.cy) / 2;
+    ExtTextOutW(dc, area.left, top, ETO_CLIPPED, &area, text.data(), static_cast<UINT>(length),
+                nullptr);
+    area.left += size.cx;
+  }
+
   void show() override {
     showText(model_.Caption);
     InvalidateRect(hwnd(), nullptr, FALSE);  // the colours may be others
   }
 
   SampleLabel& model_;
-  UniqueFont plain_, bold_;
+  UniqueFont font_;
   int margin_ = 0;
 };
 

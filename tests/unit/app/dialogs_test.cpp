@@ -249,11 +249,11 @@ TEST_F(ColorDialog, ShowsTheChosenCategoryAndKeepsWhatIsSaved) {
     EXPECT_EQ(form.txtHintergrund.Text(), L"#DFDFDF");
     EXPECT_EQ(form.lblMuster.ForeColor(), 0x800000u);
     EXPECT_EQ(form.lblMuster.BackColor(), 0xDFDFDFu);
-    EXPECT_TRUE(form.lblMuster.BoldItalic && !form.lblMuster.Transparent);
+    EXPECT_FALSE(form.lblMuster.Transparent);
     choose(kParameter);
     EXPECT_EQ(form.txtFarbe.Text(), L"#008080");
     EXPECT_TRUE(form.chkTransparent.Value && form.lblMuster.Transparent);
-    EXPECT_FALSE(form.lblMuster.BoldItalic);
+    EXPECT_EQ(form.lblMuster.Plain() + form.lblMusterSchema[kStrings].Plain(), L"Text");
     EXPECT_EQ(form.lblMusterSchema[kKommentare].ForeColor(), 0x008000u);
     choose(kReservierteWorte);
     form.chkTransparent.Value = true;

@@ -29,7 +29,6 @@ std::string described(const RenderedPage& page) {
     if (!plain) result << L"[";
     if (looks.color) result << L"c" << std::hex << *looks.color;
     if (looks.background) result << L"g" << std::hex << *looks.background;
-    result << (looks.bold ? L"b" : L"") << (looks.italic ? L"i" : L"");
     if (looks.link) result << L">" << page.targets[*looks.link];
     if (!plain) result << L"|";
     const std::wstring text = page.text.substr(run.start, run.length);
@@ -46,12 +45,12 @@ TEST(RenderedPage, ShowsMarkupAsABrowserDoes) {
        "#FFFFFF;\r\n}\r\n.Sub {\r\n color: #000080;\r\n font: italic bold;\r\n background-color: "
        "inherit;\r\n}\r\n-->\r\n</style></head><body>"
        "<span class='Code'>If</span> <span class=' sub'>S</span><span class='X'>x</span>",
-       "[cffgffffff|If] [c80bi|S]x"},
+       "[cffgffffff|If] [c80|S]x"},
       {"<span style=\" color:#008000; background: #00FF00; font: italic bold;\">' x</span>",
-       "[c8000gff00bi|' x]"},
-      {"<span style='color:#000001;background:#000002;font:bold'>a<span style='COLOR:#000003;font: "
-       "italic'>b</span>c</span>d",
-       "[c1g2b|a][c3g2bi|b][c1g2b|c]d"},
+       "[c8000gff00|' x]"},
+      {"<span style='color:#000001;background:#000002;font:bold'>a<span style='COLOR:#000003'>"
+       "b</span>c</span>d",
+       "[c1g2|a][c3g2|b][c1g2|c]d"},
       {"<span style='color:#000001'>a</span><span style='color:#000001'>b</span>", "[c1|ab]"},
       {"<span style='color: red; background: #12; border: 0; font; :; ;#000001'>a</span>", "a"},
       {"<i style='color:#1'><span style='color: #00001G; color: #+00010'>a</span>", "a"},
@@ -149,8 +148,7 @@ TEST(RichText, WritesCharactersLooksAndPieces) {
       {"a\\b{c}\xE4\x80&#xABCD;", "a\\\\b\\{c\\}\\u228?\\u8364?\\u-21555?"},
       {"<pre>a\tb\nc</pre>", "a\\tab b\\par\r\nc"},
       {"<span style='color:#000001'>1</span>2", "{\\cf1 1}2"},
-      {"<a href=x style='color:#0000FF; background:#FFFFFF; font: bold italic'>x</a>",
-       "{\\cf1\\highlight2\\b\\i\\ul x}"},
+      {"<a href=x style='color:#0000FF; background:#FFFFFF'>x</a>", "{\\cf1\\highlight2\\ul x}"},
       {"<span style='color:#000001'>a</span><span "
        "style='color:#000002;background:#000001'>b</span>",
        "{\\cf1 a}{\\cf2\\highlight1 b}"},
@@ -160,13 +158,14 @@ TEST(RichText, WritesCharactersLooksAndPieces) {
                 .find("{\\colortbl;\\red1\\green2\\blue3;\\red255\\green128\\blue0;}"),
             std::string::npos);
 
-  const RenderedPage page = renderPage("<pre>abcd\n\ne<span style='font:bold'>f</span>g\nh</pre>");
+  const RenderedPage page =
+      renderPage("<pre>abcd\n\ne<span style='color:#000001'>f</span>g\nh</pre>");
   const std::size_t ends[][3] = {{0, 4, 4}, {0, 3, 4},  {0, 5, 5},   {0, 9, 9},   {4, 1, 5},
                                  {5, 1, 9}, {9, 1, 11}, {0, 11, 11}, {11, 5, 11}, {0, 10, 9}};
   for (const auto& [from, characters, end] : ends)
     EXPECT_EQ(pieceEnd(page, from, characters), end) << from << " " << characters;
-  EXPECT_EQ(body(richText(page, 5, 9)), "\\par\r\ne{\\b f}g");
-  EXPECT_EQ(body(richText(page, 7, 9)), "{\\b f}g");
+  EXPECT_EQ(body(richText(page, 5, 9)), "\\par\r\ne{\\cf1 f}g");
+  EXPECT_EQ(body(richText(page, 7, 9)), "{\\cf1 f}g");
 }
 
 }  // namespace

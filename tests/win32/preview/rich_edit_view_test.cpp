@@ -77,8 +77,7 @@ void expectLooks(const TextRun& run, const CHARFORMAT2W& format) {
   const auto color = [](Color c) { return RGB(c >> 16 & 0xFF, c >> 8 & 0xFF, c & 0xFF); };
   const TextLooks& looks = run.looks;
   EXPECT_EQ((format.dwEffects & CFE_UNDERLINE) != 0, looks.link.has_value()) << run.start;
-  EXPECT_EQ((format.dwEffects & CFE_BOLD) != 0, looks.bold) << run.start;
-  EXPECT_EQ((format.dwEffects & CFE_ITALIC) != 0, looks.italic) << run.start;
+  EXPECT_EQ(format.dwEffects & (CFE_BOLD | CFE_ITALIC), 0U) << run.start;
   EXPECT_EQ((format.dwEffects & CFE_AUTOCOLOR) == 0, looks.color.has_value()) << run.start;
   if (looks.color) {
     EXPECT_EQ(format.crTextColor, color(*looks.color)) << run.start;
@@ -263,7 +262,7 @@ TEST_F(RichEditViewTest, theNextPageCancelsTheRest) {
 }
 
 TEST_F(RichEditViewTest, looksDoNotReachTheNextPage) {
-  show("<a href='x' style='color:#FF0000; font: bold'>rot</a>");
+  show("<a href='x' style='color:#FF0000'>rot</a>");
   show("schlicht");
   const TextRun plain{.start = 0, .length = 8, .looks = {}};
   expectLooks(plain, formatOf(0, 8));
