@@ -86,6 +86,7 @@ class LineTokenizer {
   bool isBlockMember(Bytes end, KnownWord known);
   Bytes keyword(Bytes p, Bytes end, Word word);
   Context behindKeyword(Word word);
+  Context behindHeadWord(Word word);
   Context behindAs();
   Bytes operatorWord(Bytes p, Bytes end, Word word);
   Bytes function(Bytes p, Bytes end, KnownWord known);

@@ -162,13 +162,14 @@ class Table {
 
   // The character of a byte from 0x80 on, 0 for the first byte of two.
   char32_t single(unsigned char byte) const {
-    return number<std::uint16_t>(file_, begin_ + 2 * (byte - 0x80U));
+    return number<std::uint16_t>(file_, begin_ + std::size_t{2} * (byte - 0x80U));
   }
   char32_t pair(unsigned char lead, unsigned char trail) const {
-    const std::size_t row = begin_ + std::size_t{2} * 0x80 + 8 * (lead - 0x80U);
+    const std::size_t row = begin_ + std::size_t{2} * 0x80 + std::size_t{8} * (lead - 0x80U);
     const unsigned column = trail - unsigned{number<std::uint16_t>(file_, row)};
     if (column >= number<std::uint16_t>(file_, row + 2)) return kReplacement;  // (or before it)
-    return number<std::uint16_t>(file_, number<std::uint32_t>(file_, row + 4) + 2 * column);
+    return number<std::uint16_t>(file_,
+                                 number<std::uint32_t>(file_, row + 4) + std::size_t{2} * column);
   }
 
  private:
@@ -274,6 +275,21 @@ constexpr PageName kNames[] = {
     {"maccroatian", 10082},
 };
 
+// The small letters and digits of a page's name; nothing when it holds other characters.
+std::optional<std::string> plainPageName(std::string_view name) {
+  if (name.starts_with("x-")) name.remove_prefix(2);
+  std::string plain;
+  for (const char c : name) {
+    if (c >= 'A' && c <= 'Z')
+      plain += static_cast<char>(c + 0x20);
+    else if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'))
+      plain += c;
+    else if (c != '-' && c != '_' && c != ' ')
+      return std::nullopt;
+  }
+  return plain;
+}
+
 // The number that a text of digits is, 0 when it is none.
 CodePage pageNumber(std::string_view digits) {
   unsigned number = 0;
@@ -292,17 +308,9 @@ bool isKnown(CodePage page) {
 }
 
 std::optional<CodePage> codePageNamed(std::string_view name) {
-  std::string plain;
-  for (const char c : name) {
-    if (c >= 'A' && c <= 'Z')
-      plain += static_cast<char>(c + 0x20);
-    else if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'))
-      plain += c;
-    else if (c != '-' && c != '_' && c != ' ')
-      return std::nullopt;
-  }
-  std::string_view rest = plain;
-  if (rest.starts_with("x") && name.starts_with("x-")) rest.remove_prefix(1);
+  const std::optional<std::string> plain = plainPageName(name);
+  if (!plain) return std::nullopt;
+  std::string_view rest = *plain;
   for (const PageName& known : kNames)
     if (rest == known.name) return known.page;
   CodePage page = 0;

@@ -213,6 +213,7 @@ inline WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length,
                                        const char8_t* limit) {
   static_assert(std::endian::native == std::endian::little);
   constexpr std::uint64_t kCase = 0x2020202020202020;
+  const std::size_t unused = (64 - 8 * length) & 63;  // bits, of up to eight bytes
   Key key{0, 0, length};
   if (length > 8) {
     std::memcpy(&key.head, begin, 8);
@@ -220,11 +221,11 @@ inline WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length,
     key.tail |= kCase;
   } else if (limit - begin >= 8) {
     std::memcpy(&key.head, begin, 8);
-    key.head = key.head << (64 - 8 * length) >> (64 - 8 * length);
+    key.head = key.head << unused >> unused;
   } else {
     std::memcpy(&key.head, begin, length);
   }
-  key.head |= length < 8 ? kCase >> (64 - 8 * length) : kCase;
+  key.head |= length < 8 ? kCase >> unused : kCase;
   return key;
 }
 

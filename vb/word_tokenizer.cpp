@@ -96,8 +96,8 @@ LineTokenizer::Bytes LineTokenizer::keyword(Bytes p, Bytes end, Word word) {
 
 // What a keyword leaves; sets what it says about its statement.
 Context LineTokenizer::behindKeyword(Word word) {
-  const bool start = atStart();
-  const bool headPlace = atHeadPlace();
+  const Context before = context_;
+  const bool start = atStart(), headPlace = atHeadPlace();
   if (headPlace) statement_.head = word;
   switch (word) {
     case Word::As:
@@ -109,29 +109,6 @@ Context LineTokenizer::behindKeyword(Word word) {
     case Word::Else:
       statement_ = {};
       return Context::Branch;
-    case Word::Public:
-    case Word::Private:
-    case Word::Friend:
-    case Word::Global:
-    case Word::Static:
-      return headPlace                                              ? Context::Modifier
-             : context_ == Context::Option && word == Word::Private ? Context::OptionPrivate
-                                                                    : Context::Plain;
-    case Word::Declare:
-      return headPlace ? Context::DeclareHead : Context::Plain;
-    case Word::Sub:
-    case Word::Function:
-    case Word::Event:
-      if (context_ == Context::DeclareHead) statement_.head = Word::Declare;
-      return headPlace ? Context::ProcedureHead : Context::Plain;
-    case Word::Type:
-    case Word::Enum:
-      declared_ = word;
-      return headPlace ? Context::TypeHead : Context::Plain;
-    case Word::Get:
-    case Word::Let:
-    case Word::Set:
-      return context_ == Context::PropertyHead ? Context::ProcedureHead : Context::Plain;
     case Word::End:
     case Word::Exit:
       return start ? Context::Closing : Context::Plain;
@@ -154,6 +131,38 @@ Context LineTokenizer::behindKeyword(Word word) {
       return Context::Plain;
     case Word::Debug:
       return Context::DebugObject;
+    case Word::Get:
+    case Word::Let:
+    case Word::Set:
+      return before == Context::PropertyHead ? Context::ProcedureHead : Context::Plain;
+    case Word::Private:
+      if (before == Context::Option) return Context::OptionPrivate;
+      [[fallthrough]];
+    default:
+      return headPlace ? behindHeadWord(word) : Context::Plain;
+  }
+}
+
+// What a word leaves that may begin a declaration and stands where one begins.
+Context LineTokenizer::behindHeadWord(Word word) {
+  switch (word) {
+    case Word::Public:
+    case Word::Private:
+    case Word::Friend:
+    case Word::Global:
+    case Word::Static:
+      return Context::Modifier;
+    case Word::Declare:
+      return Context::DeclareHead;
+    case Word::Sub:
+    case Word::Function:
+    case Word::Event:
+      if (context_ == Context::DeclareHead) statement_.head = Word::Declare;
+      return Context::ProcedureHead;
+    case Word::Type:
+    case Word::Enum:
+      declared_ = word;
+      return Context::TypeHead;
     default:
       return Context::Plain;
   }
