@@ -1,4 +1,4 @@
-// See indentation.h. Tested by tests/unit/engine/engine_property_test.cpp.
+// See indentation.h. Tested by tests/golden/run.py.
 #include "reformat/indentation.h"
 
 #include <algorithm>

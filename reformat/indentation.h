@@ -1,6 +1,6 @@
 // Re-indents source lines by block structure.
 //
-// Tested by tests/unit/engine/engine_property_test.cpp.
+// Tested by tests/golden/run.py.
 #pragma once
 
 #include <cstdint>

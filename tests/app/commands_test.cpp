@@ -240,7 +240,8 @@ TEST_F(commands, preview_follows_its_check_box) {
 
 // -------------------------------------------------------------------------- reformatting
 TEST_F(commands, indent_and_back) {
-  openFile("a.bas", "If a Then\r\n      b\r\nEnd If\r\n");
+  openFile("a.bas",
+           "If a Then\r\n      b\r\nEnd If\r\nPublic Type T\r\nc\r\nEnd Type\r\nWith d\r\ne\r\n");
   select(form.List1, {1});
   for (int i = 0; i < 2; ++i) execute("indent", Command::mnuFormat);
   for (int i = 0; i < 3; ++i) execute("outdent", Command::mnuFormat2);

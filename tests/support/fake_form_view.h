@@ -30,28 +30,19 @@ struct FakeWindow {
   int views = 0;  // how many windows were made
 
  private:
-  class View final : public FormView {
-   public:
-    explicit View(FakeWindow& window) : window_(window) {}
-
-    void show() override {
-      window_.events.emplace_back("show");
-      window_.open = true;
+  struct View final : FormView {
+    explicit View(FakeWindow& ofWindow) : window(ofWindow) {}
+    void note(const char* event, bool open) {
+      window.events.emplace_back(event);
+      window.open = open;
     }
-
+    void show() override { note("show", true); }
+    void close() override { note("close", false); }
     void runModal() override {
-      window_.events.emplace_back("runModal");
-      window_.open = true;
-      if (window_.whileModal) window_.whileModal();
+      note("runModal", true);
+      if (window.whileModal) window.whileModal();
     }
-
-    void close() override {
-      window_.events.emplace_back("close");
-      window_.open = false;
-    }
-
-   private:
-    FakeWindow& window_;
+    FakeWindow& window;
   };
 };
 
@@ -59,9 +50,7 @@ struct FakeWindow {
 struct FakeControlView final : ControlView {
   void changed(Control&) override { ++changes; }
   void refresh(Control&) override { ++refreshes; }
-
-  int changes = 0;
-  int refreshes = 0;
+  int changes = 0, refreshes = 0;
 };
 
 }  // namespace tintline::test

@@ -1,28 +1,20 @@
 // See fake_office.h.
 #include "tests/support/fake_office.h"
 
-#include <utility>
-
 #include "base/codepage.h"
 #include "base/file.h"
+#include "base/text.h"
 
 namespace tintline::test {
 namespace {
 
 using Arguments = std::span<OfficeValue>;
-using Member = std::function<OfficeValue(Arguments)>;
-using Members = std::map<std::wstring, Member, std::less<>>;
-
-OfficeError lost() {
-  return {OfficeError::Kind::ConnectionLost, 462, L"Der Remote-Server-Computer existiert nicht",
-          0x800706BA};
-}
+using Members = std::map<std::wstring, std::function<OfficeValue(Arguments)>, std::less<>>;
+using Put = std::function<void(std::wstring_view, const OfficeValue&)>;
 
 class FakeObject final : public OfficeObject {
  public:
-  // `put` takes the properties that may be set.
-  FakeObject(FakeHost& host, std::wstring name, Members members,
-             std::function<void(std::wstring_view, const OfficeValue&)> put = {})
+  FakeObject(FakeHost& host, std::wstring name, Members members, Put put)
       : host_(host), name_(std::move(name)), members_(std::move(members)), put_(std::move(put)) {
     ++host_.living;
   }
@@ -36,13 +28,11 @@ class FakeObject final : public OfficeObject {
     if (known == members_.end()) throw FakeHost::failure(438, L"Objekt unterstützt das nicht");
     return known->second(arguments);
   }
-
   void put(std::wstring_view member, OfficeValue value) override {
     host_.enter(name_, std::wstring(member));
     if (!put_) throw FakeHost::failure(438, L"Objekt unterstützt das nicht");
     put_(member, value);
   }
-
   OfficeValue call(std::wstring_view member, Arguments arguments) override {
     return get(member, arguments);
   }
@@ -51,79 +41,83 @@ class FakeObject final : public OfficeObject {
   FakeHost& host_;
   std::wstring name_;
   Members members_;
-  std::function<void(std::wstring_view, const OfficeValue&)> put_;
+  Put put_;  // takes the properties that may be set
 };
 
-Member constant(OfficeValue value) {
+OfficeObjectPtr make(FakeHost& host, const std::wstring& name, Members members, Put put = {}) {
+  return std::make_shared<FakeObject>(host, name, std::move(members), std::move(put));
+}
+
+auto constant(OfficeValue value) {
   return [value = std::move(value)](Arguments) { return value; };
 }
 
-Member count(std::size_t number) { return constant(static_cast<std::int32_t>(number)); }
+const std::wstring& text(const OfficeValue& value) { return std::get<std::wstring>(value); }
 
-std::int32_t number(Arguments arguments, std::size_t index) {
-  if (const auto* out = std::get_if<OfficeOut>(&arguments[index])) return out->value;
-  return std::get<std::int32_t>(arguments[index]);
+std::int32_t number(const OfficeValue& value) {
+  if (const auto* out = std::get_if<OfficeOut>(&value)) return out->value;
+  return std::get<std::int32_t>(value);
+}
+
+OfficeError outOfRange() { return FakeHost::failure(9, L"Index außerhalb des gültigen Bereichs"); }
+
+// A collection whose items `makeItem` makes, found by number or by name.
+template <class Item, class MakeItem>
+OfficeObjectPtr makeList(FakeHost& host, const std::wstring& name, const std::vector<Item>& items,
+                         const MakeItem& makeItem) {
+  const auto item = [&host, &items, makeItem](Arguments arguments) -> OfficeValue {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      const auto* wanted = std::get_if<std::wstring>(arguments.data());
+      if (wanted != nullptr ? items[i].name == *wanted
+                            : number(arguments[0]) == static_cast<std::int32_t>(i) + 1)
+        return makeItem(host, items[i]);
+    }
+    throw outOfRange();
+  };
+  const auto count = static_cast<std::int32_t>(items.size());
+  return make(host, name, {{L"Count", constant(count)}, {L"Item", item}});
 }
 
 // ------------------------------------------------------------------------------ code
 struct Procedure {
   std::wstring name;
-  std::int32_t kind;
-  std::int32_t start, lines;
+  std::int32_t kind, start, lines;
 };
 
 struct Code {
   std::vector<std::wstring> lines;
   std::int32_t declarations = 0;
   std::vector<Procedure> procedures;
+
+  const Procedure& procedure(Arguments arguments) const {
+    for (const Procedure& known : procedures)
+      if (known.name == text(arguments[0]) && known.kind == number(arguments[1])) return known;
+    throw FakeHost::failure(35, L"Sub oder Function nicht definiert");
+  }
 };
 
-bool isComment(const std::wstring& line) {
-  const std::size_t first = line.find_first_not_of(L' ');
-  return first == std::wstring::npos || line[first] == L'\'';
-}
-
-// The procedure that the line is the head of, without its place.
-std::optional<Procedure> headIn(const std::wstring& line) {
-  std::wstring_view rest = line;
-  const auto take = [&rest](std::wstring_view word) {
-    if (!rest.starts_with(word)) return false;
-    rest.remove_prefix(word.size());
-    return true;
-  };
-  while (take(L"Private ") || take(L"Public ") || take(L"Friend ") || take(L"Static ")) {
-  }
+// The name and the kind of the procedure that the line is the head of.
+std::optional<Procedure> headIn(std::wstring_view line) {
+  for (const std::wstring_view word : {L"Private ", L"Static "})
+    if (line.starts_with(word)) line.remove_prefix(word.size());
   const std::pair<std::wstring_view, std::int32_t> kinds[] = {{L"Sub ", 0},
                                                               {L"Function ", 0},
                                                               {L"Property Let ", 1},
                                                               {L"Property Set ", 2},
                                                               {L"Property Get ", 3}};
   for (const auto& [word, kind] : kinds)
-    if (take(word)) return Procedure{std::wstring(rest.substr(0, rest.find(L'('))), kind, 0, 0};
+    if (line.starts_with(word))
+      return Procedure{std::wstring(line.substr(word.size(), line.find(L'(') - word.size())), kind,
+                       0, 0};
   return {};
-}
-
-bool isEnd(const std::wstring& line) {
-  return line.starts_with(L"End Sub") || line.starts_with(L"End Function") ||
-         line.starts_with(L"End Property");
-}
-
-std::vector<std::wstring> linesOf(const std::string& code) {
-  std::vector<std::wstring> lines;
-  const std::wstring text = fromAnsi(code);
-  for (std::wstring_view rest = text; !text.empty();) {
-    const std::size_t end = rest.find(L"\r\n");
-    lines.emplace_back(rest.substr(0, end));
-    if (end == std::wstring_view::npos) break;
-    rest.remove_prefix(end + 2);
-  }
-  return lines;
 }
 
 // As the editor counts: comments and empty lines belong to the procedure behind them, those at
 // the end to the last procedure.
-Code parse(const std::string& text) {
-  Code code{.lines = linesOf(text), .declarations = 0, .procedures = {}};
+Code parse(const std::string& source) {
+  Code code;
+  const std::string plain = Replace(source, "\r", "");
+  for (const std::string_view line : Split(plain, '\n')) code.lines.push_back(fromAnsi(line));
   std::int32_t taken = 0;  // the lines up to here belong to declarations or procedures
   bool inside = false;
   for (std::size_t i = 0; i < code.lines.size(); ++i) {
@@ -133,9 +127,10 @@ Code parse(const std::string& text) {
       code.procedures.push_back(*head);
       inside = true;
     }
-    if (inside || (code.procedures.empty() && !isComment(line)))
-      taken = static_cast<std::int32_t>(i) + 1;
-    inside = inside && !isEnd(line);
+    const bool comment = line.empty() || line.starts_with(L'\'');
+    if (inside || (code.procedures.empty() && !comment)) taken = static_cast<std::int32_t>(i) + 1;
+    inside = inside && !line.starts_with(L"End Sub") && !line.starts_with(L"End Function") &&
+             !line.starts_with(L"End Property");
   }
   auto behind = static_cast<std::int32_t>(code.lines.size()) + 1;
   for (std::size_t i = code.procedures.size(); i-- > 0;) {
@@ -146,15 +141,8 @@ Code parse(const std::string& text) {
   return code;
 }
 
-const Procedure& procedure(const Code& code, Arguments arguments) {
-  for (const Procedure& known : code.procedures)
-    if (known.name == std::get<std::wstring>(arguments[0]) && known.kind == number(arguments, 1))
-      return known;
-  throw FakeHost::failure(35, L"Sub oder Function nicht definiert");
-}
-
 OfficeValue procedureOfLine(const Code& code, Arguments arguments) {
-  const std::int32_t line = number(arguments, 0);
+  const std::int32_t line = number(arguments[0]);
   for (const Procedure& known : code.procedures) {
     if (line < known.start || line >= known.start + known.lines) continue;
     std::get<OfficeOut>(arguments[1]).value = known.kind;
@@ -164,68 +152,43 @@ OfficeValue procedureOfLine(const Code& code, Arguments arguments) {
 }
 
 OfficeValue stretch(const Code& code, Arguments arguments) {
-  const std::int32_t start = number(arguments, 0), lines = number(arguments, 1);
+  const std::int32_t start = number(arguments[0]), lines = number(arguments[1]);
   if (start < 1 || start + lines - 1 > static_cast<std::int32_t>(code.lines.size()))
-    throw FakeHost::failure(9, L"Index außerhalb des gültigen Bereichs");
-  std::wstring text;
+    throw outOfRange();
+  std::wstring result;
   for (std::int32_t i = start; i < start + lines; ++i)
-    text.append(i > start ? L"\r\n" : L"").append(code.lines[i - 1]);
-  return text;
+    result.append(i > start ? L"\r\n" : L"").append(code.lines[i - 1]);
+  return result;
 }
 
 OfficeObjectPtr makeCodeModule(FakeHost& host, const FakeComponent& component) {
   const auto code = std::make_shared<const Code>(parse(component.code));
-  return std::make_shared<FakeObject>(
-      host, component.name,
-      Members{
-          {L"CountOfLines", count(code->lines.size())},
-          {L"CountOfDeclarationLines", constant(code->declarations)},
-          {L"Lines", [code](Arguments arguments) { return stretch(*code, arguments); }},
-          {L"ProcOfLine",
-           [code](Arguments arguments) { return procedureOfLine(*code, arguments); }},
-          {L"ProcStartLine",
-           [code](Arguments arguments) { return OfficeValue(procedure(*code, arguments).start); }},
-          {L"ProcCountLines",
-           [code](Arguments arguments) { return OfficeValue(procedure(*code, arguments).lines); }},
-      });
+  const auto asked = [code](auto member) {
+    return [code, member](Arguments a) { return OfficeValue(code->procedure(a).*member); };
+  };
+  return make(host, component.name,
+              {{L"CountOfLines", constant(static_cast<std::int32_t>(code->lines.size()))},
+               {L"CountOfDeclarationLines", constant(code->declarations)},
+               {L"Lines", [code](Arguments arguments) { return stretch(*code, arguments); }},
+               {L"ProcOfLine", [code](Arguments a) { return procedureOfLine(*code, a); }},
+               {L"ProcStartLine", asked(&Procedure::start)},
+               {L"ProcCountLines", asked(&Procedure::lines)}});
 }
 
 // ------------------------------------------------------------------------- projects
 OfficeObjectPtr makeComponent(FakeHost& host, const FakeComponent& component) {
   const auto exportCode = [component](Arguments arguments) {
-    AtomicFile file(pathFromText(std::get<std::wstring>(arguments[0])));
+    AtomicFile file(pathFromText(text(arguments[0])));
     file.stream() << component.code << "\r\n";
     file.commit();
     return OfficeValue();
   };
-  return std::make_shared<FakeObject>(
-      host, component.name,
-      Members{{L"Name", constant(component.name)},
-              {L"Type", constant(component.type)},
-              {L"CodeModule",
-               [&host, component](Arguments) { return makeCodeModule(host, component); }},
-              {L"Export", exportCode}});
-}
-
-template <class Item>
-const Item& itemOf(const std::vector<Item>& items, Arguments arguments) {
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    const auto* name = std::get_if<std::wstring>(arguments.data());
-    const auto* index = std::get_if<std::int32_t>(arguments.data());
-    if ((name != nullptr && items[i].name == *name) ||
-        (index != nullptr && *index == static_cast<std::int32_t>(i) + 1))
-      return items[i];
-  }
-  throw FakeHost::failure(9, L"Index außerhalb des gültigen Bereichs");
-}
-
-OfficeObjectPtr makeComponents(FakeHost& host, const FakeProject& project) {
-  return std::make_shared<FakeObject>(host, L"VBComponents",
-                                      Members{{L"Count", count(project.components.size())},
-                                              {L"Item", [&](Arguments arguments) {
-                                                 return makeComponent(
-                                                     host, itemOf(project.components, arguments));
-                                               }}});
+  const auto code = [&host, component](Arguments) { return makeCodeModule(host, component); };
+  return make(host, component.name,
+              {{L"Name", constant(component.name)},
+               {L"Type", constant(component.type)},
+               {L"CodeModule", code},
+               {L"Export", exportCode}});
 }
 
 OfficeObjectPtr makeProject(FakeHost& host, const FakeProject& project) {
@@ -235,94 +198,79 @@ OfficeObjectPtr makeProject(FakeHost& host, const FakeProject& project) {
   };
   const auto components = [&](Arguments) -> OfficeValue {
     if (project.protection != 0) throw FakeHost::failure(50289, L"Das Projekt ist geschützt.");
-    return makeComponents(host, project);
+    return makeList(host, L"VBComponents", project.components, makeComponent);
   };
-  return std::make_shared<FakeObject>(host, project.name,
-                                      Members{{L"Name", constant(project.name)},
-                                              {L"Protection", constant(project.protection)},
-                                              {L"BuildFileName", file},
-                                              {L"VBComponents", components}});
-}
-
-OfficeObjectPtr makeProjects(FakeHost& host) {
-  return std::make_shared<FakeObject>(host, L"VBProjects",
-                                      Members{{L"Count", count(host.projects.size())},
-                                              {L"Item", [&host](Arguments arguments) {
-                                                 return makeProject(
-                                                     host, itemOf(host.projects, arguments));
-                                               }}});
+  return make(host, project.name,
+              {{L"Name", constant(project.name)},
+               {L"Protection", constant(project.protection)},
+               {L"BuildFileName", file},
+               {L"VBComponents", components}});
 }
 
 OfficeObjectPtr makeEditor(FakeHost& host) {
   if (host.refusesAccess)
     throw OfficeError(OfficeError::Kind::AccessRefused, 6068, L"Zugriff nicht vertrauenswürdig",
                       0x800A17B4);
-  return std::make_shared<FakeObject>(
-      host, L"VBE", Members{{L"VBProjects", [&host](Arguments) { return makeProjects(host); }}});
+  const auto projects = [&host](Arguments) {
+    return makeList(host, L"VBProjects", host.projects, makeProject);
+  };
+  return make(host, L"VBE", {{L"VBProjects", projects}});
 }
 
 // ------------------------------------------------------------------------ documents
-std::wstring text(const OfficeValue& value) {
-  if (const auto* flag = std::get_if<bool>(&value)) return *flag ? L"True" : L"False";
-  if (const auto* number = std::get_if<std::int32_t>(&value)) return std::to_wstring(*number);
-  return std::get<std::wstring>(value);
-}
 
 // An object of a document that keeps what is put, under its path.
 OfficeObjectPtr makePart(FakeHost& host, FakeDocument& document, const std::wstring& path,
-                         Members members) {
-  return std::make_shared<FakeObject>(
-      host, L"Document", std::move(members),
-      [&document, path](std::wstring_view member, const OfficeValue& value) {
-        document.properties[path + std::wstring(member)] = text(value);
-      });
-}
-
-OfficeValue insertFile(FakeDocument& document, Arguments arguments) {
-  document.insertedPath = std::get<std::wstring>(arguments[0]);
-  document.inserted = readFile(pathFromText(document.insertedPath));
-  return {};
-}
-
-OfficeObjectPtr makeContent(FakeHost& host, FakeDocument& document) {
-  return makePart(
-      host, document, L"Content.",
-      {{L"InsertFile", [&](Arguments arguments) { return insertFile(document, arguments); }},
-       {L"Font",
-        [&](Arguments) { return makePart(host, document, L"Content.Font.", Members{}); }}});
+                         Members members = {}) {
+  const auto put = [&document, path](std::wstring_view member, const OfficeValue& value) {
+    std::wstring& kept = document.properties[path + std::wstring(member)];
+    if (const auto* flag = std::get_if<bool>(&value))
+      kept = *flag ? L"True" : L"False";
+    else
+      kept = std::holds_alternative<std::int32_t>(value) ? std::to_wstring(number(value))
+                                                         : text(value);
+  };
+  return make(host, L"Document", std::move(members), put);
 }
 
 OfficeObjectPtr addDocument(FakeHost& host) {
   FakeDocument& document = *host.documents.emplace_back(std::make_unique<FakeDocument>());
+  const auto part = [&](const wchar_t* path) {
+    return [&, path](Arguments) { return makePart(host, document, path); };
+  };
+  const auto insert = [&](Arguments arguments) {
+    document.insertedPath = text(arguments[0]);
+    document.inserted = readFile(pathFromText(document.insertedPath));
+    return OfficeValue();
+  };
+  const auto content = [&host, &document, insert, font = part(L"Content.Font.")](Arguments) {
+    return makePart(host, document, L"Content.", {{L"InsertFile", insert}, {L"Font", font}});
+  };
+  const auto close = [&](Arguments) {
+    document.closed = true;
+    return OfficeValue();
+  };
   return makePart(host, document, L"",
-                  {{L"Content", [&](Arguments) { return makeContent(host, document); }},
-                   {L"PageSetup",
-                    [&](Arguments) { return makePart(host, document, L"PageSetup.", Members{}); }},
-                   {L"Close", [&](Arguments) {
-                      document.closed = true;
-                      return OfficeValue();
-                    }}});
+                  {{L"Content", content}, {L"PageSetup", part(L"PageSetup.")}, {L"Close", close}});
 }
 
 OfficeObjectPtr makeApplication(FakeHost& host) {
-  const auto documents = [&host](Arguments) -> OfficeValue {
-    return std::make_shared<FakeObject>(
-        host, L"Documents", Members{{L"Add", [&host](Arguments) { return addDocument(host); }}});
+  const auto documents = [&host](Arguments) {
+    return make(host, L"Documents", {{L"Add", [&host](Arguments) { return addDocument(host); }}});
   };
   const auto quit = [&host](Arguments) {
     ++host.quits;
     host.running = false;
     return OfficeValue();
   };
-  return std::make_shared<FakeObject>(
-      host, L"Application",
-      Members{{L"Visible", [&host](Arguments) { return OfficeValue(host.visible); }},
-              {L"VBE", [&host](Arguments) { return makeEditor(host); }},
-              {L"Documents", documents},
-              {L"Quit", quit}},
-      [&host](std::wstring_view, const OfficeValue& value) {
-        host.visible = std::get<bool>(value);
-      });
+  return make(host, L"Application",
+              {{L"Visible", [&host](Arguments) { return OfficeValue(host.visible); }},
+               {L"VBE", [&host](Arguments) { return makeEditor(host); }},
+               {L"Documents", documents},
+               {L"Quit", quit}},
+              [&host](std::wstring_view, const OfficeValue& value) {
+                host.visible = std::get<bool>(value);
+              });
 }
 
 }  // namespace
@@ -333,7 +281,6 @@ OfficeApplication FakeHost::connect() {
                       0x80040154);
   const bool created = !running;
   starts += created;
-  ++connections;
   if (created) visible = false;
   running = true;
   return {.object = makeApplication(*this), .created = created};
@@ -344,7 +291,9 @@ void FakeHost::enter(const std::wstring& object, const std::wstring& member) {
   ++callsOf[member];
   if (onCall) onCall(member);
   if (calls == diesAt) running = false;
-  if (!running) throw lost();
+  if (!running)
+    throw OfficeError(OfficeError::Kind::ConnectionLost, 462,
+                      L"Der Remote-Server-Computer existiert nicht", 0x800706BA);
   for (const std::wstring& name : {object + L"." + member, member})
     if (const auto failing = fails.find(name); failing != fails.end()) throw failing->second;
 }

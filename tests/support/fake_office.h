@@ -44,8 +44,6 @@ struct FakeDocument {
 // One application. A test may set everything at any time.
 class FakeHost {
  public:
-  explicit FakeHost(std::wstring programId) : programId_(std::move(programId)) {}
-
   bool installed = true;
   bool running = false;
   bool visible = false;
@@ -64,9 +62,7 @@ class FakeHost {
   int calls = 0;
   std::map<std::wstring, int> callsOf;  // by member
   int living = 0;                       // objects that the program holds
-  int quits = 0;
-  int starts = 0;
-  int connections = 0;
+  int quits = 0, starts = 0;
 
   // The user ends it.
   void end() { running = false; }
@@ -82,9 +78,6 @@ class FakeHost {
   static OfficeError busy() {
     return {OfficeError::Kind::Busy, 0, L"Der Aufruf wurde abgewiesen", 0x80010001};
   }
-
- private:
-  std::wstring programId_;
 };
 
 class FakeOffice final : public Office {
@@ -93,7 +86,7 @@ class FakeOffice final : public Office {
     return (programId == L"Word.Application" ? word : excel).connect();
   }
 
-  FakeHost word{L"Word.Application"}, excel{L"Excel.Application"};
+  FakeHost word, excel;
 };
 
 }  // namespace tintline::test

@@ -1,5 +1,5 @@
 // Plain transcription of the rules that turn source lines into HTML: the highlighter, the run over
-// all lines, the selection run and the two indentation passes. It is the measure for the fast
+// all lines and the selection run. It is the measure for the fast
 // engine: slow, by value, rule for rule, to be checked by reading.
 // Tested by tests/unit/engine/engine_property_test.cpp
 #pragma once
@@ -74,9 +74,5 @@ Result Verarbeiten(const std::vector<std::string>& List1, const std::vector<std:
 Result AuswahlKonvertieren(const std::vector<std::string>& List1, const std::vector<bool>& selected,
                            const Options& options, const Colours& colours,
                            Highlighter& highlighter);
-
-// Re-indent the lines in place with the unit made one blank wider or narrower (not below 0).
-void Formatieren(std::vector<std::string>& List1, int& unit);
-void Formatieren2(std::vector<std::string>& List1, int& unit);
 
 }  // namespace tintline::literal

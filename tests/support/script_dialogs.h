@@ -20,17 +20,22 @@ namespace tintline::test {
 
 class ScriptDialogs final : public Dialogs {
  public:
+  using Folder = std::optional<std::filesystem::path>;
+  using Text = std::optional<std::wstring>;
+  using Color = std::optional<std::uint32_t>;
+
   // Something that the program asked or told.
   struct Question {
     enum class Kind { Open, Save, Folder, Message, Confirm, Input, ChooseColor };
     Kind kind;
-    std::wstring text;   // the message, the question, the prompt; a file dialog's title
-    std::wstring value;  // what it offered: file name, folder, input value
-    std::wstring title;  // a message's title
+    std::wstring text;        // the message, the question, the prompt; a file dialog's title
+    std::wstring value = {};  // what it offered: file name, folder, input value
+    std::wstring title = {};  // a message's title
     std::wstring filter = {};
     MessageIcon icon = MessageIcon::None;
     std::uint32_t color = 0;  // the colour it offered
   };
+  using Kind = Question::Kind;
 
   ScriptDialogs() = default;
   ScriptDialogs(const ScriptDialogs&) = delete;
@@ -38,15 +43,13 @@ class ScriptDialogs final : public Dialogs {
   ~ScriptDialogs() override { EXPECT_TRUE(answers_.empty()) << "an answer that nobody asked for"; }
 
   // The answers, in the order of the questions. A message is only to be expected.
-  void answerOpen(FileChoice choice) { add(Kind::Open, std::move(choice)); }
-  void answerSave(FileChoice choice) { add(Kind::Save, std::move(choice)); }
-  void answerFolder(std::optional<std::filesystem::path> folder) {
-    add(Kind::Folder, std::move(folder));
-  }
-  void expectMessage() { add(Kind::Message, {}); }
-  void answerConfirm(bool yes) { add(Kind::Confirm, yes); }
-  void answerInput(const std::optional<std::wstring>& text) { add(Kind::Input, text); }
-  void answerColor(std::optional<std::uint32_t> color) { add(Kind::ChooseColor, color); }
+  void answerOpen(FileChoice choice) { answers_.push_back({Kind::Open, std::move(choice)}); }
+  void answerSave(FileChoice choice) { answers_.push_back({Kind::Save, std::move(choice)}); }
+  void answerFolder(Folder folder) { answers_.push_back({Kind::Folder, std::move(folder)}); }
+  void expectMessage() { answers_.push_back({Kind::Message, {}}); }
+  void answerConfirm(bool yes) { answers_.push_back({Kind::Confirm, yes}); }
+  void answerInput(const Text& text) { answers_.push_back({Kind::Input, text}); }
+  void answerColor(Color color) { answers_.push_back({Kind::ChooseColor, color}); }
 
   // Everything that was asked, in order.
   std::vector<Question> asked;
@@ -54,80 +57,47 @@ class ScriptDialogs final : public Dialogs {
   // Called in every dialog before it is answered: what happens while it is open.
   std::function<void()> onQuestion;
 
-  FileChoice showOpen(const FileDialog& dialog) override {
-    return next<FileChoice>(fileQuestion(Kind::Open, dialog)).value_or(cancelled());
+  FileChoice showOpen(const FileDialog& dialog) override { return file(Kind::Open, dialog); }
+  FileChoice showSave(const FileDialog& dialog) override { return file(Kind::Save, dialog); }
+  Folder chooseFolder(const std::wstring& title, const std::filesystem::path& start) override {
+    return next(Folder(), {.kind = Kind::Folder, .text = title, .value = pathText(start)});
   }
-
-  FileChoice showSave(const FileDialog& dialog) override {
-    return next<FileChoice>(fileQuestion(Kind::Save, dialog)).value_or(cancelled());
-  }
-
-  std::optional<std::filesystem::path> chooseFolder(
-      const std::wstring& title, const std::filesystem::path& startFolder) override {
-    return next<std::optional<std::filesystem::path>>(
-               {.kind = Kind::Folder, .text = title, .value = pathText(startFolder), .title = {}})
-        .value_or(std::nullopt);
-  }
-
   void message(const std::wstring& text, MessageIcon icon, const std::wstring& title) override {
-    next<std::monostate>(
-        {.kind = Kind::Message, .text = text, .value = {}, .title = title, .icon = icon});
+    next(std::monostate(), {.kind = Kind::Message, .text = text, .title = title, .icon = icon});
   }
-
   bool confirm(const std::wstring& text) override {
-    return next<bool>({.kind = Kind::Confirm, .text = text, .value = {}, .title = {}})
-        .value_or(false);
+    return next(false, {.kind = Kind::Confirm, .text = text});
   }
-
-  std::optional<std::wstring> input(const std::wstring& prompt,
-                                    const std::wstring& value) override {
-    return next<std::optional<std::wstring>>(
-               {.kind = Kind::Input, .text = prompt, .value = value, .title = {}})
-        .value_or(std::nullopt);
+  Text input(const std::wstring& prompt, const std::wstring& value) override {
+    return next(Text(), {.kind = Kind::Input, .text = prompt, .value = value});
   }
-
-  std::optional<std::uint32_t> chooseColor(std::uint32_t color) override {
-    return next<std::optional<std::uint32_t>>(
-               {.kind = Kind::ChooseColor, .text = {}, .value = {}, .title = {}, .color = color})
-        .value_or(std::nullopt);
+  Color chooseColor(std::uint32_t color) override {
+    return next(Color(), {.kind = Kind::ChooseColor, .text = {}, .color = color});
   }
 
  private:
-  using Kind = Question::Kind;
-  using Value = std::variant<std::monostate, FileChoice, bool, std::optional<std::wstring>,
-                             std::optional<std::uint32_t>, std::optional<std::filesystem::path>>;
-  struct Answer {
-    Kind kind;
-    Value value;
-  };
-
-  static FileChoice cancelled() { return {.error = FileChoice::kCancelled, .path = {}}; }
-
-  static Question fileQuestion(Kind kind, const FileDialog& dialog) {
-    return {.kind = kind,
-            .text = dialog.title,
-            .value = dialog.fileName,
-            .title = {},
-            .filter = dialog.filter};
+  FileChoice file(Kind kind, const FileDialog& dialog) {
+    return next(
+        FileChoice{.error = FileChoice::kCancelled, .path = {}},
+        {.kind = kind, .text = dialog.title, .value = dialog.fileName, .filter = dialog.filter});
   }
 
-  void add(Kind kind, Value value) { answers_.push_back({kind, std::move(value)}); }
-
-  // The next answer; nothing, and a failed test, when it is for another question.
+  // The next answer; `otherwise`, and a failed test, when it is for another question.
   template <class T>
-  std::optional<T> next(Question question) {
+  T next(T otherwise, Question question) {
     asked.push_back(question);
     if (onQuestion) onQuestion();
-    if (answers_.empty() || answers_.front().kind != question.kind) {
+    if (answers_.empty() || answers_.front().first != question.kind) {
       ADD_FAILURE() << "asked unexpectedly: " << toUtf8(question.text);
-      return std::nullopt;
+      return otherwise;
     }
-    const Value value = std::move(answers_.front().value);
+    const auto answer = std::move(answers_.front().second);
     answers_.pop_front();
-    return std::get<T>(value);
+    return std::get<T>(answer);
   }
 
-  std::deque<Answer> answers_;
+  using Value = std::variant<std::monostate, FileChoice, bool, Text, Color, Folder>;
+  std::deque<std::pair<Kind, Value>> answers_;
 };
 
 }  // namespace tintline::test

@@ -10,7 +10,7 @@
 #include "engine/html_lines.h"
 #include "tests/support/convert.h"
 #include "tests/support/fake_form_view.h"
-#include "tests/support/fake_text_measure.h"
+#include "tests/support/fake_ports.h"
 
 namespace tintline::test {
 namespace {
@@ -100,36 +100,36 @@ std::string described(const ListBox& list) {
 }
 
 TEST(ListBox, KeepsLinesSelectionAndCurrentItemAndTellsItsView) {
-  struct Case {
-    const char* name;
-    void (*act)(ListBox&);
+  using List = ListBox;
+  const struct {
     const char* after;
     bool lines, selection;  // what the view is to look at
+    void (*act)(List&);
+  } rows[] = {
+      {"x a [b*] c", true, true, [](List& list) { list.AddItem("x", 0); }},
+      {"a x [b*] c", true, true, [](List& list) { list.AddItem("x", 1); }},
+      {"a [b*] x c", true, true, [](List& list) { list.AddItem("x", 2); }},
+      {"a [b*] c x", true, false, [](List& list) { list.AddItem("x"); }},
+      {"a [b*] c*", false, true, [](List& list) { list.setSelected(2, true); }},
+      {"a [b*] c", false, false, [](List& list) { list.setSelected(1, true); }},
+      {"a [b] c", false, true, [](List& list) { list.setSelected(1, false); }},
+      {"a* [b*] c*", false, true, [](List& list) { list.selectAll(); }},
+      {"[a*] b c", false, true, [](List& list) { list.selectOnly(0); }},
+      {"a b* [c]", false, true, [](List& list) { list.setListIndex(2); }},
+      {"a [b*] c", false, false, [](List& list) { list.setListIndex(1); }},
+      {"a b* c", false, true, [](List& list) { list.setListIndex(3); }},
+      {"[a*] b* c*", false, true,
+       [](List& list) {
+         list.setMarks({std::vector(3, true), 0});
+       }},
+      {"a [b*] c", false, false,
+       [](List& list) {
+         list.setMarks({std::vector(2, true), 0});
+       }},
+      {"d", true, true, [](List& list) { list.setLines(lineList({"d"})); }},
+      {"", true, true, [](List& list) { list.Clear(); }},
   };
-  for (const Case& c : {
-           Case{"a line in front", [](ListBox& list) { list.AddItem("x", 0); }, "x a [b*] c", true,
-                true},
-           Case{"behind the current", [](ListBox& list) { list.AddItem("x", 2); }, "a [b*] x c",
-                true, true},
-           Case{"at its place", [](ListBox& list) { list.AddItem("x", 1); }, "a x [b*] c", true,
-                true},
-           Case{"at the end", [](ListBox& list) { list.AddItem("x"); }, "a [b*] c x", true, false},
-           Case{"selected", [](ListBox& list) { list.setSelected(2, true); }, "a [b*] c*", false,
-                true},
-           Case{"as it is", [](ListBox& list) { list.setSelected(1, true); }, "a [b*] c", false,
-                false},
-           Case{"not selected", [](ListBox& list) { list.setSelected(1, false); }, "a [b] c", false,
-                true},
-           Case{"all", [](ListBox& list) { list.selectAll(); }, "a* [b*] c*", false, true},
-           Case{"one alone", [](ListBox& list) { list.selectOnly(0); }, "[a*] b c", false, true},
-           Case{"current", [](ListBox& list) { list.setListIndex(2); }, "a b* [c]", false, true},
-           Case{"current already", [](ListBox& list) { list.setListIndex(1); }, "a [b*] c", false,
-                false},
-           Case{"no such item", [](ListBox& list) { list.setListIndex(3); }, "a b* c", false, true},
-           Case{"other lines", [](ListBox& list) { list.setLines(lineList({"d"})); }, "d", true,
-                true},
-           Case{"no lines", [](ListBox& list) { list.Clear(); }, "", true, true},
-       }) {
+  for (const auto& row : rows) {
     ListBox list;
     list.setLines(lineList({"a", "b", "c"}));
     list.setSelected(1, true);
@@ -137,11 +137,11 @@ TEST(ListBox, KeepsLinesSelectionAndCurrentItemAndTellsItsView) {
     FakeControlView view;
     list.setView(&view);
     const unsigned lines = list.lineVersion(), selection = list.selectionVersion();
-    c.act(list);
-    EXPECT_EQ(described(list), c.after) << c.name;
-    EXPECT_EQ(list.lineVersion() != lines, c.lines) << c.name;
-    EXPECT_EQ(list.selectionVersion() != selection, c.selection) << c.name;
-    EXPECT_EQ(view.changes, c.lines || c.selection ? 1 : 0) << c.name;
+    row.act(list);
+    EXPECT_EQ(described(list), row.after);
+    EXPECT_EQ(list.lineVersion() != lines, row.lines) << row.after;
+    EXPECT_EQ(list.selectionVersion() != selection, row.selection) << row.after;
+    EXPECT_EQ(view.changes, row.lines || row.selection ? 1 : 0) << row.after;
   }
 }
 

@@ -1,10 +1,9 @@
-// The engine and the indentation against a literal transcription of their rules
+// The engine against a literal transcription of its rules
 // (tests/support/literal_*): on all short lines over a small alphabet of nasty pieces, and on
 // random modules.
 #include <gtest/gtest.h>
 
 #include "engine/conversion.h"
-#include "reformat/indentation.h"
 #include "reformat/selection.h"
 #include "tests/support/convert.h"
 #include "tests/support/random_lines.h"
@@ -91,27 +90,6 @@ TEST(ConversionProperty, AgreesWithTheTranscriptionOnRandomModules) {
     expectSame(chosen.List2, selection.events, expectedChoice);
     ASSERT_EQ(chosen.body(), expectedChoice.html);
     ASSERT_EQ(chosen.table, expectedChoice.table);
-  }
-}
-
-TEST(IndentationProperty, AgreesWithTheTranscriptionOnRandomLines) {
-  const char* const pieces[] = {
-      "If",   " Then ",   "Else",        "Elseif",        "End If",   "For",
-      "Next", "While",    "Wend",        "With",          "End With", "TYPE",
-      "type", "End Type", "Public Type", "PRIVATE TYPE ", "  ",       "x"};
-  std::mt19937 random(1);
-  for (int run = 0; run < 3000; ++run) {
-    std::vector<std::string> lines(random() % 20);
-    for (std::string& line : lines)
-      for (auto more = random() % 4; more > 0; --more) line += pieces[random() % std::size(pieces)];
-    int unit = static_cast<int>(random() % 4), expectedUnit = unit;
-    for (const bool widen : {random() % 2 == 0, true, false}) {
-      const LineList before = test::lineList(lines);
-      const LineList after = widen ? Formatieren(before, unit) : Formatieren2(before, unit);
-      (widen ? literal::Formatieren : literal::Formatieren2)(lines, expectedUnit);
-      ASSERT_EQ(test::strings(after), lines) << "run " << run;
-      ASSERT_EQ(unit, expectedUnit);
-    }
   }
 }
 
