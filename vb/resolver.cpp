@@ -72,6 +72,10 @@ class Resolver {
         return punctuation(character(at_));
       case TokenKind::Keyword:
       case TokenKind::OperatorWord:
+        if (word() == Word::Then || word() == Word::Else) {
+          ++at_;
+          return startStatement();
+        }
         keyword();
         ++at_;
         return;
@@ -149,9 +153,6 @@ class Resolver {
     const bool newType = typeExpected_;
     typeExpected_ = eventExpected_ = isNew_ = false;
     switch (word) {
-      case Word::Then:
-      case Word::Else:
-        return startStatement();
       case Word::Me:
         return me();
       case Word::Set:

@@ -82,8 +82,12 @@ const char* faultOfReferences(const Module* modules, std::uint32_t index,
     if ((kind == TokenKind::Label) != (target.kind == DeclarationKind::Label))
       return "a label that means none";
     if (target.kind < DeclarationKind::Label) continue;
-    const Declaration& procedure = module.declarations[target.scope];
-    if (one.module != index || one.token < procedure.head.begin) return "a local of another module";
+    const auto holdsBoth = [&](const Declaration& procedure) {
+      return std::min(one.token, target.name) >= procedure.head.begin &&
+             std::max(one.token, target.name) < procedure.body.end;
+    };
+    if (one.module != index || std::ranges::none_of(module.declarations, holdsBoth))
+      return "a local of another procedure";
   }
   return nullptr;
 }
