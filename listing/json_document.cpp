@@ -42,7 +42,8 @@ void writeString(Output& out, std::u8string_view text) {
     if (c >= 0x20)
       out << "\\" << text.substr(i, 1);
     else
-      out << (c < 0x10 ? "\\u000" : "\\u001") << std::string_view("0123456789abcdef" + c % 16, 1);
+      out << (c < 0x10 ? "\\u000" : "\\u001")
+          << std::string_view("0123456789abcdef").substr(c % 16, 1);
   }
   out << text.substr(begin) << "\"";
 }
