@@ -23,7 +23,7 @@ def read_floors():
     text = (ROOT / "CMakeLists.txt").read_text(encoding="utf-8")
     calls = re.findall(r"^\s*tintline_floor\(([\w ]+)\)", text, re.MULTILINE)
     floors = {name: set(below) for name, *below in (call.split() for call in calls)}
-    return floors | {top: {*floors, top, "tests"} for top in TOP}
+    return floors | {top: {*floors, top, "tests", "bench"} for top in TOP}
 
 
 def may_see_windows(path):

@@ -1,4 +1,4 @@
-// See error.h. Tested by tests/win32/com_ptr_test.cpp.
+// See error.h. Tested by tests/win32/system/ports_test.cpp.
 #include "win32/error.h"
 
 #include <iomanip>

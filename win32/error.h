@@ -1,6 +1,6 @@
 // Failures of the system as one kind of exception.
 //
-// Tested by tests/win32/com_ptr_test.cpp.
+// Tested by tests/win32/system/ports_test.cpp.
 #pragma once
 
 #include <windows.h>

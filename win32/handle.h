@@ -1,6 +1,6 @@
 // Owns a handle of the system; one alias per kind.
 //
-// Tested by tests/win32/com_ptr_test.cpp.
+// Tested by tests/win32/system/ports_test.cpp.
 #pragma once
 
 #include <windows.h>

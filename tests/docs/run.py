@@ -16,143 +16,84 @@ import sys
 import tempfile
 from pathlib import Path
 
-from tests.support.checks import run_tests
+from tests.support.checks import equal, none, run_tests
 
 ROOT = Path(__file__).resolve().parent.parent.parent
-GUIDES = [ROOT / "README.md", ROOT / "docs/handbuch.md"]
-DOCUMENTS = [*sorted(ROOT.glob("*.md")), *sorted((ROOT / "docs").glob("*.md"))]
+HANDBOOK = ROOT / "docs/handbuch.md"
 EXAMPLES = ROOT / "data/examples"
-SECONDS = 60  # until a program that hangs is given up
 
 
-def blocks(document):
-    """The lines of a document's code blocks, fenced or indented."""
-    fenced = False
-    for line in document.read_text(encoding="utf-8").splitlines():
-        if line.startswith("```"):
-            fenced = not fenced
-        elif fenced or line.startswith("    "):
-            yield line.strip()
+def output_of(*command, **process):
+    done = subprocess.run([str(word) for word in command], stdin=subprocess.DEVNULL, timeout=60,
+                          capture_output=True, check=False, **process)
+    assert done.returncode == 0, (done.returncode, done.stderr.decode("utf-8", "replace"))
+    return done.stdout.decode("utf-8", "replace")
 
 
-def prose(document):
-    """A document without its code."""
-    text = re.sub(r"^```.*?^```$|^    .*?$", "", document.read_text(encoding="utf-8"),
-                  flags=re.M | re.S)
-    return re.sub(r"`[^`\n]*`", "", text)
-
-
-def slug(heading):
-    """The anchor that a forge gives a heading."""
-    words = re.sub(r"<[^>]*>|[^\w\- ]", "", heading.strip().lower())
-    return words.replace(" ", "-")
-
-
-def anchors(document):
-    text = prose(document)
-    return (re.findall(r'<a id="([^"]+)">', text),
-            {slug(heading) for heading in re.findall(r"^#+ (.*)$", text, re.M)})
-
-
-def missing(document, target):
-    """Whether a link or picture of a document leads nowhere. Other sites are not visited."""
-    if re.match(r"https?:", target):
-        return False
-    path, _, fragment = target.partition("#")
-    file = document.parent / path if path else document
-    if not file.exists():
-        return True
-    own, of_headings = anchors(file) if fragment else ([], [])
-    return bool(fragment) and fragment not in own and fragment not in of_headings
-
-
-def fill(folder, command):
-    """Puts files under all names that the command has into its folder; their names."""
+def run_command(line, program, scratch):
+    folder = Path(tempfile.mkdtemp(dir=scratch))
+    words = shlex.split(line, comments=True)
     for example in EXAMPLES.iterdir():
         shutil.copy(example, folder)
-    for word in command:
-        if word.endswith(".ini"):
-            shutil.copy(ROOT / "data/vb.ini", folder / word)
-        kinds = [example for example in EXAMPLES.iterdir() if word.endswith(example.suffix)]
-        if kinds and "*" not in word:
-            shutil.copy(kinds[0], folder / word)
-    return {file.name for file in folder.iterdir()}
-
-
-def value(words, *options):
-    """What follows one of the options."""
-    found = [after for word, after in zip(words, words[1:]) if word in options]
-    return found[0] if found else None
-
-
-def run_command(line, program, folder):
-    words = shlex.split(line, comments=True)
-    sources = fill(folder, words)
-    path = f"{Path(program).parent}:{os.environ['PATH']}"
-    done = subprocess.run(["bash", "-c", line], cwd=folder, env={**os.environ, "PATH": path},
-                          stdin=subprocess.DEVNULL, capture_output=True, timeout=SECONDS)
-    assert done.returncode == 0, (done.returncode, done.stderr.decode("utf-8", "replace"))
-    file, into = value(words, "-o", "--output"), value(words, "-d", "--output-dir")
-    if into:
-        kinds = {Path(word).suffix for word in words if Path(word).suffix}
-        made = {path.stem for path in (folder / into).glob("*.htm") if path.stat().st_size}
-        expected = {Path(name).stem for name in sources if Path(name).suffix in kinds}
-        assert made == expected and made, (made, expected)
-    else:
-        made = (folder / file).read_bytes() if file else done.stdout
-        assert made.strip(), "nothing was written"
-
-
-def every_command_is_there(known):
-    used = {name for document in DOCUMENTS
-            for name in re.findall(r"\./dev ([a-z]+)", document.read_text(encoding="utf-8"))}
-    assert len(used) >= 5 and used <= known, used - known
-
-
-def every_option_is_explained(program):
-    text = subprocess.run([program, "--help"], check=True, capture_output=True, timeout=SECONDS)
-    options = set(re.findall(r"^ +(?:-\w, )?(--[a-z-]+)", text.stdout.decode("utf-8"), re.M))
-    told = set(re.findall(r"--[a-z-]+", GUIDES[1].read_text(encoding="utf-8")))
-    assert len(options) >= 10 and options <= told, options - told
-
-
-def default_colours_are_those_of_the_program(program):
-    page = subprocess.run([program, "--mode=classic", EXAMPLES / "Kunde.cls"], check=True, capture_output=True,
-                          timeout=SECONDS).stdout.decode("cp1252")
-    css = dict(re.findall(r"^\.(\w+) \{(.*?)\}", page, re.M | re.S))
-    told = re.findall(r'^\| [\w ]+ \| (#\w+) \| (#\w+) \| <span class="(\w+)">',
-                      GUIDES[1].read_text(encoding="utf-8"), re.M)
-    classes = {"sub": "Sub", "res": "Code", "par": "Parms", "rem": "Rem", "str": "Marks"}
-    assert {row[2] for row in told} == set(classes), told
-    for *colours, name in told:
-        assert re.findall(r"color: (#\w+);", css[classes[name]]) == colours, (name, colours, css)
+        for word in words:
+            if word.endswith(example.suffix) and "*" not in word:
+                shutil.copy(example, folder / word)
+            elif word.endswith(".ini"):
+                shutil.copy(ROOT / "data/vb.ini", folder / word)
+    before = set(folder.rglob("*"))
+    said = output_of("bash", "-c", line, cwd=folder,
+                     env={**os.environ, "PATH": f"{program.parent}:{os.environ['PATH']}"})
+    made = [path for path in set(folder.rglob("*")) - before if path.is_file()]
+    assert said.strip() or made and all(path.stat().st_size for path in made), "nothing written"
 
 
 def links_lead_somewhere(document):
-    text = prose(document)
-    targets = [html.unescape(target) for target in re.findall(r"\]\(([^)\s]+)\)", text)]
-    lost = [target for target in targets if missing(document, target)]
-    assert not lost, lost
-    own, _ = anchors(document)
-    assert len(own) == len(set(own)), [name for name in own if own.count(name) > 1]
+    """Those to other sites are not visited."""
+    text = document.read_text(encoding="utf-8")
+    anchors = re.findall(r'<a id="([^"]+)">', text)
+    assert len(anchors) == len(set(anchors)), anchors
+    for target in re.findall(r"\]\(([^)\s]+)\)", re.sub(r"```.*?```|`[^`\n]*`", "", text,
+                                                         flags=re.S)):
+        path, _, anchor = html.unescape(target).partition("#")
+        file = document.parent / path
+        assert target.startswith("http") or file.exists(), target
+        assert not anchor or path or anchor in anchors, target
+
+
+def commands_and_options_are_told(program):
+    known = set(re.findall(r"^\./dev ([a-z]+)", output_of(ROOT / "dev"), re.M))
+    for document in [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md")]:
+        none(set(re.findall(r"\./dev ([a-z]+)", document.read_text(encoding="utf-8"))) - known)
+    told = HANDBOOK.read_text(encoding="utf-8")
+    options = set(re.findall(r"^ +(?:-\w, )?(--[a-z-]+)", output_of(program, "--help"), re.M))
+    assert len(options) >= 10, options
+    none(options - set(re.findall(r"--[a-z-]+", told)))
+
+
+def default_colours_are_told(program):
+    page = output_of(program, "--mode=classic", EXAMPLES / "Kunde.cls")
+    css = dict(re.findall(r"^\.(\w+) \{(.*?)\}", page, re.M | re.S))
+    told = re.findall(r'^\|[\w ]+\| (#\w+) \| (#\w+) \| <span class="(\w+)">',
+                      HANDBOOK.read_text(encoding="utf-8"), re.M)
+    names = {"sub": "Sub", "res": "Code", "par": "Parms", "rem": "Rem", "str": "Marks"}
+    equal({name for *_, name in told}, set(names))
+    for *colours, name in told:
+        equal((name, re.findall(r"color: (#\w+);", css[names[name]])), (name, colours))
 
 
 def tests(program, scratch):
     """(what is tested, function that fails when it is not so)"""
-    usage = subprocess.run([ROOT / "dev"], check=True, capture_output=True, timeout=SECONDS)
-    known = set(re.findall(r"^\./dev ([a-z]+)", usage.stdout.decode("utf-8"), re.M))
-    yield "the commands of ./dev", lambda: every_command_is_there(known)
-    yield "the options of tintline in the handbook", lambda: every_option_is_explained(program)
-    yield "the default colours in the handbook", lambda: default_colours_are_those_of_the_program(
-        program)
-    for document in DOCUMENTS:
+    yield "commands and options", lambda: commands_and_options_are_told(program)
+    yield "default colours", lambda: default_colours_are_told(program)
+    for document in [*sorted(ROOT.glob("*.md")), *sorted(ROOT.glob("docs/*.md"))]:
         yield f"links of {document.name}", lambda: links_lead_somewhere(document)
-    for guide in GUIDES:
-        lines = [line for line in blocks(guide) if re.search(r"(^| )tintline ", line)]
+    for guide in (ROOT / "README.md", HANDBOOK):
+        lines = re.findall(r"^ *((?:.*\| *)?tintline .*)$", "\n".join(
+            re.findall(r"^```.*?^```$|^    .*?$", guide.read_text(encoding="utf-8"), re.M | re.S)),
+            re.M)
         assert lines, f"{guide.name} shows no command"
         for line in lines:
-            folder = Path(tempfile.mkdtemp(dir=scratch))
-            yield f"{guide.name}: {line}", lambda: run_command(line, program, folder)
+            yield f"{guide.name}: {line}", lambda: run_command(line, program, scratch)
 
 
 def main():

@@ -1,6 +1,6 @@
 // The fonts of the windows in the resolution of a monitor.
 //
-// Tested by tests/win32/controls/fonts_test.cpp.
+// Tested by tests/win32/controls/layout_test.cpp.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
 // The main window's menu bar and key combinations, made of the tables of commands.
 //
-// Tested by tests/win32/forms/menus_test.cpp.
+// Tested by tests/win32/forms/form_window_test.cpp.
 #pragma once
 
 #include <windows.h>

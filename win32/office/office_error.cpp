@@ -1,4 +1,4 @@
-// See office_error.h. Tested by tests/win32/office/office_error_test.cpp.
+// See office_error.h. Tested by tests/win32/office/office_test.cpp.
 #include "win32/office/office_error.h"
 
 #include <algorithm>

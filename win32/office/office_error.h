@@ -1,6 +1,6 @@
 // What a failed call to an Office application says, as an OfficeError.
 //
-// Tested by tests/win32/office/office_error_test.cpp.
+// Tested by tests/win32/office/office_test.cpp.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// See office_session.h. Tested by tests/win32/office/office_error_test.cpp.
+// See office_session.h. Tested by tests/win32/office/office_test.cpp.
 #include "win32/office/office_session.h"
 
 #include <objbase.h>

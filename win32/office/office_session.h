@@ -2,7 +2,7 @@
 // a host that is busy. Each object of a host holds it, so COM does not end before the last
 // of them.
 //
-// Tested by tests/win32/office/office_error_test.cpp.
+// Tested by tests/win32/office/office_test.cpp.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// See rich_edit_view.h. Tested by tests/win32/preview/rich_edit_view_test.cpp.
+// See rich_edit_view.h. Tested by tests/win32/preview/preview_test.cpp.
 #include "win32/preview/rich_edit_view.h"
 
 #include <commctrl.h>

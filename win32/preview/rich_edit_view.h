@@ -7,7 +7,7 @@
 // are. The control's own links are blue whatever the page says, and to mark them
 // takes the longer the longer the text is.
 //
-// Tested by tests/win32/preview/rich_edit_view_test.cpp.
+// Tested by tests/win32/preview/preview_test.cpp.
 #pragma once
 
 #include <windows.h>

@@ -1,6 +1,6 @@
 // The width of text in the font of the lists.
 //
-// Tested by tests/win32/controls/fonts_test.cpp.
+// Tested by tests/win32/controls/layout_test.cpp.
 #pragma once
 
 #include "ports/text_measure.h"

@@ -1,12 +1,16 @@
-// Tests of win32/controls/layout.h and status_line.h.
+// Tests of win32/controls/layout.h, status_line.h and fonts.h.
 #include "win32/controls/layout.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
+#include "base/codepage.h"
+#include "win32/controls/fonts.h"
 #include "win32/controls/status_line.h"
+#include "win32/system/text_measure.h"
 
 namespace tintline {
 namespace {
@@ -22,95 +26,71 @@ LayoutMetrics metricsAt(unsigned dpi) {
           .optionsWidth = px(430)};
 }
 
-struct Case {
-  const char* name;
-  SIZE client;
-  unsigned dpi;
-  bool preview;
-  Division division;
-};
-
-const Case kCases[] = {
-    {"as the program opens", {1160, 740}, 96, false, {}},
-    {"with the preview", {1160, 740}, 96, true, {}},
-    {"at its smallest", {720, 440}, 96, true, {}},
-    {"at its smallest, at 150 %", {1080, 660}, 144, true, {}},
-    {"on a large screen, at 200 %", {3800, 2000}, 192, true, {}},
-    {"everything pushed to the left and up", {900, 600}, 96, true, {0, 1, 0}},
-    {"everything pushed to the right and down", {900, 600}, 96, true, {1, 0, 1}},
-};
-
-std::vector<RECT> partsOf(const MainLayout& layout, bool preview) {
-  std::vector<RECT> parts{layout.toolBar, layout.tree,  layout.list1,    layout.buttons1,
-                          layout.options, layout.list2, layout.buttons2, layout.status};
-  if (preview) parts.push_back(layout.browser);
-  return parts;
-}
-
 bool holds(const RECT& outer, const RECT& inner) {
-  return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
-         outer.bottom >= inner.bottom;
+  RECT both{};
+  UnionRect(&both, &outer, &inner);
+  return EqualRect(&both, &outer) && inner.right - inner.left > 50 && inner.bottom - inner.top > 15;
 }
 
-TEST(layout, everyPartShowsAndNoneCoversAnother) {
-  for (const Case& c : kCases) {
-    SCOPED_TRACE(c.name);
-    const MainLayout layout = layOut(c.client, c.division, metricsAt(c.dpi), c.preview);
-    const std::vector<RECT> parts = partsOf(layout, c.preview);
-    const RECT client{0, 0, c.client.cx, c.client.cy};
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-      EXPECT_TRUE(holds(client, parts[i])) << "part " << i;
-      EXPECT_GT(parts[i].right - parts[i].left, 50) << "part " << i;
-      EXPECT_GT(parts[i].bottom - parts[i].top, 15) << "part " << i;
-      for (std::size_t k = 0; k < i; ++k) {
+TEST(layout, everyPartShowsInItsFrameAndNoneCoversAnother) {
+  const struct {
+    SIZE client;
+    unsigned dpi;
+    bool preview;
+    Division division;
+  } rows[] = {
+      {{1160, 740}, 96, false, {}},       // as the program opens
+      {{720, 440}, 96, true, {}},         // at its smallest
+      {{1080, 660}, 144, true, {}},       // the same at 150 %
+      {{3800, 2000}, 192, true, {}},      // a large screen at 200 %
+      {{900, 600}, 96, true, {0, 1, 0}},  // splitters pushed to the left and up
+      {{900, 600}, 96, true, {1, 0, 1}},  // and to the right and down
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(&row - rows);
+    const MainLayout layout = layOut(row.client, row.division, metricsAt(row.dpi), row.preview);
+    std::vector<RECT> parts{layout.toolBar, layout.tree,  layout.list1,    layout.buttons1,
+                            layout.options, layout.list2, layout.buttons2, layout.status};
+    if (row.preview) parts.push_back(layout.browser);
+    for (const RECT& part : parts) {
+      EXPECT_TRUE(holds({0, 0, row.client.cx, row.client.cy}, part)) << &part - parts.data();
+      for (const RECT& other : parts) {
         RECT common{};
-        EXPECT_FALSE(IntersectRect(&common, &parts[i], &parts[k])) << "parts " << i << ", " << k;
+        EXPECT_TRUE(&part == &other || !IntersectRect(&common, &part, &other));
       }
     }
-  }
-}
-
-TEST(layout, framesHoldTheirListsAndButtons) {
-  for (const Case& c : kCases) {
-    SCOPED_TRACE(c.name);
-    const MainLayout layout = layOut(c.client, c.division, metricsAt(c.dpi), c.preview);
     EXPECT_TRUE(holds(layout.frame1, layout.list1) && holds(layout.frame1, layout.buttons1));
     EXPECT_TRUE(holds(layout.frame2, layout.list2) && holds(layout.frame2, layout.buttons2));
-    EXPECT_TRUE(holds(layout.preview, layout.browser));
+    EXPECT_TRUE(!row.preview || holds(layout.preview, layout.browser));
   }
-}
-
-TEST(layout, optionsTakeTwoRowsWhereTheyHaveNoRoomInOne) {
-  const LayoutMetrics metrics = metricsAt(96);
-  const auto height = [&](LONG width) {
-    const RECT row = layOut({width, 600}, {}, metrics, true).options;
-    return row.bottom - row.top;
-  };
-  EXPECT_EQ(height(1400), metrics.option);
-  EXPECT_EQ(height(800), 2 * metrics.option);
 }
 
 TEST(layout, aSplitterFollowsThePointer) {
-  const SIZE client{1200, 800};
   const LayoutMetrics metrics = metricsAt(96);
-  const struct {
-    Splitter splitter;
-    POINT to;
-  } drags[] = {{Splitter::Tree, {400, 300}},
-               {Splitter::Preview, {800, 300}},
-               {Splitter::Source, {600, 350}}};
-  for (const auto& drag : drags) {
-    SCOPED_TRACE(static_cast<int>(drag.splitter));
-    const Division division = moved(drag.splitter, drag.to, client, {}, metrics, true);
-    const MainLayout layout = layOut(client, division, metrics, true);
-    EXPECT_EQ(layout.splitterAt(drag.to), drag.splitter);
+  const SIZE client{1200, 800};
+  for (const auto& [splitter, to] : {std::pair{Splitter::Tree, POINT{400, 300}},
+                                     {Splitter::Preview, POINT{800, 300}},
+                                     {Splitter::Source, POINT{600, 350}}}) {
+    const Division division = moved(splitter, to, client, {}, metrics, true);
+    EXPECT_EQ(layOut(client, division, metrics, true).splitterAt(to), splitter);
   }
+  EXPECT_EQ(layOut(client, {}, metrics, false).splitterAt({1100, 300}), Splitter::None);
 }
 
-TEST(layout, thereIsNoSplitterElsewhere) {
-  const MainLayout layout = layOut({1200, 800}, {}, metricsAt(96), false);
-  EXPECT_EQ(layout.splitterAt({100, 300}), Splitter::None);
-  EXPECT_EQ(layout.splitterAt({1100, 300}), Splitter::None);
+// What scrolling sideways stands on: characters of one width, tabs to every fourth column.
+TEST(fonts, textIsAsWideAsItIsMeasuredAndGrowsWithTheResolution) {
+  const UniqueFont font = listFont(kDesignDpi);
+  ListTextMeasure measure;
+  for (const auto& [line, shown] : {std::pair{"", ""},
+                                    {"WWWWWWWWWW", "WWWWWWWWWW"},
+                                    {"\xC4\xD6\xDC\xDF\x80", "\xC4\xD6\xDC\xDF\x80"},
+                                    {"abc\tx", "abc x"},
+                                    {"abcd\t\tx", "abcd        x"}}) {
+    EXPECT_EQ(expandTabs(line), shown);
+    EXPECT_EQ(measure.width(line), textSize(font.get(), fromAnsi(shown)).cx) << line;
+  }
+  EXPECT_NEAR(characterSize(listFont(192).get()).height,
+              2 * characterSize(listFont(96).get()).height, 2);
 }
 
 TEST(statusLine, isSharedAsItsTextsNeed) {

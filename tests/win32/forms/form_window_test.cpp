@@ -1,20 +1,22 @@
-// Tests of win32/forms/form_window.h, win32/controls/widgets.h and win32/message_pump.h.
+// Tests of win32/forms/form_window.h, input_box.h and menus.h, win32/controls/widgets.h and
+// win32/message_pump.h.
 #include "win32/forms/form_window.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "tests/win32/test_window.h"
+#include "tests/win32/host_window.h"
 #include "win32/control_ids.h"
 #include "win32/controls/status_line.h"
 #include "win32/controls/widgets.h"
 #include "win32/forms/input_box.h"
+#include "win32/forms/menus.h"
 
 namespace tintline {
 namespace {
@@ -24,10 +26,7 @@ struct TestForm final : Form {
     Caption = L"Test";
     OKButton.Caption = L"OK";
     Choice.List = {L"eins", L"zwei"};
-    OKButton.Click = [this] { ++clicks; };
-    Check.Click = [this] { ++clicks; };
-    Text.Change = [this] { ++clicks; };
-    Choice.Click = [this] { ++clicks; };
+    OKButton.Click = Check.Click = Text.Change = Choice.Click = [this] { ++clicks; };
   }
   TextBox Text;
   CheckBox Check;
@@ -59,14 +58,6 @@ class TestFormWindow final : public FormWindow {
   std::vector<Widget*> widgets_;
 };
 
-// For EnumThreadWindows: puts the tool tip window into that place.
-BOOL CALLBACK findTips(HWND window, LPARAM found) {
-  wchar_t name[64]{};
-  GetClassNameW(window, name, 64);
-  if (std::wstring(name) == TOOLTIPS_CLASSW) *reinterpret_cast<HWND*>(found) = window;
-  return TRUE;
-}
-
 struct FormWindowTest : testing::Test {
   MessagePump pump;
   TestForm form;
@@ -82,22 +73,35 @@ struct FormWindowTest : testing::Test {
   ~FormWindowTest() override { form.Unload(); }
 
   HWND control(int number) const { return GetDlgItem(window, number); }
+  std::wstring text(int number) const { return windowText(control(number)); }
 };
 
-TEST_F(FormWindowTest, showsTheModelsWhenItOpens) {
+TEST_F(FormWindowTest, showsTheModelsAndTellsThemWhatTheUserDoes) {
   form.Text.Text = L"Übung";
   form.Check.Value = true;
   form.Choice.ListIndex = 1;
   form.OKButton.Enabled = false;
-  form.Check.Visible = false;
+  form.Status.Visible = false;
   form.Show();
-  EXPECT_EQ(test::windowText(window), L"Test");
-  EXPECT_EQ(test::windowText(control(kText)), L"Übung");
-  EXPECT_EQ(test::windowText(control(kChoice)), L"zwei");
+  EXPECT_EQ(windowText(window), L"Test");
+  EXPECT_EQ(text(kText), L"Übung");
+  EXPECT_EQ(text(kChoice), L"zwei");
   EXPECT_EQ(SendMessageW(control(kCheck), BM_GETCHECK, 0, 0), BST_CHECKED);
   EXPECT_FALSE(IsWindowEnabled(control(id::kOk)));
-  EXPECT_FALSE(IsWindowVisible(control(kCheck)));
+  EXPECT_FALSE(IsWindowVisible(control(kStatus)));
   EXPECT_EQ(form.clicks, 0) << "showing is no act of the user";
+  form.OKButton.Enabled = true;
+  pump.flush();
+  SetWindowTextW(control(kText), L"getippt");
+  SendMessageW(control(kCheck), BM_CLICK, 0, 0);
+  SendMessageW(control(kChoice), CB_SETCURSEL, 0, 0);
+  SendMessageW(window, WM_COMMAND, MAKEWPARAM(kChoice, CBN_SELCHANGE),
+               reinterpret_cast<LPARAM>(control(kChoice)));
+  SendMessageW(control(id::kOk), BM_CLICK, 0, 0);
+  EXPECT_EQ(form.Text.Text(), L"getippt");
+  EXPECT_FALSE(form.Check.Value);
+  EXPECT_EQ(form.Choice.ListIndex, 0);
+  EXPECT_EQ(form.clicks, 4);
 }
 
 TEST_F(FormWindowTest, theKeyboardComesBackToWhatWasDisabled) {
@@ -107,66 +111,38 @@ TEST_F(FormWindowTest, theKeyboardComesBackToWhatWasDisabled) {
     pump.flush();
   };
   form.Show();
-  SetFocus(control(kText));
-  enable(false);
-  EXPECT_EQ(GetFocus(), control(kChoice)) << "behind two that are disabled";
-  enable(true);
-  EXPECT_EQ(GetFocus(), control(kText));
-  enable(false);
-  SetFocus(control(id::kOk));
-  enable(true);
-  EXPECT_EQ(GetFocus(), control(id::kOk)) << "where the user went";
-}
-
-TEST_F(FormWindowTest, showsChangesWithTheNextFlush) {
-  form.Show();
-  form.Status.Caption = L"1";
-  form.Status.Caption = L"2";
-  EXPECT_EQ(test::windowText(control(kStatus)), L"");
-  pump.flush();
-  EXPECT_EQ(test::windowText(control(kStatus)), L"2");
-}
-
-TEST_F(FormWindowTest, aLongRunShowsNowAndThen) {
-  const std::function<void()> ways[] = {
-      [this] { pump.yield(); },
-      [this] { form.Check.Refresh(); },  // of a control that did not change itself
-  };
-  form.Show();
-  for (const auto& letThrough : ways) {
-    int shown = 0;
-    std::wstring before;
-    const ULONGLONG end = GetTickCount64() + 500;
-    for (int i = 0; GetTickCount64() < end; ++i) {
-      form.Status.Caption = std::to_wstring(i);
-      letThrough();
-      shown += test::windowText(control(kStatus)) != before;
-      before = test::windowText(control(kStatus));
-    }
-    EXPECT_GE(shown, 3);
-    EXPECT_LE(shown, 20);
+  for (const auto& [from, meanwhile, back] :
+       {std::tuple{kText, kChoice + 0, kText + 0}, {int{id::kOk}, int{id::kOk}, int{id::kOk}}}) {
+    SetFocus(control(from));
+    enable(false);
+    EXPECT_EQ(GetFocus(), control(meanwhile));
+    enable(true);
+    EXPECT_EQ(GetFocus(), control(back));
   }
 }
 
-TEST_F(FormWindowTest, aRefreshShowsWhatChangedAtOnce) {
+TEST_F(FormWindowTest, aLongRunShowsNowAndThenAndARefreshAtOnce) {
   form.Show();
-  pump.flush();  // the next one is not due for a while
+  int shown = 0;
+  std::wstring before;
+  const ULONGLONG end = GetTickCount64() + 500;
+  for (int i = 0; GetTickCount64() < end; ++i) {
+    form.Status.Caption = std::to_wstring(i);
+    pump.yield();
+    shown += text(kStatus) != before;
+    before = text(kStatus);
+  }
+  EXPECT_GE(shown, 3);
+  EXPECT_LE(shown, 20);
   form.Status.Caption = L"Stelle Verbindung her...";
   form.Status.Refresh();
-  EXPECT_EQ(test::windowText(control(kStatus)), L"Stelle Verbindung her...");
-  form.Caption = L"Neu";
-  form.Refresh();
-  EXPECT_EQ(test::windowText(window), L"Neu");
+  EXPECT_EQ(text(kStatus), L"Stelle Verbindung her...");
 }
 
-TEST_F(FormWindowTest, aTopmostFormIsInFrontAtOnceAndItsTipsInFrontOfIt) {
+TEST_F(FormWindowTest, aTopmostFormIsInFrontAndItsTipsInFrontOfIt) {
   form.Text.ToolTipText = L"Tipp";
   form.Show();
-  HWND tips = nullptr;
-  EnumThreadWindows(GetCurrentThreadId(), findTips, reinterpret_cast<LPARAM>(&tips));
-  ASSERT_NE(tips, nullptr);
-  const auto tipIsShown = [&] { return IsWindowVisible(tips) != FALSE; };
-  for (const bool topmost : {false, true, false}) {  // also behind a tip that was shown
+  for (const bool topmost : {false, true}) {
     form.Topmost = topmost;
     form.Refresh();
     EXPECT_EQ((GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0, topmost);
@@ -174,46 +150,24 @@ TEST_F(FormWindowTest, aTopmostFormIsInFrontAtOnceAndItsTipsInFrontOfIt) {
     GetWindowRect(control(kText), &place);
     SetCursorPos(place.left + 5, place.top + 5);
     PostMessageW(control(kText), WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
-    EXPECT_TRUE(test::pumpUntil(tipIsShown, 3000));
+    HWND tips = nullptr;
+    EXPECT_TRUE(test::pumpUntil([&] {
+      while ((tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr)) != nullptr)
+        if (IsWindowVisible(tips)) return true;
+      return false;
+    }));
     HWND behind = tips;
     while (behind != nullptr && behind != window) behind = GetWindow(behind, GW_HWNDNEXT);
     EXPECT_EQ(behind, window);
     SetCursorPos(0, 0);
     SendMessageW(tips, TTM_POP, 0, 0);
-    EXPECT_FALSE(tipIsShown());
   }
-  form.Unload();
-  EXPECT_FALSE(IsWindow(tips));
 }
 
-TEST_F(FormWindowTest, tellsTheModelsWhatTheUserDoes) {
-  form.Show();
-  SetWindowTextW(control(kText), L"getippt");
-  EXPECT_EQ(form.Text.Text(), L"getippt");
-  SendMessageW(control(kCheck), BM_CLICK, 0, 0);
-  EXPECT_TRUE(form.Check.Value);
-  SendMessageW(control(kChoice), CB_SETCURSEL, 1, 0);
-  SendMessageW(window, WM_COMMAND, MAKEWPARAM(kChoice, CBN_SELCHANGE),
-               reinterpret_cast<LPARAM>(control(kChoice)));
-  EXPECT_EQ(form.Choice.ListIndex, 1);
-  SendMessageW(control(id::kOk), BM_CLICK, 0, 0);
-  EXPECT_EQ(form.clicks, 4);
-}
-
-TEST_F(FormWindowTest, theFormMayCloseTheWindowInItsOwnEvent) {
-  form.OKButton.Click = [this] { form.Unload(); };
-  form.Show();
-  SendMessageW(control(id::kOk), BM_CLICK, 0, 0);
-  EXPECT_FALSE(IsWindow(window));
-  form.Text.Text = L"danach";  // nobody shows it
-  form.Show();
-  EXPECT_EQ(test::windowText(control(kText)), L"danach");
-}
-
-TEST_F(FormWindowTest, aModalWindowLocksTheOthersUntilItCloses) {
-  const test::TestWindow other;
+TEST_F(FormWindowTest, aModalWindowLocksTheOthersUntilItClosesInItsOwnEvent) {
+  const test::HostWindow other;
   form.OKButton.Click = [&] {
-    EXPECT_FALSE(IsWindowEnabled(other.get()));
+    EXPECT_FALSE(IsWindowEnabled(other.hwnd()));
     form.Unload();
   };
   form.makeView = [this] {
@@ -223,12 +177,9 @@ TEST_F(FormWindowTest, aModalWindowLocksTheOthersUntilItCloses) {
     return view;
   };
   form.ShowModal();
-  EXPECT_TRUE(IsWindowEnabled(other.get()));
+  EXPECT_TRUE(IsWindowEnabled(other.hwnd()));
   EXPECT_FALSE(IsWindow(window));
-}
-
-TEST_F(FormWindowTest, theEndOfTheProgramEndsModalWindowsToo) {
-  form.makeView = [this] {
+  form.makeView = [this] {  // the end of the program ends it too
     PostQuitMessage(7);
     return std::make_unique<TestFormWindow>(pump, form);
   };
@@ -238,34 +189,41 @@ TEST_F(FormWindowTest, theEndOfTheProgramEndsModalWindowsToo) {
   PeekMessageW(&rest, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
 }
 
-// Does something with the input box as soon as it is there.
-std::optional<std::wstring> answerOf(const std::function<void(HWND)>& act) {
-  MessagePump pump;
-  static std::function<void(HWND)> waiting;
-  waiting = act;
-  const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
-    HWND box = FindWindowW(kInputClass, nullptr);
-    if (box == nullptr || !waiting) return;
-    std::exchange(waiting, nullptr)(box);
-  });
-  auto answer = askForText(pump, L"TINTLINE", L"Wie breit?", L"80");
-  KillTimer(nullptr, timer);
-  return answer;
+TEST(input_box, givesTheTextOrNothing) {
+  static UINT key;
+  for (const auto& [pressed, expected] :
+       {std::pair<UINT, std::optional<std::wstring>>{VK_RETURN, L"12"}, {VK_ESCAPE, {}}}) {
+    MessagePump pump;
+    key = pressed;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) {
+      const HWND box = FindWindowW(kInputClass, nullptr);
+      if (box == nullptr) return;
+      KillTimer(nullptr, id);
+      for (const WPARAM c : {L'1', L'2'})  // replaces what was offered
+        SendDlgItemMessageW(box, id::kInputText, WM_CHAR, c, 0);
+      PostMessageW(GetDlgItem(box, id::kInputText), WM_KEYDOWN, key, 0);
+    });
+    EXPECT_EQ(askForText(pump, L"TINTLINE", L"Wie breit?", L"80"), expected);
+    KillTimer(nullptr, timer);
+  }
 }
 
-TEST(input_box, givesTheTextOrNothing) {
-  EXPECT_EQ(answerOf([](HWND box) { PostMessageW(box, WM_COMMAND, id::kOk, 0); }), L"80");
-  EXPECT_EQ(answerOf([](HWND box) {
-              for (const WPARAM c : {L'1', L'2', L'0'})  // replaces what was offered
-                SendDlgItemMessageW(box, id::kInputText, WM_CHAR, c, 0);
-              PostMessageW(GetDlgItem(box, id::kInputText), WM_KEYDOWN, VK_RETURN, 0);
-            }),
-            L"120");
-  EXPECT_EQ(answerOf([](HWND box) {
-              PostMessageW(GetDlgItem(box, id::kInputText), WM_KEYDOWN, VK_ESCAPE, 0);
-            }),
-            std::nullopt);
-  EXPECT_EQ(answerOf([](HWND box) { PostMessageW(box, WM_CLOSE, 0, 0); }), std::nullopt);
+TEST(menus, barAndKeysHoldEveryEntry) {
+  const UniqueMenu bar = makeMenuBar();
+  for (std::size_t i = 0; i < menuBar().size(); ++i)
+    EXPECT_EQ(GetMenuItemCount(GetSubMenu(bar.get(), static_cast<int>(i))),
+              static_cast<int>(menuBar()[i].entries.size()));
+  wchar_t text[60]{};
+  GetMenuStringW(GetSubMenu(bar.get(), 0), 0, text, 60, MF_BYPOSITION);
+  EXPECT_EQ(std::wstring(text), L"&Öffnen…\tStrg+O");
+  const UniqueAccelerators table = makeAccelerators();
+  std::vector<ACCEL> keys(accelerators().size() + 9);
+  keys.resize(static_cast<std::size_t>(
+      CopyAcceleratorTableW(table.get(), keys.data(), static_cast<int>(keys.size()))));
+  EXPECT_EQ(keys.size(), accelerators().size() + 2);  // plus and minus stand on two keys each
+  std::set<std::pair<int, int>> seen;
+  for (const ACCEL& key : keys)
+    EXPECT_TRUE(seen.emplace(key.fVirt & (FCONTROL | FSHIFT | FALT), key.key).second) << key.key;
 }
 
 }  // namespace

@@ -1,27 +1,28 @@
-// See program_test.h. The program's entry; run by ./dev test.
-//
-// While the tests run, pages are opened by this very program: it notes their names.
+// See program_test.h. The entry of the test program, too.
 #include "tests/win32/program/program_test.h"
 
-#include <algorithm>
+#include <commctrl.h>
 
 #include "base/file.h"
 
 namespace tintline::test {
+namespace {
 
 namespace fs = std::filesystem;
 
-namespace {
+// ---------------------------------------------------------------------------- opened pages
 
 constexpr std::wstring_view kNoteOption = L"--note-opened";
+constexpr const wchar_t* kExtension = L"Software\\Classes\\.htm";
+constexpr const wchar_t* kClass = L"Software\\Classes\\tintline.test";
+constexpr const wchar_t* kOpenCommand = L"Software\\Classes\\tintline.test\\shell\\open\\command";
 
 fs::path noteFile() { return fs::temp_directory_path() / L"tintline-opened.txt"; }
 
 int noteOpened(std::wstring_view file) {
   const std::u8string name = fs::path(file).u8string();
   AtomicFile note(noteFile());
-  note.stream().write(reinterpret_cast<const char*>(name.data()),
-                      static_cast<std::streamsize>(name.size()));
+  note.stream() << std::string_view(reinterpret_cast<const char*>(name.data()), name.size());
   note.commit();
   return 0;
 }
@@ -31,91 +32,181 @@ void setDefaultValue(const wchar_t* key, const std::wstring& value) {
                   static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
-std::wstring defaultValue(const wchar_t* key) {
-  wchar_t value[256] = L"";
-  DWORD size = sizeof value;
-  RegGetValueW(HKEY_LOCAL_MACHINE, key, nullptr, RRF_RT_REG_SZ, nullptr, value, &size);
-  return value;
+std::wstring formerClass;
+
+// -------------------------------------------------------------------------------- dialogs
+
+constexpr wchar_t kDialogClass[] = L"#32770";
+constexpr int kMessageText = 0xFFFF;
+
+bool isMessageBox(Window window) {
+  return window.className() == kDialogClass && GetDlgItem(window.handle(), kMessageText) != nullptr;
 }
+
+// Whether a child shows an icon; for EnumChildWindows.
+BOOL CALLBACK findIcon(HWND child, LPARAM found) {
+  const bool isIcon = (GetWindowLongPtrW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON &&
+                      Window(child).className() == L"Static" &&
+                      Window(child).send(STM_GETICON) != 0;
+  *reinterpret_cast<bool*>(found) |= isIcon;
+  return TRUE;
+}
+
+// The clipboard, opened; another program may hold it for a moment.
+class OpenClipboardGuard {
+ public:
+  OpenClipboardGuard() {
+    for (int attempt = 0; OpenClipboard(nullptr) == FALSE; Sleep(10))
+      if (++attempt == 500) throw Failure("the clipboard cannot be opened");
+  }
+  ~OpenClipboardGuard() { CloseClipboard(); }
+  OpenClipboardGuard(const OpenClipboardGuard&) = delete;
+  OpenClipboardGuard& operator=(const OpenClipboardGuard&) = delete;
+};
 
 }  // namespace
 
-// Ends the shared program behind the last test, and has pages opened by this program.
-class ProgramEnvironment : public testing::Environment {
- public:
-  void SetUp() override {
-    wchar_t self[MAX_PATH];
-    GetModuleFileNameW(nullptr, self, MAX_PATH);
-    former_ = defaultValue(kExtension);
-    setDefaultValue(kExtension, L"tintline.test");
-    setDefaultValue(kOpenCommand,
-                    L"\"" + std::wstring(self) + L"\" " + std::wstring(kNoteOption) + L" \"%1\"");
-  }
-
-  void TearDown() override {
-    SharedProgramTest::end();
-    setDefaultValue(kExtension, former_);
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\tintline.test");
-  }
-
- private:
-  static constexpr const wchar_t* kExtension = L"Software\\Classes\\.htm";
-  static constexpr const wchar_t* kOpenCommand =
-      L"Software\\Classes\\tintline.test\\shell\\open\\command";
-  std::wstring former_;
-};
-
-std::unique_ptr<ProgramFolder> SharedProgramTest::folder_;
-std::unique_ptr<RunningProgram> SharedProgramTest::program_;
-
-void SharedProgramTest::SetUp() {
+void ProgramTest::SetUpTestSuite() {
+  wchar_t self[MAX_PATH], former[256] = L"";
+  GetModuleFileNameW(nullptr, self, MAX_PATH);
+  DWORD size = sizeof former;
+  RegGetValueW(HKEY_LOCAL_MACHINE, kExtension, nullptr, RRF_RT_REG_SZ, nullptr, former, &size);
+  formerClass = former;
+  setDefaultValue(kExtension, L"tintline.test");
+  setDefaultValue(kOpenCommand,
+                  L"\"" + std::wstring(self) + L"\" " + kNoteOption.data() + L" \"%1\"");
   fs::remove(noteFile());
-  if (program_ && program_->app.running()) return;
-  end();
-  folder_ = std::make_unique<ProgramFolder>();
-  program_ = std::make_unique<RunningProgram>(*folder_);
 }
 
-// Nobody knows in which state a program is whose test failed.
-void SharedProgramTest::TearDown() {
-  if (HasFailure()) end();
+void ProgramTest::TearDownTestSuite() {
+  setDefaultValue(kExtension, formerClass);
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, kClass);
 }
 
-void SharedProgramTest::end() {
-  program_.reset();
-  folder_.reset();
+void ProgramTest::start(const std::wstring& arguments) {
+  main_.reset();
+  app_.emplace(folder.program(), arguments);
+  waitForMain();
 }
 
-fs::path SharedProgramTest::newFile() const {
-  static int number = 0;
-  return folder() / (L"Seite " + std::to_wstring(++number) + L".htm");
+void ProgramTest::exportTo(const fs::path& target) const {
+  const Started exporting = main().press(id::kCmdExport);
+  FileDialogOf(app()).accept(target.wstring());
+  exporting.finish(MainWindow::kRunTime);
 }
 
-testing::AssertionResult sameText(std::string_view actual, std::string_view expected) {
-  if (actual == expected) return testing::AssertionSuccess();
-  const auto parting = std::ranges::mismatch(actual, expected);
-  const auto place = static_cast<std::size_t>(parting.in1 - actual.begin());
-  const std::size_t begin = place < 40 ? 0 : place - 40;
-  return testing::AssertionFailure()
-         << actual.size() << " and " << expected.size() << " bytes, different from byte " << place
-         << " on: " << testing::PrintToString(std::string(actual.substr(begin, 160)))
-         << ", expected " << testing::PrintToString(std::string(expected.substr(begin, 160)));
+void ProgramTest::cancelFileDialog() const {
+  const Window dialog = FileDialogOf(app()).window();
+  dialog.post(WM_COMMAND, IDCANCEL);
+  app().untilGone(dialog);
 }
 
-fs::path openedFile(const App& app) {
+Message ProgramTest::answer(int button) const {
+  const Window box = app().window(isMessageBox, "a message box");
+  Message message{box.text(), box.control(kMessageText).text(), false};
+  std::erase(message.text, L'\r');
+  EnumChildWindows(box.handle(), findIcon, reinterpret_cast<LPARAM>(&message.icon));
+  box.post(WM_COMMAND, static_cast<WPARAM>(button));
+  app().untilGone(box);
+  return message;
+}
+
+bool ProgramTest::messageIsShown() const { return app().find(isMessageBox).has_value(); }
+
+ProgramTest::Opened ProgramTest::open(Command command, const wchar_t* className) const {
+  Started started = main().start(command);
+  return {started, app().windowOfClass(className)};
+}
+
+void ProgramTest::leave(const Opened& dialog, int button) const {
+  dialog.window.control(button).post(BM_CLICK);
+  app().untilGone(dialog.window);
+}
+
+std::string ProgramTest::line(int list, std::size_t index) const {
+  const Window box = main().control(list);
+  const LRESULT length = box.send(kGetLine, index);
+  if (length < 0) throw Failure("no line " + std::to_string(index));
+  std::string bytes(static_cast<std::size_t>(length), '\0');
+  const ForeignMemory memory(app(), bytes.size() + 1);
+  box.send(kGetLine, index, memory.argument());
+  memory.read(0, bytes.data(), bytes.size());
+  return bytes;
+}
+
+std::vector<std::string> ProgramTest::lines(int list) const {
+  std::vector<std::string> lines;
+  for (std::size_t index = 0; index < main().lineCount(list); ++index)
+    lines.push_back(line(list, index));
+  return lines;
+}
+
+void ProgramTest::clickLine(int list, std::size_t index, WPARAM keys) const {
+  const Window box = main().control(list);
+  box.send(LB_SETTOPINDEX, index);  // so that it is in view, if possible as the first one
+  const auto top = static_cast<std::size_t>(box.send(LB_GETTOPINDEX));
+  const auto height = static_cast<std::size_t>(box.send(LB_GETITEMHEIGHT));
+  box.click({5, static_cast<LONG>((index - top) * height + height / 2)}, keys);
+  app().until([&] { return box.send(LB_GETSEL, index) > 0; }, "the selection of a line");
+}
+
+void ProgramTest::untilLines(int list, std::size_t count) const {
+  app().until([&] { return main().lineCount(list) == count; }, std::to_string(count) + " lines");
+  main().untilIdle();
+}
+
+std::vector<std::wstring> ProgramTest::tree() const {
+  return treeTexts(app(), main().control(id::kTreeView1));
+}
+
+void ProgramTest::chooseFromNodeMenu(std::size_t node, int entry) const {
+  main().untilIdle();
+  const Window tree = main().control(id::kTreeView1);
+  const POINT place = placeOfTreeNode(app(), tree, node);
+  POINT onScreen = place;
+  ClientToScreen(tree.handle(), &onScreen);
+  SetCursorPos(onScreen.x, onScreen.y);  // the menu opens at the pointer
+  tree.post(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(place.x, place.y));
+  tree.post(WM_RBUTTONUP, 0, MAKELPARAM(place.x, place.y));
+  const Window menu = app().windowOfClass(L"#32768");
+  for (int i = 0; i <= entry; ++i) tree.post(WM_KEYDOWN, VK_DOWN);
+  tree.post(WM_KEYDOWN, VK_RETURN);
+  app().untilGone(menu);
+}
+
+fs::path ProgramTest::openedFile() const {
   std::string name;
   const auto isNoted = [&name] {
     try {
-      if (!exists(noteFile())) return false;
-      name = readFile(noteFile());
-      return true;
+      if (exists(noteFile())) name = readFile(noteFile());
     } catch (const FileError&) {  // it is just being written
-      return false;
     }
+    return !name.empty();
   };
-  app.until(isNoted, "the opening of a page");
+  app().until(isNoted, "the opening of a page");
   fs::remove(noteFile());
   return std::u8string(name.begin(), name.end());
+}
+
+std::optional<std::string> clipboardText() {
+  const OpenClipboardGuard clipboard;
+  const HANDLE data = GetClipboardData(CF_TEXT);
+  if (data == nullptr) return std::nullopt;
+  std::string text = static_cast<const char*>(GlobalLock(data));
+  GlobalUnlock(data);
+  return text;
+}
+
+void setClipboardText(std::wstring_view text) {
+  const OpenClipboardGuard clipboard;
+  EmptyClipboard();
+  if (text.empty()) return;
+  const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
+  auto* place = static_cast<wchar_t*>(GlobalLock(data));
+  place[text.copy(place, text.size())] = L'\0';
+  GlobalUnlock(data);
+  if (SetClipboardData(CF_UNICODETEXT, data) == nullptr)
+    throw Failure("the clipboard takes no text");
 }
 
 }  // namespace tintline::test
@@ -125,6 +216,5 @@ int main(int argc, char** argv) {
   const std::vector<std::wstring> arguments = ownArguments();
   if (arguments.size() == 2 && arguments[0] == kNoteOption) return noteOpened(arguments[1]);
   testing::InitGoogleTest(&argc, argv);
-  testing::AddGlobalTestEnvironment(new ProgramEnvironment);
   return RUN_ALL_TESTS();
 }

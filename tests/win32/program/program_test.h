@@ -1,52 +1,78 @@
-// What the tests of the running program stand on. Starting takes two seconds, the splash's
-// time; so tests share a running program as long as all goes well, each with files of its own.
-//
-// Tested by every test in this folder.
+// What the journeys through the running program stand on: the program in a folder of its own, and
+// what a user does in it beyond what the pictures and the bench need (bench/win32/driver.h).
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
-#include "tests/win32/program/main_window.h"
-#include "tests/win32/program/program_folder.h"
+#include "bench/win32/main_window.h"
+#include "bench/win32/program_folder.h"
 
 namespace tintline::test {
 
-// A program that was started in a folder of its own, with its start-up behind it.
-struct RunningProgram {
-  explicit RunningProgram(const ProgramFolder& folder) : app(folder.program()), main(app) {}
-
-  App app;
-  MainWindow main;
+// What a message box showed.
+struct Message {
+  std::wstring title, text;  // text: without carriage returns
+  bool icon;
 };
 
-// A test with a program that earlier tests may have used: it opens a file of its own, and
-// leaves no window open.
-class SharedProgramTest : public testing::Test {
+class ProgramTest : public testing::Test {
  protected:
-  void SetUp() override;
-  void TearDown() override;
+  // Pages are opened by this very test program meanwhile, which notes their names.
+  static void SetUpTestSuite();
+  static void TearDownTestSuite();
 
-  const ProgramFolder& folder() const { return *folder_; }
-  const App& app() const { return program_->app; }
-  const MainWindow& main() const { return program_->main; }
+  // Starts the program and waits until its start-up is over.
+  void start(const std::wstring& arguments = {});
+  const App& app() const { return *app_; }
+  const MainWindow& main() const { return *main_; }
+  void waitForMain() { main_.emplace(*app_); }
 
-  // A place for a file that does not exist yet.
-  std::filesystem::path newFile() const;
+  // Chooses a file in the system's dialog that a command or button opens, or leaves it.
+  void exportTo(const std::filesystem::path& target) const;
+  void cancelFileDialog() const;
 
-  static std::unique_ptr<ProgramFolder> folder_;
-  static std::unique_ptr<RunningProgram> program_;
+  // Waits for a message box of the system and answers it: IDOK, IDYES, IDNO.
+  Message answer(int button = IDOK) const;
+  bool messageIsShown() const;
 
- private:
-  friend class ProgramEnvironment;
-  static void end();
+  // Waits for the window of that class which a command opens.
+  struct Opened {
+    Started command;
+    Window window;
+  };
+  Opened open(Command command, const wchar_t* className) const;
+  void leave(const Opened& dialog, int button) const;
+
+  // The lines of a list, as bytes; a click on one, and on the last one of several with Shift.
+  std::string line(int list, std::size_t index) const;
+  std::vector<std::string> lines(int list) const;
+  void clickLine(int list, std::size_t index, WPARAM keys = 0) const;
+  void untilLines(int list, std::size_t count) const;
+
+  std::vector<std::wstring> tree() const;
+  // An entry, from 0, of the menu of a node of the tree.
+  void chooseFromNodeMenu(std::size_t node, int entry) const;
+
+  // The page of the line at hand as the command line converts it.
+  std::string page(const std::filesystem::path& module, const std::wstring& options = L"") const {
+    return folder.convert(module, options);
+  }
+
+  // The file that the program last asked the shell to open; waits for it.
+  std::filesystem::path openedFile() const;
+
+  ProgramFolder folder{L"Übung für Größe"};
+  std::optional<App> app_;
+  std::optional<MainWindow> main_;
 };
 
-// Whether two long texts are the same; if not, where they part.
-testing::AssertionResult sameText(std::string_view actual, std::string_view expected);
-
-// The file that the program last asked the shell to open; waits for it.
-std::filesystem::path openedFile(const App& app);
+// The clipboard's text in the code page, as it stands; nothing for no text.
+std::optional<std::string> clipboardText();
+void setClipboardText(std::wstring_view text);
 
 }  // namespace tintline::test

@@ -1,5 +1,5 @@
 // See screenshot.h. Tested by ./dev pictures.
-#include "tests/win32/program/screenshot.h"
+#include "bench/win32/screenshot.h"
 
 #include <objidl.h>
 

@@ -1,5 +1,5 @@
-// See driver.h. Tested by every test in this folder.
-#include "tests/win32/program/driver.h"
+// See driver.h. Tested by every test in tests/win32/program/.
+#include "bench/win32/driver.h"
 
 #include <commctrl.h>
 #include <shellapi.h>
@@ -57,34 +57,6 @@ PROCESS_INFORMATION start(const std::filesystem::path& program, const std::wstri
   return process;
 }
 
-// Memory in the program, for messages whose arguments the system does not carry over.
-class ForeignMemory {
- public:
-  ForeignMemory(HANDLE process, std::size_t size)
-      : process_(process),
-        place_(VirtualAllocEx(process, nullptr, size, MEM_COMMIT, PAGE_READWRITE)) {
-    if (place_ == nullptr) throw Failure("no memory in the program");
-  }
-  ~ForeignMemory() { VirtualFreeEx(process_, place_, 0, MEM_RELEASE); }
-  ForeignMemory(const ForeignMemory&) = delete;
-  ForeignMemory& operator=(const ForeignMemory&) = delete;
-
-  char* at(std::size_t offset) const { return static_cast<char*>(place_) + offset; }
-  LPARAM argument() const { return reinterpret_cast<LPARAM>(place_); }
-  void write(const void* data, std::size_t size) const {
-    if (!WriteProcessMemory(process_, place_, data, size, nullptr))
-      throw Failure("cannot write to the program's memory");
-  }
-  void read(std::size_t offset, void* data, std::size_t size) const {
-    if (!ReadProcessMemory(process_, at(offset), data, size, nullptr))
-      throw Failure("cannot read the program's memory");
-  }
-
- private:
-  HANDLE process_;
-  void* place_;
-};
-
 }  // namespace
 
 // --------------------------------------------------------------------------------- Window
@@ -127,12 +99,6 @@ std::optional<Window> Window::findControl(int id) const {
 Window Window::control(int id) const {
   if (const auto found = findControl(id)) return *found;
   throw Failure("no control " + std::to_string(id));
-}
-
-Window Window::controlOfClass(std::wstring_view className) const {
-  const auto found = firstControl(handle_, [=](Window w) { return w.className() == className; });
-  if (!found) throw Failure("no control of that class");
-  return *found;
 }
 
 void Window::pressKey(WORD key, WORD held) const {
@@ -223,76 +189,26 @@ Window App::windowOfClass(std::wstring_view className) const {
                 "window of class " + std::filesystem::path(className).string());
 }
 
-Window App::windowTitled(std::wstring_view title) const {
-  return window([=](Window window) { return window.text() == title; },
-                "window titled " + std::filesystem::path(title).string());
-}
-
 void App::untilGone(Window window) const {
   eventually([&] { return !window.exists() || !window.visible() || !running(); }, kPatience);
   if (window.exists() && window.visible()) throw Failure("a window does not close");
 }
 
-// -------------------------------------------------------------------------------- dialogs
+// ---------------------------------------------------------------------------- file dialog
 
 namespace {
 
-constexpr wchar_t kDialogClass[] = L"#32770";
-constexpr int kMessageText = 0xFFFF;
-constexpr int kMessageIcon = 0x14;  // Windows' number; other systems: any SS_ICON
 constexpr int kFileName = 0x47C;
-constexpr int kFileFilter = 0x470;
-constexpr int kFolderPrompt = 14146;
-
-bool isMessageBox(Window window) {
-  return window.className() == kDialogClass && GetDlgItem(window.handle(), kMessageText) != nullptr;
-}
 
 bool isFileDialog(Window window) {
-  return window.className() == kDialogClass && window.findControl(kFileName) &&
-         window.findControl(kFileName)->visible();
-}
-
-bool isFolderDialog(Window window) {
-  return window.className() == kDialogClass &&
-         GetDlgItem(window.handle(), kFolderPrompt) != nullptr;
+  const std::optional<Window> name = window.findControl(kFileName);
+  return window.className() == L"#32770" && name && name->visible();
 }
 
 }  // namespace
 
-MessageBoxOf::MessageBoxOf(const App& app)
-    : app_(app), window_(app.window(isMessageBox, "a message box")) {}
-
-std::optional<Window> MessageBoxOf::find(const App& app) { return app.find(isMessageBox); }
-
-std::wstring MessageBoxOf::text() const { return window_.control(kMessageText).text(); }
-
-bool MessageBoxOf::hasIcon() const {
-  const auto isIcon = [](Window child) {
-    const LONG_PTR style = GetWindowLongPtrW(child.handle(), GWL_STYLE);
-    return child.className() == L"Static" && (style & SS_TYPEMASK) == SS_ICON && child.visible() &&
-           (child.send(STM_GETICON) != 0 || GetDlgCtrlID(child.handle()) == kMessageIcon);
-  };
-  return firstControl(window_.handle(), isIcon).has_value();
-}
-
-void MessageBoxOf::answer(int button) const {
-  window_.post(WM_COMMAND, static_cast<WPARAM>(button));
-  app_.untilGone(window_);
-}
-
 FileDialogOf::FileDialogOf(const App& app)
     : app_(app), window_(app.window(isFileDialog, "a file dialog")) {}
-
-std::wstring FileDialogOf::name() const { return window_.control(kFileName).text(); }
-
-void FileDialogOf::chooseFilter(int index) const {
-  const Window filter = window_.control(kFileFilter);
-  filter.send(CB_SETCURSEL, static_cast<WPARAM>(index));
-  for (const int code : {CBN_SELENDOK, CBN_SELCHANGE})  // as after a choice by mouse or key
-    window_.send(WM_COMMAND, MAKEWPARAM(kFileFilter, code),
-                 reinterpret_cast<LPARAM>(filter.handle()));
-}
 
 void FileDialogOf::accept(const std::wstring& name) const {
   window_.control(kFileName).setText(name);
@@ -300,24 +216,22 @@ void FileDialogOf::accept(const std::wstring& name) const {
   app_.untilGone(window_);
 }
 
-void FileDialogOf::cancel() const {
-  window_.post(WM_COMMAND, IDCANCEL);
-  app_.untilGone(window_);
+// ------------------------------------------------------------------------- foreign memory
+
+ForeignMemory::ForeignMemory(const App& app, std::size_t size)
+    : process_(app.process()),
+      place_(VirtualAllocEx(process_, nullptr, size, MEM_COMMIT, PAGE_READWRITE)) {
+  if (place_ == nullptr) throw Failure("no memory in the program");
 }
 
-FolderDialogOf::FolderDialogOf(const App& app)
-    : app_(app), window_(app.window(isFolderDialog, "a folder dialog")) {}
-
-std::wstring FolderDialogOf::prompt() const { return window_.control(kFolderPrompt).text(); }
-
-void FolderDialogOf::accept() const {
-  window_.post(WM_COMMAND, IDOK);
-  app_.untilGone(window_);
+void ForeignMemory::write(const void* data, std::size_t size) const {
+  if (!WriteProcessMemory(process_, place_, data, size, nullptr))
+    throw Failure("cannot write to the program's memory");
 }
 
-void FolderDialogOf::cancel() const {
-  window_.post(WM_COMMAND, IDCANCEL);
-  app_.untilGone(window_);
+void ForeignMemory::read(std::size_t offset, void* data, std::size_t size) const {
+  if (!ReadProcessMemory(process_, at(offset), data, size, nullptr))
+    throw Failure("cannot read the program's memory");
 }
 
 // ----------------------------------------------------------------------------------- tree
@@ -350,7 +264,7 @@ std::vector<TreeItem> treeItems(Window tree) {
 }
 
 std::wstring treeText(const App& app, Window tree, HTREEITEM item) {
-  const ForeignMemory memory(app.process(), sizeof(TVITEMW) + kTreeText * sizeof(wchar_t));
+  const ForeignMemory memory(app, sizeof(TVITEMW) + kTreeText * sizeof(wchar_t));
   TVITEMW request{};
   request.mask = TVIF_TEXT | TVIF_HANDLE;
   request.hItem = item;
@@ -363,21 +277,6 @@ std::wstring treeText(const App& app, Window tree, HTREEITEM item) {
   return {text, wcsnlen(text, kTreeText)};
 }
 
-// Where the node's text is, once it is in view.
-POINT placeOf(const App& app, Window tree, std::size_t index) {
-  const HTREEITEM item = treeItems(tree).at(index).handle;
-  tree.send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
-  // The message takes the node in the place where it puts the rectangle.
-  const ForeignMemory memory(app.process(), sizeof(RECT));
-  RECT place{};
-  std::memcpy(&place, &item, sizeof item);
-  memory.write(&place, sizeof place);
-  if (tree.send(TVM_GETITEMRECT, TRUE, memory.argument()) == 0)
-    throw Failure("the tree node is not in view");
-  memory.read(0, &place, sizeof place);
-  return {place.left + 2, (place.top + place.bottom) / 2};
-}
-
 }  // namespace
 
 std::vector<std::wstring> treeTexts(const App& app, Window tree) {
@@ -388,21 +287,22 @@ std::vector<std::wstring> treeTexts(const App& app, Window tree) {
   return texts;
 }
 
-void clickTreeNode(const App& app, Window tree, std::size_t index) {
-  tree.click(placeOf(app, tree, index));
+POINT placeOfTreeNode(const App& app, Window tree, std::size_t index) {
+  const HTREEITEM item = treeItems(tree).at(index).handle;
+  tree.send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+  // The message takes the node in the place where it puts the rectangle.
+  const ForeignMemory memory(app, sizeof(RECT));
+  RECT place{};
+  std::memcpy(&place, &item, sizeof item);
+  memory.write(&place, sizeof place);
+  if (tree.send(TVM_GETITEMRECT, TRUE, memory.argument()) == 0)
+    throw Failure("the tree node is not in view");
+  memory.read(0, &place, sizeof place);
+  return {place.left + 2, (place.top + place.bottom) / 2};
 }
 
-void chooseFromTreeMenu(const App& app, Window tree, std::size_t index, int entry) {
-  const POINT place = placeOf(app, tree, index);
-  POINT onScreen = place;
-  ClientToScreen(tree.handle(), &onScreen);
-  SetCursorPos(onScreen.x, onScreen.y);  // the menu opens at the pointer
-  tree.post(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(place.x, place.y));
-  tree.post(WM_RBUTTONUP, 0, MAKELPARAM(place.x, place.y));
-  const Window menu = app.windowOfClass(L"#32768");
-  for (int i = 0; i <= entry; ++i) tree.post(WM_KEYDOWN, VK_DOWN);
-  tree.post(WM_KEYDOWN, VK_RETURN);
-  app.untilGone(menu);
+void clickTreeNode(const App& app, Window tree, std::size_t index) {
+  tree.click(placeOfTreeNode(app, tree, index));
 }
 
 // ------------------------------------------------------------------------------- messages
@@ -431,64 +331,16 @@ void Started::finish(std::chrono::milliseconds patience) const {
   app_.until([this] { return done(); }, "the end of a command", patience);
 }
 
-std::string answerInMemory(const App& app, Window window, UINT message, WPARAM wparam,
-                           std::size_t size) {
-  const ForeignMemory memory(app.process(), size);
-  window.send(message, wparam, memory.argument());
-  std::string answer(size, '\0');
-  memory.read(0, answer.data(), size);
-  return answer;
-}
-
-// ------------------------------------------------------------------------------ clipboard
-
-namespace {
-
-// The clipboard, opened; another program may hold it for a moment.
-class OpenClipboardGuard {
- public:
-  OpenClipboardGuard() {
-    if (!eventually([] { return OpenClipboard(nullptr) != FALSE; }, kPatience))
-      throw Failure("the clipboard cannot be opened");
-  }
-  ~OpenClipboardGuard() { CloseClipboard(); }
-  OpenClipboardGuard(const OpenClipboardGuard&) = delete;
-  OpenClipboardGuard& operator=(const OpenClipboardGuard&) = delete;
-};
-
-}  // namespace
-
-std::optional<std::string> clipboardText() {
-  const OpenClipboardGuard clipboard;
-  const HANDLE data = GetClipboardData(CF_TEXT);
-  if (data == nullptr) return std::nullopt;
-  std::string text = static_cast<const char*>(GlobalLock(data));
-  GlobalUnlock(data);
-  return text;
-}
-
-void setClipboardText(std::wstring_view text) {
-  const OpenClipboardGuard clipboard;
-  EmptyClipboard();
-  const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
-  auto* place = static_cast<wchar_t*>(GlobalLock(data));
-  place[text.copy(place, text.size())] = L'\0';
-  GlobalUnlock(data);
-  if (SetClipboardData(CF_UNICODETEXT, data) == nullptr)
-    throw Failure("the clipboard takes no text");
-}
-
-void clearClipboard() {
-  const OpenClipboardGuard clipboard;
-  EmptyClipboard();
-}
-
 std::vector<std::wstring> ownArguments() {
   int count = 0;
   wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::wstring> result(arguments + 1, arguments + count);
   LocalFree(arguments);
   return result;
+}
+
+void startAlone(const std::filesystem::path& program, const std::wstring& arguments) {
+  CloseHandle(start(program, arguments).hProcess);
 }
 
 DWORD runToEnd(const std::filesystem::path& program, const std::wstring& arguments) {

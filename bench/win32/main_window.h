@@ -1,6 +1,6 @@
 // The main window of a running program, by what a user does with it.
 //
-// Tested by every test in this folder.
+// Tested by every test in tests/win32/program/.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/win32/program/driver.h"
+#include "bench/win32/driver.h"
 #include "win32/control_ids.h"
 
 namespace tintline::test {
@@ -47,26 +47,14 @@ class MainWindow {
   // Opens a module through the system's dialog.
   void open(const std::filesystem::path& module) const;
 
-  // Converts the whole of what was opened, or the selected lines.
+  // Converts the whole of what was opened.
   void convert() const { pressAndWait(id::kCmdMakro); }
-  void convertSelection() const { pressAndWait(id::kCmdAuswahl); }
 
-  // Saves the result as `target`, which must not exist yet.
-  void exportTo(const std::filesystem::path& target) const;
-
-  // The lines of a list, as bytes.
   std::size_t lineCount(int list) const;
-  std::string line(int list, std::size_t index) const;
-  std::vector<std::string> lines(int list) const;
 
-  // Clicks a node of the tree, or chooses an entry of its menu, when no command is at work any
-  // more. What that starts goes on behind the call.
+  // Clicks a node of the tree when no command is at work any more. What that starts goes on behind
+  // the call.
   void clickNode(std::size_t index) const;
-  void chooseFromNodeMenu(std::size_t index, int entry) const;
-
-  // Clicks a line; then the lines up to another one, or one more, are selected too.
-  void clickLine(int list, std::size_t index, WPARAM keys = 0) const;
-  void selectLines(int list, std::size_t first, std::size_t last) const;
 
   // Closes the window; the exit code.
   DWORD close() const;

@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-#include "tests/win32/program/driver.h"
+#include "bench/win32/driver.h"
 
 namespace tintline::test {
 

@@ -12,8 +12,8 @@
 
 #include "base/file.h"
 #include "base/text.h"
-#include "tests/win32/program/main_window.h"
-#include "tests/win32/program/program_folder.h"
+#include "bench/win32/main_window.h"
+#include "bench/win32/program_folder.h"
 
 namespace tintline::test {
 namespace {

@@ -7,12 +7,14 @@
 // Run by ./dev pictures and ./dev app.
 
 #include <iostream>
+#include <regex>
+#include <sstream>
 
 #include "base/file.h"
+#include "bench/win32/main_window.h"
+#include "bench/win32/program_folder.h"
+#include "bench/win32/screenshot.h"
 #include "tests/win32/office/controlled_server.h"
-#include "tests/win32/program/main_window.h"
-#include "tests/win32/program/program_folder.h"
-#include "tests/win32/program/screenshot.h"
 
 namespace tintline::test {
 namespace {
@@ -58,17 +60,43 @@ void picturesOfAll(const fs::path& folder) {
   main.close();
 }
 
+// The procedures of a module with what stands in front of each, as the server reads them.
+std::string proceduresOf(const std::string& module) {
+  static const std::regex kHead(
+      "(?:Public |Private )?(?:Sub|Function|Property (Let|Set|Get)) ([^(]+)\\(.*");
+  std::istringstream lines(module);
+  std::ostringstream procedures;
+  int number = 0, start = 0;
+  std::smatch head;
+  for (std::string line; std::getline(lines, line);) {
+    ++number;
+    if (start == 0 && std::regex_search(line, head, kHead, std::regex_constants::match_continuous))
+      procedures << "procedure "
+                 << (head[1] == "Let"   ? 1
+                     : head[1] == "Set" ? 2
+                     : head[1] == "Get" ? 3
+                                        : 0)
+                 << ' ' << (start = number) << ' ';
+    if (start != 0 && line.starts_with("End ") && line.find_first_of("SFP", 4) == 4) {
+      procedures << number - start + 1 << ' ' << head[2] << '\n';
+      start = 0;
+    }
+  }
+  return procedures.str();
+}
+
 // The server of the tests stands for Word.
 void pictureOfWord(const fs::path& folder) {
   const TempFolder hosts;
   const ControlledServer word(hosts.path(), L"Word.Application");
-  word.write(L"projects.txt",
-             "project Project\nfile C:\\Vorlagen\\Brief.dot\n"
-             "component 100 leer.bas ThisDocument\n"
-             "component 1 muster.bas Musterprojekt\n"
-             "component 2 kunde.cls Kunde\n"
-             "component 3 leer.bas Eingabe\n"
-             "project Project\nfile C:\\Vorlagen\\Geheim.dot\nprotection 1\n");
+  word.write(L"projects.txt", std::string("project Project\nfile C:\\Vorlagen\\Brief.dot\n"
+                                          "component 100 leer.bas ThisDocument\n"
+                                          "component 1 muster.bas Musterprojekt\n") +
+                                  proceduresOf(readFile(sampleModule())) +
+                                  "component 2 kunde.cls Kunde\n"
+                                  "procedure 3 2 2 Wert\n"
+                                  "component 3 leer.bas Eingabe\n"
+                                  "project Project\nfile C:\\Vorlagen\\Geheim.dot\nprotection 1\n");
   word.write(L"leer.bas", "");
   word.write(L"muster.bas", readFile(sampleModule()));
   word.write(L"kunde.cls", "Option Explicit\r\nProperty Get Wert()\r\nEnd Property\r\n");

@@ -1,6 +1,6 @@
 // A copy of the program in a folder of its own, so that the files beside it are the test's.
 //
-// Tested by every test in this folder.
+// Tested by every test in tests/win32/program/.
 #pragma once
 
 #include <filesystem>

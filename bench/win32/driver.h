@@ -2,7 +2,7 @@
 // clicked. Every wait has an end: what does not happen in time throws Failure, and so does
 // the end of the program.
 //
-// Tested by every test in this folder.
+// Tested by every test in tests/win32/program/.
 #pragma once
 
 #include <windows.h>
@@ -45,10 +45,9 @@ class Window {
   bool visible() const { return IsWindowVisible(handle_) != FALSE; }
   bool exists() const { return IsWindow(handle_) != FALSE; }
 
-  // The control with that id, or of that class, at any depth.
+  // The control with that id, at any depth.
   Window control(int id) const;
   std::optional<Window> findControl(int id) const;
-  Window controlOfClass(std::wstring_view className) const;
 
   // Presses and releases a key on the keyboard, perhaps with another one held (VK_CONTROL),
   // while this top window is in front.
@@ -84,10 +83,8 @@ class App {
   std::optional<Window> find(const Fits& fits) const;
   Window window(const Fits& fits, std::string_view what) const;  // waits for it
 
-  // By class or by title.
   std::optional<Window> findClass(std::wstring_view className) const;
   Window windowOfClass(std::wstring_view className) const;
-  Window windowTitled(std::wstring_view title) const;
 
   // Waits until the window is gone.
   void untilGone(Window window) const;
@@ -97,47 +94,13 @@ class App {
   DWORD processId_ = 0;
 };
 
-// A message box that the program shows; waits for it.
-class MessageBoxOf {
- public:
-  explicit MessageBoxOf(const App& app);
-  static std::optional<Window> find(const App& app);
-
-  std::wstring title() const { return window_.text(); }
-  std::wstring text() const;
-  bool hasIcon() const;
-  void answer(int button) const;  // IDOK, IDYES, IDNO
-
- private:
-  const App& app_;
-  Window window_;
-};
-
 // The system's dialog for opening or saving a file; waits for it.
 class FileDialogOf {
  public:
   explicit FileDialogOf(const App& app);
 
   Window window() const { return window_; }
-  std::wstring title() const { return window_.text(); }
-  std::wstring name() const;
-  void chooseFilter(int index) const;  // from 0
   void accept(const std::wstring& name) const;
-  void cancel() const;
-
- private:
-  const App& app_;
-  Window window_;
-};
-
-// The system's dialog for choosing a folder; waits for it.
-class FolderDialogOf {
- public:
-  explicit FolderDialogOf(const App& app);
-
-  std::wstring prompt() const;
-  void accept() const;  // the folder that is selected, at first the one it starts with
-  void cancel() const;
 
  private:
   const App& app_;
@@ -158,28 +121,37 @@ class Started {
   std::shared_ptr<bool> done_;
 };
 
-// What a message wrote into a buffer of `size` bytes in the program's memory, whose address it
-// got in lParam.
-std::string answerInMemory(const App& app, Window window, UINT message, WPARAM wparam,
-                           std::size_t size);
+// Memory in the program, for messages whose arguments the system does not carry over.
+class ForeignMemory {
+ public:
+  ForeignMemory(const App& app, std::size_t size);
+  ~ForeignMemory() { VirtualFreeEx(process_, place_, 0, MEM_RELEASE); }
+  ForeignMemory(const ForeignMemory&) = delete;
+  ForeignMemory& operator=(const ForeignMemory&) = delete;
+
+  char* at(std::size_t offset) const { return static_cast<char*>(place_) + offset; }
+  LPARAM argument() const { return reinterpret_cast<LPARAM>(place_); }
+  void write(const void* data, std::size_t size) const;
+  void read(std::size_t offset, void* data, std::size_t size) const;
+
+ private:
+  HANDLE process_;
+  void* place_;
+};
 
 // The texts of a tree, depth first, each indented by two blanks a level.
 std::vector<std::wstring> treeTexts(const App& app, Window tree);
 
-// Clicks the node (counted as above) in the tree, which is opened and scrolled for it.
+// Where the text of a node (counted as above) is, once the tree is opened and scrolled for it.
+POINT placeOfTreeNode(const App& app, Window tree, std::size_t index);
+
 void clickTreeNode(const App& app, Window tree, std::size_t index);
-
-// Opens the node's context menu and chooses an entry, from 0, by the keyboard. What that
-// starts may ask something before it ends.
-void chooseFromTreeMenu(const App& app, Window tree, std::size_t index, int entry);
-
-// The clipboard's text in the code page, as it stands; nothing for no text.
-std::optional<std::string> clipboardText();
-void setClipboardText(std::wstring_view text);
-void clearClipboard();
 
 // The arguments of this very program, without its name.
 std::vector<std::wstring> ownArguments();
+
+// Starts a program that this one does not wait for, nor end.
+void startAlone(const std::filesystem::path& program, const std::wstring& arguments);
 
 // Runs a console program to its end; its exit code.
 DWORD runToEnd(const std::filesystem::path& program, const std::wstring& arguments);

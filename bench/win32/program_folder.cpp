@@ -1,10 +1,10 @@
-// See program_folder.h. Tested by every test in this folder.
-#include "tests/win32/program/program_folder.h"
+// See program_folder.h. Tested by every test in tests/win32/program/.
+#include "bench/win32/program_folder.h"
 
 #include <windows.h>
 
 #include "base/file.h"
-#include "tests/win32/program/driver.h"
+#include "bench/win32/driver.h"
 
 namespace tintline::test {
 namespace {
@@ -40,7 +40,7 @@ std::string ProgramFolder::convert(const fs::path& module, const std::wstring& o
   const fs::path page = scratch_ / L"page.htm";
   const DWORD code =
       runToEnd(path_ / L"TINTLINE.com",
-               L"-q -o \"" + page.wstring() + L"\" " + options + L" \"" + module.wstring() + L"\"");
+               L"-q --mode classic -o \"" + page.wstring() + L"\" " + options + L" \"" + module.wstring() + L"\"");
   if (code != 0) throw Failure("the command line ended with " + std::to_string(code));
   return readFile(page);
 }
