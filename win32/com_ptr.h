@@ -1,6 +1,6 @@
 // Owns a reference to a COM object.
 //
-// Tested by tests/win32/system/ports_test.cpp.
+// Tested by everything in tests/win32/.
 #pragma once
 
 #include <windows.h>

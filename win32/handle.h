@@ -1,6 +1,6 @@
 // Owns a handle of the system; one alias per kind.
 //
-// Tested by tests/win32/system/ports_test.cpp.
+// Tested by everything in tests/win32/.
 #pragma once
 
 #include <windows.h>

@@ -45,10 +45,11 @@ class Prefix:
     """Windows to install programs in: a copy of Wine's prefix."""
 
     def __init__(self, folder):
-        run("cmake/wine-run.sh", "cmd", "/c", "rem", stdout=subprocess.DEVNULL)  # makes it
-        run("cmake/wine-run.sh", "--stop", stdout=subprocess.DEVNULL)
-        # Links take no time and no room; only the registry is written in place.
-        run("cp", "-al", BASE / "prefix", folder)
+        if not (BASE / "prefix").exists():
+            run("cmake/wine-run.sh", "cmd", "/c", "rem", stdout=subprocess.DEVNULL)  # makes it
+        # Links take no time and no room; only the registry is written in place. (A file that a
+        # program running there removes meanwhile is not missed.)
+        run("sh", "-c", 'cp -al "$1" "$2" || true', "sh", BASE / "prefix", folder)
         run("cp", "--remove-destination", *(BASE / "prefix").glob("*.reg"), folder)
         self.folder = folder
         self.environment = {**os.environ, "WINEPREFIX": str(folder), "HOME": str(BASE / "home"),
@@ -161,9 +162,7 @@ def the_zip_holds_the_program_which_needs_nothing_else(bench):
         none(text for text in ("Die TINTLINE-Autoren", f"\0{bench.version}\0", f"\0{name}\0")
              if text.encode("utf-16-le") not in content)
     for name, word in (("LIESMICH.txt", bench.version), ("LIZENZ.txt", "GCC Runtime Library")):
-        text = (folder / name).read_bytes().decode("utf-8-sig")
-        holds(text, word, "\r\n")
-        assert "@" not in text or name == "LIZENZ.txt", text
+        holds((folder / name).read_bytes().decode("utf-8-sig"), word, "\r\n")
     program = rf"C:\{bench.zip.stem}\TINTLINE.com"
     equal(bench.prefix.run(program, "-n", SAMPLE), run(bench.tintline, "-n", SAMPLE))
     run("data/make_vb_ini.py", bench.folder / "vb.ini")

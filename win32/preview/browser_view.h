@@ -1,6 +1,6 @@
 // The preview pane as the view of a WebBrowser.
 //
-// Tested by tests/win32/preview/preview_test.cpp and the tests that drive the program.
+// Tested by the tests that drive the program.
 #pragma once
 
 #include <windows.h>

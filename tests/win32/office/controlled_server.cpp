@@ -30,9 +30,8 @@ ControlledServer::ControlledServer(const fs::path& folder, const std::wstring& p
 }
 
 ControlledServer::~ControlledServer() {
-  if (!running()) return;
-  command(L"quit");
-  comesTrue([this] { return !running(); });
+  if (running()) command(L"quit");
+  ends();
 }
 
 void ControlledServer::write(const std::wstring& file, std::string_view text) const {
@@ -67,14 +66,8 @@ long ControlledServer::count(std::wstring_view key) const {
   return std::stol(text.substr(text.find(key) + key.size()));
 }
 
-long ControlledServer::end() const {
-  const fs::path file = folder_ / L"ended.txt";
-  comesTrue([&] { return !running(); });
-  std::error_code none;
-  if (!comesTrue([&] { return exists(file, none); })) return -1;
-  const long left = std::stol(readFile(file));
-  fs::remove(file);
-  return left;
+bool ControlledServer::ends() const {
+  return comesTrue([this] { return !running(); });
 }
 
 }  // namespace tintline::test

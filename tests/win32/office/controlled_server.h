@@ -31,8 +31,7 @@ class ControlledServer {
   std::wstring status() const;
   long count(std::wstring_view key) const;
 
-  // Waits for its end: the references that others held then, -1 when it died or does not end.
-  long end() const;
+  bool ends() const;  // within some seconds
 
  private:
   std::wstring name_;

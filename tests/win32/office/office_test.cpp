@@ -247,7 +247,7 @@ TEST_F(office, a_host_is_let_go_with_the_last_pointer_and_may_die) {
   EXPECT_TRUE(again.created);
   get(again.object, L"Quit");
   again = {};
-  EXPECT_EQ(hosts.word.end(), 0);
+  EXPECT_TRUE(hosts.word.ends());
 }
 
 // ---------------------------------------------------------------------- the running program
@@ -330,7 +330,7 @@ TEST_F(office_program, reads_converts_exports_and_sends) {
   EXPECT_EQ(hosts.word.count(L"references "), 0);
   EXPECT_EQ(main().close(), 0U);
   EXPECT_TRUE(hosts.word.running()) << "found, not started: left alone";
-  EXPECT_EQ(hosts.excel.end(), 0);
+  EXPECT_TRUE(hosts.excel.ends());
 }
 
 TEST_F(office_program, whatever_fails_is_told_and_all_can_be_done_again) {
@@ -400,7 +400,7 @@ TEST_F(office_program, escape_ends_a_slow_walk_and_closing_waits_for_nobody) {
   EXPECT_FALSE(messageIsShown());
   main().run(Command::mnutrennen);
   hosts.word.command(L"quit");
-  hosts.word.end();
+  hosts.word.ends();
   main().run(Command::mnuword);  // starts it
   hosts.word.command(L"busy 100000 80010001");
   main().window().post(WM_CLOSE);

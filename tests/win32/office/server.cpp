@@ -13,7 +13,6 @@
 //   component TYPE FILE NAME                    FILE: its code, in the code page
 //   procedure KIND START COUNT NAME             KIND: 0 Sub, 1 Let, 2 Set, 3 Get; START: from 1
 // inserted.htm: a copy of what was last inserted into a document
-// ended.txt, written at its end: how many references others still hold; not when it dies
 //
 // Its window, of the class PROGRAM, takes commands as its text, one a line; each text forgets the
 // commands before:
@@ -561,11 +560,7 @@ void runServer(bool startedByCom) {
   // Who told the application to quit still holds it then; he gets the time to let go.
   if (!host.quit) serve([] { return host.references() == 0; }, 500);
   revoke();
-  const long left = host.references();  // before the connections are cut
   CoDisconnectObject(application.get(), 0);
-  AtomicFile ended(host.folder / L"ended.txt");
-  ended.stream() << left;
-  ended.commit();
 }
 
 int run(int count, wchar_t** words) {

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <mshtmdid.h>
 
-#include <new>
 #include <vector>
 
 #include "win32/com_ptr.h"
@@ -103,15 +102,6 @@ TEST_F(BrowserSiteTest, onlyTheOwnPageIsShown) {
               c.link != nullptr ? std::vector<std::wstring>{c.link} : std::vector<std::wstring>())
         << shown;
   }
-}
-
-TEST_F(BrowserSiteTest, noExceptionReachesTheBrowser) {
-  const auto strict = ComPtr<BrowserSite>::adopt(new BrowserSite(
-      nullptr, {.onLoaded = [] { throw std::bad_alloc(); }, .onFailed = {}, .onExternalLink = {}}));
-  DISPPARAMS none{};
-  EXPECT_EQ(strict->Invoke(DISPID_DOCUMENTCOMPLETE, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr,
-                           nullptr, nullptr),
-            E_FAIL);
 }
 
 TEST_F(BrowserSiteTest, nothingOpensAWindowAndADetachedSiteIsQuiet) {

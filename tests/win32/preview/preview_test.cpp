@@ -1,7 +1,6 @@
 // Tests of win32/preview/: the pane, the rich-edit control that shows pages where there is no HTML
 // engine, and, as far as it goes without one, the browser.
 #include <windows.h>
-#include <commctrl.h>
 #include <gtest/gtest.h>
 #include <richedit.h>
 
@@ -11,11 +10,9 @@
 #include <vector>
 
 #include "base/file.h"
-#include "tests/support/fake_shell.h"
 #include "tests/support/rendered_page.h"
 #include "tests/support/temp_folder.h"
 #include "tests/win32/host_window.h"
-#include "win32/preview/browser_view.h"
 #include "win32/preview/preview_pane.h"
 
 namespace tintline {
@@ -201,31 +198,6 @@ TEST_F(PreviewTest, aBrowserThatFailsIsReplacedAndKeepsTheKeyboard) {
   make(Engine::Browser).navigate(page("vier"));
   pane.reset();  // in front of the failure
   test::pumpFor(100);
-}
-
-TEST_F(PreviewTest, theToolTipIsShownWhereverThePointerRests) {
-  WebBrowser model;
-  model.ToolTipText = L"Vorschau";
-  test::FakeShell shell;
-  BrowserView view(parent.hwnd(), parent.host.tips, model, 42, shell);
-  model.Navigate(page("<pre>eins"));
-  view.flush(true);
-  HWND cover = nullptr;
-  const HWND outer = view.pane().window();
-  ASSERT_TRUE(test::pumpUntil([&] { return (cover = GetWindow(outer, GW_CHILD)) != nullptr; }));
-  SetWindowPos(outer, nullptr, 0, 0, 300, 200, SWP_NOZORDER);
-  POINT place{100, 100};
-  ClientToScreen(cover, &place);
-  SetCursorPos(place.x, place.y);
-  SendMessageW(cover, WM_MOUSEMOVE, 0, MAKELPARAM(100, 100));
-  EXPECT_TRUE(test::pumpUntil(
-      [] {
-        HWND tips = nullptr;
-        while ((tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr)) != nullptr)
-          if (IsWindowVisible(tips)) return true;
-        return false;
-      },
-      5000));
 }
 
 }  // namespace
