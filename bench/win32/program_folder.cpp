@@ -39,8 +39,8 @@ std::string ProgramFolder::read(const std::wstring& name) const { return readFil
 std::string ProgramFolder::convert(const fs::path& module, const std::wstring& options) const {
   const fs::path page = scratch_ / L"page.htm";
   const DWORD code =
-      runToEnd(path_ / L"TINTLINE.com",
-               L"-q --mode classic -o \"" + page.wstring() + L"\" " + options + L" \"" + module.wstring() + L"\"");
+      runToEnd(path_ / L"TINTLINE.com", L"-q --mode classic -o \"" + page.wstring() + L"\" " +
+                                            options + L" \"" + module.wstring() + L"\"");
   if (code != 0) throw Failure("the command line ended with " + std::to_string(code));
   return readFile(page);
 }

@@ -18,7 +18,7 @@ from pathlib import Path
 
 from tests.support.checks import equal, holds, listed_tests, none, run_tests, test
 
-SECONDS = 120  # until a program that hangs is given up
+SECONDS = 180  # until a program that hangs is given up
 BUILD_SCRIPT = Path("package/build.py").resolve()
 SAMPLE = Path("data/examples/Musterprojekt.bas").resolve()
 BASE = Path("build/wine").resolve()  # made by cmake/wine-run.sh
