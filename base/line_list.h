@@ -20,6 +20,9 @@ class LineList {
   std::size_t size() const { return ends_.size(); }
   bool empty() const { return ends_.empty(); }
 
+  // All lines, one directly behind the other.
+  std::string_view text() const { return text_; }
+
   // The length of all lines together.
   std::size_t bytes() const { return text_.size(); }
 

@@ -54,10 +54,7 @@ Converted convertSource(std::string file, const Classic& classic) {
   const Options& options = classic.options;
   ModuleSource source = readSource(file, options.pasted);
   std::string().swap(file);  // its lines are kept: do not hold them twice
-  using enum Reformatting::Pass;
-  if (options.indent != 0) reformat(source.List1, {.pass = Formatieren, .unit = options.indent});
-  if (options.wrap != 0)
-    reformat(source.List1, {.pass = Umbruch, .unit = options.indent, .width = options.wrap});
+  for (const Reformatting& pass : passesOf(options)) reformat(source.List1, pass);
   Highlighter highlighter(classic.keywords);  // its own: no state reaches the next input
   SilentObserver observer;
   const std::size_t lines = source.List1.size();

@@ -80,6 +80,7 @@ class ExactRun {
       : tasks_(tasks),
         options_(options),
         words_(exactKeywords(settings)),
+        passes_(passesOf(options)),
         listing_(listingOptions(options, settings)),
         surroundings_(surroundings),
         report_(report),
@@ -93,7 +94,8 @@ class ExactRun {
 
  private:
   vb::Module read(const Task& task) const {
-    vb::Module module = readExact(readInput(task, surroundings_), sourceName(task), words_);
+    vb::Module module =
+        readExact(readInput(task, surroundings_), sourceName(task), words_, passes_);
     checkLines(options_.lines, module.lines);
     return module;
   }
@@ -232,6 +234,7 @@ class ExactRun {
   const std::vector<Task>& tasks_;
   const Options& options_;
   const vb::WordLists words_;
+  const std::vector<Reformatting> passes_;
   const listing::Options listing_;
   const Surroundings& surroundings_;
   Report& report_;

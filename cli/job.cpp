@@ -87,6 +87,15 @@ std::vector<std::size_t> workOrder(const std::vector<Task>& tasks, std::size_t j
   return order;
 }
 
+std::vector<Reformatting> passesOf(const Options& options) {
+  using enum Reformatting::Pass;
+  std::vector<Reformatting> passes;
+  if (options.indent != 0) passes.push_back({.pass = Formatieren, .unit = options.indent});
+  if (options.wrap != 0)
+    passes.push_back({.pass = Umbruch, .unit = options.indent, .width = options.wrap});
+  return passes;
+}
+
 void checkLines(const std::vector<LineRange>& ranges, std::size_t count) {
   for (const LineRange& range : ranges)
     if (range.last > count)

@@ -15,6 +15,7 @@
 #include "cli/plan.h"
 #include "cli/report.h"
 #include "cli/run.h"
+#include "convert/reformatting.h"
 
 namespace tintline {
 
@@ -49,6 +50,9 @@ void inParallel(std::size_t count, std::size_t jobs, const std::function<void(st
 // The order in which the tasks are done. With several threads the largest inputs come first: one
 // of them at the end would leave the other threads idle.
 std::vector<std::size_t> workOrder(const std::vector<Task>& tasks, std::size_t jobs);
+
+// What --indent and --wrap do with the lines of a source, in this order.
+std::vector<Reformatting> passesOf(const Options& options);
 
 // Throws JobError when --lines names a line that a source of so many lines does not have.
 void checkLines(const std::vector<LineRange>& ranges, std::size_t count);

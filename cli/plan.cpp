@@ -22,8 +22,6 @@ void checkMode(const Options& options) {
   const Mode other = options.mode == Mode::Exact ? Mode::Classic : Mode::Exact;
   if (!has(options.mode, options.format)) lacks(L"--format " + formatName(options.format), other);
   if (options.mode == Mode::Exact && options.pasted) lacks(L"--pasted", other);
-  if (options.mode == Mode::Exact && options.indent != 0) lacks(L"--indent", other);
-  if (options.mode == Mode::Exact && options.wrap != 0) lacks(L"--wrap", other);
   if (options.mode == Mode::Exact) return;
   if (options.links) lacks(L"--links", other);
   if (options.titles) lacks(L"--titles", other);

@@ -100,10 +100,14 @@ std::u8string exactText(std::wstring_view text) {
 }
 
 vb::Module readExact(std::string_view bytes, const std::filesystem::path& file,
-                     const vb::WordLists& words) {
-  std::u8string text = decoded(bytes);
-  if (text.size() >= std::numeric_limits<std::uint32_t>::max())
-    throw std::length_error("exact: a module of 4 GiB");
+                     const vb::WordLists& words, const std::vector<Reformatting>& passes) {
+  const auto limited = [](std::u8string text) {
+    if (text.size() >= std::numeric_limits<std::uint32_t>::max())
+      throw std::length_error("exact: a module of 4 GiB");
+    return text;
+  };
+  std::u8string text = limited(decoded(bytes));
+  for (const Reformatting& pass : passes) text = limited(reformatted(text, pass));
   return vb::readModule(std::move(text), exactText(pathText(file.stem())), kindOf(file), words);
 }
 

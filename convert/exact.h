@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "convert/format.h"
+#include "convert/reformatting.h"
 #include "engine/color_scheme.h"
 #include "listing/document.h"
 #include "listing/options.h"
@@ -37,10 +38,11 @@ listing::UserColors exactColors(const ColorScheme& colors);
 // A text as valid UTF-8 in the type of the exact conversion.
 std::u8string exactText(std::wstring_view text);
 
-// A module of a file, given as its bytes: decoded and read. Name and kind are those of the file's
-// name, where the text itself does not tell. Throws std::length_error when it is too large.
+// A module of a file, given as its bytes: decoded, reformatted and read. Name and kind are those of
+// the file's name, where the text itself does not tell. Throws std::length_error when it is too
+// large.
 vb::Module readExact(std::string_view bytes, const std::filesystem::path& file,
-                     const vb::WordLists& words);
+                     const vb::WordLists& words, const std::vector<Reformatting>& passes = {});
 
 // Modules that are converted together.
 class ExactProject {

@@ -7,18 +7,31 @@
 
 namespace tintline {
 
-std::optional<LineList> reformatted(const LineList& List1, const Reformatting& reformatting) {
+namespace {
+
+std::optional<LineList> pass(const LineList& lines, const Reformatting& reformatting,
+                             LineText kind) {
   int narrower = reformatting.unit - 1;  // a press changes it by one
   int wider = reformatting.unit + 1;
   switch (reformatting.pass) {
     case Reformatting::Pass::Formatieren:
-      return Formatieren(List1, narrower);
+      return Formatieren(lines, narrower, kind);
     case Reformatting::Pass::Formatieren2:
-      return Formatieren2(List1, wider);
+      return Formatieren2(lines, wider, kind);
     case Reformatting::Pass::Umbruch:
       break;
   }
-  return wrapLines(List1, reformatting.width, reformatting.unit);
+  return wrapLines(lines, reformatting.width, reformatting.unit, kind);
+}
+
+}  // namespace
+
+std::optional<LineList> reformatted(const LineList& List1, const Reformatting& reformatting) {
+  return pass(List1, reformatting, LineText::Ansi);
+}
+
+std::u8string reformatted(std::u8string_view text, const Reformatting& reformatting) {
+  return textOf(*pass(linesOf(text), reformatting, LineText::Utf8));
 }
 
 }  // namespace tintline

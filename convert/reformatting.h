@@ -5,6 +5,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "base/line_list.h"
 
@@ -24,5 +26,9 @@ struct Reformatting {
 // The lines after the pass; nothing when there were too many. Every pass of an indentation
 // begins with the trimmed line, so that the last one gives what all in front of it give.
 std::optional<LineList> reformatted(const LineList& List1, const Reformatting& reformatting);
+
+// The same for decoded text: any number of lines, each keeps its line end, and widths are code
+// points.
+std::u8string reformatted(std::u8string_view text, const Reformatting& reformatting);
 
 }  // namespace tintline

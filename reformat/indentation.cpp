@@ -25,12 +25,12 @@ bool opensType(std::string_view line) {
   return startsWithIgnoreCase(line, "TYPE") || startsWithIgnoreCase(line, "PUBLIC TYPE");
 }
 
-bool isOneLineIf(std::string_view line) {
-  return line.starts_with("If") && !RTrim(line).ends_with("Then");
+bool isOneLineIf(std::string_view line, LineText kind) {
+  return line.starts_with("If") && !contentOf(line, kind).ends_with("Then");
 }
 
-bool isOutdented(std::string_view line, Command command) {
-  return isOneLineIf(line) || beginsWith(line, {"Else"}) || opensType(line) ||
+bool isOutdented(std::string_view line, Command command, LineText kind) {
+  return isOneLineIf(line, kind) || beginsWith(line, {"Else"}) || opensType(line) ||
          (command == Command::Formatieren && startsWithIgnoreCase(line, "END TYPE"));
 }
 
@@ -43,23 +43,31 @@ bool closesBlock(std::string_view line, Command command) {
          (command == Command::Formatieren2 && startsWithIgnoreCase(line, "END TYPE"));
 }
 
-LineList indent(const LineList& List1, int unit, Command command) {
-  if (List1.size() > kMaxLines) throw std::length_error("indentation: too many lines");
+// Of 8-bit text only spaces are indentation.
+std::string_view withoutIndentation(std::string_view line, LineText kind) {
+  return kind == LineText::Ansi ? LTrim(line) : line.substr(skipBlanks(line, 0, kind));
+}
+
+// How wide the indentation of decoded text can get: neither its lines nor open blocks are limited.
+constexpr std::ptrdiff_t kWidest = 1000;
+
+LineList indent(const LineList& List1, int unit, Command command, LineText kind) {
+  if (kind == LineText::Ansi && List1.size() > kMaxLines)
+    throw std::length_error("indentation: too many lines");
+  const std::ptrdiff_t deepest = kind == LineText::Ansi ? kMaxLines : kWidest / std::max(unit, 1);
   LineList result;
-  std::int16_t level = 0;
+  std::ptrdiff_t level = 0;
   for (std::size_t i = 0; i < List1.size(); ++i) {
-    const std::string_view line = LTrim(List1[i]);
-    std::int16_t writtenAt = level;
-    const auto outdent = [&] {
-      level = static_cast<std::int16_t>(std::max(level - 1, 0));
-      writtenAt = level;
-    };
-    if (isOutdented(line, command)) outdent();
+    const std::string_view line = withoutIndentation(List1[i], kind);
+    std::ptrdiff_t writtenAt = level;
+    const auto outdent = [&] { writtenAt = level = std::max<std::ptrdiff_t>(level - 1, 0); };
+    if (isOutdented(line, command, kind)) outdent();
     if (opensBlock(line))
       ++level;
     else if (closesBlock(line, command))
       outdent();
-    result.append(fktEinrücken(unit, writtenAt, line));
+    auto shown = static_cast<std::int16_t>(std::min(writtenAt, deepest));
+    result.append(fktEinrücken(unit, shown, line));
   }
   return result;
 }
@@ -71,16 +79,16 @@ std::string fktEinrücken(int unit, std::int16_t& level, std::string_view text) 
   return Space(std::ptrdiff_t{level} * unit).append(text);
 }
 
-LineList Formatieren(const LineList& List1, int& unit) {
+LineList Formatieren(const LineList& List1, int& unit, LineText kind) {
   if (List1.empty()) return {};
   ++unit;
-  return indent(List1, unit, Command::Formatieren);
+  return indent(List1, unit, Command::Formatieren, kind);
 }
 
-LineList Formatieren2(const LineList& List1, int& unit) {
+LineList Formatieren2(const LineList& List1, int& unit, LineText kind) {
   if (List1.empty()) return {};
   unit = std::max(unit - 1, 0);
-  return indent(List1, unit, Command::Formatieren2);
+  return indent(List1, unit, Command::Formatieren2, kind);
 }
 
 }  // namespace tintline

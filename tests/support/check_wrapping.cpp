@@ -1,4 +1,4 @@
-// Wraps a source and judges the result by its meaning.
+// Wraps a source and judges the result by its tokens.
 #include "tests/support/check_wrapping.h"
 
 #include <algorithm>
@@ -6,35 +6,173 @@
 #include "base/text.h"
 #include "reformat/wrapping.h"
 #include "tests/support/convert.h"
-#include "tests/support/vb_meaning.h"
+#include "vb/tokenizer.h"
 
 namespace tintline::test {
 namespace {
 
 using Lines = std::vector<std::string>;
+using vb::TokenKind;
 
-std::string shown(const Lines& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += "\n|" + line + "|";
+// The code of each statement, and the words of the comments, each with the number of statements
+// that ended before. A token has a blank in front where one separates it; between an operand and a
+// member a line end is none.
+struct Meaning {
+  Lines statements;
+  std::vector<std::pair<std::size_t, std::string>> comments;
+  std::size_t continuations = 0;  // the largest number in a statement
+
+  bool operator==(const Meaning& other) const {
+    return statements == other.statements && comments == other.comments;
+  }
+};
+
+std::u8string textOf(const Lines& lines) {
+  std::u8string text;
+  for (const std::string& line : lines) {
+    for (const char c : line)
+      text += c < 0 ? u8'q' : c == '\r' || c == '\n' ? u8'?' : static_cast<char8_t>(c);
+    text += u8'\n';
+  }
   return text;
 }
 
-std::string fault(const Lines& lines, const Lines& wrapped, std::size_t width) {
-  const literal::Meaning before = literal::meaningOf(lines), after = literal::meaningOf(wrapped);
-  if (before.statements != after.statements) return "other statements";
+void addComment(std::string text, Meaning& meaning) {
+  text.erase(0, text[0] == '\'' ? std::min(text.find_first_not_of('\''), text.size()) : 3);
+  text = Replace(Replace(text, " _\n", "\n"), "\t_\n", "\n");
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == '\n' || c == '\t'; }, ' ');
+  for (const std::string_view word : Split(text, ' '))
+    if (!word.empty()) meaning.comments.emplace_back(meaning.statements.size(), word);
+}
+
+// Whether a member can be taken of what the text ends with, a token of that kind.
+bool endsOperand(TokenKind kind, const std::string& text) {
+  if (kind == TokenKind::Operator || kind == TokenKind::OperatorWord) return false;
+  if (kind == TokenKind::Keyword && (text.ends_with("Then") || text.ends_with("Else")))
+    return false;
+  if (kind == TokenKind::Punctuation) return text.ends_with(')');
+  const char last = text.empty() ? ' ' : text.back();
+  return (last >= '0' && last <= '9') || toLower(last) != last || (last >= 'a' && last <= 'z') ||
+         std::string_view("_)]%&!#@$").find(last) != std::string_view::npos;
+}
+
+Meaning meaningOf(const Lines& lines) {
+  static const vb::WordLists words({}, {});
+  const std::u8string source = textOf(lines);
+  const vb::Tokens tokens = vb::tokenize(source, words);
+  Meaning meaning;
+  std::string statement;
+  std::size_t continuations = 0;
+  TokenKind last = TokenKind::End;
+  bool separated = false, continued = false;
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    const TokenKind kind = tokens[i].kind;
+    const std::u8string_view bytes = kind == TokenKind::End ? u8"" : vb::textOf(source, tokens, i);
+    const std::string text(bytes.begin(), bytes.end());
+    if (kind == TokenKind::Comment) {
+      addComment(text, meaning);
+    } else if (kind == TokenKind::LineEnd || kind == TokenKind::End) {
+      if (!statement.empty()) meaning.statements.push_back(std::exchange(statement, {}));
+      meaning.continuations = std::max(meaning.continuations, std::exchange(continuations, 0));
+    } else if (kind != TokenKind::Blank && kind != TokenKind::Continuation) {
+      separated = separated || tokens[i].gap > 0;
+      const bool member = (text == "." || text == "!") && endsOperand(last, statement);
+      if (!statement.empty())
+        statement += member && continued ? '\n' : separated || continued ? ' ' : '\0';
+      statement += std::to_string(static_cast<int>(last = kind)) + text;
+    }
+    continued = kind == TokenKind::Continuation;
+    continuations += continued;
+    separated = kind == TokenKind::Blank;
+  }
+  return meaning;
+}
+
+// Which part of each line is code that can be broken: behind a label, up to its comment.
+struct CodePart {
+  std::size_t begin = 0, length = 0;
+  bool hasComment = false;
+};
+
+std::vector<CodePart> codeParts(const Lines& lines) {
+  const std::u8string source = textOf(lines);
+  const vb::Tokens tokens = vb::tokenize(source, vb::WordLists({}, {}));
+  std::vector<CodePart> parts(lines.size());
+  std::size_t header = 0;  // up to its last line
+  std::size_t line = 0, begin = 0;
+  TokenKind first = TokenKind::LineEnd;  // of the statement
+  for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
+    for (; begin + lines[line].size() < tokens[i].begin; ++line) begin += lines[line].size() + 1;
+    const TokenKind kind = tokens[i].kind;
+    if (first == TokenKind::LineEnd && kind != TokenKind::Blank) first = kind;
+    if (first == TokenKind::HeaderWord) header = line + 1;
+    const bool atLabel = kind == TokenKind::Label || vb::textOf(source, tokens, i) == u8":";
+    if (kind == TokenKind::Comment)
+      parts[line].hasComment = true;
+    else if (kind == TokenKind::LineEnd)
+      first = kind;
+    else if (first != TokenKind::Directive && first != TokenKind::Continuation &&
+             kind != TokenKind::Continuation)
+      parts[line].length = vb::endOf(tokens, i) - begin;
+    if (first == TokenKind::Label && !atLabel) {
+      parts[line].begin = tokens[i].begin - begin;
+      first = kind;
+    }
+  }
+  std::fill_n(parts.begin(), header, CodePart());
+  return parts;
+}
+
+// Whether line `index`, which is too long, could be made narrower at a blank of its code. A comment
+// that stays counts only where its line becomes short enough.
+bool canBeBroken(const Lines& lines, std::size_t index, std::size_t width, std::size_t unit,
+                 const CodePart& code, const Meaning& meaning) {
+  const std::string_view line = RTrim(lines[index]);
+  std::size_t first = index;  // line of the statement
+  const auto goesOn = [](std::string text) {
+    std::replace(text.begin(), text.end(), '\t', ' ');
+    return RTrim(text).ends_with(" _");
+  };
+  while (first > 0 && goesOn(lines[first - 1])) --first;
+  const std::size_t outer = std::min(lines[first].find_first_not_of(" \t"), lines[first].size());
+  const std::string deeper(std::min(outer + unit, width - 10), ' ');
+  for (std::size_t at = std::max(line.find_first_not_of(" \t"), code.begin) + 1;
+       at < std::min(code.length, line.size()); ++at) {
+    if (line[at] != ' ') continue;
+    const std::string left = std::string(RTrim(line.substr(0, at))) + " _";
+    const std::string right = deeper + std::string(LTrim(line.substr(at)));
+    if (std::max(left.size(), right.size()) >= line.size()) continue;
+    if (code.hasComment && right.size() > width) continue;
+    Lines broken = lines;
+    broken[index] = right;
+    broken.insert(broken.begin() + static_cast<std::ptrdiff_t>(index), left);
+    const Meaning after = meaningOf(broken);
+    if (after == meaning && after.continuations <= kMaxContinuations) return true;
+  }
+  return false;
+}
+
+std::string fault(const Lines& lines, const Lines& wrapped, std::size_t width, int unit) {
+  const Meaning before = meaningOf(lines), after = meaningOf(wrapped);
+  for (std::size_t i = 0; i < std::max(before.statements.size(), after.statements.size()); ++i) {
+    const auto at = [i](const Meaning& meaning) {
+      return i < meaning.statements.size() ? meaning.statements[i] : "none";
+    };
+    if (at(before) != at(after)) return "'" + at(before) + "' became '" + at(after) + "'";
+  }
   if (before.comments != after.comments) return "other comments";
   if (after.continuations > std::max<std::size_t>(before.continuations, kMaxContinuations))
     return "too many continuations";
+  const std::vector<CodePart> code = codeParts(wrapped);
+  const std::size_t deeper = unit == 0 ? 4 : static_cast<std::size_t>(unit);
   for (std::size_t i = 0; i < wrapped.size(); ++i)
-    if (RTrim(wrapped[i]).size() > width && literal::canBeBroken(wrapped, i, width))
+    if (RTrim(wrapped[i]).size() > width && canBeBroken(wrapped, i, width, deeper, code[i], after))
       return "line " + std::to_string(i) + " can be broken";
   const auto endsInBlank = [](const std::string& line) { return line.ends_with(' '); };
   if (std::all_of(lines.begin(), lines.end(), endsInBlank) &&
       !std::all_of(wrapped.begin(), wrapped.end(), endsInBlank))
     return "a line lost its blank";
-  if (std::none_of(lines.begin(), lines.end(), endsInBlank) &&
-      std::any_of(wrapped.begin(), wrapped.end(), endsInBlank))
-    return "a line got a blank";
   return "";
 }
 
@@ -42,11 +180,15 @@ std::string fault(const Lines& lines, const Lines& wrapped, std::size_t width) {
 
 std::string wrappingFault(const Lines& lines, int width, int unit) {
   const Lines wrapped = strings(*wrapLines(lineList(lines), width, unit));
-  std::string found = fault(lines, wrapped, static_cast<std::size_t>(width));
+  std::string found = fault(lines, wrapped, static_cast<std::size_t>(width), unit);
   if (found.empty() && strings(*wrapLines(lineList(wrapped), width, unit)) != wrapped)
     found = "wrapping again changes something";
   if (found.empty()) return "";
-  return found + " at width " + std::to_string(width) + shown(lines) + "\nbecame" + shown(wrapped);
+  found += " at width " + std::to_string(width) + ", unit " + std::to_string(unit);
+  for (const std::string& line : lines) found += "\n|" + line + "|";
+  found += "\nbecame";
+  for (const std::string& line : wrapped) found += "\n|" + line + "|";
+  return found;
 }
 
 }  // namespace tintline::test

@@ -1,4 +1,4 @@
-// What must hold for every wrapped source.
+// What must hold for every wrapped source, whatever it is.
 #pragma once
 
 #include <string>
@@ -6,7 +6,9 @@
 
 namespace tintline::test {
 
-// Wraps the lines and checks the result; the first fault that was found with the lines, or "".
+// Wraps the lines and checks the result: its tokens are the same, no line stays long that could be
+// broken, and wrapping it again changes nothing. The first fault that was found with the lines, or
+// "".
 std::string wrappingFault(const std::vector<std::string>& lines, int width, int unit);
 
 }  // namespace tintline::test

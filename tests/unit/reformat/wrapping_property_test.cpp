@@ -1,5 +1,5 @@
-// Wrapped sources against a reader of the language of their own (tests/support/vb_meaning): the
-// meaning is kept, and no line stays long that could be broken.
+// Wrapped sources by their tokens: the meaning is kept, and no line stays long that could be
+// broken.
 #include <gtest/gtest.h>
 
 #include <random>
