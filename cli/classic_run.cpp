@@ -66,14 +66,6 @@ Converted convertSource(std::string file, const Classic& classic) {
           .replaced = source.replaced};
 }
 
-std::wstring replacedText(std::size_t replaced) {
-  if (replaced == 0) return {};
-  return std::to_wstring(replaced) +
-         (replaced == 1 ? L" Zeichen passt nicht in die Codepage und wurde"
-                        : L" Zeichen passen nicht in die Codepage und wurden") +
-         L" zu \"?\"";
-}
-
 Outcome convert(const Task& task, const Classic& classic, const Surroundings& surroundings) {
   const Converted converted = convertSource(readInput(task, surroundings), classic);
   writeTarget(task, surroundings, [&](std::ostream& datei) {

@@ -29,6 +29,14 @@ ModuleSource readClassic(std::string_view file, bool pasted, const LineProgress&
   return source;
 }
 
+std::wstring replacedText(std::size_t replaced) {
+  if (replaced == 0) return {};
+  return std::to_wstring(replaced) +
+         (replaced == 1 ? L" Zeichen passt nicht in die Codepage und wurde"
+                        : L" Zeichen passen nicht in die Codepage und wurden") +
+         L" zu \"?\"";
+}
+
 ClassicResult convertClassic(const LineList& List1, const ProcedureNames& ProzNamen,
                              const std::optional<std::vector<bool>>& selected,
                              const ConversionOptions& options, const DocumentFrame& frame,

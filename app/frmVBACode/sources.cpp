@@ -8,6 +8,7 @@
 #include "app/frmVBACode/frmVBACode.h"
 #include "base/codepage.h"
 #include "base/file.h"
+#include "convert/classic.h"
 #include "sources/module_file_reader.h"
 #include "sources/pasted_text.h"
 
@@ -90,10 +91,12 @@ std::optional<ModuleSource> frmVBACode::readModule(const std::filesystem::path& 
       ports_.messageLoop.yield();
     });
     const double seconds = double{ports_.clock.timer()} - start;
-    Label9.Caption = module->tooManyLines
-                         ? pathText(file.filename()) + L": " + tooManyLinesText()
-                         : std::to_wstring(module->List1.size()) + L" Zeilen eingelesen in " +
-                               decimal(std::floor(seconds * 10) / 10) + L"s";
+    const std::wstring warning =
+        module->tooManyLines ? tooManyLinesText() : replacedText(module->replaced);
+    Label9.Caption = warning.empty()
+                         ? std::to_wstring(module->List1.size()) + L" Zeilen eingelesen in " +
+                               decimal(std::floor(seconds * 10) / 10) + L"s"
+                         : pathText(file.filename()) + L": " + warning;
   } catch (const FileError& error) {
     Label9.Caption = pathText(file.filename()) + L": " + reasonText(error.reason());
   }
