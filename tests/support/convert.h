@@ -30,13 +30,8 @@ inline literal::Colours literalColours(const ColorScheme& scheme) {
   return colours;
 }
 
-inline std::vector<std::string> strings(const HtmlLines& lines) {
-  std::vector<std::string> result;
-  for (std::size_t i = 0; i < lines.size(); ++i) result.emplace_back(lines[i]);
-  return result;
-}
-
-inline std::vector<std::string> strings(const LineList& lines) {
+// Of a LineList or HtmlLines.
+std::vector<std::string> strings(const auto& lines) {
   std::vector<std::string> result;
   for (std::size_t i = 0; i < lines.size(); ++i) result.emplace_back(lines[i]);
   return result;

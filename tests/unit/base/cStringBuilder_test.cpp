@@ -37,12 +37,12 @@ TEST(StringBuilder, GrowsByOneChunkAndRefusesMore) {
 
 TEST(StringBuilder, KeepsAtMostOneChunkInReserve) {
   cStringBuilder builder = holding("0123456789", 4);
-  for (const std::size_t count : {9u, 1u}) {
-    builder.Remove(10 - count - (count == 1 ? 9 : 0), count);
-    builder.HeapMinimize();
-    EXPECT_EQ(builder.Capacity(), 4u);
-  }
-  EXPECT_EQ(builder.ToString(), "");
+  builder.Remove(1, 9);
+  builder.HeapMinimize();
+  EXPECT_EQ(builder.Capacity(), 4u);
+  builder.Remove(0, 1);
+  builder.HeapMinimize();
+  EXPECT_EQ(builder.Capacity(), 4u);
   builder.TheString("");
   EXPECT_EQ(builder.Capacity(), 0u);
 }

@@ -1,4 +1,4 @@
-// Tests of base/file.h.
+// Tests of base/file.h; tests/cli/run.py has devices and full disks.
 #include "base/file.h"
 
 #include <gtest/gtest.h>
@@ -10,11 +10,8 @@
 #include "tests/support/temp_folder.h"
 
 #ifndef _WIN32
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <thread>
 #endif
 
@@ -129,32 +126,6 @@ TEST(ReadFile, readsWhatDoesNotKnowItsSize) {
   EXPECT_EQ(readFile(folder / "pipe"), content);
   writer.join();
   EXPECT_TRUE(readFile("/proc/self/status").starts_with("Name:"));
-}
-
-TEST(AtomicFile, writesADeviceDirectly) {
-  writeAtomic("/dev/null", "x");
-  EXPECT_TRUE(fs::is_character_file("/dev/null"));
-  for (const std::size_t size : {std::size_t{1}, std::size_t{1'000'000}})
-    EXPECT_EQ(failure([&] { writeAtomic("/dev/full", std::string(size, 'x')); }),
-              std::errc::no_space_on_device);
-}
-
-TEST(AtomicFile, aFailedWriteLeavesTheOldFile) {
-  const TempFolder folder;
-  put(folder / "a.htm", "alt");
-  rlimit limit{};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
-  const rlim_t before = std::exchange(limit.rlim_cur, 5000);
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-  const std::error_code reason =
-      failure([&] { writeAtomic(folder / "a.htm", std::string(6000, 'x')); });
-  limit.rlim_cur = before;
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-  std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(reason, std::errc::file_too_large);
-  EXPECT_EQ(readFile(folder / "a.htm"), "alt");
-  EXPECT_EQ(folder.entries(), 1);
 }
 
 TEST(AtomicFile, followsSymbolicLinksAndKeepsPermissions) {
