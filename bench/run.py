@@ -5,9 +5,10 @@
 
 Every figure stands beside two runs of the bound program, taken in turns with it:
 "escape" reads, escapes "<" and ">" and writes; "same output" writes as many
-bytes as the conversion does. A figure is the median over all rounds, a ratio the
-median of the ratios of the rounds. Processor time tells the same on a machine
-that has other things to do.
+bytes as the conversion does. Where the programs highlight and source-highlight are
+installed, they convert the same modules in some of the rounds. A figure is the median
+over all rounds, a ratio the median of the ratios of the rounds. Processor time tells
+the same on a machine that has other things to do.
 """
 import argparse
 import os
@@ -23,7 +24,7 @@ from table import Bars, Table
 ROOT = Path(__file__).resolve().parent.parent
 MIB = 1024 * 1024
 WALL, PROCESSOR, PEAK = range(3)  # what a run is measured by: seconds, seconds, KiB
-SPACE = 2 * 1024 * MIB  # what corpus and results need at most
+SPACE = 4 * 1024 * MIB  # what corpus and results need at most
 
 
 class Bench:
@@ -31,7 +32,8 @@ class Bench:
         self.build = build
         self.work = work
         self.commands = {}  # name -> the command line that is measured
-        self.runs = {}  # name -> what each round measured
+        self.every = {}  # name -> it is measured in each so manyth round
+        self.runs = {}  # name -> what each round measured, None when it was left out
 
     def tool(self, name):
         return str(self.build / name)
@@ -41,14 +43,15 @@ class Bench:
         path.mkdir(parents=True, exist_ok=True)
         return path
 
-    def add(self, name, command):
+    def add(self, name, command, every=1):
         self.commands[name] = [str(part) for part in command]
+        self.every[name] = every
         self.runs[name] = []
 
     def add_conversion(self, name, files, *options):
         """The program and the two bounds over these files, under name, name+escape, name+same."""
         out = self.folder(f"out/{name}")
-        self.add(name, [self.tool("tintline"), *CLASSIC, "-d", out, *options, *files])
+        self.add(name, [self.tool("tintline"), "-d", out, *options, *files])
         self.add(f"{name}+escape",
                  [self.tool("bound"), "escape", self.folder("bound/escape"), *files])
         self.add(f"{name}+same",
@@ -57,7 +60,8 @@ class Bench:
     def measure(self, rounds):
         for current in range(rounds + 1):
             for name, command in self.commands.items():
-                result = self.run_once(name, command)
+                wanted = current % self.every[name] == 0
+                result = self.run_once(name, command) if wanted else None
                 if current > 0:  # the first round warms up and writes what `bound same` looks at
                     self.runs[name].append(result)
 
@@ -70,14 +74,14 @@ class Bench:
         return float(wall), float(processor), int(peak)
 
     def wall(self, name):
-        return median(run[WALL] for run in self.runs[name])
+        return median(run[WALL] for run in self.runs[name] if run)
 
     def peak(self, name):
         return max(run[PEAK] for run in self.runs[name]) / 1024
 
     def ratio(self, name, other, clock=WALL):
         pairs = zip(self.runs[name], self.runs[other])
-        return median(mine[clock] / theirs[clock] for mine, theirs in pairs)
+        return median(mine[clock] / theirs[clock] for mine, theirs in pairs if mine and theirs)
 
 
 def size_of(files):
@@ -88,19 +92,38 @@ def lines_of(files):
     return sum(Path(file).read_bytes().count(b"\n") for file in files)
 
 
+CLASSIC = ["-q", "--mode", "classic"]
+EXACT = ["-q", "--mode", "exact", "-n", "--titles", "on", "--links"]
 # name of the row, set of modules, options, times the bound that it may take
-CLASSIC = ["-q", "--mode", "classic"]  # which the figures are about
 CONVERSIONS = [
-    ("class, no names to link", "modules", ["--pasted"], 2.5),
-    ("class, own names", "modules", [], None),
-    ("class, own names, line numbers", "modules", ["-n"], None),
-    ("class, 500 names a module", "names500", [], 4.0),
-    ("class, 500 names, large modules", "large500", [], None),
-    ("inline, no names to link", "modules", ["--style", "inline", "--pasted"], None),
-    ("inline, own names", "modules", ["--style", "inline"], None),
-    ("inline, 500 names a module", "names500", ["--style", "inline"], None),
-    ("one module of nearly 32,767 lines", "single/longest.bas", [], None),
+    ("class, no names to link", "modules", [*CLASSIC, "--pasted"], 2.5),
+    ("class, own names", "modules", CLASSIC, None),
+    ("class, own names, line numbers", "modules", [*CLASSIC, "-n"], None),
+    ("class, 500 names a module", "names500", CLASSIC, 4.0),
+    ("class, 500 names, large modules", "large500", CLASSIC, None),
+    ("inline, no names to link", "modules", [*CLASSIC, "--style", "inline", "--pasted"], None),
+    ("inline, own names", "modules", [*CLASSIC, "--style", "inline"], None),
+    ("inline, 500 names a module", "names500", [*CLASSIC, "--style", "inline"], None),
+    ("one module of nearly 32,767 lines", "single/longest.bas", CLASSIC, None),
+    ("exact, links in the module", "modules", [*EXACT, "module"], None),
+    ("exact, links over all modules", "modules", [*EXACT, "all"], None),
+    ("exact, 500 names a module", "names500", [*EXACT, "module"], None),
+    ("exact, one module of nearly 32,767 lines", "single/longest.bas", [*EXACT, "module"], None),
 ]
+OVER_ALL = "exact, links over all modules"  # keeps all modules in memory
+# What is compared with other programs over the same modules, and how often as fast it shall be.
+COMPARED = [("class, own names", 25), ("exact, links in the module", 25), (OVER_ALL, None)]
+OTHERS = {
+    "highlight": ["highlight", "-q", "-S", "vb", "-O", "html", "-d"],
+    "source-highlight": ["source-highlight", "-q", "-s", "vbscript", "-f", "html", "--output-dir"],
+}
+OTHERS_EVERY = 3  # rounds: they take seconds
+# Lines of two megabytes and four of each kind of character.
+LONG_LINES = {"names": "Wert1", "words": "Wert1 ", "calls": "Ruf Wert1 ", "quotes": '"', "opening": "(",
+              "nested calls": "f(", "pairs": "(a)", "indexes": "a(b)", "commas": "a,",
+              "less-than": "<", "named arguments": "a:=", "apostrophes": "'", "blanks": " ",
+              "colons": "a:", "continued": "Wert1 + " * 25 + "_\r\n", "numbers": "1.", "dots": ".a"}
+MODES = {"classic": CLASSIC, "exact": [*EXACT, "module"]}
 NAMES = [10, 100, 500, 1000]
 GROWTH = [1, 2, 4]
 JOB_ROUNDS = 60
@@ -114,19 +137,38 @@ def plan(bench, corpus):
 
     for name, place, options, _ in CONVERSIONS:
         bench.add_conversion(name, files(place), "--jobs", "1", *options)
-    for factor in GROWTH:
-        bench.add(f"growth {factor}", [bench.tool("tintline"), *CLASSIC, "--jobs", "1", "-d",
-                                       bench.folder(f"out/growth {factor}"),
-                                       *files(f"growth/{factor}")])
+    for name, command in OTHERS.items():
+        if shutil.which(name):
+            bench.add(name, [*command, bench.folder(f"out/{name}"), *files("modules")], OTHERS_EVERY)
+    for mode, options in MODES.items():
+        plan_growth(bench, files, mode, options)
     for count in NAMES:
-        bench.add(f"names {count}", [bench.tool("tintline"), *CLASSIC, "--jobs", "1", "-d",
+        bench.add(f"names {count}", [bench.tool("tintline"), "--jobs", "1", *CLASSIC, "-d",
                                      bench.folder(f"out/names {count}"), *files(f"names/{count}")])
     short = corpus / "single/100.bas"
     out = bench.folder("out/start")
     for turn in range(10):  # so short that one run a round says little
-        bench.add(f"start {turn}", [bench.tool("tintline"), *CLASSIC, "-o", out / "100.htm", short])
+        for mode, options in MODES.items():
+            bench.add(f"start {mode} {turn}",
+                      [bench.tool("tintline"), *options, "-o", out / "100.htm", short])
         bench.add(f"true {turn}", ["--copy", short, out / "copy.bas", "/bin/true"])
     return files
+
+
+def plan_growth(bench, files, mode, options):
+    def add(name, *inputs):
+        name = f"{mode} {name}"
+        bench.add(name, [bench.tool("tintline"), "--jobs", "1", *options, "-d",
+                         bench.folder(f"out/{name}"), *inputs])
+
+    for factor in GROWTH:
+        add(f"growth {factor}", *files(f"growth/{factor}"))
+    for kind, text in LONG_LINES.items():
+        for megabytes in (2, 4):
+            path = bench.folder("long") / f"{kind} {megabytes}.bas"
+            line = text * (megabytes * MIB // len(text))
+            path.write_text(f"Sub Ruf()\r\n{line}\r\nEnd Sub\r\n", newline="")
+            add(f"long {kind} {megabytes}", path)
 
 
 def report_conversions(bench, bars, files):
@@ -149,21 +191,42 @@ def report_memory(bench, bars, files):
         out = bench.folder(f"out/{name}")
         pairs = [(size_of([file]), size_of([out / (file.stem + ".htm")])) for file in files(place)]
         source, result = max(pairs, key=sum)
+        limit = source + result + (3 * size_of(files(place)) if name == OVER_ALL else 0)
         table.row(name, f"{source / MIB:.2f} MiB", f"{result / MIB:.2f} MiB",
                   f"{bench.peak(name):.1f} MiB",
-                  bars.at_most(bench.peak(name), (source + result) / MIB + 16, " MiB"))
+                  bars.at_most(bench.peak(name), limit / MIB + 16, " MiB"))
+
+
+def report_others(bench, bars):
+    table = Table("the same modules, one job", "time", "as fast as", "times",
+                  "the same in processor time", "reach")
+    for name, wanted in COMPARED:
+        for other in filter(shutil.which, OTHERS):
+            times = 1 / bench.ratio(name, other)
+            table.row(name, f"{bench.wall(name) * 1e3:.1f} ms",
+                      f"{other}: {bench.wall(other) * 1e3:.0f} ms", f"{times:.1f}",
+                      f"{1 / bench.ratio(name, other, PROCESSOR):.1f}",
+                      bars.at_least(times, wanted) if wanted and other == "highlight" else "")
+    exact, classic = "exact, links in the module", "class, own names, line numbers"
+    for name, other, limit in ((exact, classic, 1), (OVER_ALL, exact, 1.3)):
+        times = bench.ratio(name, other)
+        table.row(name, f"{bench.wall(name) * 1e3:.1f} ms", f"{other}, of its time",
+                  f"{times:.2f}", f"{bench.ratio(name, other, PROCESSOR):.2f}",
+                  bars.at_most(times, limit))
 
 
 def report_growth(bench, bars, files):
     table = Table("growth", "time", "times", "reach")
-    before = None
-    for factor in GROWTH:
-        name = f"growth {factor}"
-        times = bench.ratio(name, before) if before else None
-        table.row(f"20 modules of {factor * 100} KB ({lines_of(files(f'growth/{factor}')):,} lines)",
-                  f"{bench.wall(name) * 1e3:.1f} ms", f"{times:.2f}" if times else "",
-                  bars.at_most(times, 2.1) if times else "")
-        before = name
+    for mode in MODES:
+        before = None
+        for factor in GROWTH:
+            name = f"{mode} growth {factor}"
+            lines = lines_of(files(f"growth/{factor}"))
+            times = bench.ratio(name, before) if before else None
+            table.row(f"{mode}, 20 modules of {factor * 100} KB ({lines:,} lines)",
+                      f"{bench.wall(name) * 1e3:.1f} ms", f"{times:.2f}" if times else "",
+                      bars.at_most(times, 2.1) if times else "")
+            before = name
     for count in NAMES:
         name = f"names {count}"
         times = bench.ratio(name, f"names {NAMES[0]}")
@@ -171,14 +234,25 @@ def report_growth(bench, bars, files):
                   f"{times:.2f}", bars.at_most(times, 1.5) if count == NAMES[-1] else "")
 
 
+def report_long_lines(bench, bars):
+    table = Table("a line of 4 MiB, and one of 2 MiB", "time", "times", "reach")
+    for mode in MODES:
+        for kind in LONG_LINES:
+            name = f"{mode} long {kind}"
+            times = bench.ratio(f"{name} 4", f"{name} 2")
+            table.row(f"{mode}, {kind}", f"{bench.wall(f'{name} 4') * 1e3:.1f} ms", f"{times:.2f}",
+                      bars.at_most(times, 2.1))
+
+
 def report_start(bench, bars):
-    table = Table("start", "time", "beside", "times", "reach")
-    start = median(bench.wall(f"start {turn}") for turn in range(10))
+    table = Table("start and a file of 100 lines", "time", "beside", "times", "reach")
     true = median(bench.wall(f"true {turn}") for turn in range(10))
-    times = median(bench.ratio(f"start {turn}", f"true {turn}") for turn in range(10))
-    table.row("start and a file of 100 lines", f"{start * 1e3:.2f} ms",
-              f"/bin/true and a copy of the file: {true * 1e3:.2f} ms", f"{times:.2f}",
-              bars.at_most(times, 2))
+    for mode, limit in (("classic", 2), ("exact", 2.5)):
+        start = median(bench.wall(f"start {mode} {turn}") for turn in range(10))
+        times = median(bench.ratio(f"start {mode} {turn}", f"true {turn}") for turn in range(10))
+        table.row(mode, f"{start * 1e3:.2f} ms",
+                  f"/bin/true and a copy of the file: {true * 1e3:.2f} ms", f"{times:.2f}",
+                  bars.at_most(times, limit))
 
 
 def busy_programs(bench, count):
@@ -242,7 +316,9 @@ def main():
               f"{'memory' if str(work).startswith('/dev/shm') else 'the file system'}.")
         report_conversions(bench, bars, files)
         report_memory(bench, bars, files)
+        report_others(bench, bars)
         report_growth(bench, bars, files)
+        report_long_lines(bench, bars)
         report_start(bench, bars)
         report_jobs(bench, bars, files)
         print(f"\n{bars.reached} reached, {bars.missed} missed")
