@@ -88,7 +88,7 @@ class ExactRun {
 
   void run() {
     if (options_.outputDir.empty() && tasks_.size() > 1) return writeOneDocument();
-    if (!linksPages(options_.format, listing_)) return convertAlone();
+    if (tasks_.size() == 1 || !linksPages(options_.format, listing_)) return convertAlone();
     for (const auto& [folder, members] : folders()) convertProject(members);
   }
 

@@ -183,8 +183,8 @@ constexpr OptionRow kOptions[] = {
      storeStyle},
     {"links", 0, L"ZIELE", L"none, procs, module oder all",
      L"nur genau: worauf Namen verweisen: none nichts,\n"
-     L"procs Prozeduren, module alles im Modul (Vorgabe,\n"
-     L"außer bei inline), all auch andere des Ordners",
+     L"procs Prozeduren, module alles im Modul, all auch\n"
+     L"andere des Ordners (Vorgabe, außer bei inline)",
      storeLinks},
     {"titles", 0, L"on|off", L"on oder off",
      L"nur genau: Verweise zeigen den Kopf ihres Ziels\n"
@@ -245,8 +245,7 @@ constexpr std::wstring_view kHelpFoot =
     L"\n"
     L"Beispiele:\n"
     L"  tintline -o Modul1.htm Modul1.bas\n"
-    L"  tintline -n -d html *.bas *.cls\n"
-    L"  tintline --links all -d html *.bas *.cls *.frm\n"
+    L"  tintline -n -d html *.bas *.cls *.frm\n"
     L"  tintline --format body --style inline --lines 10-42 Modul1.bas\n"
     L"  tintline --mode classic -o Modul1.htm Modul1.bas\n"
     L"\n"

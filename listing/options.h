@@ -31,7 +31,7 @@ struct LineRange {
 };
 
 struct Options {
-  Links links = Links::Module;
+  Links links = Links::All;
   bool titles = true;  // links and index entries tell the head of what they lead to
   Header header = Header::Fold;
   Theme theme = Theme::Auto;
