@@ -7,6 +7,7 @@
 // Run by ./dev pictures and ./dev app.
 
 #include <iostream>
+#include <map>
 #include <regex>
 #include <sstream>
 
@@ -64,23 +65,23 @@ void picturesOfAll(const fs::path& folder) {
 std::string proceduresOf(const std::string& module) {
   static const std::regex kHead(
       "(?:Public |Private )?(?:Sub|Function|Property (Let|Set|Get)) ([^(]+)\\(.*");
+  const std::map<std::string, int> kinds{{"Let", 1}, {"Set", 2}, {"Get", 3}};
   std::istringstream lines(module);
   std::ostringstream procedures;
-  int number = 0, start = 0;
-  std::smatch head;
-  for (std::string line; std::getline(lines, line);) {
+  std::string line, name;
+  int number = 0, start = 0, kind = 0;
+  while (std::getline(lines, line)) {
     ++number;
-    if (start == 0 && std::regex_search(line, head, kHead, std::regex_constants::match_continuous))
-      procedures << "procedure "
-                 << (head[1] == "Let"   ? 1
-                     : head[1] == "Set" ? 2
-                     : head[1] == "Get" ? 3
-                                        : 0)
-                 << ' ' << (start = number) << ' ';
-    if (start != 0 && line.starts_with("End ") && line.find_first_of("SFP", 4) == 4) {
-      procedures << number - start + 1 << ' ' << head[2] << '\n';
-      start = 0;
+    if (std::smatch head; start == 0 && std::regex_search(line, head, kHead,
+                                                          std::regex_constants::match_continuous)) {
+      start = number;
+      kind = head[1].matched ? kinds.at(head[1]) : 0;
+      name = head[2];
     }
+    if (start == 0 || !line.starts_with("End ") || line.find_first_of("SFP", 4) != 4) continue;
+    procedures << "procedure " << kind << ' ' << start << ' ' << number - start + 1 << ' ' << name
+               << '\n';
+    start = 0;
   }
   return procedures.str();
 }
