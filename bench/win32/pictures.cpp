@@ -11,6 +11,7 @@
 #include <regex>
 #include <sstream>
 
+#include "base/codepage.h"
 #include "base/file.h"
 #include "bench/win32/main_window.h"
 #include "bench/win32/program_folder.h"
@@ -83,7 +84,7 @@ std::string proceduresOf(const std::string& module) {
                << '\n';
     start = 0;
   }
-  return procedures.str();
+  return toUtf8(fromAnsi(procedures.str()));
 }
 
 // The server of the tests stands for Word.
