@@ -2,6 +2,8 @@
 #include "listing/html_code.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstring>
 
 #include "listing/html_text.h"
@@ -81,7 +83,10 @@ void HtmlCode::writeLineNumber() {
     out_ << "<span style=\"" << markup_.lineNumberStyle() << "\">"
          << lineNumber(source_.module, line) << "</span>";
   } else if (own_.prefix().empty()) {
-    out_ << "<a id=" << line << " href=#" << line << "></a>";
+    std::array<char, 10> digits;
+    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), line).ptr;
+    const std::string_view number(digits.data(), static_cast<std::size_t>(end - digits.data()));
+    out_ << "<a id=" << number << " href=#" << number << "></a>";
   } else {
     out_ << "<a id=\"" << own_.prefix() << line << "\" href=\"#" << own_.prefix() << line
          << "\" data-n=" << line << "></a>";
