@@ -32,6 +32,12 @@ void add(const TreeNode& node, std::string& text) {
 
 std::string yesNo(bool yes) { return yes ? "yes" : "no"; }
 
+std::string described(const SampleLabel& sample) {
+  return "\n    " + toUtf8(sample.Caption()) + ": " + std::to_string(sample.ForeColor()) +
+         (sample.Transparent ? " on nothing" : " on " + std::to_string(sample.BackColor())) +
+         (sample.Plain().empty() ? "" : " but for " + toUtf8(sample.Plain()));
+}
+
 }  // namespace
 
 // The first line that differs; the whole is left below build/.
@@ -52,8 +58,8 @@ Transcript::~Transcript() {
   ADD_FAILURE() << "expected: " << before << "\n     got: " << after << "\n" << fresh.string();
 }
 
-Program::Program(Transcript& transcript)
-    : app(ports.ports()), form(app.mainWindow), transcript_(transcript) {
+Program::Program(Transcript& transcript, const std::function<void(FakePorts&)>& before)
+    : app((before(ports), ports.ports())), form(app.mainWindow), transcript_(transcript) {
   app.splash.makeView = splashWindow.maker();
   app.farbeinstellung.makeView = colorWindow.maker();
   app.prePostCode.makeView = prePostWindow.maker();
@@ -150,11 +156,19 @@ Program::State Program::state() {
       {"table", std::to_string(form.HTMLTabelle.size()) + " bytes"},
       {"page", page()},
       {"tree", tree()},
+      {"dialog", dialog()},
       {"node", form.TreeView1.SelectedItem() == nullptr
                    ? ""
                    : readable(form.TreeView1.SelectedItem()->Text())},
       {"clipboard", readable(fromAnsi(ports.clipboard.content))},
   };
+  std::string colours;
+  for (const auto& fields : app.colors) {
+    for (const std::string& field : fields) colours += field + ",";
+    colours += "|";
+  }
+  state.emplace_back("colours", colours);
+  state.emplace_back("settings", readable(app.splash.lblEinstellungen.Caption()));
   addHost(state, "Word", ports.office.word);
   addHost(state, "Excel", ports.office.excel);
   std::string opened;
@@ -209,6 +223,21 @@ std::string Program::buttons() const {
 std::string Program::tree() const {
   std::string text;
   for (const auto& root : form.TreeView1.roots()) add(*root, text);
+  return text;
+}
+
+// What the dialog shows that is open.
+std::string Program::dialog() const {
+  const frmPrePostCode& codes = app.prePostCode;
+  if (codes.isShown())
+    return readable(codes.txtPreCode.Text()) + " / " + readable(codes.txtPostCode.Text());
+  const frmFarbeinstellung& colours = app.farbeinstellung;
+  if (!colours.isShown()) return {};
+  std::string text = toUtf8(colours.txtFarbe.Text() + L" / " + colours.txtHintergrund.Text()) +
+                     (colours.chkTransparent.Value ? " transparent " : " ") +
+                     (colours.cmdSpeichern.Enabled ? "" : "not to be saved ") +
+                     toUtf8(colours.lblHinweis.Caption()) + described(colours.lblMuster);
+  for (const SampleLabel& sample : colours.lblMusterSchema) text += described(sample);
   return text;
 }
 

@@ -40,7 +40,9 @@ class Transcript {
 
 class Program {
  public:
-  explicit Program(Transcript& transcript);
+  // `before` may change what the program stands on before it is made.
+  explicit Program(
+      Transcript& transcript, const std::function<void(FakePorts&)>& before = [](FakePorts&) {});
 
   void start() {
     step("start", [this] { app.Main(0); });
@@ -112,6 +114,7 @@ class Program {
   std::string page();
   std::string buttons() const;
   std::string tree() const;
+  std::string dialog() const;
   std::string readable(std::wstring_view text) const;
   void addHost(State& state, const char* name, const FakeHost& host) const;
   void addFiles(State& state);

@@ -64,32 +64,40 @@ TEST_F(start_up, reads_the_keyword_lists) {
 }
 
 TEST_F(start_up, settings_go_where_they_can_be_written_and_the_about_display_tells_where) {
-  for (const bool inTheWay : {false, true}) {
-    FakePorts own;
-    if (inTheWay) std::filesystem::create_directory(own.files.program / "TINTLINE.ini");
-    Application program(own.ports());
-    FakeWindow window, prePost, colorDialog;
-    program.splash.makeView = program.mainWindow.makeView = window.maker();
-    program.prePostCode.makeView = prePost.maker();
-    program.farbeinstellung.makeView = colorDialog.maker();
-    const std::filesystem::path file =
-        (inTheWay ? own.files.user : own.files.program) / "TINTLINE.ini";
-    program.Main(0);
-    EXPECT_EQ(program.splash.lblEinstellungen.Caption(), L"") << "while starting";
-    EXPECT_TRUE(std::filesystem::is_regular_file(file));
-    EXPECT_EQ(std::filesystem::exists(own.files.user), inTheWay);
-    program.mainWindow.execute(Command::mnuInfo);
-    EXPECT_EQ(program.splash.lblEinstellungen.Caption(), L"Einstellungen: " + pathText(file));
-    prePost.whileModal = [&] {
-      program.prePostCode.txtPreCode.Text = L"<pre>";
-      program.prePostCode.OKButton.Click();
+  const std::filesystem::path name = "TINTLINE.ini";
+  const std::function<void(FakeFiles&)> cases[] = {
+      [](FakeFiles&) {},
+      [&](FakeFiles& files) {  // both are there
+        writeText(files.program / name, "of the program");
+        create_directories(files.user);
+        writeText(files.user / name, "of the user");
+      },
+      [&](FakeFiles& files) { create_directory(files.program / name); },
+      [&](FakeFiles& files) {
+        create_directory(files.program / name);
+        create_directories(files.user);
+        writeText(files.user / name, "of the user");
+      },
+      [&](FakeFiles& files) {
+        create_directory(files.program / name);
+        create_directories(files.user / name);
+      },
+      [&](FakeFiles& files) {
+        create_directory(files.program / name);
+        files.user = "";
+      },
+  };
+  for (const auto& prepare : cases) {
+    Program own(transcript(), [&](FakePorts& stand) { prepare(stand.files); });
+    own.start();
+    own.execute("about", Command::mnuInfo);
+    own.prePostWindow.whileModal = [&] {
+      own.app.prePostCode.txtPreCode.Text = L"<pre>";
+      own.app.prePostCode.OKButton.Click();
     };
-    program.mainWindow.execute(Command::mnuPrePost);
-    program.colors[kStrings][kTextColor] = "#123456";
-    program.mainWindow.execute(Command::mnuFarbenSpeichern);
-    const std::string saved = readFile(file);
-    EXPECT_NE(saved.find("PreCode=<pre>,"), std::string::npos) << saved;
-    EXPECT_NE(saved.find("ColString=,#123456,"), std::string::npos) << saved;
+    own.execute("codes", Command::mnuPrePost);
+    own.app.colors[kStrings][kTextColor] = "#123456";
+    own.execute("save colours", Command::mnuFarbenSpeichern);
   }
 }
 

@@ -1,4 +1,4 @@
-// A window of a form that writes down what becomes of it.
+// A window of a form, and a view of a control that counts what it is told.
 //
 //   FakeWindow window;
 //   form.makeView = window.maker();
@@ -8,8 +8,6 @@
 
 #include <functional>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "app/controls/form.h"
 
@@ -18,28 +16,19 @@ namespace tintline::test {
 struct FakeWindow {
   // Makes views that report to this window, which must outlive them.
   std::function<std::unique_ptr<FormView>()> maker() {
-    return [this] {
-      ++views;
-      return std::make_unique<View>(*this);
-    };
+    return [this] { return std::make_unique<View>(*this); };
   }
 
-  std::vector<std::string> events;   // "show", "runModal", "close", in order
   std::function<void()> whileModal;  // what the user does while the form is modal
   bool open = false;
-  int views = 0;  // how many windows were made
 
  private:
   struct View final : FormView {
     explicit View(FakeWindow& ofWindow) : window(ofWindow) {}
-    void note(const char* event, bool open) {
-      window.events.emplace_back(event);
-      window.open = open;
-    }
-    void show() override { note("show", true); }
-    void close() override { note("close", false); }
+    void show() override { window.open = true; }
+    void close() override { window.open = false; }
     void runModal() override {
-      note("runModal", true);
+      window.open = true;
       if (window.whileModal) window.whileModal();
     }
     FakeWindow& window;
@@ -49,8 +38,8 @@ struct FakeWindow {
 // A view of a control that counts what it is told.
 struct FakeControlView final : ControlView {
   void changed(Control&) override { ++changes; }
-  void refresh(Control&) override { ++refreshes; }
-  int changes = 0, refreshes = 0;
+  void refresh(Control&) override {}
+  int changes = 0;
 };
 
 }  // namespace tintline::test

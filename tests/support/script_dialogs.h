@@ -29,11 +29,10 @@ class ScriptDialogs final : public Dialogs {
     enum class Kind { Open, Save, Folder, Message, Confirm, Input, ChooseColor };
     Kind kind;
     std::wstring text;        // the message, the question, the prompt; a file dialog's title
-    std::wstring value = {};  // what it offered: file name, folder, input value
+    std::wstring value = {};  // what it offered: file name, folder, input, colour
     std::wstring title = {};  // a message's title
     std::wstring filter = {};
     MessageIcon icon = MessageIcon::None;
-    std::uint32_t color = 0;  // the colour it offered
   };
   using Kind = Question::Kind;
 
@@ -72,7 +71,7 @@ class ScriptDialogs final : public Dialogs {
     return next(Text(), {.kind = Kind::Input, .text = prompt, .value = value});
   }
   Color chooseColor(std::uint32_t color) override {
-    return next(Color(), {.kind = Kind::ChooseColor, .text = {}, .color = color});
+    return next(Color(), {.kind = Kind::ChooseColor, .text = {}, .value = std::to_wstring(color)});
   }
 
  private:
