@@ -259,7 +259,10 @@ LineTokenizer::Bytes LineTokenizer::colon(Bytes p) {
     single(p, TokenKind::NamedArgument);
     return p + 2;
   }
-  if (context_ == Context::LabelName && before != nullptr) before->kind = TokenKind::Label;
+  if (context_ == Context::LabelName && before != nullptr) {
+    before->kind = TokenKind::Label;
+    before->word = Word::None;
+  }
   emit(TokenKind::Punctuation, p);
   statement_ = {};
   context_ = Context::Statement;

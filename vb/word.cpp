@@ -141,7 +141,6 @@ constexpr LanguageWord kWords[] = {
     TINTLINE_WORD(Date, ReservedFunction),
     TINTLINE_WORD(Len, ReservedFunction),
     TINTLINE_WORD(String, ReservedFunction),
-    TINTLINE_WORD(Collection, Runtime),
 };
 #undef TINTLINE_WORD
 
@@ -160,36 +159,37 @@ constexpr WordGroup kGroups[] = {
     {u8"True False Nothing Empty Null", {Word::None, Constant}},
     {u8"Abs Array CBool CByte CCur CDate CDbl CDec CInt CLng CLngLng CLngPtr CSng CStr CVar CVErr "
      u8"Circle DoEvents Fix InputB Int LBound LenB PSet Scale Sgn UBound",
-     {Word::None, ReservedFunction}},
+     {Word::ReservedFunction, ReservedFunction}},
     // Objects of the runtime library.
-    {u8"App Clipboard Err ErrObject Forms Printer Printers Screen", {Word::None, Runtime}},
+    {u8"App Clipboard Collection Err ErrObject Forms Printer Printers Screen",
+     {Word::LibraryObject, Runtime}},
     // Its statements.
     {u8"AppActivate Beep ChDir ChDrive DeleteSetting FileCopy Kill Load MkDir Randomize RmDir "
      u8"SavePicture SaveSetting SendKeys SetAttr Unload",
-     {Word::None, Runtime}},
+     {Word::LibraryFunction, Runtime}},
     // Its functions: texts.
     {u8"Asc AscB AscW Chr ChrB ChrW Filter Format FormatCurrency FormatDateTime FormatNumber "
      u8"FormatPercent Hex InStr InStrB InStrRev Join LCase LTrim Left LeftB Mid MidB Oct RTrim "
      u8"Replace Right RightB Space Split Str StrComp StrConv StrReverse Trim UCase Val",
-     {Word::None, Runtime}},
+     {Word::LibraryFunction, Runtime}},
     // Numbers and money.
     {u8"Atn Cos DDB Exp FV IPmt IRR Log MIRR NPV NPer PPmt PV Partition Pmt RGB QBColor Rate Rnd "
      u8"Round SLN SYD Sin Sqr Tan",
-     {Word::None, Runtime}},
+     {Word::LibraryFunction, Runtime}},
     // Dates and times.
     {u8"CVDate DateAdd DateDiff DatePart DateSerial DateValue Day Hour Minute Month MonthName Now "
      u8"Second Time TimeSerial TimeValue Timer Weekday WeekdayName Year",
-     {Word::None, Runtime}},
+     {Word::LibraryFunction, Runtime}},
     // Files, settings and other programs.
     {u8"Command CreateObject CurDir Dir EOF Environ FileAttr FileDateTime FileLen FreeFile "
      u8"GetAllSettings GetAttr GetObject GetSetting IMEStatus InputBox LOF Loc MacID MacScript "
      u8"MsgBox Shell",
-     {Word::None, Runtime}},
+     {Word::LibraryFunction, Runtime}},
     // Values and objects.
     {u8"CallByName Choose Erl IIf IsArray IsDate IsEmpty IsError IsMissing IsNull IsNumeric "
      u8"IsObject LoadPicture LoadResData LoadResPicture LoadResString ObjPtr StrPtr Switch "
      u8"TypeName VarPtr VarType",
-     {Word::None, Runtime}},
+     {Word::LibraryFunction, Runtime}},
 };
 
 // Calls `take` with each entry of a list; any of the bytes ends one.
@@ -210,6 +210,10 @@ void forEachEntry(std::u8string_view list, Take take) {
 std::u8string_view builtInList(int number) {
   const std::string_view list = programResource(number);
   return {reinterpret_cast<const char8_t*>(list.data()), list.size()};
+}
+
+bool isAscii(std::u8string_view word) {
+  return std::ranges::all_of(word, [](char8_t c) { return c < 0x80; });
 }
 
 constexpr std::size_t kMostEntries = 0xFFFE;
@@ -247,6 +251,7 @@ bool WordLists::contains(std::u8string_view word) const {
 // Adds a word that is not there yet.
 void WordLists::add(std::u8string_view word, KnownWord known) {
   if (contains(word) || entries_.size() == kMostEntries) return;
+  if (!isAscii(word)) return addWide(word, known);
   const Key key = keyOf(word.data(), word.size(), word.data() + word.size());
   entries_.push_back({key.head, key.tail, static_cast<std::uint32_t>(texts_.size()),
                       static_cast<std::uint16_t>(word.size()), known});
@@ -258,6 +263,19 @@ void WordLists::add(std::u8string_view word, KnownWord known) {
   } else {
     addSlot(entries_.size() - 1);
   }
+}
+
+void WordLists::addWide(std::u8string_view word, KnownWord known) {
+  const std::size_t offset = texts_.size();
+  texts_ += word;
+  wideNames_.add(texts_, word, foldedHash(word), offset);
+  wide_.push_back(known);
+}
+
+KnownWord WordLists::findWide(std::u8string_view word) const {
+  if (isAscii(word)) return {};
+  const std::uint32_t number = wideNames_.find(texts_, word, foldedHash(word));
+  return number == NameTable::kUnknown ? KnownWord{} : wide_[number];
 }
 
 void WordLists::addSlot(std::size_t entry) {

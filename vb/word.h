@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "vb/name_table.h"
+
 namespace tintline::vb {
 
 // Which word a token is, without regard to case; of words that mean nothing to a reader None.
@@ -139,11 +141,13 @@ enum class Word : std::uint16_t {
   Or,
   TypeOf,
   Xor,
-  // Types, functions and objects that a reader asks for
+  // Types and functions that a reader asks for, and all others of the runtime library
   Date,
   Len,
   String,
-  Collection
+  ReservedFunction,
+  LibraryFunction,  // statements, too
+  LibraryObject
 };
 
 // What a word is where nothing else decides.
@@ -165,8 +169,8 @@ struct KnownWord {
 };
 
 // All words that have a meaning: those of the language and the two lists of a user's vb.ini,
-// compared without case. Words of the first list count when the built-in first list does not hold
-// them; a "$" at an entry's end is no part of the word.
+// compared without case, also beyond ASCII. Words of the first list count when the built-in first
+// list does not hold them; a "$" at an entry's end is no part of the word.
 class WordLists {
  public:
   // Without a vb.ini: the built-in second list.
@@ -200,13 +204,17 @@ class WordLists {
   void add(std::u8string_view word, KnownWord known);
   void addEntries(std::u8string_view list, KnownWord known, const WordLists* except);
   void addSlot(std::size_t entry);
+  void addWide(std::u8string_view word, KnownWord known);
+  KnownWord findWide(std::u8string_view word) const;
   bool contains(std::u8string_view word) const;
   bool middleIs(const Entry& entry, const char8_t* word) const;
 
   std::vector<Entry> entries_;
   std::vector<Slot> slots_;  // open addressing, the size is a power of two
   std::u8string texts_;
-  unsigned shift_ = 0;  // of a hash to its slot
+  unsigned shift_ = 0;           // of a hash to its slot
+  NameTable wideNames_;          // the words that are not ASCII, in texts_
+  std::vector<KnownWord> wide_;  // by their numbers there
 };
 
 inline WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length,
@@ -243,7 +251,7 @@ inline KnownWord WordLists::find(const char8_t* begin, const char8_t* end,
   const std::size_t mask = slots_.size() - 1;
   for (std::size_t at = hash >> shift_;; at = (at + 1) & mask) {
     const Slot slot = slots_[at];
-    if (slot.entry == 0) return {};
+    if (slot.entry == 0) return wide_.empty() ? KnownWord{} : findWide({begin, end});
     if (slot.check != check) continue;
     const Entry& entry = entries_[slot.entry - 1U];
     if (entry.head == key.head && entry.tail == key.tail && entry.length == key.length &&

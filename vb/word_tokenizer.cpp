@@ -207,7 +207,8 @@ LineTokenizer::Bytes LineTokenizer::function(Bytes p, Bytes end, KnownWord known
 LineTokenizer::Bytes LineTokenizer::runtimeName(Bytes p, Bytes end, TokenKind kind, Word word) {
   const Context before = context_;
   const Bytes behind = plainName(p, end);
-  if (before != Context::Jump) {
+  const bool namesType = before == Context::Type && word == Word::LibraryFunction;
+  if (before != Context::Jump && !namesType) {
     next_[-1].kind = kind;
     next_[-1].word = word;
   }
