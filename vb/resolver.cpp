@@ -15,6 +15,12 @@ namespace tintline::vb {
 
 namespace {
 
+// A function that no declaration hides.
+bool isReservedFunction(Word word) {
+  return word == Word::Date || word == Word::Len || word == Word::String ||
+         word == Word::ReservedFunction;
+}
+
 // What an expression is, as far as its members are known.
 struct Value {
   enum class Kind : std::uint8_t {
@@ -306,6 +312,10 @@ class Resolver {
 
   void name() {
     if (atDeclaration()) return declaredName();
+    if (firstWord_ == Word::DefType || isReservedFunction(word())) {
+      ++at_;
+      return otherOperand();
+    }
     if (typeExpected_) return typeName();
     if (std::exchange(eventExpected_, false)) {
       use(tables_.event(index_, scope_.at(at_).inProject), true);
