@@ -6,6 +6,7 @@
 
 #include "vb/declaration_reader.h"
 #include "vb/fold.h"
+#include "vb/own_names.h"
 #include "vb/tokenizer.h"
 
 namespace tintline::vb {
@@ -17,6 +18,7 @@ Module readModule(std::u8string text, std::u8string name, ModuleKind kind, const
   module.kind = kind;
   module.tokens = tokenize(module.text, words);
   readDeclarations(module);
+  releaseOwnNames(module, words);
   return module;
 }
 

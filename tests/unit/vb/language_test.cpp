@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/unit/vb/language_cases.h"
-#include "vb/tokenizer.h"
+#include "vb/module.h"
 
 namespace tintline::vb {
 namespace {
@@ -16,7 +16,8 @@ TEST(Language, tokensHaveTheirKinds) {
     for (const LanguageCase::Section& section : one.sections) {
       if (!section.name.starts_with(u8"module ")) continue;
       const std::u8string text = withoutMarks(section.text);
-      expectLines(withMarks(text, tokenize(text, words), all), section.text, one);
+      expectLines(withMarks(text, readModule(text, u8"M", ModuleKind::Standard, words).tokens, all),
+                  section.text, one);
     }
   }
 }
