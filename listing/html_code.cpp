@@ -10,6 +10,7 @@
 #include "listing/line_choice.h"
 #include "listing/links.h"
 #include "listing/token_names.h"
+#include "vb/own_names.h"
 
 namespace tintline::listing {
 namespace {
@@ -164,8 +165,8 @@ void HtmlCode::writeLinked(const vb::Reference& reference, std::u8string_view te
 }
 
 std::string_view HtmlCode::linkLook(const vb::Reference& reference) const {
-  if (const auto look = markup_.look(source_.module.tokens[reference.token].kind); !look.empty())
-    return look;
+  const TokenKind kindOfToken = vb::kindOfName(source_.module.tokens[reference.token]);
+  if (const auto look = markup_.look(kindOfToken); !look.empty()) return look;
   if (reference.declaration == vb::kNone)
     return targets_[reference.module].isClass() ? markup_.typeLook() : markup_.plainLook();
   const DeclarationKind kind = targets_[reference.module].kind(reference.declaration);

@@ -10,6 +10,7 @@
 #include "listing/token_names.h"
 #include "listing/unique_ids.h"
 #include "listing/utf8.h"
+#include "vb/own_names.h"
 
 namespace tintline::listing {
 namespace {
@@ -135,9 +136,11 @@ struct JsonDocument::Writer {
       place.length = 0;
       place.pass(module.textOf(i));
       const Position token{start.line, start.column, place.length};
-      if (places.size() < source.references.size() && source.references[places.size()].token == i)
-        places.push_back(token);
-      const std::string_view kind = classOf(module.tokens[i].kind);
+      const bool bound =
+          places.size() < source.references.size() && source.references[places.size()].token == i;
+      if (bound) places.push_back(token);
+      const std::string_view kind =
+          classOf(bound ? vb::kindOfName(module.tokens[i]) : module.tokens[i].kind);
       if (kind.empty()) continue;
       out << separator << token.line << "," << token.column << "," << token.length << ",\"" << kind
           << "\"]";

@@ -15,8 +15,6 @@ namespace tintline::vb {
 
 namespace {
 
-bool isOfLibrary(Word word) { return word == Word::LibraryFunction || word == Word::LibraryObject; }
-
 class OwnNames {
  public:
   OwnNames(Module& module, const WordLists& words) : module_(module), words_(words) {}
@@ -29,7 +27,7 @@ class OwnNames {
       Token& token = module_.tokens[i];
       if (isGap(token.kind)) continue;
       const bool namesType = before == Word::As || before == Word::New;
-      if (token.kind == TokenKind::Builtin && isOfLibrary(token.word) && !namesType && isOwn(i)) {
+      if (kindOfName(token) != token.kind && !namesType && isOwn(i)) {
         token.kind = TokenKind::Name;
         token.word = Word::None;
       }

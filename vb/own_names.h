@@ -13,4 +13,13 @@ namespace tintline::vb {
 // everywhere.
 void releaseOwnNames(Module& module, const WordLists& words);
 
+inline bool isOfLibrary(Word word) {
+  return word == Word::LibraryFunction || word == Word::LibraryObject;
+}
+
+// The kind of a token that names a declaration, which may be another module's.
+inline TokenKind kindOfName(const Token& token) {
+  return token.kind == TokenKind::Builtin && isOfLibrary(token.word) ? TokenKind::Name : token.kind;
+}
+
 }  // namespace tintline::vb
