@@ -124,7 +124,7 @@ std::string Program::readable(std::wstring_view text) const {
   if (const std::size_t at = result.find(version); at != std::string::npos)
     result.replace(at, version.size(), "<version>");
   const std::string folder = toUtf8(pathText(ports.files.folder.path()));
-  if (const std::size_t at = result.find(folder); at != std::string::npos) {
+  for (std::size_t at = 0; (at = result.find(folder, at)) != std::string::npos;) {
     result.replace(at, folder.size(), "<folder>");
     std::replace(result.begin() + static_cast<std::ptrdiff_t>(at), result.end(), '\\', '/');
   }
@@ -173,8 +173,6 @@ Program::State Program::state() {
   addHost(state, "Excel", ports.office.excel);
   std::string opened;
   for (const std::wstring& target : ports.shell.opened) opened += " " + readable(target);
-  for (const auto& [file, topic] : ports.shell.shownHelp)
-    opened += " " + readable(pathText(file)) + " " + topic;
   state.emplace_back("opened", opened);
   addFiles(state);
   return state;
@@ -274,17 +272,8 @@ void Program::addFiles(State& state) {
 }
 
 void Program::noteQuestions() {
-  const char* const kinds[] = {"open", "save", "folder", "message", "confirm", "input", "color"};
-  for (; asked_ < ports.dialogs.asked.size(); ++asked_) {
-    const auto& question = ports.dialogs.asked[asked_];
-    transcript_.written += std::string("  asks (") + kinds[static_cast<int>(question.kind)] +
-                           "): " + readable(question.text);
-    for (const std::wstring& more : {question.title, question.value, question.filter})
-      if (!more.empty()) transcript_.written += " / " + readable(more);
-    if (question.icon != MessageIcon::None)
-      transcript_.written += question.icon == MessageIcon::Critical ? " (!)" : " (i)";
-    transcript_.written += '\n';
-  }
+  for (; asked_ < ports.dialogs.asked.size(); ++asked_)
+    transcript_.written += "  " + readable(ports.dialogs.asked[asked_]) + '\n';
 }
 
 }  // namespace tintline::test

@@ -1,6 +1,9 @@
 // See fake_office.h.
 #include "tests/support/fake_office.h"
 
+#include <fstream>
+#include <regex>
+
 #include "base/codepage.h"
 #include "base/file.h"
 #include "base/text.h"
@@ -30,7 +33,6 @@ class FakeObject final : public OfficeObject {
   }
   void put(std::wstring_view member, OfficeValue value) override {
     host_.enter(name_, std::wstring(member));
-    if (!put_) throw FakeHost::failure(438, L"Objekt unterstützt das nicht");
     put_(member, value);
   }
   OfficeValue call(std::wstring_view member, Arguments arguments) override {
@@ -96,48 +98,37 @@ struct Code {
   }
 };
 
-// The name and the kind of the procedure that the line is the head of.
-std::optional<Procedure> headIn(std::wstring_view line) {
-  for (const std::wstring_view word : {L"Private ", L"Static "})
-    if (line.starts_with(word)) line.remove_prefix(word.size());
-  const std::pair<std::wstring_view, std::int32_t> kinds[] = {{L"Sub ", 0},
-                                                              {L"Function ", 0},
-                                                              {L"Property Let ", 1},
-                                                              {L"Property Set ", 2},
-                                                              {L"Property Get ", 3}};
-  for (const auto& [word, kind] : kinds)
-    if (line.starts_with(word))
-      return Procedure{std::wstring(line.substr(word.size(), line.find(L'(') - word.size())), kind,
-                       0, 0};
-  return {};
-}
-
 // As the editor counts: comments and empty lines belong to the procedure behind them, those at
 // the end to the last procedure.
 Code parse(const std::string& source) {
+  static const std::map<std::wstring, std::int32_t> kKinds = {{L"Sub", 0},
+                                                              {L"Function", 0},
+                                                              {L"Property Let", 1},
+                                                              {L"Property Set", 2},
+                                                              {L"Property Get", 3}};
+  static const std::wregex kHead(L"(?:Private |Static )?([A-Z]\\w+(?: [LSG]et)?) (\\w+)\\(.*");
   Code code;
   const std::string plain = Replace(source, "\r", "");
   for (const std::string_view line : Split(plain, '\n')) code.lines.push_back(fromAnsi(line));
+  const auto count = static_cast<std::int32_t>(code.lines.size());
   std::int32_t taken = 0;  // the lines up to here belong to declarations or procedures
-  bool inside = false;
-  for (std::size_t i = 0; i < code.lines.size(); ++i) {
+  const auto end = [&](std::int32_t last) {
+    if (code.procedures.empty())
+      code.declarations = last;
+    else
+      code.procedures.back().lines = last + 1 - code.procedures.back().start;
+  };
+  for (std::int32_t i = 0; i < count; ++i) {
     const std::wstring& line = code.lines[i];
-    if (auto head = inside ? std::nullopt : headIn(line)) {
-      head->start = taken + 1;
-      code.procedures.push_back(*head);
-      inside = true;
+    std::wsmatch head;
+    if (line.ends_with(L')') && std::regex_match(line, head, kHead) && kKinds.contains(head[1])) {
+      end(taken);
+      code.procedures.push_back({head[2], kKinds.at(head[1]), taken + 1, 0});
     }
     const bool comment = line.empty() || line.starts_with(L'\'');
-    if (inside || (code.procedures.empty() && !comment)) taken = static_cast<std::int32_t>(i) + 1;
-    inside = inside && !line.starts_with(L"End Sub") && !line.starts_with(L"End Function") &&
-             !line.starts_with(L"End Property");
+    if (code.procedures.empty() ? !comment : line.starts_with(L"End ")) taken = i + 1;
   }
-  auto behind = static_cast<std::int32_t>(code.lines.size()) + 1;
-  for (std::size_t i = code.procedures.size(); i-- > 0;) {
-    code.procedures[i].lines = behind - code.procedures[i].start;
-    behind = code.procedures[i].start;
-  }
-  code.declarations = behind - 1;
+  end(count);
   return code;
 }
 
@@ -178,9 +169,7 @@ OfficeObjectPtr makeCodeModule(FakeHost& host, const FakeComponent& component) {
 // ------------------------------------------------------------------------- projects
 OfficeObjectPtr makeComponent(FakeHost& host, const FakeComponent& component) {
   const auto exportCode = [component](Arguments arguments) {
-    AtomicFile file(pathFromText(text(arguments[0])));
-    file.stream() << component.code << "\r\n";
-    file.commit();
+    std::ofstream(pathFromText(text(arguments[0])), std::ios::binary) << component.code << "\r\n";
     return OfficeValue();
   };
   const auto code = [&host, component](Arguments) { return makeCodeModule(host, component); };
@@ -223,12 +212,11 @@ OfficeObjectPtr makeEditor(FakeHost& host) {
 OfficeObjectPtr makePart(FakeHost& host, FakeDocument& document, const std::wstring& path,
                          Members members = {}) {
   const auto put = [&document, path](std::wstring_view member, const OfficeValue& value) {
-    std::wstring& kept = document.properties[path + std::wstring(member)];
-    if (const auto* flag = std::get_if<bool>(&value))
-      kept = *flag ? L"True" : L"False";
-    else
-      kept = std::holds_alternative<std::int32_t>(value) ? std::to_wstring(number(value))
-                                                         : text(value);
+    const auto* flag = std::get_if<bool>(&value);
+    const auto* font = std::get_if<std::wstring>(&value);
+    document.properties[path + std::wstring(member)] = flag   ? *flag ? L"True" : L"False"
+                                                       : font ? *font
+                                                              : std::to_wstring(number(value));
   };
   return make(host, L"Document", std::move(members), put);
 }

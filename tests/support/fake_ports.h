@@ -9,10 +9,10 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/ports.h"
 #include "tests/support/fake_office.h"
-#include "tests/support/fake_shell.h"
 #include "tests/support/script_dialogs.h"
 #include "tests/support/temp_folder.h"
 
@@ -30,6 +30,20 @@ class FakeClipboard final : public Clipboard {
   void check() const {
     if (broken) throw std::runtime_error("the clipboard is in use");
   }
+};
+
+// Writes down what it is asked to do.
+class FakeShell final : public Shell {
+ public:
+  int open(const std::wstring& target) override { return opened.push_back(target), result; }
+  void showHelp(const std::filesystem::path& helpFile, std::string_view topic) override {
+    opened.push_back(pathText(helpFile) + L" " + fromAnsi(topic));
+  }
+  void closeHelp() override { ++helpClosed; }
+
+  std::vector<std::wstring> opened;
+  int result = 33;  // what open answers: above 32 is success
+  int helpClosed = 0;
 };
 
 class FakeClock final : public Clock {

@@ -24,70 +24,61 @@ class ScriptDialogs final : public Dialogs {
   using Text = std::optional<std::wstring>;
   using Color = std::optional<std::uint32_t>;
 
-  // Something that the program asked or told.
-  struct Question {
-    enum class Kind { Open, Save, Folder, Message, Confirm, Input, ChooseColor };
-    Kind kind;
-    std::wstring text;        // the message, the question, the prompt; a file dialog's title
-    std::wstring value = {};  // what it offered: file name, folder, input, colour
-    std::wstring title = {};  // a message's title
-    std::wstring filter = {};
-    MessageIcon icon = MessageIcon::None;
-  };
-  using Kind = Question::Kind;
-
   ScriptDialogs() = default;
   ScriptDialogs(const ScriptDialogs&) = delete;
   ScriptDialogs& operator=(const ScriptDialogs&) = delete;
   ~ScriptDialogs() override { EXPECT_TRUE(answers_.empty()) << "an answer that nobody asked for"; }
 
   // The answers, in the order of the questions. A message is only to be expected.
-  void answerOpen(FileChoice choice) { answers_.push_back({Kind::Open, std::move(choice)}); }
-  void answerSave(FileChoice choice) { answers_.push_back({Kind::Save, std::move(choice)}); }
-  void answerFolder(Folder folder) { answers_.push_back({Kind::Folder, std::move(folder)}); }
-  void expectMessage() { answers_.push_back({Kind::Message, {}}); }
-  void answerConfirm(bool yes) { answers_.push_back({Kind::Confirm, yes}); }
-  void answerInput(const Text& text) { answers_.push_back({Kind::Input, text}); }
-  void answerColor(Color color) { answers_.push_back({Kind::ChooseColor, color}); }
+  void answerOpen(FileChoice choice) { answers_.push_back({L"open", std::move(choice)}); }
+  void answerSave(FileChoice choice) { answers_.push_back({L"save", std::move(choice)}); }
+  void answerFolder(Folder folder) { answers_.push_back({L"folder", std::move(folder)}); }
+  void expectMessage() { answers_.push_back({L"message", {}}); }
+  void answerConfirm(bool yes) { answers_.push_back({L"confirm", yes}); }
+  void answerInput(const Text& text) { answers_.push_back({L"input", text}); }
+  void answerColor(Color color) { answers_.push_back({L"color", color}); }
 
-  // Everything that was asked, in order.
-  std::vector<Question> asked;
+  // Everything that was asked or told, in order: "asks (save): HTML speichern / a.htm".
+  std::vector<std::wstring> asked;
 
   // Called in every dialog before it is answered: what happens while it is open.
   std::function<void()> onQuestion;
 
-  FileChoice showOpen(const FileDialog& dialog) override { return file(Kind::Open, dialog); }
-  FileChoice showSave(const FileDialog& dialog) override { return file(Kind::Save, dialog); }
+  FileChoice showOpen(const FileDialog& dialog) override { return file(L"open", dialog); }
+  FileChoice showSave(const FileDialog& dialog) override { return file(L"save", dialog); }
   Folder chooseFolder(const std::wstring& title, const std::filesystem::path& start) override {
-    return next(Folder(), {.kind = Kind::Folder, .text = title, .value = pathText(start)});
+    return next(L"folder", Folder(), {title, pathText(start)});
   }
   void message(const std::wstring& text, MessageIcon icon, const std::wstring& title) override {
-    next(std::monostate(), {.kind = Kind::Message, .text = text, .title = title, .icon = icon});
+    const wchar_t* const sign = icon == MessageIcon::None       ? L""
+                                : icon == MessageIcon::Critical ? L" (!)"
+                                                                : L" (i)";
+    next(L"message", std::monostate(),
+         {title.empty() ? text + sign : text + L" / " + title + sign});
   }
-  bool confirm(const std::wstring& text) override {
-    return next(false, {.kind = Kind::Confirm, .text = text});
-  }
+  bool confirm(const std::wstring& text) override { return next(L"confirm", false, {text}); }
   Text input(const std::wstring& prompt, const std::wstring& value) override {
-    return next(Text(), {.kind = Kind::Input, .text = prompt, .value = value});
+    return next(L"input", Text(), {prompt, value});
   }
   Color chooseColor(std::uint32_t color) override {
-    return next(Color(), {.kind = Kind::ChooseColor, .text = {}, .value = std::to_wstring(color)});
+    return next(L"color", Color(), {L"", std::to_wstring(color)});
   }
 
  private:
-  FileChoice file(Kind kind, const FileDialog& dialog) {
-    return next(
-        FileChoice{.error = FileChoice::kCancelled, .path = {}},
-        {.kind = kind, .text = dialog.title, .value = dialog.fileName, .filter = dialog.filter});
+  FileChoice file(const std::wstring& kind, const FileDialog& dialog) {
+    return next(kind, FileChoice{.error = FileChoice::kCancelled, .path = {}},
+                {dialog.title, dialog.fileName, dialog.filter});
   }
 
   // The next answer; `otherwise`, and a failed test, when it is for another question.
   template <class T>
-  T next(T otherwise, Question question) {
-    asked.push_back(question);
+  T next(const std::wstring& kind, T otherwise, const std::vector<std::wstring>& texts) {
+    std::wstring& question = asked.emplace_back(L"asks (" + kind + L"): " + texts.front());
+    for (std::size_t i = 1; i < texts.size(); ++i)
+      if (!texts[i].empty()) question += L" / " + texts[i];
     if (onQuestion) onQuestion();
-    if (answers_.empty() || answers_.front().first != question.kind) {
-      ADD_FAILURE() << "asked unexpectedly: " << toUtf8(question.text);
+    if (answers_.empty() || answers_.front().first != kind) {
+      ADD_FAILURE() << toUtf8(asked.back());
       return otherwise;
     }
     const auto answer = std::move(answers_.front().second);
@@ -96,7 +87,7 @@ class ScriptDialogs final : public Dialogs {
   }
 
   using Value = std::variant<std::monostate, FileChoice, bool, Text, Color, Folder>;
-  std::deque<std::pair<Kind, Value>> answers_;
+  std::deque<std::pair<std::wstring, Value>> answers_;
 };
 
 }  // namespace tintline::test

@@ -97,6 +97,7 @@ TEST(ListBox, KeepsLinesSelectionAndCurrentItemAndTellsItsView) {
        }},
       {"d", true, true, [](List& list) { list.setLines(lineList({"d"})); }},
       {"", true, true, [](List& list) { list.Clear(); }},
+      {"a [b*] c", false, false, [](List& list) { list.Enabled = true; }},  // as it was
       // What the user selected of lines that are gone meanwhile, or of more than there are.
       {"a* b c", false, false, [](List& list) { list.userSelected({true}, 7); }},
       {"a b c", false, false, [](List& list) { list.userSelected(std::vector(4, false), -5); }},
