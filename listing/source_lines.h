@@ -1,6 +1,6 @@
 // Goes through a module line by line, and through a line piece by piece.
 //
-// Tested by tests/unit/listing/listing_property_test.cpp.
+// Tested by tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Attribute lines: what a saved module says of itself and its members beside the code.
 //
 // Tested by the cases in tests/golden/language/declarations
-// and module_property_test.cpp.
+// and tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include <cstdint>

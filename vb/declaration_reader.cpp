@@ -1,5 +1,5 @@
 // See declaration_reader.h. Tested by the cases in tests/golden/language/declarations
-// and module_property_test.cpp.
+// and tests/unit/any_text_property_test.cpp.
 //
 // The reader goes through the statements once. One that begins with a word of a declaration is
 // read to its end, any other is skipped. Procedures do not lie in each other, nor do types and

@@ -1,7 +1,7 @@
 // Reads what the tokens of a module declare.
 //
 // Tested by the cases in tests/golden/language/declarations
-// and module_property_test.cpp.
+// and tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include "vb/module.h"

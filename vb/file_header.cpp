@@ -1,5 +1,5 @@
 // See file_header.h. Tested by the cases in tests/golden/language/declarations
-// and module_property_test.cpp.
+// and tests/unit/any_text_property_test.cpp.
 #include "vb/file_header.h"
 
 #include <vector>

@@ -2,7 +2,7 @@
 // with their properties, nested as they lie in each other.
 //
 // Tested by the cases in tests/golden/language/declarations
-// and module_property_test.cpp.
+// and tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include "vb/module.h"

@@ -4,7 +4,7 @@
 // `Context`, which each token sets anew, and a little about the statement; no other state, no
 // recursion, no token is looked at again but the one in front.
 //
-// Tested by tests/unit/vb/tokenizer_property_test.cpp and the cases in tests/golden/language.
+// Tested by tests/unit/any_text_property_test.cpp and the cases in tests/golden/language.
 #pragma once
 
 #include <bit>

@@ -1,7 +1,7 @@
 // A module as the language means it: its tokens, and what it declares.
 //
 // Tested by the cases in tests/golden/language/declarations
-// and module_property_test.cpp.
+// and tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include <cstdint>

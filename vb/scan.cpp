@@ -1,4 +1,4 @@
-// See scan.h. Tested by tests/unit/vb/tokenizer_property_test.cpp.
+// See scan.h. Tested by tests/unit/any_text_property_test.cpp.
 #include "vb/scan.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // What the bytes of a source are, and searches over them that look at eight bytes at once.
 //
-// Tested by tests/unit/vb/tokenizer_property_test.cpp.
+// Tested by tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include <array>

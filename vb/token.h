@@ -4,7 +4,7 @@
 // to the last: behind the blanks in front of it (`gap`) each token reaches to the blanks in front
 // of the next one, so that the joined tokens with their gaps are the text, whatever it is.
 //
-// Tested by tests/unit/vb/tokenizer_property_test.cpp and the cases in tests/golden/language.
+// Tested by tests/unit/any_text_property_test.cpp and the cases in tests/golden/language.
 #pragma once
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 // Steps through the tokens of a module, over blanks and continuations, and counts the lines.
 //
 // Tested by the cases in tests/golden/language/declarations
-// and module_property_test.cpp.
+// and tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include <cstddef>

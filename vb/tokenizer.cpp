@@ -1,4 +1,4 @@
-// See tokenizer.h. Tested by tests/unit/vb/tokenizer_property_test.cpp and tests/golden/language.
+// See tokenizer.h. Tested by tests/unit/any_text_property_test.cpp and tests/golden/language.
 #include "vb/tokenizer.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 // Makes tokens of a text, in one pass.
 //
-// Tested by tests/unit/vb/tokenizer_property_test.cpp and the cases in tests/golden/language.
+// Tested by tests/unit/any_text_property_test.cpp and the cases in tests/golden/language.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// See word.h. Tested by tests/unit/vb/tokenizer_property_test.cpp.
+// See word.h. Tested by tests/unit/any_text_property_test.cpp.
 #include "vb/word.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // The words of the language, and those that a user adds.
 //
-// Tested by tests/unit/vb/tokenizer_property_test.cpp.
+// Tested by tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include <bit>

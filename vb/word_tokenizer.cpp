@@ -1,6 +1,6 @@
 // Words that may mean something, by where they stand. See line_tokenizer.h.
 //
-// Tested by tests/unit/vb/tokenizer_property_test.cpp and the cases in tests/golden/language.
+// Tested by tests/unit/any_text_property_test.cpp and the cases in tests/golden/language.
 #include "vb/line_tokenizer.h"
 #include "vb/literals.h"
 

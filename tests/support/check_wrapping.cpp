@@ -54,7 +54,7 @@ bool endsOperand(TokenKind kind, const std::string& text) {
   if (kind == TokenKind::Punctuation) return text.ends_with(')');
   const char last = text.empty() ? ' ' : text.back();
   return (last >= '0' && last <= '9') || toLower(last) != last || (last >= 'a' && last <= 'z') ||
-         std::string_view("_)]%&!#@$").find(last) != std::string_view::npos;
+         std::string_view("_)[]%&!#@$").find(last) != std::string_view::npos;
 }
 
 Meaning meaningOf(const Lines& lines) {

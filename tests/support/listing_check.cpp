@@ -1,4 +1,4 @@
-// See listing_check.h. Tested by tests/unit/listing/listing_property_test.cpp
+// See listing_check.h. Tested by tests/unit/any_text_property_test.cpp
 #include "tests/support/listing_check.h"
 
 #include <algorithm>

@@ -3,10 +3,11 @@
 // random modules.
 #include <gtest/gtest.h>
 
+#include "base/codepage.h"
 #include "engine/conversion.h"
 #include "reformat/selection.h"
 #include "tests/support/convert.h"
-#include "tests/support/random_lines.h"
+#include "tests/support/random_text.h"
 
 namespace tintline {
 namespace {
@@ -26,20 +27,21 @@ TEST(HighlighterProperty, AgreesWithTheTranscriptionOnShortAndRandomLines) {
     ++lines;
     ASSERT_EQ(fast.fkt_ZeileKonvertieren(line), slow.fkt_ZeileKonvertieren(line)) << line;
   };
-  literal::forEachShortLine(4, agree);
-  literal::forEachShortHead(3, [&](const std::string& head) {
-    agree("Sub " + head);
-    agree("Property " + head);
+  test::forEachShortText(4, "short", agree);
+  test::forEachShortText(3, "headPart", [&](const std::string& head) {
+    agree("Sub " + head + "()");
+    agree("Property " + head + "()");
   });
   std::mt19937 random(1);
-  for (int line = 0; line < 20'000; ++line) agree(literal::randomLine(random));
+  for (const std::string& line : test::randomLines(random, "pieces", 40'000)) agree(line);
   EXPECT_GT(lines, 40'000u);
 }
 
 // A module and a way to convert it.
 struct Case {
-  explicit Case(unsigned seed) : random(seed), lines(literal::randomModule(random, 12)) {
-    names = literal::randomNames(random);
+  explicit Case(unsigned seed) : random(seed), lines(test::randomLines(random, "line", 12)) {
+    for (auto more = random() % 7; more > 0; --more)
+      names.push_back(" " + toAnsi(fromUtf8(test::randomText(random, "procedure", 1))));
     for (const std::string& line [[maybe_unused]] : lines) selected.push_back(random() % 4 != 0);
     const char* const flags[] = {"0", "1", "-1", " 2 ", "+.5", "0.0", "-0", "1x", "1.2.3", "", "."};
     for (auto& category : colors) category[kTransparency] = flags[random() % std::size(flags)];

@@ -11,7 +11,7 @@
 #include "tests/support/convert.h"
 #include "tests/support/fake_office.h"
 #include "tests/support/literal_text.h"
-#include "tests/support/random_lines.h"
+#include "tests/support/random_text.h"
 #include "tests/support/temp_folder.h"
 
 namespace tintline::test {
@@ -95,11 +95,11 @@ TEST(ModulDateiLesen, CollectsProcedureNames) {
 // The name in a head by its rule: word after word is taken out, in whatever case.
 TEST(ModulDateiLesen, TakesOneWordAfterTheOtherOutOfAName) {
   std::size_t heads = 0;
-  literal::forEachShortHead(4, [&](const std::string& head) {
+  forEachShortText(4, "headPart", [&](const std::string& head) {
     ProcedureNames names;
-    collectProcedureName(head, names);
+    collectProcedureName(head + "()", names);
     if (names.empty()) return;
-    std::string name = literal::Left(head, head.find('('));
+    std::string name = head;
     for (const std::string word : {"Private ", "Public ", "Declare ", "Function ", "Sub ", " "}) {
       std::string kept;
       while (const std::size_t position = literal::InStrText(name, word)) {
