@@ -8,7 +8,7 @@
 //
 // All text is UTF-8 with LF as line end (RTF: ASCII).
 //
-// Tested by tests/unit/listing/listing_test.cpp, listing_property_test.cpp and
+// Tested by tests/unit/listing/listing_test.cpp, tests/unit/any_text_property_test.cpp and
 // tests/browser/exact.py.
 #pragma once
 
