@@ -7,11 +7,7 @@
 // Run by ./dev pictures and ./dev app.
 
 #include <iostream>
-#include <map>
-#include <regex>
-#include <sstream>
 
-#include "base/codepage.h"
 #include "base/file.h"
 #include "bench/win32/main_window.h"
 #include "bench/win32/program_folder.h"
@@ -62,43 +58,17 @@ void picturesOfAll(const fs::path& folder) {
   main.close();
 }
 
-// The procedures of a module with what stands in front of each, as the server reads them.
-std::string proceduresOf(const std::string& module) {
-  static const std::regex kHead(
-      "(?:Public |Private )?(?:Sub|Function|Property (Let|Set|Get)) ([^(]+)\\(.*");
-  const std::map<std::string, int> kinds{{"Let", 1}, {"Set", 2}, {"Get", 3}};
-  std::istringstream lines(module);
-  std::ostringstream procedures;
-  std::string line, name;
-  int number = 0, start = 0, kind = 0;
-  while (std::getline(lines, line)) {
-    ++number;
-    if (std::smatch head; start == 0 && std::regex_search(line, head, kHead,
-                                                          std::regex_constants::match_continuous)) {
-      start = number;
-      kind = head[1].matched ? kinds.at(head[1]) : 0;
-      name = head[2];
-    }
-    if (start == 0 || !line.starts_with("End ") || line.find_first_of("SFP", 4) != 4) continue;
-    procedures << "procedure " << kind << ' ' << start << ' ' << number - start + 1 << ' ' << name
-               << '\n';
-    start = 0;
-  }
-  return toUtf8(fromAnsi(procedures.str()));
-}
-
 // The server of the tests stands for Word.
 void pictureOfWord(const fs::path& folder) {
   const TempFolder hosts;
   const ControlledServer word(hosts.path(), L"Word.Application");
-  word.write(L"projects.txt", std::string("project Project\nfile C:\\Vorlagen\\Brief.dot\n"
-                                          "component 100 leer.bas ThisDocument\n"
-                                          "component 1 muster.bas Musterprojekt\n") +
-                                  proceduresOf(readFile(sampleModule())) +
-                                  "component 2 kunde.cls Kunde\n"
-                                  "procedure 3 2 2 Wert\n"
-                                  "component 3 leer.bas Eingabe\n"
-                                  "project Project\nfile C:\\Vorlagen\\Geheim.dot\nprotection 1\n");
+  word.write(L"projects.txt",
+             "project Project\nfile C:\\Vorlagen\\Brief.dot\n"
+             "component 100 leer.bas ThisDocument\n"
+             "component 1 muster.bas Musterprojekt\n"
+             "component 2 kunde.cls Kunde\n"
+             "component 3 leer.bas Eingabe\n"
+             "project Project\nfile C:\\Vorlagen\\Geheim.dot\nprotection 1\n");
   word.write(L"leer.bas", "");
   word.write(L"muster.bas", readFile(sampleModule()));
   word.write(L"kunde.cls", "Option Explicit\r\nProperty Get Wert()\r\nEnd Property\r\n");

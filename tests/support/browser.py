@@ -30,15 +30,6 @@ def browse(arguments, folder):
     return output.decode("utf-8")
 
 
-def take_picture(address, size, picture, folder):
-    """Saves what the browser shows, `size` = (width, height) in pixels, as a PNG file."""
-    picture.parent.mkdir(parents=True, exist_ok=True)
-    width, height = size
-    browse([f"--window-size={width},{height}", f"--screenshot={picture.resolve()}", address],
-           folder)
-    print(f"saved {picture}")
-
-
 class Browser:
     """One running browser, driven by the DevTools protocol through a pipe."""
 

@@ -106,7 +106,8 @@ Code parse(const std::string& source) {
                                                               {L"Property Let", 1},
                                                               {L"Property Set", 2},
                                                               {L"Property Get", 3}};
-  static const std::wregex kHead(L"(?:Private |Static )?([A-Z]\\w+(?: [LSG]et)?) (\\w+)\\(.*");
+  static const std::wregex kHead(
+      L"(?:Public |Private |Static )?([A-Z]\\w+(?: [LSG]et)?) ([^( ]+)\\(");
   Code code;
   const std::string plain = Replace(source, "\r", "");
   for (const std::string_view line : Split(plain, '\n')) code.lines.push_back(fromAnsi(line));
@@ -121,7 +122,8 @@ Code parse(const std::string& source) {
   for (std::int32_t i = 0; i < count; ++i) {
     const std::wstring& line = code.lines[i];
     std::wsmatch head;
-    if (line.ends_with(L')') && std::regex_match(line, head, kHead) && kKinds.contains(head[1])) {
+    if (std::regex_search(line, head, kHead, std::regex_constants::match_continuous) &&
+        kKinds.contains(head[1])) {
       end(taken);
       code.procedures.push_back({head[2], kKinds.at(head[1]), taken + 1, 0});
     }

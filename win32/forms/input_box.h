@@ -1,6 +1,6 @@
 // A small dialog that asks for one line of text.
 //
-// Tested by tests/win32/forms/form_window_test.cpp.
+// Tested by tests/win32/program/convert_test.cpp.
 #pragma once
 
 #include <optional>

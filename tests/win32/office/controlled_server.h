@@ -16,7 +16,6 @@ class ControlledServer {
   ControlledServer(const ControlledServer&) = delete;
   ControlledServer& operator=(const ControlledServer&) = delete;
 
-  const std::filesystem::path& folder() const { return folder_; }
   void write(const std::wstring& file, std::string_view text) const;
 
   // COM starts both programs with the files of that folder from now on, or no longer.

@@ -1,21 +1,17 @@
-// An automation server for tests: it stands for Word or Excel, with projects, components and code
-// from text files, and refuses, fails, is busy or dies on request.
+// An automation server for tests: the stand-in for Word and Excel (tests/support/fake_office.h),
+// given out by COM. It refuses, fails, is busy or dies on request.
 //
 //   tintline_office_server --register FOLDER      COM starts it under both names from now on
 //   tintline_office_server --unregister
 //   tintline_office_server PROGRAM FOLDER         starts it as the user does: visible
 //
 // PROGRAM is Word.Application or Excel.Application. It is always known as the running application,
-// and lives until its member Quit or a command ends it. Its files lie in FOLDER\PROGRAM:
-//
-// projects.txt, in UTF-8, read at the start
+// and lives until its member Quit or a command ends it. Its files lie in FOLDER\PROGRAM, first of
+// all projects.txt, in UTF-8, read at the start:
 //   project NAME | file PATH | protection 1     a project; what follows belongs to it
 //   component TYPE FILE NAME                    FILE: its code, in the code page
-//   procedure KIND START COUNT NAME             KIND: 0 Sub, 1 Let, 2 Set, 3 Get; START: from 1
-// inserted.htm: a copy of what was last inserted into a document
 //
-// Its window, of the class PROGRAM, takes commands as its text, one a line; each text forgets the
-// commands before:
+// Its window, of the class PROGRAM, takes as its text a command in place of the one before:
 //   refuse                      access to the projects is refused
 //   busy COUNT CODE             the next COUNT calls are rejected with CODE (80010001)
 //   fail MEMBER CODE TEXT       MEMBER (Export, or Kunde.Export) fails with CODE; an application's
@@ -24,7 +20,7 @@
 //   slow MILLISECONDS           every call takes that much longer
 //   quit                        the server ends
 // and tells as its text: "references N", "calls N", "names N" (questions for the numbers of names),
-// "rejected N", "visible N", and a line for each property put and method called in documents.
+// "rejected N", "visible N", and for each document what was inserted and which properties were put.
 //
 // A server that died leaves no entry behind in COM's tables, but one that is ended from outside
 // does: never do that. Tests use it by controlled_server.h.
@@ -34,12 +30,7 @@
 
 #include <algorithm>
 #include <array>
-#include <concepts>
-#include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <functional>
-#include <map>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -47,6 +38,7 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
+#include "tests/support/fake_office.h"
 #include "win32/com_ptr.h"
 #include "win32/error.h"
 #include "win32/office/variant.h"
@@ -66,185 +58,121 @@ constexpr std::array kPrograms = {
     Program{L"Excel.Application",
             {0xfc96aada, 0x88b6, 0x455d, {0x92, 0x6f, 0x19, 0x84, 0xdc, 0xe5, 0xd5, 0xbe}}}};
 
-// -------------------------------------------------------------------------------- projects
-struct Procedure {
-  std::wstring name;
-  long kind, start, count;
-};
+// All that is known about the server.
+struct Server {
+  const Program* program = nullptr;
+  FakeHost host;
+  std::vector<std::wstring> names;  // of members, behind what gave their objects: their numbers
+  bool connected = false;
+  long asked = 0, rejected = 0;
+  std::function<void()> die;
+  // The command.
+  bool quit = false;
+  long busy = 0, deadlyCount = 0;
+  HRESULT busyCode = S_OK;
+  DWORD delay = 0;
+  std::wstring deadly;
 
-struct Component {
-  std::wstring name;
-  long type = 1;
-  std::vector<std::wstring> lines;
-  std::vector<Procedure> procedures;
-};
+  // What others hold; the application itself is the server's own.
+  long references() const { return host.living - 1 + (connected ? 1 : 0); }
+} server;
 
-struct Project {
-  std::wstring name, file;
-  long protection = 0;
-  std::vector<Component> components;
-};
-
-std::vector<std::wstring> linesOf(const std::wstring& text) {
-  std::wistringstream stream(text);
-  std::vector<std::wstring> lines;
-  for (std::wstring line; std::getline(stream, line); lines.push_back(line))
-    if (line.ends_with(L'\r')) line.pop_back();
-  return lines;
-}
-
-std::vector<Project> readProjects(const fs::path& folder) {
-  std::vector<Project> projects;
-  for (const std::wstring& line : linesOf(fromUtf8(readFile(folder / L"projects.txt")))) {
-    std::wistringstream words(line);
-    std::wstring what, file;
-    words >> what;
-    const auto rest = [&words](std::wstring& text) { std::getline(words >> std::ws, text); };
+std::vector<FakeProject> readProjects(const fs::path& folder) {
+  std::vector<FakeProject> projects;
+  std::wistringstream lines(fromUtf8(readFile(folder / L"projects.txt")));
+  for (std::wstring what, file; lines >> what;) {
+    const auto rest = [&lines](std::wstring& text) { std::getline(lines >> std::ws, text); };
     if (what == L"project") rest(projects.emplace_back().name);
     if (what == L"file") rest(projects.back().file);
-    if (what == L"protection") words >> projects.back().protection;
-    if (what == L"procedure") {
-      Procedure& procedure = projects.back().components.back().procedures.emplace_back();
-      words >> procedure.kind >> procedure.start >> procedure.count;
-      rest(procedure.name);
-    } else if (what == L"component") {
-      Component& component = projects.back().components.emplace_back();
-      words >> component.type >> file;
-      rest(component.name);
-      component.lines = linesOf(fromAnsi(readFile(folder / file)));
-    }
+    if (what == L"protection") lines >> projects.back().protection;
+    if (what != L"component") continue;
+    FakeComponent& component = projects.back().components.emplace_back();
+    lines >> component.type >> file;
+    rest(component.name);
+    component.code = readFile(folder / file);
+    if (component.code.ends_with("\r\n")) component.code.resize(component.code.size() - 2);
   }
   return projects;
 }
 
-// ------------------------------------------------------------------------------- behaviour
-struct Failure {
-  std::wstring member;
-  HRESULT code;
-  std::wstring text{};
-};
-
-// All that is known about the server.
-struct Host {
-  const Program* program;
-  fs::path folder;
-  std::vector<Project> projects;
-  std::vector<std::wstring> names;  // of members, with their kind of object: their numbers
-  std::wstring log;
-  bool visible = false, connected = false;
-  long objects = 0;  // alive: the application, and what others hold
-  long documents = 0, calls = 0, asked = 0, rejected = 0;
-  // Commands.
-  bool refuse = false, quit = false;
-  long busy = 0, deadlyCount = 0;
-  HRESULT busyCode = 0;
-  DWORD delay = 0;
-  std::wstring deadly;
-  std::vector<Failure> failures;
-  std::function<void()> die;
-
-  long references() const { return objects - 1 + (connected ? 1 : 0); }
-} host;
-
-void obey(const std::wstring& text) {
-  host.refuse = false;
-  host.busy = 0;
-  host.delay = 0;
-  host.deadly.clear();
-  host.failures.clear();
-  for (const std::wstring& line : linesOf(text)) {
-    std::wistringstream words(line);
-    std::wstring what, code;
-    words >> what;
-    const auto codeOf = [&] { return static_cast<HRESULT>(std::stoul(code, nullptr, 16)); };
-    if (what == L"refuse") host.refuse = true;
-    if (what == L"quit") host.quit = true;
-    if (what == L"slow") words >> host.delay;
-    if (what == L"die") words >> host.deadly >> host.deadlyCount;
-    if (what == L"busy") words >> host.busy >> code, host.busyCode = codeOf();
-    if (what == L"fail") {
-      Failure& failure = host.failures.emplace_back();
-      words >> failure.member >> code;
-      failure.code = codeOf();
-      std::getline(words >> std::ws, failure.text);
-    }
+void obey(const std::wstring& command) {
+  std::wistringstream words(command);
+  std::wstring what, member, code, text;
+  const auto codeOf = [&] { return std::stoul(code, nullptr, 16); };
+  words >> what;
+  server.quit = what == L"quit";
+  server.host.refusesAccess = what == L"refuse";
+  server.host.fails.clear();
+  server.deadly.clear();
+  server.busy = 0;
+  server.delay = 0;
+  if (what == L"slow") words >> server.delay;
+  if (what == L"die") words >> server.deadly >> server.deadlyCount;
+  if (what == L"busy") {
+    words >> server.busy >> code;
+    server.busyCode = static_cast<HRESULT>(codeOf());
+  } else if (what == L"fail") {
+    std::getline(words >> member >> code >> std::ws, text);
+    const OfficeError failure(OfficeError::Kind::Failed, 0, text, codeOf());
+    server.host.fails.emplace(member, failure);
   }
 }
 
 std::wstring status() {
   std::wostringstream text;
-  text << L"references " << host.references() << L"\ncalls " << host.calls << L"\nnames "
-       << host.asked << L"\nrejected " << host.rejected << L"\nvisible " << host.visible << L'\n'
-       << host.log;
+  text << L"references " << server.references() << L"\ncalls " << server.host.calls << L"\nnames "
+       << server.asked << L"\nrejected " << server.rejected << L"\nvisible " << server.host.visible
+       << L'\n';
+  for (const auto& document : server.host.documents) {
+    text << L"inserted " << document->insertedPath << L'\n' << fromAnsi(document->inserted);
+    for (const auto& [name, value] : document->properties) text << name << L" = " << value << L'\n';
+  }
   return text.str();
 }
 
-// A call begins. Throws Failure when it is rejected or fails. `member`: "" for a question for the
-// number of a name.
-void begin(const std::wstring& path, const std::wstring& member) {
-  if (host.delay != 0) Sleep(host.delay);
-  if (host.busy > 0) {
-    --host.busy;
-    ++host.rejected;
-    throw Failure{member, host.busyCode};
-  }
-  ++(member.empty() ? host.asked : host.calls);
-  if (member.empty()) return;
-  if (member == host.deadly && --host.deadlyCount == 0) host.die();
-  for (const Failure& failure : host.failures)
-    if (failure.member == member || failure.member == path + L'.' + member) throw failure;
-}
-
 // --------------------------------------------------------------------------------- objects
-struct Call {
-  std::vector<VARIANT*> in;  // from the first, without those left out at the end
-  Variant& out;
-
-  long number(std::size_t index) const {
-    Variant number;
-    if (index >= in.size()) throw Failure{{}, DISP_E_PARAMNOTOPTIONAL};
-    if (FAILED(VariantChangeType(&number, in[index], 0, VT_I4)))
-      throw Failure{{}, DISP_E_TYPEMISMATCH};
-    return number.lVal;
-  }
-  std::wstring text(std::size_t index) const {
-    if (index >= in.size()) throw Failure{{}, DISP_E_PARAMNOTOPTIONAL};
-    if (in[index]->vt != VT_BSTR) throw Failure{{}, DISP_E_TYPEMISMATCH};
-    return {in[index]->bstrVal, SysStringLen(in[index]->bstrVal)};
-  }
-  // Numbers have other types in the two programs.
-  void give(std::integral auto value) const {
-    out.vt = VT_I4;
-    out.lVal = static_cast<LONG>(value);
-    if (host.program == &kPrograms[1]) VariantChangeType(&out, &out, 0, VT_R8);
-  }
-  void give(const std::wstring& value) const { out.setText(value); }
-};
-
-std::wstring shown(VARIANT& value) {
-  if (value.vt == VT_ERROR) return L"";
-  if (value.vt == VT_BOOL) return value.boolVal != VARIANT_FALSE ? L"True" : L"False";
-  Variant text;
-  return SUCCEEDED(VariantChangeType(&text, &value, 0, VT_BSTR)) ? text.bstrVal : L"?";
+OfficeError failure(HRESULT code) {
+  return {OfficeError::Kind::Failed, 0, L"", static_cast<std::uint32_t>(code)};
 }
 
-// Objects of a kind have the same numbers for their members.
+OfficeValue valueOf(const VARIANT& from) {
+  switch (from.vt) {
+    case VT_ERROR:
+      return std::monostate();
+    case VT_BOOL:
+      return from.boolVal != VARIANT_FALSE;
+    case VT_I4:
+      return static_cast<std::int32_t>(from.lVal);
+    case VT_I4 | VT_BYREF:
+      return OfficeOut{static_cast<std::int32_t>(*from.plVal)};
+    case VT_BSTR:
+      return std::wstring(from.bstrVal, SysStringLen(from.bstrVal));
+    default:
+      throw failure(DISP_E_TYPEMISMATCH);
+  }
+}
+
+// Every call begins so, also the question for a name.
+void begin() {
+  Sleep(server.delay);
+  if (server.busy == 0) return;
+  --server.busy;
+  ++server.rejected;
+  throw failure(server.busyCode);
+}
+
+// Gives out an object of the stand-in.
 class HostObject final : public IDispatch, public IExternalConnection {
  public:
-  // `path`: its name in commands and log.
-  HostObject(const wchar_t* kind, std::wstring path, const Project* project,
-             const Component* component)
-      : kind_(kind), path_(std::move(path)), project_(project), component_(component) {
-    ++host.objects;
-  }
-  virtual ~HostObject() { --host.objects; }
-  HostObject(const HostObject&) = delete;
-  HostObject& operator=(const HostObject&) = delete;
+  // `kind`: the members that it came from. Objects of a kind have the same numbers for theirs.
+  HostObject(OfficeObjectPtr object, std::wstring kind)
+      : object_(std::move(object)), kind_(std::move(kind)) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     *object = nullptr;
     if (id == IID_IUnknown || id == IID_IDispatch) *object = static_cast<IDispatch*>(this);
-    if (id == IID_IExternalConnection && kind_ == L"Application")
+    // Only the application has to know whether anybody is connected.
+    if (id == IID_IExternalConnection && kind_.empty())
       *object = static_cast<IExternalConnection*>(this);
     if (*object == nullptr) return E_NOINTERFACE;
     AddRef();
@@ -266,200 +194,89 @@ class HostObject final : public IDispatch, public IExternalConnection {
   // The application is told when the first of the others takes hold of it and when the last one
   // lets go: what COM itself holds does not count.
   DWORD STDMETHODCALLTYPE AddConnection(DWORD kind, DWORD) override {
-    if ((kind & EXTCONN_STRONG) != 0) host.connected = ++connections_ > 0;
+    if ((kind & EXTCONN_STRONG) != 0) server.connected = ++connections_ > 0;
     return connections_;
   }
   DWORD STDMETHODCALLTYPE ReleaseConnection(DWORD kind, DWORD, BOOL) override {
-    if ((kind & EXTCONN_STRONG) != 0) host.connected = --connections_ > 0;
+    if ((kind & EXTCONN_STRONG) != 0) server.connected = --connections_ > 0;
     return connections_;
   }
 
-  // For the members.
-  const Project& project() const { return *project_; }
-  const Component& component() const { return *component_; }
-  void giveObject(const Call& call, const wchar_t* kind, const std::wstring& path,
-                  const Project* project = nullptr, const Component* component = nullptr) {
-    call.out.setObject(
-        ComPtr<IDispatch>::adopt(new HostObject(kind, path, project, component)).get());
-  }
-
  private:
-  void put(const std::wstring& member, VARIANT& value) const;
-  void getOfDocument(const std::wstring& member, const Call& call);
+  OfficeValue call(const std::wstring& member, bool puts, const DISPPARAMS& parameters) const;
+  void fill(Variant& to, const OfficeValue& value, const std::wstring& member) const;
 
-  std::wstring kind_, path_;
-  const Project* project_;
-  const Component* component_;
+  OfficeObjectPtr object_;
+  std::wstring kind_;
   ULONG references_ = 1;
   DWORD connections_ = 0;
 };
 
-// The element that an index from 1 or a name chooses.
-const auto& choose(const auto& elements, const Call& call) {
-  const bool byName = !call.in.empty() && call.in[0]->vt == VT_BSTR;
-  for (std::size_t i = 0; i < elements.size(); ++i)
-    if (byName ? elements[i].name == call.text(0) : static_cast<long>(i) + 1 == call.number(0))
-      return elements[i];
-  throw Failure{{}, static_cast<HRESULT>(0x800A0009), L"Index außerhalb des gültigen Bereichs"};
-}
-
-const Procedure& findProcedure(const Component& component, const Call& call) {
-  for (const Procedure& procedure : component.procedures)
-    if (procedure.name == call.text(0) && procedure.kind == call.number(1)) return procedure;
-  throw Failure{{}, static_cast<HRESULT>(0x800A0023), L"Sub oder Function nicht definiert"};
-}
-
-void giveLines(const Component& component, const Call& call) {
-  std::wstring text;
-  for (long i = 0; i < call.number(1); ++i)
-    text += (i > 0 ? L"\r\n" : L"") +
-            component.lines.at(static_cast<std::size_t>(call.number(0) - 1 + i));
-  call.give(text);
-}
-
-void giveProcedureOfLine(const Component& component, const Call& call) {
-  const long line = call.number(0);
-  VARIANT& kind = *call.in.at(1);
-  if (kind.vt != (VT_BYREF | VT_I4)) throw Failure{{}, DISP_E_TYPEMISMATCH};
-  *kind.plVal = 0;
-  call.give(std::wstring());
-  for (const Procedure& procedure : component.procedures)
-    if (line >= procedure.start && line < procedure.start + procedure.count)
-      call.give(procedure.name), *kind.plVal = static_cast<LONG>(procedure.kind);
-}
-
-void exportCode(const Component& component, const Call& call) {
-  std::ofstream file(fs::path(call.text(0)), std::ios::binary);
-  for (const std::wstring& line : component.lines) file << toAnsi(line) << "\r\n";
-}
-
-void giveVisible(const Call& call) {
-  call.out.vt = VT_BOOL;
-  call.out.boolVal = host.visible ? VARIANT_TRUE : VARIANT_FALSE;
-}
-
-// Each program has a number of its own for what it refuses.
-void giveEditor(HostObject& of, const Call& call) {
-  const std::uint32_t code = host.program == &kPrograms[0] ? 0x800A17B4 : 0x800A03EC;
-  if (host.refuse)
-    throw Failure{{}, static_cast<HRESULT>(code), L"Der Zugriff ist nicht sicher\r\n"};
-  of.giveObject(call, L"VBE", L"VBE");
-}
-
-void giveComponents(HostObject& of, const Call& call) {
-  if (of.project().protection != 0)
-    throw Failure{{}, static_cast<HRESULT>(0x800AC471), L"Das Projekt ist geschützt."};
-  of.giveObject(call, L"VBComponents", L"VBComponents", &of.project());
-}
-
-using O = HostObject&;
-using C = const Call&;
-const std::map<std::wstring, std::function<void(O, C)>> kMembers = {
-    {L"Application.Visible", [](O, C call) { giveVisible(call); }},
-    {L"Application.Quit", [](O, C) { PostQuitMessage(0); }},
-    {L"Application.VBE", giveEditor},
-    {L"Application.Documents", [](O o, C call) { o.giveObject(call, L"Documents", L"Documents"); }},
-    {L"Documents.Add",
-     [](O o, C call) {
-       o.giveObject(call, L"Document", L"Document" + std::to_wstring(++host.documents));
-     }},
-    {L"VBE.VBProjects", [](O o, C call) { o.giveObject(call, L"VBProjects", L"VBProjects"); }},
-    {L"VBProjects.Count", [](O, C call) { call.give(host.projects.size()); }},
-    {L"VBProjects.Item",
-     [](O o, C call) {
-       const Project& project = choose(host.projects, call);
-       o.giveObject(call, L"Project", project.name, &project);
-     }},
-    {L"Project.Name", [](O o, C call) { call.give(o.project().name); }},
-    {L"Project.BuildFileName", [](O o, C call) { call.give(o.project().file); }},
-    {L"Project.Protection", [](O o, C call) { call.give(o.project().protection); }},
-    {L"Project.VBComponents", giveComponents},
-    {L"VBComponents.Count", [](O o, C call) { call.give(o.project().components.size()); }},
-    {L"VBComponents.Item",
-     [](O o, C call) {
-       const Component& component = choose(o.project().components, call);
-       o.giveObject(call, L"Component", component.name, &o.project(), &component);
-     }},
-    {L"Component.Name", [](O o, C call) { call.give(o.component().name); }},
-    {L"Component.Type", [](O o, C call) { call.give(o.component().type); }},
-    {L"Component.Export", [](O o, C call) { exportCode(o.component(), call); }},
-    {L"Component.CodeModule",
-     [](O o, C call) {
-       o.giveObject(call, L"CodeModule", o.component().name, &o.project(), &o.component());
-     }},
-    {L"CodeModule.CountOfLines", [](O o, C call) { call.give(o.component().lines.size()); }},
-    {L"CodeModule.CountOfDeclarationLines",
-     [](O o, C call) {
-       const Component& of = o.component();
-       call.give(of.procedures.empty() ? static_cast<long>(of.lines.size())
-                                       : of.procedures[0].start - 1);
-     }},
-    {L"CodeModule.Lines", [](O o, C call) { giveLines(o.component(), call); }},
-    {L"CodeModule.ProcOfLine", [](O o, C call) { giveProcedureOfLine(o.component(), call); }},
-    {L"CodeModule.ProcStartLine",
-     [](O o, C call) { call.give(findProcedure(o.component(), call).start); }},
-    {L"CodeModule.ProcCountLines",
-     [](O o, C call) { call.give(findProcedure(o.component(), call).count); }},
-};
-
-// A part of a document takes whatever is asked.
-bool isOfDocument(const std::wstring& kind) {
-  return kind == L"Document" || kind == L"Content" || kind == L"Font" || kind == L"PageSetup";
-}
-
 HRESULT HostObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) try {
-  begin(path_, {});
+  begin();
+  ++server.asked;
   const std::wstring name = kind_ + L'.' + names[0];
-  if (!isOfDocument(kind_) && !kMembers.contains(name)) return DISP_E_UNKNOWNNAME;
-  const auto known = std::ranges::find(host.names, name);
-  ids[0] = static_cast<DISPID>(known - host.names.begin()) + 1;
-  if (known == host.names.end()) host.names.push_back(name);
+  const auto known = std::ranges::find(server.names, name);
+  ids[0] = static_cast<DISPID>(known - server.names.begin()) + 1;
+  if (known == server.names.end()) server.names.push_back(name);
   return S_OK;
-} catch (const Failure& failure) {
-  return failure.code;
+} catch (const OfficeError& error) {
+  return static_cast<HRESULT>(error.hresult());
 }
 
 HRESULT HostObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
                            VARIANT* result, EXCEPINFO* exception, UINT*) try {
-  if (id < 1 || static_cast<std::size_t>(id) > host.names.size()) return DISP_E_MEMBERNOTFOUND;
-  const std::wstring name = host.names[static_cast<std::size_t>(id - 1)];
-  if (!name.starts_with(kind_ + L'.')) return DISP_E_MEMBERNOTFOUND;  // another kind's number
+  if (id < 1 || static_cast<std::size_t>(id) > server.names.size()) return DISP_E_MEMBERNOTFOUND;
+  const std::wstring name = server.names[static_cast<std::size_t>(id - 1)];
+  const std::size_t dot = name.rfind(L'.');
+  if (name.substr(0, dot) != kind_) return DISP_E_MEMBERNOTFOUND;  // another kind's number
+  const std::wstring member = name.substr(dot + 1);
+  begin();
+  if (member == server.deadly && --server.deadlyCount == 0) server.die();
   const auto self = ComPtr<HostObject>::share(this);
-  const std::wstring member = name.substr(kind_.size() + 1);
-  begin(path_, member);
-  if ((flags & DISPATCH_PROPERTYPUT) != 0) return put(member, parameters->rgvarg[0]), S_OK;
   Variant value;
-  Call call{{}, value};
-  for (UINT i = parameters->cArgs; i-- > 0;) call.in.push_back(&parameters->rgvarg[i]);
-  while (!call.in.empty() && call.in.back()->vt == VT_ERROR) call.in.pop_back();
-  if (isOfDocument(kind_))
-    getOfDocument(member, call);
-  else
-    kMembers.at(name)(*this, call);
+  fill(value, call(member, (flags & DISPATCH_PROPERTYPUT) != 0, *parameters), member);
   return result != nullptr ? VariantCopy(result, &value) : S_OK;
-} catch (const Failure& failure) {
-  if (HRESULT_FACILITY(failure.code) != FACILITY_CONTROL) return failure.code;
+} catch (const OfficeError& error) {
+  const auto code = static_cast<HRESULT>(error.hresult() | static_cast<WORD>(error.number()));
+  if (HRESULT_FACILITY(code) != FACILITY_CONTROL) return static_cast<HRESULT>(error.hresult());
   *exception = {};
-  exception->scode = failure.code;
-  exception->bstrDescription = SysAllocString(failure.text.c_str());
+  exception->scode = code;
+  exception->bstrDescription = SysAllocString(error.description().c_str());
   return DISP_E_EXCEPTION;
+} catch (const std::bad_variant_access&) {
+  return DISP_E_TYPEMISMATCH;
 }
 
-void HostObject::put(const std::wstring& member, VARIANT& value) const {
-  if (!isOfDocument(kind_) && member != L"Visible") throw Failure{{}, DISP_E_MEMBERNOTFOUND};
-  if (member == L"Visible") host.visible = value.boolVal != VARIANT_FALSE;
-  host.log += path_ + L'.' + member + L" = " + shown(value) + L'\n';
+OfficeValue HostObject::call(const std::wstring& member, bool puts,
+                             const DISPPARAMS& parameters) const {
+  const std::size_t count = parameters.cArgs;
+  constexpr std::size_t kMost = 3;  // that any member looks at
+  std::vector<OfficeValue> values(std::max(count, kMost));
+  for (std::size_t i = 0; i < count; ++i) values[i] = valueOf(parameters.rgvarg[count - 1 - i]);
+  if (puts) return object_->put(member, values[0]), std::monostate();
+  OfficeValue result = object_->get(member, values);
+  for (std::size_t i = 0; i < count; ++i)
+    if (const auto* out = std::get_if<OfficeOut>(&values[i]))
+      *parameters.rgvarg[count - 1 - i].plVal = out->value;
+  return result;
 }
 
-void HostObject::getOfDocument(const std::wstring& member, const Call& call) {
-  for (const wchar_t* part : {L"Content", L"Font", L"PageSetup"})
-    if (member == part) return giveObject(call, part, path_ + L'.' + part);
-  std::wstring line = path_ + L'.' + member + L'(';
-  for (VARIANT* value : call.in) line += (value == call.in[0] ? L"" : L", ") + shown(*value);
-  host.log += line + L")\n";
-  // Kept: the file may be gone when somebody looks.
-  if (member == L"InsertFile")
-    std::ofstream(host.folder / L"inserted.htm", std::ios::binary) << readFile(call.text(0));
+void HostObject::fill(Variant& to, const OfficeValue& value, const std::wstring& member) const {
+  if (const auto* object = std::get_if<OfficeObjectPtr>(&value)) {
+    const std::wstring kind = kind_ + L'.' + member;
+    to.setObject(ComPtr<IDispatch>::adopt(new HostObject(*object, kind)).get());
+  } else if (const auto* text = std::get_if<std::wstring>(&value)) {
+    to.setText(*text);
+  } else if (const auto* flag = std::get_if<bool>(&value)) {
+    to.vt = VT_BOOL;
+    to.boolVal = *flag ? VARIANT_TRUE : VARIANT_FALSE;
+  } else if (const auto* number = std::get_if<std::int32_t>(&value)) {
+    to.vt = VT_I4;
+    to.lVal = *number;
+    // Numbers have other types in the two programs.
+    if (server.program == &kPrograms[1]) VariantChangeType(&to, &to, 0, VT_R8);
+  }
 }
 
 // ---------------------------------------------------------------------------- registration
@@ -516,7 +333,7 @@ LRESULT CALLBACK handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam)
 void makeControlWindow() {
   WNDCLASSW kind{};
   kind.lpfnWndProc = handle;
-  kind.lpszClassName = host.program->id;
+  kind.lpszClassName = server.program->id;
   RegisterClassW(&kind);
   CreateWindowW(kind.lpszClassName, L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
 }
@@ -526,23 +343,20 @@ void serve(const std::function<bool()>& done, ULONGLONG milliseconds) {
   const ULONGLONG end = GetTickCount64() + milliseconds;
   while (!done() && GetTickCount64() < end) {
     MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
-    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
-      if (message.message == WM_QUIT) return;
-      DispatchMessageW(&message);
-    }
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
   }
 }
 
-void runServer(bool startedByCom) {
+void runServer(const fs::path& folder, bool startedByCom) {
   throwIfFailed(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
-  host.projects = readProjects(host.folder);
-  host.visible = !startedByCom;
+  server.host.projects = readProjects(folder);
   const auto application =
-      ComPtr<IDispatch>::adopt(new HostObject(L"Application", L"Application", nullptr, nullptr));
+      ComPtr<IDispatch>::adopt(new HostObject(server.host.connect().object, L""));
+  server.host.visible = !startedByCom;
   ClassObject factory(application.get());
   DWORD active = 0, given = 0;
   // Weak, so that the application is told when the last of the others lets go.
-  const CLSID& id = host.program->classId;
+  const CLSID& id = server.program->classId;
   throwIfFailed(RegisterActiveObject(application.get(), id, ACTIVEOBJECT_WEAK, &active));
   if (startedByCom)
     throwIfFailed(
@@ -551,14 +365,14 @@ void runServer(bool startedByCom) {
     RevokeActiveObject(active, nullptr);
     if (given != 0) CoRevokeClassObject(given);
   };
-  host.die = [&] {
+  server.die = [&] {
     revoke();
     TerminateProcess(GetCurrentProcess(), 1);
   };
   makeControlWindow();
-  serve([] { return host.quit; }, INFINITE);
+  serve([] { return server.quit || !server.host.running; }, INFINITE);
   // Who told the application to quit still holds it then; he gets the time to let go.
-  if (!host.quit) serve([] { return host.references() == 0; }, 500);
+  if (!server.quit) serve([] { return server.references() == 0; }, 500);
   revoke();
   CoDisconnectObject(application.get(), 0);
 }
@@ -569,9 +383,8 @@ int run(int count, wchar_t** words) {
     return registerPrograms(count > 2 ? words[2] : nullptr), 0;
   for (const Program& program : kPrograms) {
     if (first != program.id || count < 3) continue;
-    host.program = &program;
-    host.folder = fs::path(words[2]) / program.id;
-    runServer(count > 3);
+    server.program = &program;
+    runServer(fs::path(words[2]) / program.id, count > 3);
     return 0;
   }
   return 2;

@@ -101,27 +101,20 @@ TEST_F(PreviewTest, textAndLooksAreThoseOfThePage) {
   expectLooks({.start = 0, .length = 8, .looks = {}});  // nothing of the page before
   EXPECT_THROW(pane->navigate(folder / "fehlt.html"), FileError);
   EXPECT_EQ(text(), L"schlicht");
-  send(WM_CHAR, 'x');
-  EXPECT_EQ(text(), L"schlicht") << "nothing can be typed";
 }
 
 TEST_F(PreviewTest, linksAreWhereTheirCharactersAreAndLeadOutOnlyWhenChecked) {
   show(
       "<pre>a<a href='mailto:a@b'>bc</a>d\n<a href='javascript:x'>ef</a> <a href='file:///c'>g</a>"
       " <a href='https://example.org/?a&amp;b'>h</a></pre>");
-  const POINT b = placeOf(1), d = placeOf(3), e = placeOf(5), g = placeOf(8), h = placeOf(10);
+  const POINT b = placeOf(1), d = placeOf(3), e = placeOf(5), h = placeOf(10);
   const struct {
     POINT place;
     const wchar_t* link;
-  } rows[] = {{{b.x, b.y + 1}, L"mailto:a@b"},
-              {{d.x - 1, d.y + 1}, L"mailto:a@b"},
-              {{b.x - 1, b.y + 1}, nullptr},
-              {{d.x, d.y + 1}, nullptr},
-              {{e.x + 1, e.y + 1}, nullptr},
-              {{g.x + 1, g.y + 1}, nullptr},
-              {{h.x + 1, h.y + 1}, L"https://example.org/?a&b"},
-              {{h.x + 100, h.y + 1}, nullptr},
-              {{h.x + 1, h.y + 50}, nullptr}};
+  } rows[] = {{{b.x, b.y + 1}, L"mailto:a@b"}, {{d.x - 1, d.y + 1}, L"mailto:a@b"},
+              {{b.x - 1, b.y + 1}, nullptr},   {{d.x, d.y + 1}, nullptr},
+              {{e.x + 1, e.y + 1}, nullptr},   {{h.x + 1, h.y + 1}, L"https://example.org/?a&b"},
+              {{h.x + 100, h.y + 1}, nullptr}};
   for (const auto& row : rows) {
     links.clear();
     click(row.place);
@@ -190,13 +183,6 @@ TEST_F(PreviewTest, aBrowserThatFailsIsReplacedAndKeepsTheKeyboard) {
   EXPECT_EQ(GetFocus(), control());
   show("drei");
   EXPECT_EQ(GetFocus(), control());
-  RECT inner{};
-  SetWindowPos(pane->window(), nullptr, 5, 5, 300, 200, SWP_NOZORDER);
-  GetWindowRect(control(), &inner);
-  EXPECT_NEAR(inner.right - inner.left, 300, 10) << "fills the pane";
-  make(Engine::Browser).navigate(page("vier"));
-  pane.reset();  // in front of the failure
-  test::pumpFor(100);
 }
 
 }  // namespace

@@ -12,7 +12,6 @@ namespace tintline::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Lines = std::vector<std::string>;
 using program = ProgramTest;
 
 struct Setting {
@@ -25,7 +24,6 @@ struct Setting {
 
 const Setting kSettings[] = {
     {L"Größe ß.bas", false, false, 0, 0, 0, L""},
-    {L"Ελληνικά.bas", true, true, 0, 0, 0, L"--style inline -n"},
     {L"Привет мир.bas", false, true, 3, 1, 0, L"--indent 2 -n"},
     {L"Umbruch.bas", true, false, 2, 0, 60, L"--style inline --indent 2 --wrap 60"},
 };
@@ -34,11 +32,6 @@ const Setting kSettings[] = {
 // same file is the measure.
 TEST_F(program, opens_converts_and_exports) {
   start();
-  const Started cancelled = main().start(Command::mnudatei);
-  cancelFileDialog();
-  cancelled.finish();
-  EXPECT_EQ(main().lineCount(id::kList1), 0U);
-  EXPECT_FALSE(messageIsShown());
   const std::string sample = readFile(sampleModule());
   for (const Setting& row : kSettings) {
     SCOPED_TRACE(&row - kSettings);
@@ -53,7 +46,7 @@ TEST_F(program, opens_converts_and_exports) {
     if (row.width != 0) {
       const Opened width = open(Command::mnuZeilenbreite, kInputClass);
       width.window.control(id::kInputText).setText(std::to_wstring(row.width));
-      leave(width, id::kOk);
+      width.window.pressKey(VK_RETURN);
       width.command.finish();
       main().run(Command::mnuUmbruch);
     }
@@ -77,7 +70,7 @@ TEST_F(program, export_asks_before_it_writes_over_a_file) {
 
   Started exporting = main().press(id::kCmdExport);
   FileDialogOf(app()).accept(target.wstring());
-  EXPECT_EQ(answer(IDNO).text, L"Soll die Datei " + target.wstring() + L" überschrieben werden?");
+  EXPECT_EQ(answer(IDNO), L"Soll die Datei " + target.wstring() + L" überschrieben werden?");
   const Window dialog = FileDialogOf(app()).window();  // asks for another name
   constexpr int kFilter = 0x470;
   dialog.control(kFilter).send(CB_SETCURSEL, 1);
@@ -89,14 +82,6 @@ TEST_F(program, export_asks_before_it_writes_over_a_file) {
   EXPECT_FALSE(folder.has(L"Neu.txt"));
   EXPECT_EQ(readFile(other), page(module));
 
-  const HANDLE held =
-      CreateFileW(target.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  Started failing = main().press(id::kCmdExport);
-  FileDialogOf(app()).accept(target.wstring());
-  answer(IDYES);
-  EXPECT_NE(answer().text.find(target.filename().wstring()), std::wstring::npos) << "which file";
-  failing.finish();
-  CloseHandle(held);
   EXPECT_EQ(readFile(target), "was dort stand");
 
   Started replacing = main().press(id::kCmdExport);
@@ -131,12 +116,8 @@ TEST_F(program, selects_copies_and_pastes) {
 
   setClipboardText(L"Sub Zwei()\r\n\tEins\r\nEnd Sub Größe");
   main().run(Command::mnuInsert);
-  EXPECT_EQ(lines(id::kList1), (Lines{"eins ", "zwei \xE4 ", "drei ", "Sub Zwei() ", "Eins ",
-                                      "End Sub Gr\xF6\xDF\x65 "}));
-  EXPECT_EQ(main().text(id::kCmdMakro), L"Text");
-  setClipboardText(L"");
-  main().run(Command::mnuInsert);
   EXPECT_EQ(main().lineCount(id::kList1), 6U);
+  EXPECT_EQ(line(id::kList1, 5), "End Sub Gr\xF6\xDF\x65 ");
 }
 
 // The list's commands have the same keys as the preview's own.
@@ -169,8 +150,6 @@ TEST_F(program, takes_keys_and_dropped_files) {
   main().window().pressKey('O', VK_CONTROL);
   FileDialogOf(app()).accept(folder.write(L"tasten.bas", "If a Then\r\nb\r\n").wstring());
   untilLines(id::kList1, 2);
-  main().window().pressKey(VK_F5);
-  untilLines(id::kList2, 2);
   clickLine(id::kList1, 1);
   main().window().pressKey(VK_F7);
   untilLines(id::kList2, 1);
@@ -209,6 +188,9 @@ TEST_F(program, dialogs_keep_what_was_confirmed) {
             std::string::npos);
   EXPECT_EQ(preCode(L"", id::kOk), L"<div class=\"ä\">");
 
+  const Opened width = open(Command::mnuZeilenbreite, kInputClass);
+  width.window.pressKey(VK_ESCAPE);
+  width.command.finish();
   const Opened colors = open(Command::mnuFarben, kColorsClass);
   EXPECT_EQ(colors.window.control(id::kCboKategorie).send(CB_GETCOUNT), 5);
   colors.window.control(id::kTxtFarbe).setText(L"#102030");
@@ -221,19 +203,11 @@ TEST_F(program, dialogs_keep_what_was_confirmed) {
   exportTo(folder / L"bunt.htm");
   EXPECT_EQ(folder.read(L"bunt.htm"), page(sampleModule()));
 
-  const Opened width = open(Command::mnuZeilenbreite, kInputClass);
-  width.window.control(id::kInputText).setText(L"19");
-  leave(width, id::kOk);
-  EXPECT_NE(answer().text.find(L"\"19\" ist keine Zeilenbreite"), std::wstring::npos);
-  width.command.finish();
-
-  for (int round = 0; round < 2; ++round) {
-    main().run(Command::mnuInfo);
-    const Window about = app().windowOfClass(kSplashClass);
-    EXPECT_EQ(about.control(id::kSplashVersion).text(), L"Version 0.1 (Build 0)");
-    about.pressKey(VK_SPACE);
-    app().untilGone(about);
-  }
+  main().run(Command::mnuInfo);
+  const Window about = app().windowOfClass(kSplashClass);
+  EXPECT_EQ(about.control(id::kSplashVersion).text(), L"Version 0.1 (Build 0)");
+  about.pressKey(VK_SPACE);
+  app().untilGone(about);
 }
 
 TEST_F(program, a_long_run_is_left_alone_until_escape_ends_it) {
@@ -253,10 +227,6 @@ TEST_F(program, a_long_run_is_left_alone_until_escape_ends_it) {
   EXPECT_EQ(selected(), before);
   EXPECT_LT(main().lineCount(id::kList2), 30000U);
   EXPECT_EQ(main().text(id::kLabel9).find(L"s verarbeitet"), std::wstring::npos);
-
-  main().open(folder.write(L"kurz.bas", "Sub A()\r\nEnd Sub\r\n"));
-  main().convert();
-  EXPECT_EQ(main().lineCount(id::kList2), 2U);
 }
 
 }  // namespace

@@ -43,15 +43,6 @@ bool isMessageBox(Window window) {
   return window.className() == kDialogClass && GetDlgItem(window.handle(), kMessageText) != nullptr;
 }
 
-// Whether a child shows an icon; for EnumChildWindows.
-BOOL CALLBACK findIcon(HWND child, LPARAM found) {
-  const bool isIcon = (GetWindowLongPtrW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON &&
-                      Window(child).className() == L"Static" &&
-                      Window(child).send(STM_GETICON) != 0;
-  *reinterpret_cast<bool*>(found) |= isIcon;
-  return TRUE;
-}
-
 // The clipboard, opened; another program may hold it for a moment.
 class OpenClipboardGuard {
  public:
@@ -95,17 +86,10 @@ void ProgramTest::exportTo(const fs::path& target) const {
   exporting.finish(MainWindow::kRunTime);
 }
 
-void ProgramTest::cancelFileDialog() const {
-  const Window dialog = FileDialogOf(app()).window();
-  dialog.post(WM_COMMAND, IDCANCEL);
-  app().untilGone(dialog);
-}
-
-Message ProgramTest::answer(int button) const {
+std::wstring ProgramTest::answer(int button) const {
   const Window box = app().window(isMessageBox, "a message box");
-  Message message{box.text(), box.control(kMessageText).text(), false};
-  std::erase(message.text, L'\r');
-  EnumChildWindows(box.handle(), findIcon, reinterpret_cast<LPARAM>(&message.icon));
+  std::wstring message = box.control(kMessageText).text();
+  std::erase(message, L'\r');
   box.post(WM_COMMAND, static_cast<WPARAM>(button));
   app().untilGone(box);
   return message;
@@ -132,13 +116,6 @@ std::string ProgramTest::line(int list, std::size_t index) const {
   box.send(kGetLine, index, memory.argument());
   memory.read(0, bytes.data(), bytes.size());
   return bytes;
-}
-
-std::vector<std::string> ProgramTest::lines(int list) const {
-  std::vector<std::string> lines;
-  for (std::size_t index = 0; index < main().lineCount(list); ++index)
-    lines.push_back(line(list, index));
-  return lines;
 }
 
 void ProgramTest::clickLine(int list, std::size_t index, WPARAM keys) const {

@@ -14,12 +14,6 @@
 
 namespace tintline::test {
 
-// What a message box showed.
-struct Message {
-  std::wstring title, text;  // text: without carriage returns
-  bool icon;
-};
-
 class ProgramTest : public testing::Test {
  protected:
   // Pages are opened by this very test program meanwhile, which notes their names.
@@ -32,12 +26,11 @@ class ProgramTest : public testing::Test {
   const MainWindow& main() const { return *main_; }
   void waitForMain() { main_.emplace(*app_); }
 
-  // Chooses a file in the system's dialog that a command or button opens, or leaves it.
   void exportTo(const std::filesystem::path& target) const;
-  void cancelFileDialog() const;
 
-  // Waits for a message box of the system and answers it: IDOK, IDYES, IDNO.
-  Message answer(int button = IDOK) const;
+  // Waits for a message box of the system and answers it: IDOK, IDYES, IDNO. Gives its text,
+  // without carriage returns.
+  std::wstring answer(int button = IDOK) const;
   bool messageIsShown() const;
 
   // Waits for the window of that class which a command opens.
@@ -48,9 +41,8 @@ class ProgramTest : public testing::Test {
   Opened open(Command command, const wchar_t* className) const;
   void leave(const Opened& dialog, int button) const;
 
-  // The lines of a list, as bytes; a click on one, and on the last one of several with Shift.
+  // A line of a list, as bytes; a click on one, and on the last one of several with Shift.
   std::string line(int list, std::size_t index) const;
-  std::vector<std::string> lines(int list) const;
   void clickLine(int list, std::size_t index, WPARAM keys = 0) const;
   void untilLines(int list, std::size_t count) const;
 

@@ -61,30 +61,6 @@ TEST_F(program_start, two_run_side_by_side_each_with_its_file_own_words_and_sett
   EXPECT_EQ(folder.read(L"TINTLINE.ini"), settings);
 }
 
-TEST_F(program_start, a_damaged_control_file_is_told_and_the_program_goes_on) {
-  constexpr std::wstring_view kNoWords =
-      L"Die Steuerdatei mit den Schlüsselworten\nwurde nicht gefunden!\n"
-      L"Bitte ins aktuelle Verzeichnis kopieren.";
-  const struct {
-    std::string_view content;
-    std::wstring_view title, text;
-    bool icon;
-  } rows[] = {
-      {{"\0\xFF[Keyw\x1A\0ords 1]\n\0", 19}, L"Fehler! Datei fehlt.", kNoWords, true},
-      {"[Keywords 1]\r\nZeile\r\n", L"TINTLINE", L"Nichts gefunden", false},
-  };
-  for (const auto& row : rows) {
-    folder.write(L"vb.ini", row.content);
-    app_.emplace(folder.program());
-    const Message told = answer();
-    EXPECT_EQ(told.title, row.title);
-    EXPECT_EQ(told.text, row.text);
-    EXPECT_EQ(told.icon, row.icon);
-    waitForMain();
-    EXPECT_EQ(main().close(), 0U);
-  }
-}
-
 // Directories stand where the program wants to write its files.
 TEST_F(program_start, a_folder_that_cannot_be_written_to_is_no_obstacle) {
   create_directory(folder / L"TINTLINE.ini");

@@ -2,35 +2,18 @@
 #include <windows.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <string>
-
 #include "win32/error.h"
-#include "win32/system/clipboard.h"
 #include "win32/system/clock.h"
-#include "win32/system/files.h"
 #include "win32/system/locale.h"
 
 namespace tintline {
 namespace {
 
 TEST(system_ports, tellWhatTheSystemKnows) {
-  SystemClipboard clipboard;
-  for (const std::string text : {"Zeile 1\r\nZeile 2", "\x80 \xC4\xD6\xDC\xDF", ""}) {
-    clipboard.setText(text);
-    EXPECT_EQ(clipboard.text(), text);
-  }
   SYSTEMTIME now{};
   GetLocalTime(&now);
   EXPECT_NEAR(SystemClock().timer(), now.wHour * 3600 + now.wMinute * 60 + now.wSecond, 2);
-  SystemFiles files;
-  EXPECT_TRUE(std::filesystem::exists(files.programFolder() / "tintline_win32_tests.exe"));
-  EXPECT_TRUE(std::filesystem::is_directory(files.temporaryFolder()));
-  EXPECT_EQ(files.userFolder().filename(), "TINTLINE");
   EXPECT_EQ(SystemLocale().decimalSeparator(), L',');
-}
-
-TEST(Win32Error, tellsTheSystemsTextAndTheNumber) {
   const std::wstring denied = Win32Error(E_ACCESSDENIED).text();
   EXPECT_TRUE(denied.ends_with(L" (0x80070005)") && denied.size() > 20);
   EXPECT_EQ(Win32Error(static_cast<HRESULT>(0xA1234567)).text(),
