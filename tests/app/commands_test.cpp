@@ -28,32 +28,18 @@ class commands : public ProgramTest {
   void later(int yield, const std::function<void()>& work) {
     ports.messageLoop.at(ports.messageLoop.yields + yield, work);
   }
-
-  // Every command but the one that ends the program, and every event of a control.
-  void tryEverything() {
-    for (int command = 1; command <= static_cast<int>(Command::mnuInfo); ++command)
-      if (command != static_cast<int>(Command::mnubeenden))
-        form.execute(static_cast<Command>(command));
-    for (const CommandButton* button :
-         {&form.cmdMakro, &form.cmdAuswahl, &form.cmdHTMClp, &form.cmdExport})
-      button->Click();
-    form.Check2.Click();
-    form.fileDropped(ports.files.folder / "a.bas");
-    if (!form.TreeView1.empty()) form.TreeView1.userSelected(*form.TreeView1.roots().front());
-    if (form.List1.ListCount() > 0) form.List1.userSelected(std::vector<bool>(1, true), 0);
-  }
 };
 
 // ------------------------------------------------------------------------------- sources
 TEST_F(commands, file_is_opened_converted_and_read_anew) {
   openFile("Modul1.bas", kTwoProcedures);
-  execute("convert", Command::mnuMakro);
+  convert();
   execute("indent", Command::mnuFormat);
   moduleFile("Modul1.bas", "If a Then\r\n    y\r\nEnd If\r\n");
   execute("convert the changed file", Command::mnuMakro);
   click(L"Modul1.bas");
   click(L"Dateien");
-  execute("convert", Command::mnuMakro);
+  convert();
 }
 
 TEST_F(commands, tree_holds_one_file_and_its_picture_by_type) {
@@ -70,7 +56,7 @@ TEST_F(commands, failed_opening_changes_nothing_or_says_why) {
   ports.dialogs.answerOpen({.error = FileChoice::kCancelled, .path = {}});
   execute("cancelled", Command::mnudatei);
   openFile(ports.files.folder / "*.bas");
-  execute("convert", Command::mnuMakro);
+  convert();
   select(form.List1, {0});
   openFile(ports.files.folder / "fehlt.bas");
   click(L"a.bas");
@@ -88,26 +74,25 @@ TEST_F(commands, too_many_lines_are_told) {
   std::string text;
   for (std::size_t i = 0; i <= kMaxLines; ++i) text += "x\r\n";
   openFile("lang.bas", text);
-  execute("convert", Command::mnuMakro);
+  convert();
   openFile("a.bas", "x\r\n");
   ports.dialogs.expectMessage();
   paste(std::string(kMaxLines, '\r'));
   moduleFile("a.bas", text);
-  execute("convert", Command::mnuMakro);
+  convert();
 }
 
 TEST_F(commands, pasted_code_is_appended_handed_out_and_never_linked) {
   step("export of nothing", [&] { form.cmdExport_Click(); });
   paste("");
   paste("a = 1");
-  answerSave("eins.htm");
-  execute("export at once", Command::cmdExport);
+  exportAs("eins.htm", "export at once");
   openFile("a.bas", "Sub Eins()\r\nEnd Sub\r\n");
-  execute("convert", Command::mnuMakro);
+  convert();
   paste("Sub Zwei()\r\n\tCall Eins\r\nEnd Sub");
   execute("copy nothing", Command::mnuCopy);
   step("to Word", [&] { form.cmdWord.Click(); });
-  execute("convert", Command::mnuMakro);
+  convert();
   paste("");
 }
 
@@ -115,7 +100,7 @@ TEST_F(commands, nothing_starts_inside_another) {
   later(1, [&] { step("reading", [&] { tryEverything(); }); });
   openFile("a.bas", "x\r\ny\r\n");
   ports.messageLoop.onYield = [&] { tryEverything(); };
-  execute("convert", Command::mnuMakro);
+  convert();
   ports.messageLoop.onYield = nullptr;
 }
 
@@ -124,7 +109,7 @@ TEST_F(commands, progress_is_shown_and_escape_ends_a_run) {
   openFile("a.bas", "a\r\nSub b()\r\nc\r\nd\r\n");
   for (const int yield : {5, 7}) later(yield, [&] { step("in the run"); });
   later(4 + 3 * 2, [&] { execute("Esc", Command::mnuAbbrechen); });
-  execute("convert", Command::mnuMakro);
+  convert();
   execute("an option", Command::mnuZeilennummern);
   execute("convert again", Command::mnuMakro);
   select(form.List1, {1, 2});
@@ -143,7 +128,7 @@ TEST_F(commands, closing_ends_the_run_first) {
 TEST_F(commands, quitting_in_the_menu_ends_the_run_first) {
   openFile("a.bas", "a\r\nb\r\nc\r\n");
   later(3 + 3, [&] { execute("quit in the run", Command::mnubeenden); });
-  execute("convert", Command::mnuMakro);
+  convert();
   EXPECT_FALSE(mainWindow.open);
 }
 
@@ -154,12 +139,12 @@ TEST_F(commands, result_that_grows_without_end_is_told) {
     text += "Sub " + std::string(1, name) + "()\r\nEnd Sub\r\n";
   openFile("a.bas", text + std::string(1000, 'H') + "\r\n");
   ports.dialogs.expectMessage();
-  execute("convert", Command::mnuMakro);
+  convert();
 }
 
 TEST_F(commands, options_take_effect_on_the_result_that_is_shown) {
   openFile("a.bas", kTwoProcedures);
-  execute("convert", Command::mnuMakro);
+  convert();
   select(form.List1, {1, 4});
   execute("numbers", Command::mnuZeilennummern);
   step("style", [&] { setStyle(); });
@@ -180,10 +165,9 @@ TEST_F(commands, options_take_effect_on_the_result_that_is_shown) {
 
 TEST_F(commands, options_that_change_while_a_command_is_at_work_take_effect_behind_it) {
   openFile("a.bas", "Dim a\r\n" + std::string(50, 'x') + " " + std::string(50, 'y') + "\r\n");
-  execute("convert", Command::mnuMakro);
+  convert();
   ports.dialogs.onQuestion = [this] { setStyle(); };
-  answerSave("class.htm");
-  execute("export", Command::cmdExport);
+  exportAs("class.htm");
   ports.dialogs.onQuestion = nullptr;
   EXPECT_EQ(readFile(ports.files.folder / "class.htm").find("style=\" color"), std::string::npos);
   select(form.List1, {0});
@@ -191,8 +175,7 @@ TEST_F(commands, options_that_change_while_a_command_is_at_work_take_effect_behi
   execute("wrap", Command::mnuUmbruch);
   form.optClass.Value = true;
   step("class, which the result cannot follow", [&] { form.optClass.Click(); });
-  answerSave("style.htm");
-  execute("export", Command::cmdExport);
+  exportAs("style.htm");
   EXPECT_EQ(readFile(ports.files.folder / "style.htm").find(".Code {"), std::string::npos);
 }
 
@@ -202,16 +185,15 @@ TEST_F(commands, what_cannot_be_read_again_stays) {
   std::filesystem::remove(ports.files.folder / "a.bas");
   execute("convert without a result", Command::mnuMakro);
   openFile("a.bas", "Sub A()\r\nb\r\nEnd Sub\r\n");
-  execute("convert", Command::mnuMakro);
+  convert();
   std::filesystem::remove(ports.files.folder / "a.bas");
   execute("convert with a result", Command::mnuMakro);
-  answerSave("a.htm");
-  execute("export", Command::cmdExport);
+  exportAs("a.htm");
 }
 
 TEST_F(commands, lists_move_together_where_lines_match) {
   openFile("a.bas", kTwoProcedures);
-  execute("convert", Command::mnuMakro);
+  convert();
   select(form.List1, {1, 4});
   select(form.List2, {2, 3});
   execute("selection", Command::mnuAuswahl);
@@ -223,11 +205,11 @@ TEST_F(commands, preview_follows_its_check_box) {
   openFile("a.bas", "a\r\n");
   execute("preview of nothing", Command::mnuVorschau);
   execute("no preview", Command::mnuVorschau);
-  execute("convert", Command::mnuMakro);
+  convert();
   writeText(ports.files.program / "dummy.html", "of another running program");
   execute("preview", Command::mnuVorschau);
   later(2, [&] { step("in the run"); });
-  execute("convert", Command::mnuMakro);
+  convert();
   const auto clicked = [this](bool value) {
     form.Check2.Value = value;
     form.Check2.Click();
@@ -235,7 +217,7 @@ TEST_F(commands, preview_follows_its_check_box) {
   later(1, [&] { clicked(false); });
   openFile("b.bas", "b\r\n");
   later(2, [&] { clicked(true); });
-  execute("convert", Command::mnuMakro);
+  convert();
 }
 
 // -------------------------------------------------------------------------- reformatting
@@ -272,7 +254,7 @@ TEST_F(commands, what_is_read_anew_is_reformatted_as_it_was) {
     form.execute(command);
   setWidth(L"0");
   const std::vector<std::string> shown = strings(form.List1.lines());
-  execute("convert", Command::mnuMakro);
+  convert();
   EXPECT_EQ(strings(form.List1.lines()), shown);
 }
 
@@ -291,8 +273,7 @@ TEST_F(commands, export_asks_for_a_name_and_opens_the_page) {
   execute("not replaced", Command::cmdExport);
   answerSave("a.htm");
   ports.dialogs.answerConfirm(false);
-  answerSave("b.htm");
-  execute("another name", Command::cmdExport);
+  exportAs("b.htm", "another name");
   answerSave("a.htm");
   ports.dialogs.answerConfirm(true);
   execute("replaced", Command::cmdExport);
@@ -313,7 +294,7 @@ TEST_F(commands, export_asks_for_a_name_and_opens_the_page) {
 
 TEST_F(commands, copies_follow_the_list_that_has_the_focus) {
   openFile("a.bas", kTwoProcedures);
-  execute("convert", Command::mnuMakro);
+  convert();
   form.ActiveControl = &form.List1;
   select(form.List1, {1, 4});
   execute("copy source", Command::mnuCopy);

@@ -37,6 +37,12 @@ class office : public ProgramTest {
   void expectMessages(int count) {
     while (count-- > 0) ports.dialogs.expectMessage();
   }
+  // The user exports to the test's folder, and is told that often how it went.
+  void exportTo(const std::string& what, Command command, int messages) {
+    ports.dialogs.answerFolder(ports.files.folder.path());
+    expectMessages(messages);
+    execute(what, command);
+  }
   // What the next command fails in.
   void fail(const wchar_t* member, const OfficeError& error) {
     word.fails.insert_or_assign(member, error);
@@ -69,29 +75,15 @@ TEST_F(office, documents_of_both_applications_stand_side_by_side) {
 
 TEST_F(office, analysis_shows_what_it_does_before_the_application_is_asked) {
   word.running = false;
-  int shown = 0;
-  struct : ControlView {
-    void changed(Control&) override {}
-    void refresh(Control& control) override { topmost |= static_cast<Form&>(control).Topmost(); }
-    bool topmost = false;
-  } view;
-  form.setView(&view);
+  int steps = 0;
   word.onCall = [&](const std::wstring& member) {
-    EXPECT_TRUE(view.topmost);
-    if (shown++ < 3) step("in " + toUtf8(member));
-    for (int command = 1; command <= static_cast<int>(Command::mnuInfo); ++command)
-      if (command != static_cast<int>(Command::mnubeenden))
-        form.execute(static_cast<Command>(command));
-    if (form.TreeView1.find(L"Word_1") != nullptr) {
-      form.TreeView1.userSelected(*form.TreeView1.find(L"Word_1"));
-      form.TreeView1.userRightClicked(*form.TreeView1.find(L"Word_1"));
-    }
+    if (steps++ < 3) step("in " + toUtf8(member));
+    tryEverything();
   };
-  form.execute(Command::mnuword);
+  analyse();
   word.onCall = [](const std::wstring&) { throw std::runtime_error("else"); };
   analyse();
   word.onCall = nullptr;
-  form.setView(nullptr);
 }
 
 TEST_F(office, a_running_application_is_left_alone_and_a_started_one_is_quit) {
@@ -241,9 +233,9 @@ TEST_F(office, failed_reading_says_which_procedure_failed) {
   fail(L"Modul1.Lines", failure(9, L"Index"));
   click(L"Word_1_2_1");
   word.fails.clear();
-  execute("convert", Command::mnuMakro);
+  convert();
   fail(L"Modul1.Lines", failure(9, L"Index"));
-  execute("convert", Command::mnuMakro);
+  convert();
 }
 
 TEST_F(office, long_modules_take_few_calls_and_too_long_ones_are_refused) {
@@ -268,14 +260,12 @@ TEST_F(office, long_modules_take_few_calls_and_too_long_ones_are_refused) {
 // ---------------------------------------------------------------------------- conversion
 TEST_F(office, modules_are_converted_as_the_same_code_in_a_file) {
   openFile("Modul1.bas", kModul1);
-  execute("convert", Command::mnuMakro);
-  answerSave("file.htm");
-  execute("export", Command::cmdExport);
+  convert();
+  exportAs("file.htm");
   analyse();
   click(L"Word_1_2_1");
   execute("convert the module", Command::mnuModul);
-  answerSave("word.htm");
-  execute("export", Command::cmdExport);
+  exportAs("word.htm");
   EXPECT_EQ(readFile(ports.files.folder / "word.htm"), readFile(ports.files.folder / "file.htm"));
   execute("the macro, read anew", Command::mnuMakro);
   execute("indent", Command::mnuFormat);
@@ -283,15 +273,14 @@ TEST_F(office, modules_are_converted_as_the_same_code_in_a_file) {
   execute("the changed macro", Command::mnuMakro);
   word.projects[0].components[0].code = "Sub Null()\r\nEnd Sub";
   execute("all modules", Command::mnuAlleModule);
-  answerSave("alle.htm");
-  execute("export", Command::cmdExport);
+  exportAs("alle.htm");
   word.onCall = [&](const std::wstring& member) {
     if (member == L"Lines" && word.callsOf[member] % 2 == 0) form.execute(Command::mnuAbbrechen);
   };
   execute("all modules, Esc", Command::mnuAlleModule);
   word.onCall = nullptr;
   openFile("Modul1.bas", kModul1);
-  execute("convert", Command::mnuMakro);
+  convert();
   analyse();
   answerSave("file.htm");
   ports.dialogs.answerConfirm(true);
@@ -305,29 +294,22 @@ TEST_F(office, modules_are_exported_into_the_folder_of_day_and_document) {
   for (const wchar_t* key :
        {L"Dateien", L"a.bas", L"Word_1_1", L"Word_2", L"Word_1_2_1", L"Word_1_2"})
     rightClick(key);
-  ports.dialogs.answerFolder(ports.files.folder.path());
-  expectMessages(1);
-  execute("export the module", Command::mnuexport);
+  exportTo("export the module", Command::mnuexport, 1);
   ports.dialogs.answerFolder(std::nullopt);
   execute("cancelled", Command::mnuexport);
   rightClick(L"Word_1");
   execute("convert all modules", Command::mnuconvertall);
   word.fails.insert({L"ThisDocument.Export", failure(75, L"Zugriffsfehler")});
-  ports.dialogs.answerFolder(ports.files.folder.path());
-  expectMessages(2);
-  execute("export all modules", Command::mnuexportall);
+  exportTo("export all modules", Command::mnuexportall, 2);
   word.fails = {{L"VBComponents.Item", failure(9, L"Index")}};
   word.onCall = [this, first = word.callsOf[L"Item"] + 1](const std::wstring&) {
     if (word.callsOf[L"Item"] > first) word.fails.clear();
   };
-  ports.dialogs.answerFolder(ports.files.folder.path());
-  expectMessages(2);
-  execute("one went away", Command::mnuexportall);
+  exportTo("one went away", Command::mnuexportall, 2);
   word.onCall = [this](const std::wstring& member) {
     if (member == L"Export") form.execute(Command::mnuAbbrechen);
   };
-  ports.dialogs.answerFolder(ports.files.folder.path());
-  execute("Esc", Command::mnuexportall);
+  exportTo("Esc", Command::mnuexportall, 0);
 }
 
 TEST_F(office, names_of_documents_lead_nowhere_and_what_cannot_be_exported_is_told) {
@@ -335,9 +317,7 @@ TEST_F(office, names_of_documents_lead_nowhere_and_what_cannot_be_exported_is_to
   word.projects[0].components[1].name = L"..\\..\\Modul?";
   analyse();
   rightClick(L"Word_1");
-  ports.dialogs.answerFolder(ports.files.folder.path());
-  expectMessages(1);
-  execute("export all modules", Command::mnuexportall);
+  exportTo("export all modules", Command::mnuexportall, 1);
   expectMessages(3);
   step("what is no module", [&] {
     form.ModulExportieren(*form.TreeView1.find(L"Word_1_1"));
@@ -346,16 +326,14 @@ TEST_F(office, names_of_documents_lead_nowhere_and_what_cannot_be_exported_is_to
   });
   std::filesystem::remove_all(ports.files.folder / "VBA-20250131");
   writeText(ports.files.folder / "VBA-20250131", "in the way");
-  ports.dialogs.answerFolder(ports.files.folder.path());
-  expectMessages(1);
-  execute("a file in the way", Command::mnuexportall);
+  exportTo("a file in the way", Command::mnuexportall, 1);
 }
 
 // ---------------------------------------------------------------------------- the result
 TEST_F(office, result_goes_into_a_new_document) {
   openFile("a.bas", kTwoProcedures);
   step("without a result", [&] { form.cmdWord.Click(); });
-  execute("convert", Command::mnuMakro);
+  convert();
   for (const std::vector<std::size_t>& lines :
        {std::vector<std::size_t>{}, std::vector<std::size_t>{0}, std::vector<std::size_t>{1, 4}}) {
     select(form.List2, lines);  // the first line alone stands for a click: all lines go over
@@ -371,7 +349,7 @@ TEST_F(office, result_goes_into_a_new_document) {
 
 TEST_F(office, a_failed_transfer_leaves_no_document_and_no_word_behind) {
   openFile("a.bas", "x\r\n");
-  execute("convert", Command::mnuMakro);
+  convert();
   word.running = false;
   fail(L"InsertFile", failure(5174, L"Datei nicht gefunden"));
   execute("to Word", Command::mnu2word);

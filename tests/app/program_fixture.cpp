@@ -64,6 +64,7 @@ Program::Program(Transcript& transcript, const std::function<void(FakePorts&)>& 
   app.farbeinstellung.makeView = colorWindow.maker();
   app.prePostCode.makeView = prePostWindow.maker();
   form.makeView = mainWindow.maker();
+  form.setView(&shown_);
   form.Frame1.setView(&shown_);
   form.PopupMenu = [this](std::span<const MenuEntry> entries) {
     for (const MenuEntry& entry : entries)
@@ -75,7 +76,8 @@ void Program::Shown::refresh(Control&) {
   const frmVBACode& form = program.form;
   if (form.List1.ListCount() <= kShortList)
     program.transcript_.written += "  shows: " + program.readable(form.Label9.Caption()) + " / " +
-                                   program.readable(form.Label10.Caption()) + "\n";
+                                   program.readable(form.Label10.Caption()) +
+                                   (form.Topmost ? " topmost\n" : "\n");
 }
 
 void Program::step(const std::string& what, const std::function<void()>& work) {
@@ -105,16 +107,20 @@ void Program::select(ListBox& list, const std::vector<std::size_t>& lines) {
   });
 }
 
-void Program::click(std::wstring_view key) {
-  TreeNode* const node = form.TreeView1.find(key);
-  ASSERT_NE(node, nullptr) << toUtf8(key);
-  step("click " + toUtf8(key), [&] { form.TreeView1.userSelected(*node); });
-}
-
-void Program::rightClick(std::wstring_view key) {
-  TreeNode* const node = form.TreeView1.find(key);
-  ASSERT_NE(node, nullptr) << toUtf8(key);
-  step("right click " + toUtf8(key), [&] { form.TreeView1.userRightClicked(*node); });
+void Program::tryEverything() {
+  for (int command = 1; command <= static_cast<int>(Command::mnuInfo); ++command)
+    if (command != static_cast<int>(Command::mnubeenden))
+      form.execute(static_cast<Command>(command));
+  for (const CommandButton* button :
+       {&form.cmdMakro, &form.cmdAuswahl, &form.cmdHTMClp, &form.cmdExport})
+    button->Click();
+  form.Check2.Click();
+  form.fileDropped(ports.files.folder / "a.bas");
+  if (form.List1.ListCount() > 0) form.List1.userSelected(std::vector<bool>(1, true), 0);
+  if (form.TreeView1.empty()) return;
+  TreeNode& node = *form.TreeView1.roots().front();
+  form.TreeView1.userSelected(node);
+  form.TreeView1.userRightClicked(node);
 }
 
 // In UTF-8, without the name of the test's folder, alike on every platform.

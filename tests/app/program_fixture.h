@@ -61,6 +61,8 @@ class Program {
     step(what, [=, this] { form.execute(command); });
   }
 
+  void convert() { execute("convert", Command::mnuMakro); }
+
   // A module file of that name in a folder of the test's own.
   std::filesystem::path moduleFile(const std::filesystem::path& name, std::string_view text) {
     const std::filesystem::path path = ports.files.folder / name;
@@ -80,14 +82,22 @@ class Program {
   // The user selects these lines in a list.
   void select(ListBox& list, const std::vector<std::size_t>& lines);
 
-  void click(std::wstring_view key);
-  void rightClick(std::wstring_view key);
+  // Of a node of the tree.
+  void click(std::wstring_view key) { use("click ", key, &TreeView::userSelected); }
+  void rightClick(std::wstring_view key) { use("right click ", key, &TreeView::userRightClicked); }
 
   // The user answers "Speichern" with a file in the test's folder, or cancels.
   void answerSave(const char* name, int filterIndex = 1) {
     ports.dialogs.answerSave({.path = ports.files.folder / name, .filterIndex = filterIndex});
   }
+  void exportAs(const char* name, const char* what = "export") {
+    answerSave(name);
+    execute(what, Command::cmdExport);
+  }
   void cancelSave() { ports.dialogs.answerSave({.error = FileChoice::kCancelled, .path = {}}); }
+
+  // Every command but the one that ends the program, and every event of a control.
+  void tryEverything();
 
   void setStyle() {
     form.optStyle.Value = true;
@@ -107,6 +117,13 @@ class Program {
     void refresh(Control&) override;
     Program& program;
   };
+
+  template <class Event>
+  void use(const std::string& what, std::wstring_view key, Event event) {
+    TreeNode* const node = form.TreeView1.find(key);
+    ASSERT_NE(node, nullptr) << toUtf8(key);
+    step(what + toUtf8(key), [&] { (form.TreeView1.*event)(*node); });
+  }
 
   using State = std::vector<std::pair<std::string, std::string>>;
 

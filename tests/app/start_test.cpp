@@ -35,12 +35,11 @@ TEST_F(start_up, is_left_at_once_when_the_named_object_existed) {
 }
 
 TEST_F(start_up, needs_no_placeholder) {
-  for (const auto& folder : {ports.files.program, ports.files.temporary}) {
-    std::filesystem::create_directories(folder / "dummy.html" / "in the way");
-    Program own(transcript());
-    std::filesystem::create_directories(own.ports.files.program / "dummy.html" / "in the way");
-    if (folder == ports.files.temporary)
-      std::filesystem::create_directories(own.ports.files.temporary / "dummy.html" / "in the way");
+  for (const bool anywhere : {false, true}) {
+    Program own(transcript(), [&](FakePorts& stand) {
+      create_directories(stand.files.program / "dummy.html" / "in the way");
+      if (anywhere) create_directories(stand.files.temporary / "dummy.html" / "in the way");
+    });
     own.start();
   }
 }
@@ -64,31 +63,17 @@ TEST_F(start_up, reads_the_keyword_lists) {
 }
 
 TEST_F(start_up, settings_go_where_they_can_be_written_and_the_about_display_tells_where) {
-  const std::filesystem::path name = "TINTLINE.ini";
-  const std::function<void(FakeFiles&)> cases[] = {
-      [](FakeFiles&) {},
-      [&](FakeFiles& files) {  // both are there
-        writeText(files.program / name, "of the program");
-        create_directories(files.user);
-        writeText(files.user / name, "of the user");
-      },
-      [&](FakeFiles& files) { create_directory(files.program / name); },
-      [&](FakeFiles& files) {
-        create_directory(files.program / name);
-        create_directories(files.user);
-        writeText(files.user / name, "of the user");
-      },
-      [&](FakeFiles& files) {
-        create_directory(files.program / name);
-        create_directories(files.user / name);
-      },
-      [&](FakeFiles& files) {
-        create_directory(files.program / name);
-        files.user = "";
-      },
-  };
-  for (const auto& prepare : cases) {
-    Program own(transcript(), [&](FakePorts& stand) { prepare(stand.files); });
+  // In the program's folder and in the user's: nothing, a file, a folder in its way, no folder.
+  for (const std::string_view there : {"  ", "ff", "d ", "df", "dd", "d-"}) {
+    Program own(transcript(), [&](FakePorts& stand) {
+      for (const bool ofUser : {false, true}) {
+        std::filesystem::path& folder = ofUser ? stand.files.user : stand.files.program;
+        const std::filesystem::path file = folder / "TINTLINE.ini";
+        if (there[ofUser] != ' ') create_directories(there[ofUser] == 'd' ? file : folder);
+        if (there[ofUser] == 'f') writeText(file, "was there");
+        if (there[ofUser] == '-') folder.clear();
+      }
+    });
     own.start();
     own.execute("about", Command::mnuInfo);
     own.prePostWindow.whileModal = [&] {
