@@ -31,7 +31,22 @@ def help_and_version(box):
     holds(text, "-o, --output DATEI", "-n, --line-numbers", "--wrap N", "Rückgabewert: 0")
     assert max(map(len, text.splitlines())) <= 80
     assert all(line == line.rstrip() for line in text.splitlines())
+    equal(box.run("--help", "--wrong").decode("utf-8"), text)
     assert re.fullmatch(rb"tintline \d+\.\d+\.\d+\n", box.run("--version"))
+
+
+@test
+def options_stand_anywhere_and_the_last_of_two_counts(box):
+    for name in ("a.bas", "-n", "--help"):
+        box.put(name)
+    box.run("a.bas", "-nqdout", "--style", "inline", "--", "-n", "--help")
+    equal(box.names("out"), ["--help.htm", "-n.htm", "a.htm"])
+    equal(box.get("out/-n.htm"), box.run("-n", "--style=inline", "--", "-n"))
+    box.run("-o", "-n", "a.bas", "--output=x=y.htm", "-oz.htm")
+    equal(box.get("z.htm"), box.run("a.bas"))
+    lines = box.run("--format=body", "--format=lines", "--lines=1", "--lines", "3-4,2-2", "a.bas")
+    equal(lines, b"".join(box.run("--format=lines", "a.bas").splitlines(True)[1:4]))
+    box.run("--indent=100", "--wrap=1000", "--wrap=0", "--jobs=64", "-q", "-o", "z.htm", "a.bas")
 
 
 @test
@@ -41,7 +56,20 @@ def wrong_usage_is_explained_and_writes_nothing(box):
     box.put("settings.ini", SETTINGS)
     cases = [
         ((), "es ist keine Datei angegeben"),
-        (("--wrong", "a.bas"), "unbekannte Option --wrong"),
+        (("--wrong=1", "a.bas"), "unbekannte Option --wrong"),
+        (("--out", "x", "a.bas"), "unbekannte Option --out"),
+        (("-nx", "a.bas"), 'unbekannte Option "-x"'),
+        (("--quiet=1", "a.bas"), "--quiet: nimmt keinen Wert"),
+        (("a.bas", "--output"), "--output: der Wert DATEI fehlt"),
+        (("-d", "", "a.bas"), "--output-dir: der Wert ORDNER fehlt"),
+        (("--style", "Class"), '--style: "Class" geht nicht, möglich: class oder inline'),
+        (("--indent", "101"), "möglich: eine Zahl von 0 bis 100"),
+        (("--jobs=65",), "möglich: eine Zahl von 1 bis 64"),
+        (("--jobs=0",), "möglich: eine Zahl von 1 bis 64"),
+        (("a.bas", ""), "ein leerer Text ist kein Dateiname"),
+        *(((f"--wrap={value}", "a.bas"), "--wrap: ") for value in ("", "19", "-1", "0x20", "2.5")),
+        *(((f"--lines={value}", "a.bas"), "--lines: ")
+          for value in ("0", "2-1", "1-", "-1", "1,,2", "1-2-3", "+1")),
         ((CLASSIC, "a.bas", "b.bas"), "mehrere Dateien brauchen mit --mode classic --output-dir"),
         (("-", "a.bas", "-"), "lässt sich nur einmal lesen"),
         (("--format=table", "a.bas"), "--format table gibt es nur mit --mode classic"),

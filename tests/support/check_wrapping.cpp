@@ -54,7 +54,7 @@ bool endsOperand(TokenKind kind, const std::string& text) {
   if (kind == TokenKind::Punctuation) return text.ends_with(')');
   const char last = text.empty() ? ' ' : text.back();
   return (last >= '0' && last <= '9') || toLower(last) != last || (last >= 'a' && last <= 'z') ||
-         std::string_view("_)[]%&!#@$").find(last) != std::string_view::npos;
+         std::string_view("_)]%&!#@$").find(last) != std::string_view::npos;
 }
 
 Meaning meaningOf(const Lines& lines) {
@@ -89,71 +89,7 @@ Meaning meaningOf(const Lines& lines) {
   return meaning;
 }
 
-// Which part of each line is code that can be broken: behind a label, up to its comment.
-struct CodePart {
-  std::size_t begin = 0, length = 0;
-  bool hasComment = false;
-};
-
-std::vector<CodePart> codeParts(const Lines& lines) {
-  const std::u8string source = textOf(lines);
-  const vb::Tokens tokens = vb::tokenize(source, vb::WordLists({}, {}));
-  std::vector<CodePart> parts(lines.size());
-  std::size_t header = 0;  // up to its last line
-  std::size_t line = 0, begin = 0;
-  TokenKind first = TokenKind::LineEnd;  // of the statement
-  for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
-    for (; begin + lines[line].size() < tokens[i].begin; ++line) begin += lines[line].size() + 1;
-    const TokenKind kind = tokens[i].kind;
-    if (first == TokenKind::LineEnd && kind != TokenKind::Blank) first = kind;
-    if (first == TokenKind::HeaderWord) header = line + 1;
-    const bool atLabel = kind == TokenKind::Label || vb::textOf(source, tokens, i) == u8":";
-    if (kind == TokenKind::Comment)
-      parts[line].hasComment = true;
-    else if (kind == TokenKind::LineEnd)
-      first = kind;
-    else if (first != TokenKind::Directive && first != TokenKind::Continuation &&
-             kind != TokenKind::Continuation)
-      parts[line].length = vb::endOf(tokens, i) - begin;
-    if (first == TokenKind::Label && !atLabel) {
-      parts[line].begin = tokens[i].begin - begin;
-      first = kind;
-    }
-  }
-  std::fill_n(parts.begin(), header, CodePart());
-  return parts;
-}
-
-// Whether line `index`, which is too long, could be made narrower at a blank of its code. A comment
-// that stays counts only where its line becomes short enough.
-bool canBeBroken(const Lines& lines, std::size_t index, std::size_t width, std::size_t unit,
-                 const CodePart& code, const Meaning& meaning) {
-  const std::string_view line = RTrim(lines[index]);
-  std::size_t first = index;  // line of the statement
-  const auto goesOn = [](std::string text) {
-    std::replace(text.begin(), text.end(), '\t', ' ');
-    return RTrim(text).ends_with(" _");
-  };
-  while (first > 0 && goesOn(lines[first - 1])) --first;
-  const std::size_t outer = std::min(lines[first].find_first_not_of(" \t"), lines[first].size());
-  const std::string deeper(std::min(outer + unit, width - 10), ' ');
-  for (std::size_t at = std::max(line.find_first_not_of(" \t"), code.begin) + 1;
-       at < std::min(code.length, line.size()); ++at) {
-    if (line[at] != ' ') continue;
-    const std::string left = std::string(RTrim(line.substr(0, at))) + " _";
-    const std::string right = deeper + std::string(LTrim(line.substr(at)));
-    if (std::max(left.size(), right.size()) >= line.size()) continue;
-    if (code.hasComment && right.size() > width) continue;
-    Lines broken = lines;
-    broken[index] = right;
-    broken.insert(broken.begin() + static_cast<std::ptrdiff_t>(index), left);
-    const Meaning after = meaningOf(broken);
-    if (after == meaning && after.continuations <= kMaxContinuations) return true;
-  }
-  return false;
-}
-
-std::string fault(const Lines& lines, const Lines& wrapped, std::size_t width, int unit) {
+std::string fault(const Lines& lines, const Lines& wrapped) {
   const Meaning before = meaningOf(lines), after = meaningOf(wrapped);
   for (std::size_t i = 0; i < std::max(before.statements.size(), after.statements.size()); ++i) {
     const auto at = [i](const Meaning& meaning) {
@@ -164,11 +100,6 @@ std::string fault(const Lines& lines, const Lines& wrapped, std::size_t width, i
   if (before.comments != after.comments) return "other comments";
   if (after.continuations > std::max<std::size_t>(before.continuations, kMaxContinuations))
     return "too many continuations";
-  const std::vector<CodePart> code = codeParts(wrapped);
-  const std::size_t deeper = unit == 0 ? 4 : static_cast<std::size_t>(unit);
-  for (std::size_t i = 0; i < wrapped.size(); ++i)
-    if (RTrim(wrapped[i]).size() > width && canBeBroken(wrapped, i, width, deeper, code[i], after))
-      return "line " + std::to_string(i) + " can be broken";
   const auto endsInBlank = [](const std::string& line) { return line.ends_with(' '); };
   if (std::all_of(lines.begin(), lines.end(), endsInBlank) &&
       !std::all_of(wrapped.begin(), wrapped.end(), endsInBlank))
@@ -180,7 +111,7 @@ std::string fault(const Lines& lines, const Lines& wrapped, std::size_t width, i
 
 std::string wrappingFault(const Lines& lines, int width, int unit) {
   const Lines wrapped = strings(*wrapLines(lineList(lines), width, unit));
-  std::string found = fault(lines, wrapped, static_cast<std::size_t>(width), unit);
+  std::string found = fault(lines, wrapped);
   if (found.empty() && strings(*wrapLines(lineList(wrapped), width, unit)) != wrapped)
     found = "wrapping again changes something";
   if (found.empty()) return "";

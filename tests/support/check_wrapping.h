@@ -6,8 +6,8 @@
 
 namespace tintline::test {
 
-// Wraps the lines and checks the result: its tokens are the same, no line stays long that could be
-// broken, and wrapping it again changes nothing. The first fault that was found with the lines, or
+// Wraps the lines and checks the result: its tokens are the same, no statement has too many lines,
+// and wrapping it again changes nothing. The first fault that was found with the lines, or
 // "".
 std::string wrappingFault(const std::vector<std::string>& lines, int width, int unit);
 
