@@ -313,22 +313,6 @@ def targets_are_replaced_whole_or_not_at_all(box):
 
 
 @test
-def access_is_refused(box):
-    box.posix_only()
-    box.put("secret.bas")
-    os.chmod(box.folder / "secret.bas", 0)
-    box.put("a.bas")
-    box.put("locked/old.htm", b"old")
-    os.chmod(box.folder / "locked", 0o555)
-    box.run_as_nobody("secret.bas", code=1, err="secret.bas: Zugriff verweigert")
-    for target in ("locked/new.htm", "locked/old.htm"):
-        box.run_as_nobody("-o", target, "a.bas", code=1,
-                          err=target + " kann nicht geschrieben werden: Zugriff verweigert")
-    box.run_as_nobody("-d", "locked/new", "a.bas", code=1, err="locked/new: Zugriff verweigert")
-    equal((box.names("locked"), box.get("locked/old.htm")), (["old.htm"], b"old"))
-
-
-@test
 def devices_and_full_disks(box):
     box.posix_only()
     box.put("a.bas")

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <tuple>
 
 namespace tintline {
 namespace {
@@ -35,19 +36,7 @@ TEST(StringBuilder, GrowsByOneChunkAndRefusesMore) {
   EXPECT_EQ(holding("x").Capacity(), 8192u);
 }
 
-TEST(StringBuilder, KeepsAtMostOneChunkInReserve) {
-  cStringBuilder builder = holding("0123456789", 4);
-  builder.Remove(1, 9);
-  builder.HeapMinimize();
-  EXPECT_EQ(builder.Capacity(), 4u);
-  builder.Remove(0, 1);
-  builder.HeapMinimize();
-  EXPECT_EQ(builder.Capacity(), 4u);
-  builder.TheString("");
-  EXPECT_EQ(builder.Capacity(), 0u);
-}
-
-TEST(StringBuilder, InsertsAndRemovesWithinTheContent) {
+TEST(StringBuilder, InsertsRemovesAndKeepsAtMostOneChunkInReserve) {
   constexpr std::size_t kHuge = static_cast<std::size_t>(-1);
   const std::pair<std::size_t, const char*> inserted[] = {
       {0, "xyabc"}, {1, "axybc"}, {3, "abcxy"}, {4, "abc"}};
@@ -56,15 +45,17 @@ TEST(StringBuilder, InsertsAndRemovesWithinTheContent) {
     builder.InsertByVal(index, "xy");
     EXPECT_EQ(builder.ToString(), content) << index;
   }
-  const struct {
-    std::size_t index, count;
-    const char* content;
-  } removed[] = {{0, 3, ""},    {0, 1, "bc"},  {1, 2, "a"},       {3, 0, "abc"},    {0, 4, "abc"},
-                 {2, 2, "abc"}, {4, 0, "abc"}, {kHuge, 1, "abc"}, {1, kHuge, "abc"}};
-  for (const auto& row : removed) {
-    cStringBuilder builder = holding("abc");
-    builder.Remove(row.index, row.count);
-    EXPECT_EQ(builder.ToString(), row.content) << row.index << ' ' << row.count;
+  const std::tuple<std::size_t, std::size_t, const char*> removed[] = {
+      {0, 3, ""},    {0, 1, "bc"},  {1, 2, "a"},       {3, 0, "abc"},    {0, 4, "abc"},
+      {2, 2, "abc"}, {4, 0, "abc"}, {kHuge, 1, "abc"}, {1, kHuge, "abc"}};
+  for (const auto& [index, count, content] : removed) {
+    cStringBuilder builder = holding("abc", 4);
+    builder.Append("1234");
+    builder.Remove(3, 4);
+    builder.Remove(index, count);
+    builder.HeapMinimize();
+    EXPECT_EQ(builder.Capacity(), 4u);
+    EXPECT_EQ(builder.ToString(), content) << index << ' ' << count;
   }
 }
 

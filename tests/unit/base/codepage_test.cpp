@@ -48,13 +48,6 @@ TEST(Utf8, ReadsWellFormedTextOnly) {
             "\xEF\xBF\xBD\x61\xEF\xBF\xBD");
 }
 
-TEST(CodePage, PathsAreReadable) {
-  EXPECT_EQ(pathText(std::filesystem::path(u8"Übung Ω.bas")), L"Übung Ω.bas");
-#ifndef _WIN32
-  EXPECT_EQ(pathText("\xE4.bas"), L"\uFFFD.bas");
-#endif
-}
-
 TEST(Utf16, IsConvertedCharacterByCharacter) {
   const struct {
     const char* name;

@@ -60,6 +60,7 @@ TEST(ReadFile, givesEveryByteOrTheReason) {
     EXPECT_TRUE(std::string_view(error.what()).ends_with("fehlt ä.bas: Datei nicht gefunden"));
   }
   EXPECT_EQ(reasonText({9999, std::generic_category()}), L"Fehler 9999");
+  EXPECT_EQ(reasonText(std::make_error_code(std::errc::permission_denied)), L"Zugriff verweigert");
 }
 
 TEST(AtomicFile, replacesTheWholeFileAtTheCommitOnly) {
@@ -125,7 +126,6 @@ TEST(ReadFile, readsWhatDoesNotKnowItsSize) {
   std::thread writer([&] { put(folder / "pipe", content); });
   EXPECT_EQ(readFile(folder / "pipe"), content);
   writer.join();
-  EXPECT_TRUE(readFile("/proc/self/status").starts_with("Name:"));
 }
 
 TEST(AtomicFile, followsSymbolicLinksAndKeepsPermissions) {

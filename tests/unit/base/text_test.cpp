@@ -1,4 +1,4 @@
-// Tests of base/text.h.
+// Tests of base/text.h; tests/unit/engine compares what else it has with plain transcriptions.
 #include "base/text.h"
 
 #include <gtest/gtest.h>
@@ -9,15 +9,6 @@
 
 namespace tintline {
 namespace {
-
-TEST(Text, OnlyBlanksAreTrimmed) {
-  for (const std::string text : {"a b", "\ta\xA0", ""}) {
-    EXPECT_EQ(LTrim("  " + text + " "), text.empty() ? "" : text + " ");
-    EXPECT_EQ(RTrim(" " + text + "  "), text.empty() ? "" : " " + text);
-    EXPECT_EQ(Trim(" " + text + " "), text);
-  }
-  EXPECT_EQ(Space(3) + Space(0) + Space(-1), "   ");
-}
 
 // What the letter is in the other case, told by its name in Windows-1252.
 TEST(Text, EveryLetterOfTheCodePageHasItsPartner) {
@@ -30,14 +21,6 @@ TEST(Text, EveryLetterOfTheCodePageHasItsPartner) {
     const std::size_t letter = kUpper.find(c);
     EXPECT_EQ(toLower(c), letter == std::string_view::npos ? c : kLower[letter]) << code;
   }
-}
-
-TEST(Text, ComparesWithoutRegardToCase) {
-  EXPECT_TRUE(equalsIgnoreCase(u8"Übung"_ansi, u8"übunG"_ansi));
-  EXPECT_FALSE(equalsIgnoreCase("a", "ab") || equalsIgnoreCase("ab", "a"));
-  EXPECT_FALSE(equalsIgnoreCase("[", "{"));
-  EXPECT_TRUE(startsWithIgnoreCase("Public Type", "PUBLIC") && startsWithIgnoreCase("", ""));
-  EXPECT_FALSE(startsWithIgnoreCase("Pub", "Public"));
 }
 
 // Long texts are searched several places at a time; a search of every place finds the same.
@@ -62,26 +45,6 @@ TEST(Text, FindsWithoutRegardToCase) {
       ASSERT_EQ(CaselessText(part, anchor).findIn(text, from), expected)
           << "run " << run << ", anchor " << anchor;
   }
-}
-
-TEST(Text, ReplacesErasesAndSplitsFromLeftToRight) {
-  EXPECT_EQ(Replace("abcABC", "b", "xy"), "axycABC");
-  EXPECT_EQ(Replace("aaaa", "aa", "a"), "aa");
-  EXPECT_EQ(Replace("aba", "a", "aa"), "aabaa");
-  const struct {
-    const char *text, *part, *exact, *ignoringCase;
-  } rows[] = {{"abcABC", "b", "acABC", "acAC"},
-              {"Sub SUB x", "Sub ", "SUB x", "x"},
-              {"aabb", "ab", "ab", "ab"}};
-  for (const auto& row : rows) {
-    std::string exact(row.text), ignoringCase(row.text);
-    eraseAll(exact, row.part);
-    eraseAll(ignoringCase, CaselessText(row.part));
-    EXPECT_EQ(exact + '|' + ignoringCase, row.exact + std::string("|") + row.ignoringCase);
-  }
-  using Pieces = std::vector<std::string_view>;
-  EXPECT_EQ(Split("", ' '), Pieces{});
-  EXPECT_EQ(Split(" a  b ", ' '), (Pieces{"", "a", "", "b", ""}));
 }
 
 }  // namespace
