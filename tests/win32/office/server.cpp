@@ -19,8 +19,7 @@
 //   die MEMBER COUNT            the process ends within the COUNT-th call of the member
 //   slow MILLISECONDS           every call takes that much longer
 //   quit                        the server ends
-// and tells as its text: "references N", "calls N", "names N" (questions for the numbers of names),
-// "rejected N", "visible N", and for each document what was inserted and which properties were put.
+// and tells as its text what status() writes; "names" are questions for the numbers of names.
 //
 // A server that died leaves no entry behind in COM's tables, but one that is ended from outside
 // does: never do that. Tests use it by controlled_server.h.

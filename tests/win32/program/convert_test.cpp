@@ -81,7 +81,6 @@ TEST_F(program, export_asks_before_it_writes_over_a_file) {
   exporting.finish();
   EXPECT_FALSE(folder.has(L"Neu.txt"));
   EXPECT_EQ(readFile(other), page(module));
-
   EXPECT_EQ(readFile(target), "was dort stand");
 
   Started replacing = main().press(id::kCmdExport);
