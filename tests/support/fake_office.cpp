@@ -229,8 +229,7 @@ OfficeObjectPtr addDocument(FakeHost& host) {
     return [&, path](Arguments) { return makePart(host, document, path); };
   };
   const auto insert = [&](Arguments arguments) {
-    document.insertedPath = text(arguments[0]);
-    document.inserted = readFile(pathFromText(document.insertedPath));
+    document.inserted = readFile(pathFromText(text(arguments[0])));
     return OfficeValue();
   };
   const auto content = [&host, &document, insert, font = part(L"Content.Font.")](Arguments) {

@@ -35,8 +35,7 @@ struct FakeProject {
 
 // A document that was added, and what became of it.
 struct FakeDocument {
-  std::string inserted;  // the bytes of the inserted file
-  std::wstring insertedPath;
+  std::string inserted;                             // the bytes of the inserted file
   std::map<std::wstring, std::wstring> properties;  // "Content.NoProofing" is "True"
   bool closed = false;
 };

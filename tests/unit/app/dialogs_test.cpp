@@ -77,22 +77,25 @@ TEST_F(dialogs, settings_are_saved_with_the_codes_and_nothing_else) {
   EXPECT_THROW(EinstellungenSchreiben(file, {}, true), FileError);
 }
 
+// Where he may not write into the folder, or only not into the file.
 TEST(Settings, TheUsersFileBeginsAsACopy) {
-  const TempFolder folder;
-  const fs::path program = folder / "p", beside = program / kSettingsFile, user = folder / "u";
-  fs::create_directory(program);
-  writeText(beside, "shared");
-  fs::permissions(beside, fs::perms(0444));
-  fs::permissions(program, fs::perms(0555));
-  fs::permissions(folder.path(), fs::perms::all);
-  for (const char* content : {"shared", "own"}) {
-    [[maybe_unused]] const OrdinaryUser somebody;
-    EXPECT_EQ(chooseSettingsFile(program, user), user / kSettingsFile);
-    EXPECT_EQ(readFile(user / kSettingsFile), content) << "copied once";
-    writeText(user / kSettingsFile, "own");
+  for (const unsigned mode : {0555u, 0777u}) {
+    const TempFolder folder;
+    const fs::path program = folder / "p", beside = program / kSettingsFile, user = folder / "u";
+    fs::create_directory(program);
+    writeText(beside, "shared");
+    fs::permissions(beside, fs::perms(0444));
+    fs::permissions(program, fs::perms(mode));
+    fs::permissions(folder.path(), fs::perms::all);
+    for (const char* content : {"shared", "own"}) {
+      [[maybe_unused]] const OrdinaryUser somebody;
+      EXPECT_EQ(chooseSettingsFile(program, user), user / kSettingsFile);
+      EXPECT_EQ(readFile(user / kSettingsFile), content) << "copied once";
+      writeText(user / kSettingsFile, "own");
+    }
+    fs::permissions(program, fs::perms(0755));  // else they cannot be removed everywhere
+    fs::permissions(beside, fs::perms(0644));
   }
-  fs::permissions(program, fs::perms(0755));  // else they cannot be removed everywhere
-  fs::permissions(beside, fs::perms(0644));
 }
 
 // -------------------------------------------------------------------------------- dialogs
