@@ -1,5 +1,5 @@
 // Fuzzes the wrapping of lines: the input's lines, as a file has them or with a blank behind each,
-// keep their meaning and none stays long that could be broken. Its last two bytes choose width,
+// keep their meaning, and wrapping them again changes nothing. Its last two bytes choose width,
 // unit and blanks.
 #include <cassert>
 #include <cstdint>
