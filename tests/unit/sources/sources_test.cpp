@@ -33,6 +33,7 @@ TEST(ModulDateiLesen, SplitsFilesAndPastedTextsAtTheirLineEnds) {
       {"a\r\nb\r\n", "a |b |", "a |b | |"},
       {"a\rb\r", "a |b |", "a |b | |"},
       {"a\nb\n", "a |b |", "a |b | |"},
+      {"a\n\nb", "a | |b |", "a | |b |"},
       {"a\nb\r\n\nc", "a\nb |\nc |", "ab |c |"},  // where there is a CR, LF alone is no line end
       {"a\r\r\nb", "a | |b |", "a | |b |"},
       {"\r\n\r\n", " | |", " | | |"},
