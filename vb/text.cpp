@@ -25,8 +25,13 @@ std::uint64_t eightBytes(const char* p) {
 std::size_t countHighBytes(std::string_view bytes) {
   std::size_t count = 0, i = 0;
   constexpr std::uint64_t kOnes = 0x0101010101010101;  // times them: all bytes added in the highest
-  for (; bytes.size() - i >= 8; i += 8)
-    count += ((eightBytes(&bytes[i]) & kHighs) >> 7) * kOnes >> 56;
+  while (bytes.size() - i >= 8) {
+    std::uint64_t counts = 0;  // one in each byte, for as many rounds as a byte can count
+    const std::size_t rounds = std::min<std::size_t>((bytes.size() - i) / 8, 31);
+    for (std::size_t round = 0; round < rounds; ++round, i += 8)
+      counts += (eightBytes(bytes.data() + i) & kHighs) >> 7;
+    count += counts * kOnes >> 56;
+  }
   for (; i < bytes.size(); ++i) count += (bytes[i] & 0x80) != 0;
   return count;
 }
@@ -40,40 +45,27 @@ const char* skipAscii(const char* p, const char* end) {
   return p;
 }
 
-// A text that is written from its beginning; its room must be known before.
+// A text that is written from its beginning; `room` is what it will need.
 class Writer {
  public:
-  Writer(Decoded& decoded, std::size_t room) : decoded_(decoded) {
-    decoded.text.resize(room);
-    next_ = decoded.text.data();
-  }
-  ~Writer() { decoded_.text.resize(static_cast<std::size_t>(next_ - decoded_.text.data())); }
-  Writer(const Writer&) = delete;
-  Writer& operator=(const Writer&) = delete;
+  Writer(Decoded& decoded, std::size_t room) : decoded_(decoded) { decoded.text.reserve(room); }
 
   void bytes(const char* p, const char* end) {
-    if (end > p) std::memcpy(next_, p, static_cast<std::size_t>(end - p));
-    next_ += end - p;
+    decoded_.text.append(reinterpret_cast<const char8_t*>(p), static_cast<std::size_t>(end - p));
   }
   void character(char32_t c) {
     const auto trail = [c](unsigned shift) {
       return static_cast<char8_t>(0x80 | (c >> shift & 0x3F));
     };
-    if (c < 0x80) {
-      *next_++ = static_cast<char8_t>(c);
-    } else if (c < 0x800) {
-      *next_++ = static_cast<char8_t>(0xC0 | c >> 6);
-      *next_++ = trail(0);
-    } else if (c < 0x10000) {
-      *next_++ = static_cast<char8_t>(0xE0 | c >> 12);
-      *next_++ = trail(6);
-      *next_++ = trail(0);
-    } else {
-      *next_++ = static_cast<char8_t>(0xF0 | c >> 18);
-      *next_++ = trail(12);
-      *next_++ = trail(6);
-      *next_++ = trail(0);
-    }
+    std::u8string& text = decoded_.text;
+    if (c < 0x80)
+      text += static_cast<char8_t>(c);
+    else if (c < 0x800)
+      text += {static_cast<char8_t>(0xC0 | c >> 6), trail(0)};
+    else if (c < 0x10000)
+      text += {static_cast<char8_t>(0xE0 | c >> 12), trail(6), trail(0)};
+    else
+      text += {static_cast<char8_t>(0xF0 | c >> 18), trail(12), trail(6), trail(0)};
   }
   void replacement(std::size_t count) {
     decoded_.replaced += count;
@@ -82,7 +74,6 @@ class Writer {
 
  private:
   Decoded& decoded_;
-  char8_t* next_;
 };
 
 // The bytes of the UTF-8 sequence at `p`, which is not ASCII; 0 when it is none.
