@@ -39,6 +39,42 @@ void writeTag(Output& out, const Markup::Tag& tag) {
   out.advance(tag.size);
 }
 
+// Appends a literal to what is written at `p`.
+template <std::size_t Size>
+char* put(char* p, const char (&text)[Size]) {
+  std::memcpy(p, text, Size - 1);
+  return p + (Size - 1);
+}
+
+// A line's number, as its id and as a link to itself. (There is one in each line.)
+void writeAnchor(Output& out, std::uint32_t line) {
+  std::array<char, 16> digits;  // copied with what is behind them
+  const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), line).ptr;
+  const auto size = static_cast<std::size_t>(end - digits.data());
+  char* const begin = out.reserve();
+  char* p = put(begin, "<a id=");
+  std::memcpy(p, digits.data(), digits.size());
+  p = put(p + size, " href=#");
+  std::memcpy(p, digits.data(), digits.size());
+  p = put(p + size, "></a>");
+  out.advance(static_cast<std::size_t>(p - begin));
+}
+
+// A marked piece of text of up to a block, at once.
+bool writeShort(Output& out, const Markup::Tag& tag, std::u8string_view text, const char8_t* end) {
+  detail::Block block;
+  if (text.size() > sizeof block || end - text.data() < static_cast<std::ptrdiff_t>(sizeof block))
+    return false;
+  std::memcpy(&block, text.data(), sizeof block);
+  if (detail::firstSpecial(block) < text.size()) return false;
+  char* const begin = out.reserve();
+  std::memcpy(begin, tag.text.data(), sizeof tag.text);
+  std::memcpy(begin + tag.size, &block, sizeof block);
+  char* const p = put(begin + tag.size + text.size(), "</span>");
+  out.advance(static_cast<std::size_t>(p - begin));
+  return true;
+}
+
 }  // namespace
 
 Markup::Markup(const Options& options) {
@@ -84,10 +120,7 @@ void HtmlCode::writeLineNumber() {
     out_ << "<span style=\"" << markup_.lineNumberStyle() << "\">"
          << lineNumber(source_.module, line) << "</span>";
   } else if (own_.prefix().empty()) {
-    std::array<char, 10> digits;
-    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), line).ptr;
-    const std::string_view number(digits.data(), static_cast<std::size_t>(end - digits.data()));
-    out_ << "<a id=" << number << " href=#" << number << "></a>";
+    writeAnchor(out_, line);
   } else {
     out_ << "<a id=\"" << own_.prefix() << line << "\" href=\"#" << own_.prefix() << line
          << "\" data-n=" << line << "></a>";
@@ -131,7 +164,9 @@ void HtmlCode::marked(std::uint32_t token, std::u8string_view text) {
     findMark(token + 1);
     return;
   }
-  writeTag(out_, markup_.open(source_.module.tokens[token].kind));
+  const Markup::Tag& tag = markup_.open(source_.module.tokens[token].kind);
+  if (writeShort(out_, tag, text, end_)) return;
+  writeTag(out_, tag);
   writeHtml(out_, text, end_);
   out_ << "</span>";
 }

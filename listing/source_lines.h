@@ -4,6 +4,8 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -49,27 +51,28 @@ class SourceLines {
     const auto text = [&](std::size_t begin, std::size_t end) {
       return std::u8string_view(module_.text.data() + begin, end - begin);
     };
-    for (;; ++token_) {
-      const vb::Token& token = tokens[token_];
+    for (std::uint32_t i = token_;; ++i) {
+      const vb::Token& token = tokens[i];
+      if (kLooksPlain[static_cast<std::size_t>(token.kind)] && !visitor.isWanted(i)) continue;
       const bool ends = isLineEnd(token.kind);
-      if (!ends && !isMarked(token.kind) && !visitor.isWanted(token_)) continue;
       const std::size_t begin = std::max<std::size_t>(token.begin, at_);
       if (begin > run) visitor.plain(text(run, begin));
       if (token.kind == vb::TokenKind::End || token.kind == vb::TokenKind::LineEnd) {
         const bool hasEnd = token.kind == vb::TokenKind::LineEnd;
-        at_ = hasEnd ? endOf(tokens, token_++) : module_.text.size();
+        at_ = hasEnd ? endOf(tokens, i) : module_.text.size();
+        token_ = hasEnd ? i + 1 : i;
         return hasEnd;
       }
-      const std::size_t end = endOf(tokens, token_);
+      const std::size_t end = endOf(tokens, i);
       const std::size_t lineEnd = canHoldLineEnd(token.kind) ? findLineEnd(begin, end) : end;
       if (ends)
         visitor.plain(text(begin, lineEnd));
       else if (lineEnd > begin)
-        visitor.marked(token_, text(begin, lineEnd));
+        visitor.marked(i, text(begin, lineEnd));
       run = end;
       if (lineEnd == end) continue;
       at_ = behindLineEnd(lineEnd);
-      if (at_ == end) ++token_;
+      token_ = at_ == end ? i + 1 : i;
       return true;
     }
   }
@@ -88,6 +91,16 @@ class SourceLines {
     return kind == vb::TokenKind::LineEnd || kind == vb::TokenKind::Continuation ||
            kind == vb::TokenKind::End;
   }
+  // By kind: whether a token is passed over that is not wanted.
+  static constexpr auto kLooksPlain = [] {
+    std::array<bool, static_cast<std::size_t>(vb::TokenKind::End) + 1> plain{};
+    for (std::size_t i = 0; i < plain.size(); ++i) {
+      const auto kind = static_cast<vb::TokenKind>(i);
+      plain[i] = !isMarked(kind) && kind != vb::TokenKind::LineEnd &&
+                 kind != vb::TokenKind::Continuation && kind != vb::TokenKind::End;
+    }
+    return plain;
+  }();
   static bool canHoldLineEnd(vb::TokenKind kind) {
     return kind == vb::TokenKind::Comment || kind == vb::TokenKind::Continuation;
   }
