@@ -54,6 +54,7 @@ inline std::uint64_t loadTail(const char8_t* text, std::size_t size) {
 }
 
 bool equalByCharacters(std::u8string_view a, std::u8string_view b);
+std::uint32_t hashByCharacters(std::u8string_view text, std::uint64_t asItIs);
 
 inline std::uint64_t mix(std::uint64_t hash, std::uint64_t characters) {
   hash = (hash ^ foldAscii(characters)) * 0x9E3779B97F4A7C15;
@@ -90,10 +91,7 @@ inline std::uint32_t foldedHash(std::u8string_view text) {
     all |= folding::loadTail(p, left);
     hash = folding::mix(hash, folding::loadTail(p, left));
   }
-  if ((all & folding::kHighBits) != 0) {
-    const std::u8string lower = folded(text);
-    if (lower != text) return foldedHash(lower);
-  }
+  if ((all & folding::kHighBits) != 0) return folding::hashByCharacters(text, hash);
   return static_cast<std::uint32_t>(hash);
 }
 

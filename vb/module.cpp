@@ -22,7 +22,7 @@ Module readModule(std::u8string text, std::u8string name, ModuleKind kind, const
   return module;
 }
 
-std::u8string_view plainName(std::u8string_view token) {
+std::u8string_view nameInMarks(std::u8string_view token) {
   if (token.starts_with(u8'[')) {
     token.remove_prefix(1);
     if (token.ends_with(u8']')) token.remove_suffix(1);

@@ -106,6 +106,11 @@ struct Module {
 Module readModule(std::u8string text, std::u8string name, ModuleKind kind, const WordLists& words);
 
 // The name that a token holds, without type suffix and brackets.
-std::u8string_view plainName(std::u8string_view token);
+std::u8string_view nameInMarks(std::u8string_view token);
+inline std::u8string_view plainName(std::u8string_view token) {
+  const bool marked = token.empty() || token.front() == u8'[' || token.back() < u8'0' ||
+                      token.back() == u8'@' || token.back() == u8'^';  // the other marks
+  return marked ? nameInMarks(token) : token;
+}
 
 }  // namespace tintline::vb

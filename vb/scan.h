@@ -109,6 +109,9 @@ std::size_t characterLength(const char8_t* p, const char8_t* end);
 
 // The end of the blanks at `p`, U+3000 being one.
 inline const char8_t* skipBlanks(const char8_t* p, const char8_t* end) {
+  const auto isOther = [](char8_t byte) { return byte > u8' ' && byte < 0x80; };
+  if (p < end && isOther(*p)) return p;  // no blank or one, mostly
+  if (end - p > 1 && *p == u8' ' && isOther(p[1])) return p + 1;
   for (; end - p >= 8; p += 8) {  // spaces first, as an indentation has them
     std::uint64_t eight;
     std::memcpy(&eight, p, 8);

@@ -91,13 +91,26 @@ class TokenCursor {
   // To the end of the statement: most tokens of a module are passed here, none of which ends a
   // line but continuations.
   void skipStatement() {
-    for (; !atStatementEnd(); ++at_) {
-      if (kind() == TokenKind::Continuation) {
-        ++line_;
-      } else if (kind() != TokenKind::Blank) {
-        behindLast_ = at_ + 1;
-        lastLine_ = line_;
+    for (;; ++at_) {
+      const Token token = tokens_[at_];
+      switch (token.kind) {
+        case TokenKind::LineEnd:
+        case TokenKind::Comment:
+        case TokenKind::End:
+          return;
+        case TokenKind::Continuation:
+          ++line_;
+          continue;
+        case TokenKind::Blank:
+          continue;
+        case TokenKind::Punctuation:
+          if (text_[token.begin] == u8':') return;
+          break;
+        default:
+          if (token.word == Word::Then || token.word == Word::Else) return;
       }
+      behindLast_ = at_ + 1;
+      lastLine_ = line_;
     }
   }
 
