@@ -229,7 +229,8 @@ OfficeObjectPtr addDocument(FakeHost& host) {
     return [&, path](Arguments) { return makePart(host, document, path); };
   };
   const auto insert = [&](Arguments arguments) {
-    document.inserted = readFile(pathFromText(text(arguments[0])));
+    document.insertedPath = text(arguments[0]);
+    document.inserted = readFile(pathFromText(document.insertedPath));
     return OfficeValue();
   };
   const auto content = [&host, &document, insert, font = part(L"Content.Font.")](Arguments) {

@@ -35,7 +35,8 @@ struct FakeProject {
 
 // A document that was added, and what became of it.
 struct FakeDocument {
-  std::string inserted;                             // the bytes of the inserted file
+  std::wstring insertedPath;                        // of the inserted file
+  std::string inserted;                             // its bytes
   std::map<std::wstring, std::wstring> properties;  // "Content.NoProofing" is "True"
   bool closed = false;
 };

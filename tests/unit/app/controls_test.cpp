@@ -15,40 +15,47 @@
 namespace tintline::test {
 namespace {
 
-class TestForm final : public Form {
- public:
-  TestForm() {
-    makeView = [this] { return std::make_unique<Window>(*this); };
-  }
+// What a form tells; it outlives the form, whose last window goes with it.
+struct Told {
   std::string events;
   int windows = 0;  // that are alive
+};
+
+class TestForm final : public Form {
+ public:
+  explicit TestForm(Told& told) : told_(told) {
+    makeView = [this] { return std::make_unique<Window>(*this, told_); };
+  }
 
  private:
   struct Window final : FormView {
-    explicit Window(TestForm& ofForm) : form(ofForm) { ++form.windows; }
-    ~Window() override { --form.windows; }
-    void show() override { form.events += "show "; }
-    void close() override { form.events += "close "; }
+    Window(Form& ofForm, Told& toTell) : form(ofForm), told(toTell) { ++told.windows; }
+    ~Window() override { --told.windows; }
+    void show() override { told.events += "show "; }
+    void close() override { told.events += "close "; }
     void runModal() override {
-      form.events += "modal ";
+      told.events += "modal ";
       form.Unload();
-      EXPECT_EQ(form.windows, 1) << "a window outlives the event in which it is closed";
+      EXPECT_EQ(told.windows, 1) << "a window outlives the event in which it is closed";
     }
-    TestForm& form;
+    Form& form;
+    Told& told;
   };
-  void Form_Load() override { events += "load "; }
+  void Form_Load() override { told_.events += "load "; }
   void Form_Unload() override {
-    events += "unload ";
+    told_.events += "unload ";
     Unload();  // as when the form ends the program, which unloads every form
   }
+  Told& told_;
 };
 
 TEST(Form, IsLoadedOnceHoweverOftenItIsShownAndHoweverItEnds) {
-  TestForm form;
+  Told told;
+  TestForm form(told);
   for (const auto act : {&Form::Unload, &Form::Load, &Form::Unload, &Form::Show, &Form::Show,
                          &Form::Unload, &Form::Unload, &Form::ShowModal, &Form::ShowModal})
     (form.*act)();
-  EXPECT_EQ(form.events,
+  EXPECT_EQ(told.events,
             "load unload load show show unload close load modal unload close "
             "load modal unload close ");
   EXPECT_FALSE(form.isLoaded() || form.isShown());
