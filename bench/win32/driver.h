@@ -21,7 +21,7 @@ namespace tintline::test {
 
 using namespace std::chrono_literals;
 
-inline constexpr std::chrono::milliseconds kPatience = 10s;  // for a step of the program
+inline constexpr std::chrono::milliseconds kPatience = 20s;  // for a step of the program
 
 // What was waited for did not happen.
 struct Failure : std::runtime_error {

@@ -30,8 +30,10 @@ ControlledServer::ControlledServer(const fs::path& folder, const std::wstring& p
 }
 
 ControlledServer::~ControlledServer() {
-  if (running()) command(L"quit");
-  ends();
+  try {
+    if (running()) command(L"quit");
+  } catch (const Failure&) {  // it has just ended
+  }
 }
 
 void ControlledServer::write(const std::wstring& file, std::string_view text) const {
@@ -55,6 +57,7 @@ bool ControlledServer::running() const { return FindWindowW(name_.c_str(), nullp
 
 void ControlledServer::command(const std::wstring& lines) const {
   Window(FindWindowW(name_.c_str(), nullptr)).setText(lines);
+  if (lines == L"quit" && !ends()) throw Failure("the server does not end");
 }
 
 std::wstring ControlledServer::status() const {

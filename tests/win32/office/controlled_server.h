@@ -24,7 +24,7 @@ class ControlledServer {
 
   void start() const;  // as the user does
   bool running() const;
-  void command(const std::wstring& lines) const;  // to the running one
+  void command(const std::wstring& lines) const;  // to the running one; "quit" waits for its end
 
   // What the running one tells, and a number of it.
   std::wstring status() const;

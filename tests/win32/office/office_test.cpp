@@ -300,7 +300,6 @@ TEST_F(office_program, escape_ends_a_slow_walk_and_closing_waits_for_nobody) {
   EXPECT_FALSE(messageIsShown());
   main().run(Command::mnutrennen);
   hosts.word.command(L"quit");
-  hosts.word.ends();
   main().run(Command::mnuword);  // starts it
   hosts.word.command(L"busy 100000 80010001");
   main().window().post(WM_CLOSE);
