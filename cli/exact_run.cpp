@@ -8,7 +8,6 @@
 #include <mutex>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "base/codepage.h"
@@ -17,9 +16,6 @@
 
 namespace tintline {
 namespace {
-
-// What a module is called that comes from the standard input and does not tell its name itself.
-constexpr const char* kStandardName = "stdin";
 
 // Modules of a project are kept between its two passes while they need no more memory than this
 // times the size of all sources and some room beside it; the others are read once more.
@@ -59,12 +55,6 @@ bool linksPages(Format format, const listing::Options& options) {
          (format == Format::Page || format == Format::Body || format == Format::Json);
 }
 
-// The file that names a module.
-std::filesystem::path sourceName(const Task& task) {
-  return task.input == kStandardStream ? std::filesystem::path(kStandardName)
-                                       : argumentPath(task.input).filename();
-}
-
 // A module of a project between its two passes.
 struct Member {
   std::size_t task;
@@ -72,6 +62,9 @@ struct Member {
   std::optional<std::uint32_t> index{};  // in the project; none: it could not be read
   std::size_t hash = 0;
 };
+
+// The identity of the folder that modules lie in, and that of their pages.
+using Folders = std::pair<std::filesystem::path::string_type, std::filesystem::path>;
 
 class ExactRun {
  public:
@@ -89,13 +82,13 @@ class ExactRun {
   void run() {
     if (options_.outputDir.empty() && tasks_.size() > 1) return writeOneDocument();
     if (tasks_.size() == 1 || !linksPages(options_.format, listing_)) return convertAlone();
-    for (const auto& [folder, members] : folders()) convertProject(members);
+    for (const auto& [folders, members] : projects()) convertProject(members);
   }
 
  private:
   vb::Module read(const Task& task) const {
     vb::Module module =
-        readExact(readInput(task, surroundings_), sourceName(task), words_, passes_);
+        readExact(readInput(task, surroundings_), task.input.place.filename(), words_, passes_);
     checkLines(options_.lines, module.lines);
     return module;
   }
@@ -118,21 +111,17 @@ class ExactRun {
   Outcome write(const Task& task, const ExactProject& project, const vb::Module& module,
                 std::uint32_t index) const {
     writeTarget(task, surroundings_, [&](std::ostream& out) {
-      project.write(module, index, exactText(pathText(sourceName(task))), out);
+      project.write(module, index, exactText(pathText(task.input.place.filename())), out);
     });
     return {.failure = {}, .warning = {}, .sourceLines = module.lines};
   }
 
-  // The inputs of each folder, by its name.
-  std::map<std::filesystem::path, std::vector<Member>> folders() const {
-    std::map<std::filesystem::path, std::vector<Member>> result;
-    for (std::size_t i = 0; i < tasks_.size(); ++i) {
-      std::error_code none;
-      const std::filesystem::path file = argumentPath(tasks_[i].input);
-      const auto folder = std::filesystem::weakly_canonical(
-          file.parent_path().empty() ? std::filesystem::path(".") : file.parent_path(), none);
-      result[folder].push_back({.task = i, .module = {}});
-    }
+  // Modules of one folder, whose pages lie in one folder as well, are a project.
+  std::map<Folders, std::vector<Member>> projects() const {
+    std::map<Folders, std::vector<Member>> result;
+    for (std::size_t i = 0; i < tasks_.size(); ++i)
+      result[{tasks_[i].input.folder, tasks_[i].target.parent_path()}].push_back(
+          {.task = i, .module = {}});
     return result;
   }
 
@@ -141,7 +130,7 @@ class ExactRun {
     std::size_t room = kKeptBeside;
     for (const Member& member : members)
       room += static_cast<std::size_t>(kKeptPerSource *
-                                       static_cast<double>(tasks_[member.task].source.size));
+                                       static_cast<double>(tasks_[member.task].input.file.size));
     std::mutex mutex;  // guards what follows, and the project
     std::vector<bool> read(members.size());
     std::size_t next = 0;  // all in front of it are in the project
@@ -163,7 +152,7 @@ class ExactRun {
     const Task& task = tasks_[member.task];
     member.index = project.add(*member.module, task.target.filename());
     const std::size_t memory = memoryOf(*member.module);
-    const bool readable = !task.source.identity.empty();  // a second time
+    const bool readable = task.input.file.kind == FoundFile::Kind::File;  // a second time
     if (readable && memory > room) {
       member.hash = hashOf(*member.module);
       member.module.reset();
@@ -228,7 +217,8 @@ class ExactRun {
   // That of the output, else of the first module.
   static std::u8string documentTitle(const Task& first, std::size_t modules) {
     if (!first.target.empty()) return exactText(pathText(first.target.stem()));
-    return exactText(pathText(sourceName(first)) + L" + " + std::to_wstring(modules - 1));
+    const std::wstring name = pathText(first.input.place.filename());
+    return exactText(modules == 1 ? name : name + L" + " + std::to_wstring(modules - 1));
   }
 
   const std::vector<Task>& tasks_;

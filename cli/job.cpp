@@ -14,11 +14,21 @@
 #include "base/file.h"
 
 namespace tintline {
+namespace {
+
+void makeFolderOf(const std::filesystem::path& target) {
+  if (!target.has_parent_path()) return;
+  std::error_code failure;
+  std::filesystem::create_directories(target.parent_path(), failure);
+  if (failure) throw FileError(target, failure);
+}
+
+}  // namespace
 
 std::string readInput(const Task& task, const Surroundings& surroundings) {
+  if (!task.input.failure.empty()) throw JobError(task.input.failure);
   try {
-    return task.input == kStandardStream ? surroundings.readInput()
-                                         : readFile(argumentPath(task.input));
+    return isStandardInput(task.input) ? surroundings.readInput() : readFile(task.input.path);
   } catch (const FileError& error) {
     throw JobError(reasonText(error.reason()));
   }
@@ -32,6 +42,7 @@ void writeTarget(const Task& task, const Surroundings& surroundings,
       surroundings.output.flush();
       return;
     }
+    makeFolderOf(task.target);
     AtomicFile file(task.target);
     write(file.stream());
     file.commit();
@@ -82,7 +93,7 @@ std::vector<std::size_t> workOrder(const std::vector<Task>& tasks, std::size_t j
   std::iota(order.begin(), order.end(), std::size_t{0});
   if (jobs > 1)
     std::stable_sort(order.begin(), order.end(), [&tasks](std::size_t left, std::size_t right) {
-      return tasks[left].source.size > tasks[right].source.size;
+      return tasks[left].input.file.size > tasks[right].input.file.size;
     });
   return order;
 }

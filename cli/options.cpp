@@ -150,13 +150,14 @@ struct OptionRow {
 
 constexpr OptionRow kOptions[] = {
     {"output", 'o', L"DATEI", L"",
-     L"schreibt das Ergebnis in DATEI\n"
-     L"(ohne -o und -d auf die Standardausgabe)",
+     L"schreibt das Ergebnis in DATEI; ihr Ordner wird bei\n"
+     L"Bedarf angelegt (ohne -o und -d: Standardausgabe)",
      storeText<&Options::output>},
     {"output-dir", 'd', L"ORDNER", L"",
-     L"schreibt je Eingabe eine Datei gleichen Namens\n"
+     L"schreibt je Modul eine Datei gleichen Namens\n"
      L"(.htm, .rtf, .md, .json) nach ORDNER, der bei\n"
-     L"Bedarf angelegt wird",
+     L"Bedarf angelegt wird; Form1.frm und Form1.cls\n"
+     L"werden zu Form1.frm.htm und Form1.cls.htm",
      storeText<&Options::outputDir>},
     {"mode", 0, L"MODUS", L"exact oder classic",
      L"exact: genau, liest den Code, wie die Sprache ihn\n"
@@ -234,10 +235,11 @@ constexpr OptionRow kOptions[] = {
 constexpr std::wstring_view kHelpHead =
     L"Macht aus Visual-Basic- und VBA-Quelltext farbige, verlinkte Seiten.\n"
     L"\n"
-    L"Aufruf: tintline [OPTIONEN] DATEI...\n"
+    L"Aufruf: tintline [OPTIONEN] DATEI|ORDNER...\n"
     L"\n"
-    L"DATEI ist eine Moduldatei (.bas, .frm, .cls) oder - für die Standardeingabe.\n"
-    L"Ohne -d werden mehrere Dateien ein Dokument (nur genau).\n"
+    L"DATEI ist eine Moduldatei oder - für die Standardeingabe. Von einem ORDNER\n"
+    L"werden alle Moduldateien gelesen (.bas .cls .frm .ctl .pag .dob .dsr), auch in\n"
+    L"den Ordnern darin. Ohne -d werden mehrere Module ein Dokument (nur genau).\n"
     L"\n"
     L"Optionen:\n";
 
@@ -245,7 +247,7 @@ constexpr std::wstring_view kHelpFoot =
     L"\n"
     L"Beispiele:\n"
     L"  tintline -o Modul1.htm Modul1.bas\n"
-    L"  tintline -n -d html *.bas *.cls *.frm\n"
+    L"  tintline -n -d html Projekt\n"
     L"  tintline --format body --style inline --lines 10-42 Modul1.bas\n"
     L"  tintline --mode classic -o Modul1.htm Modul1.bas\n"
     L"\n"

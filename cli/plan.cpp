@@ -3,7 +3,9 @@
 #include "cli/plan.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
+#include <utility>
 
 #include "base/codepage.h"
 
@@ -29,56 +31,80 @@ void checkMode(const Options& options) {
   if (options.theme) lacks(L"--theme", other);
 }
 
-void checkCombination(const Options& options) {
+void checkOptions(const Options& options) {
   if (options.inputs.empty()) throw UsageError(L"es ist keine Datei angegeben");
   checkMode(options);
   if (!options.output.empty() && !options.outputDir.empty())
     throw UsageError(L"--output und --output-dir gehen nicht zusammen");
-  if (options.inputs.size() > 1 && options.outputDir.empty() && options.mode == Mode::Classic)
-    throw UsageError(L"mehrere Dateien brauchen mit --mode classic --output-dir");
   const auto standardInputs = std::ranges::count(options.inputs, kStandardStream);
   if (standardInputs > 0 && !options.outputDir.empty())
     throw UsageError(L"die Standardeingabe (-) hat keinen Namen für --output-dir");
   if (standardInputs > 1) throw UsageError(L"die Standardeingabe (-) lässt sich nur einmal lesen");
 }
 
-std::filesystem::path targetOf(const std::string& input, const Options& options) {
-  if (!options.outputDir.empty())
-    return argumentPath(options.outputDir) /
-           argumentPath(input).filename().replace_extension(extensionOf(options.format));
-  return options.output == kStandardStream ? std::filesystem::path() : argumentPath(options.output);
+enum class Name : std::uint8_t { Short, Long };  // Modul1.htm, Modul1.bas.htm
+
+std::filesystem::path targetOf(const Input& input, const Options& options, Name name) {
+  if (options.outputDir.empty())
+    return options.output == kStandardStream ? std::filesystem::path()
+                                             : argumentPath(options.output);
+  std::filesystem::path target = argumentPath(options.outputDir) / input.place;
+  if (name == Name::Short) target.replace_extension();
+  return target += extensionOf(options.format);
 }
 
-// What does not exist, as a pattern that fits no file, fails by itself.
-void checkTargetsDiffer(const std::vector<Task>& tasks) {
-  std::map<std::filesystem::path::string_type, const Task*> known;
-  std::error_code none;
-  for (const Task& task : tasks) {
-    if (!std::filesystem::exists(argumentPath(task.input), none)) continue;
-    const auto [other, isNew] = known.emplace(fileNameKey(task.target), &task);
-    if (!isNew)
-      throw UsageError(inputName(*other->second) + L" und " + inputName(task) + L" ergäben beide " +
-                       targetName(task) +
-                       (task.target == other->second->target
-                            ? L""
-                            : L", wo Groß- und Kleinschreibung nicht zählt"));
+// The tasks of each target, where case does not count. What does not exist, as a pattern that fits
+// no file, has none.
+std::map<std::filesystem::path::string_type, std::vector<Task*>> byTarget(
+    std::vector<Task>& tasks) {
+  std::map<std::filesystem::path::string_type, std::vector<Task*>> result;
+  for (Task& task : tasks)
+    if (task.input.file.kind != FoundFile::Kind::Nothing)
+      result[fileNameKey(task.target)].push_back(&task);
+  return result;
+}
+
+// Gives all tasks whose targets meet long names, which can meet the short names of others. Each
+// gets one once at most, and a chain of such meetings is no longer than a name.
+void lengthenNames(std::vector<Task>& tasks, const Options& options) {
+  for (bool again = true; again;) {
+    again = false;
+    for (const auto& [key, meeting] : byTarget(tasks)) {
+      if (meeting.size() == 1) continue;
+      for (Task* task : meeting) {
+        std::filesystem::path target = targetOf(task->input, options, Name::Long);
+        again = again || target != task->target;
+        task->target = std::move(target);
+      }
+    }
+  }
+}
+
+void refuseSameTargets(std::vector<Task>& tasks) {
+  for (const auto& [key, meeting] : byTarget(tasks)) {
+    if (meeting.size() == 1) continue;
+    for (Task* task : meeting) {
+      const Task& other = *meeting[task == meeting[0] ? 1 : 0];
+      task->input.failure =
+          targetName(*task) + L" entstünde auch aus " + inputName(other) +
+          (task->target == other.target ? L"" : L", da Groß- und Kleinschreibung nicht zählt");
+    }
   }
 }
 
 // The file that an argument names; none for an argument that is not given.
-ExistingFile sourceOf(const std::string& argument) {
-  if (argument.empty() || argument == kStandardStream) return {};
-  return existingFile(argumentPath(argument));
+FoundFile fileOf(const std::string& argument) {
+  return argument.empty() ? FoundFile() : findFile(argumentPath(argument));
 }
 
 void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options& options) {
   FileNames read;
-  for (const Task& task : tasks) read[task.source.identity] = inputName(task);
+  for (const Task& task : tasks) read[task.input.file.identity] = inputName(task);
   for (const std::string& argument : {options.keywords, options.settings})
-    read[sourceOf(argument).identity] = argumentText(argument);
+    read[fileOf(argument).identity] = argumentText(argument);
   read.erase(FileNames::key_type());  // of what is no file
   for (const Task& task : tasks) {
-    const auto found = read.find(existingFile(task.target).identity);
+    const auto found = read.find(findFile(task.target).identity);
     if (found != read.end())
       throw UsageError(L"die Ausgabe " + targetName(task) + L" würde " + found->second +
                        L" überschreiben");
@@ -87,21 +113,26 @@ void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options
 
 }  // namespace
 
-std::vector<Task> planTasks(const Options& options) {
-  checkCombination(options);
+std::vector<Task> planTasks(const Options& options, std::vector<Input> modules) {
+  checkOptions(options);
+  if (modules.size() > 1 && options.outputDir.empty() && options.mode == Mode::Classic)
+    throw UsageError(L"mehrere Dateien brauchen mit --mode classic --output-dir");
   std::vector<Task> tasks;
-  for (const std::string& input : options.inputs)
-    tasks.push_back(
-        {.input = input, .source = sourceOf(input), .target = targetOf(input, options)});
-  if (!tasks.front().target.empty()) {
-    if (!options.outputDir.empty()) checkTargetsDiffer(tasks);
-    checkNothingReadIsOverwritten(tasks, options);
+  for (Input& input : modules) {
+    std::filesystem::path target = targetOf(input, options, Name::Short);
+    tasks.push_back({.input = std::move(input), .target = std::move(target)});
   }
+  if (!options.outputDir.empty()) {
+    lengthenNames(tasks, options);
+    refuseSameTargets(tasks);
+  }
+  if (!tasks.empty() && !tasks.front().target.empty())
+    checkNothingReadIsOverwritten(tasks, options);
   return tasks;
 }
 
 std::wstring inputName(const Task& task) {
-  return task.input == kStandardStream ? L"Standardeingabe" : argumentText(task.input);
+  return isStandardInput(task.input) ? L"Standardeingabe" : pathText(task.input.path);
 }
 
 std::wstring targetName(const Task& task) {

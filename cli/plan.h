@@ -1,4 +1,4 @@
-// Which input goes where, decided and checked before anything is written.
+// Which module goes where, decided and checked before anything is written.
 //
 // Tested by tests/cli/run.py.
 #pragma once
@@ -7,20 +7,21 @@
 #include <string>
 #include <vector>
 
+#include "cli/inputs.h"
 #include "cli/options.h"
-#include "cli/platform.h"
 
 namespace tintline {
 
 struct Task {
-  std::string input;             // as given
-  ExistingFile source;           // the file behind the input, when there is one
+  Input input;
   std::filesystem::path target;  // empty: the standard output
 };
 
-// One task an input, in the order given. Throws UsageError when a result would
-// be lost: no place for it, the place of another one, or of something that is read.
-std::vector<Task> planTasks(const Options& options);
+// One task a module, in the order given. Below an output folder a target is called like its
+// source, and with the source's ending in front of its own where two would have the same name; what
+// still has is a failure. Throws UsageError when the options do not fit together, or a result would
+// take the place of something that is read.
+std::vector<Task> planTasks(const Options& options, std::vector<Input> modules);
 
 // An input or a target as the user reads it.
 std::wstring inputName(const Task& task);

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 
 namespace tintline {
 
@@ -42,13 +43,24 @@ std::filesystem::path programFolder();
 // file.
 std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path);
 
-struct ExistingFile {
-  std::filesystem::path::string_type identity;  // equal for all ways to the same file
-  std::uintmax_t size = 0;                      // bytes
+// The same for names that the system's own file systems take for the same file.
+std::filesystem::path::string_type nameIdentity(const std::filesystem::path& name);
+
+struct FoundFile {
+  enum class Kind : std::uint8_t { Nothing, File, Folder, Other };  // (a device, a pipe)
+  Kind kind = Kind::Nothing;
+  std::filesystem::path::string_type identity{};  // of files and folders: equal for all ways there
+  std::uintmax_t size = 0;                        // of a file, in bytes
+  std::error_code failure{};                      // why nothing is found
 };
 
-// The regular file that a path leads to. Anything else has an empty identity: a
-// device can be read and written at once.
-ExistingFile existingFile(const std::filesystem::path& path);
+// What a path leads to.
+FoundFile findFile(const std::filesystem::path& path);
+
+// Whether a file or folder is one that its user does not see everywhere (".git").
+bool isHidden(const std::filesystem::path& path);
+
+// Whether a path that leads to a folder is a link to it, which can lead in a circle.
+bool isFolderLink(const std::filesystem::path& path);
 
 }  // namespace tintline

@@ -7,17 +7,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cwctype>
 #include <system_error>
 #include <thread>
 
 #include "base/codepage.h"
 #include "cli/platform.h"
+#include "vb/fold.h"
 
 namespace tintline {
 namespace {
@@ -87,22 +86,33 @@ std::filesystem::path programFolder() {
 }
 
 std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path) {
-  constexpr auto upper = [](wchar_t c) {
-    const bool latin = c >= L'à' && c <= L'þ' && c != L'÷';
-    return latin || (c >= L'a' && c <= L'z') ? static_cast<wchar_t>(c - 0x20)
-                                             : static_cast<wchar_t>(std::towupper(c));
-  };
-  std::wstring key = fromUtf8(path.native());
-  if (toUtf8(key) != path.native()) return path.native();  // no text
-  std::ranges::transform(key, key.begin(), upper);
-  return toUtf8(key);
+  const std::u8string key = vb::folded(path.u8string());
+  return {key.begin(), key.end()};
 }
 
-ExistingFile existingFile(const std::filesystem::path& path) {
+std::filesystem::path::string_type nameIdentity(const std::filesystem::path& name) {
+  return name.native();
+}
+
+FoundFile findFile(const std::filesystem::path& path) {
+  using enum FoundFile::Kind;
   struct stat status {};
-  if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-  return {.identity = std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino),
-          .size = static_cast<std::uintmax_t>(status.st_size)};
+  if (::stat(path.c_str(), &status) != 0)
+    return {.failure = std::error_code(errno, std::generic_category())};
+  const bool isFile = S_ISREG(status.st_mode), isFolder = S_ISDIR(status.st_mode);
+  if (!isFile && !isFolder) return {.kind = Other};
+  return {.kind = isFile ? File : Folder,
+          .identity = std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino),
+          .size = isFile ? static_cast<std::uintmax_t>(status.st_size) : 0};
+}
+
+bool isHidden(const std::filesystem::path& path) {
+  return path.filename().native().starts_with('.');
+}
+
+bool isFolderLink(const std::filesystem::path& path) {
+  std::error_code none;
+  return std::filesystem::is_symlink(std::filesystem::symlink_status(path, none));
 }
 
 }  // namespace tintline

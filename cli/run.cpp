@@ -8,6 +8,7 @@
 #include "base/file.h"
 #include "cli/classic_run.h"
 #include "cli/exact_run.h"
+#include "cli/inputs.h"
 #include "cli/plan.h"
 #include "cli/report.h"
 #include "cli/settings.h"
@@ -25,7 +26,7 @@ std::vector<std::wstring> inputNames(const std::vector<Task>& tasks) {
 }  // namespace
 
 ExitCode run(const Options& options, const Surroundings& surroundings) {
-  const std::vector<Task> tasks = planTasks(options);
+  const std::vector<Task> tasks = planTasks(options, collectInputs(options).modules);
   const Settings settings = loadSettings(options, surroundings);
   if (!options.outputDir.empty()) {
     std::error_code failure;

@@ -79,10 +79,7 @@ def wrong_usage_is_explained_and_writes_nothing(box):
         (("-o", "a.htm", "a.bas", "a.htm"), "die Ausgabe a.htm würde a.htm überschreiben"),
         (("-o", "x.htm", "-d", "out", "a.bas"), "--output und --output-dir"),
         (("-d", "out", "a.bas", "-"), "die Standardeingabe (-) hat keinen Namen"),
-        (("-d", "out", "a.bas", "sub/a.cls"), "a.bas und sub/a.cls ergäben beide out"),
-        (("-d", "out", "a.bas", "a.bas"), "a.bas und a.bas ergäben beide out"),
-        (("-d", "out", "a.bas", os.path.join("sub", "A.BAS")),
-         "wo Groß- und Kleinschreibung nicht zählt"),
+        ((CLASSIC, "sub"), "mehrere Dateien brauchen mit --mode classic --output-dir"),
         (("--keywords", "no.ini", "-d", "out", "a.bas"), "no.ini: Datei nicht gefunden"),
         (("--settings", "sub", "-d", "out", "a.bas"), "sub: ist ein Ordner"),
         # nothing that is read is overwritten
@@ -166,19 +163,59 @@ def every_input_gets_its_file(box):
 
 
 @test
+def folders_are_inputs(box):
+    for name in ("in/Z.bas", "in/b/Y.FRM", "in/b/y.frx", "in/a/c/X.dsr", "in/a/c/text.txt",
+                 "in/.git/hidden.bas", "in/a/._X.bas", "in/out/old.bas", "other/W.pag"):
+        box.put(name)
+    (box.folder / "empty").mkdir()
+    if not box.windows:
+        os.symlink("..", box.folder / "in/b/circle")
+        os.symlink("../../other/W.pag", box.folder / "in/b/V.pag")
+        os.mkfifo(box.folder / "in/b/pipe.bas")
+    pages = ["Z.htm", "a/c/X.htm", "b/Y.htm", "out/old.htm"] + ["b/V.htm"] * (not box.windows)
+    box.run("-d", "1", "in", "empty", "./in/Z.bas", "in/../in/Z.bas")
+    equal(box.names("1"), sorted(pages))
+    box.run("-d", "in/out", "in/", "in/b", "other")
+    pages[3] = "old.bas"
+    equal(box.names("in/out"), sorted([*pages, "W.htm"]))
+    modules = [json.loads(line)["name"] for line in box.run("--format=json", "in/a", "other").splitlines()]
+    equal(modules, ["Kasse"] * 2)
+    box.run("-d", "2", "empty", "in/b/y.frx", code=1,
+            err=["empty: enthält keine Moduldateien", "y.frx: ist keine Moduldatei"])
+    if box.windows or not os.geteuid():
+        return
+    (box.folder / "in/b").chmod(0)
+    box.run("-d", "3", "in", code=1, err="in/b: Zugriff verweigert")
+    equal(box.names("3"), ["Z.htm", "a/c/X.htm"])
+
+
+@test
+def names_that_clash_get_their_endings(box):
+    names = {"Form.frm": "Form.frm.htm", "FORM.cls": "FORM.cls.htm", "other/Form.frm.bas": "Form.frm.bas.htm",
+             "ohne": "ohne.htm", "ohne.bas": "ohne.bas.htm", "Än.bas": "Än.bas.htm",
+             "än.ctl": "än.ctl.htm", "ж.bas": "ж.bas.htm", "Ж.cls": "Ж.cls.htm", "Form1.frm": "Form1.htm"}
+    fail = ["other/a.BAS", "sub/A.bas"]
+    for name in (*names, *fail):
+        box.put(name)
+    for number, order in enumerate((sorted, lambda names: sorted(names, reverse=True))):
+        told = [name + ": out" for name in order(fail)]
+        box.run("-d", f"out{number}", *order([*names, *fail, "no.frm"]), code=1,
+                err=order(["no.frm: Datei nicht gefunden", *told]))
+        equal(box.names(f"out{number}"), sorted(names.values()))
+
+
+@test
 def failures_come_in_order_whatever_the_number_of_jobs(box):
     names = [box.put(f"{i:02}.bas", MODULE * (1 + i % 5)) for i in range(40)]
     box.put("03.bas", b"x\r\n" * 32768)
     box.put("10.bas", b"x\r\n")
     (box.folder / "20.bas").unlink()
-    (box.folder / "30.bas").unlink()
-    (box.folder / "30.bas").mkdir()
     for jobs in ("1", "2", "64"):
         box.run(CLASSIC, "--jobs", jobs, "--lines=2", "-d", "out" + jobs, *names, "*.cls", code=1, err=[
             "03.bas: mehr als 32767 Zeilen",
             "10.bas: --lines reicht über das Ende hinaus, letzte Zeile ist 1",
-            "20.bas: Datei nicht gefunden", "30.bas: ist ein Ordner", "*.cls: Datei nicht gefunden"])
-        equal(len(box.names("out" + jobs)), 36)
+            "20.bas: Datei nicht gefunden", "*.cls: Datei nicht gefunden"])
+        equal(len(box.names("out" + jobs)), 37)
     for name in box.names("out1"):
         equal(len({box.get(f"out{jobs}/{name}") for jobs in (1, 2, 64)}), 1)
 
@@ -302,7 +339,7 @@ def targets_are_replaced_whole_or_not_at_all(box):
     box.put("out.htm", b"old")
     (box.folder / "folder").mkdir()
     before = box.names()
-    cases = [(("-o", "no/x.htm"), "no/x.htm kann nicht geschrieben werden: Ordner nicht gefunden"),
+    cases = [(("-o", "out.htm/x.htm"), "x.htm kann nicht geschrieben werden: Ordner nicht gefunden"),
              (("-o", "folder"), "folder kann nicht geschrieben werden: ist ein Ordner"),
              (("-d", "out.htm"), "out.htm: "), (("-d", "out.htm/out"), "out.htm/out: ")]
     for arguments, text in cases:
@@ -310,6 +347,8 @@ def targets_are_replaced_whole_or_not_at_all(box):
     equal((box.names(), box.get("out.htm")), (before, b"old"))
     equal(box.run("-o", "out.htm", "a.bas"), b"")
     equal(box.get("out.htm"), box.run("-o", "-", "a.bas"))
+    box.run("-o", "new/folder/x.htm", "a.bas")
+    equal(box.get("new/folder/x.htm"), box.get("out.htm"))
 
 
 @test

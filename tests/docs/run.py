@@ -34,6 +34,9 @@ def run_command(line, program, scratch):
     words = shlex.split(line, comments=True)
     for example in (ROOT / "data/examples").iterdir():
         shutil.copy(example, folder)
+        for name in ("Projekt", "Project"):
+            (folder / name).mkdir(exist_ok=True)
+            shutil.copy(example, folder / name)
         for word in words:
             if word.endswith(example.suffix) and "*" not in word:
                 shutil.copy(example, folder / word)

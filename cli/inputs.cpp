@@ -1,0 +1,170 @@
+// The modules that the arguments mean. See inputs.h.
+// Tested by tests/cli/run.py.
+#include "cli/inputs.h"
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+#include <system_error>
+#include <unordered_set>
+#include <utility>
+
+#include "base/codepage.h"
+#include "base/file.h"
+#include "convert/exact.h"
+#include "vb/fold.h"
+
+namespace tintline {
+namespace {
+
+namespace fs = std::filesystem;
+
+// What a module is called that comes from the standard input and does not tell its name itself.
+constexpr const char* kStandardName = "stdin";
+
+constexpr std::u8string_view kModules[] = {u8".bas", u8".cls", u8".frm", u8".ctl",
+                                           u8".pag", u8".dob", u8".dsr"};
+
+// What the development system leaves beside modules, and a pattern like * finds as well.
+constexpr std::u8string_view kCompanions[] = {u8".frx", u8".ctx", u8".pgx", u8".dox", u8".dsx",
+                                              u8".vbp", u8".vbw", u8".vbg", u8".res", u8".bmp",
+                                              u8".ico", u8".gif", u8".jpg", u8".png"};
+
+template <std::size_t N>
+bool endsInOneOf(const fs::path& path, const std::u8string_view (&endings)[N]) {
+  const std::u8string ending = exactText(pathText(path.extension()));
+  return std::ranges::any_of(
+      endings, [&](std::u8string_view known) { return vb::equalFolded(ending, known); });
+}
+
+// The module files and the folders in a folder, each by name.
+struct Listing {
+  std::vector<fs::path> modules, folders;
+  std::error_code failure;  // what was found so far counts
+};
+
+class Collector {
+ public:
+  explicit Collector(const Options& options) {
+    if (!options.outputDir.empty()) output_ = findFile(argumentPath(options.outputDir)).identity;
+    for (const std::string& argument : options.inputs) addArgument(argument);
+    if (!inputs_.modules.empty()) return;
+    for (PassedOver& passedOver : std::exchange(inputs_.passedOver, {}))
+      addFailure(std::move(passedOver.path), std::move(passedOver.reason));
+  }
+
+  Inputs take() { return std::move(inputs_); }
+
+ private:
+  struct Folder {
+    fs::path path;
+    fs::path place;  // below the named folder
+  };
+
+  void addArgument(const std::string& argument) {
+    if (argument == kStandardStream) {
+      inputs_.modules.push_back({.path = {}, .place = kStandardName, .file = {}, .folder = {}});
+      return;
+    }
+    fs::path path = argumentPath(argument);
+    FoundFile file = findFile(path);
+    if (file.kind == FoundFile::Kind::Folder) return addFolder(path);
+    if (endsInOneOf(path, kCompanions) && file.kind == FoundFile::Kind::File)
+      return passOver(std::move(path), L"ist keine Moduldatei");
+    fs::path name = path.filename();
+    addFile(std::move(path), std::move(name), std::move(file));
+  }
+
+  void addFile(fs::path path, fs::path place, FoundFile file) {
+    fs::path::string_type folder = identityOfFolder(path.parent_path());
+    if (file.kind != FoundFile::Kind::Nothing &&
+        !known_.insert(folder + fs::path::preferred_separator + nameIdentity(path.filename()))
+             .second)
+      return;
+    inputs_.modules.push_back({.path = std::move(path),
+                               .place = std::move(place),
+                               .file = std::move(file),
+                               .folder = std::move(folder)});
+  }
+
+  // All module files below a folder, without recursion: it may be deep.
+  void addFolder(const fs::path& root) {
+    bool empty = true;
+    std::vector<Folder> waiting{{.path = root, .place = {}}};
+    while (!waiting.empty()) {
+      const Folder folder = std::move(waiting.back());
+      waiting.pop_back();
+      const Listing listing = list(folder.path);
+      empty = empty && listing.modules.empty() && !listing.failure;
+      for (const fs::path& name : listing.modules)
+        addFound(folder.path / name, folder.place / name);
+      if (listing.failure) addFailure(folder.path, reasonText(listing.failure));
+      for (auto name = listing.folders.rbegin(); name != listing.folders.rend(); ++name)
+        waiting.push_back({.path = folder.path / *name, .place = folder.place / *name});
+    }
+    if (empty) passOver(root, L"enthält keine Moduldateien");
+  }
+
+  // A pipe would be waited for, which somebody has to name.
+  void addFound(fs::path path, fs::path place) {
+    FoundFile file = findFile(path);
+    if (file.kind == FoundFile::Kind::Other) return passOver(std::move(path), L"ist keine Datei");
+    addFile(std::move(path), std::move(place), std::move(file));
+  }
+
+  void addFailure(fs::path path, std::wstring reason) {
+    inputs_.modules.push_back({.path = std::move(path),
+                               .place = {},
+                               .file = {},
+                               .folder = {},
+                               .failure = std::move(reason)});
+  }
+
+  Listing list(const fs::path& folder) {
+    Listing listing;
+    fs::directory_iterator entry(folder, listing.failure);
+    for (; !listing.failure && entry != fs::directory_iterator(); entry.increment(listing.failure))
+      sortIn(*entry, listing);
+    std::ranges::sort(listing.modules);
+    std::ranges::sort(listing.folders);
+    return listing;
+  }
+
+  void sortIn(const fs::directory_entry& entry, Listing& listing) {
+    std::error_code none;
+    const bool isFolder = entry.is_directory(none), isModule = endsInOneOf(entry.path(), kModules);
+    if ((!isFolder && !isModule) || isHidden(entry.path())) return;
+    if (!isFolder) {
+      listing.modules.push_back(entry.path().filename());
+    } else if (isFolderLink(entry.path())) {
+      passOver(entry.path(), L"führt als Verknüpfung in einen anderen Ordner");
+    } else if (!output_.empty() && identityOfFolder(entry.path()) == output_) {
+      passOver(entry.path(), L"nimmt die Ergebnisse auf");
+    } else {
+      listing.folders.push_back(entry.path().filename());
+    }
+  }
+
+  void passOver(fs::path path, std::wstring reason) {
+    inputs_.passedOver.push_back({.path = std::move(path), .reason = std::move(reason)});
+  }
+
+  const fs::path::string_type& identityOfFolder(const fs::path& folder) {
+    const auto [identity, isNew] = folders_.try_emplace(folder.native());
+    if (isNew) identity->second = findFile(folder.empty() ? fs::path(".") : folder).identity;
+    return identity->second;
+  }
+
+  Inputs inputs_;
+  fs::path::string_type output_;  // identity of the folder for results; empty: there is none
+  std::map<fs::path::string_type, fs::path::string_type> folders_;  // their identities
+  std::unordered_set<fs::path::string_type> known_;                 // files that are there already
+};
+
+}  // namespace
+
+Inputs collectInputs(const Options& options) { return Collector(options).take(); }
+
+bool isStandardInput(const Input& input) { return input.path.empty(); }
+
+}  // namespace tintline

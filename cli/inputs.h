@@ -1,0 +1,43 @@
+// The modules that the arguments mean: files, the standard input, and the module files in folders.
+//
+// Tested by tests/cli/run.py.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "cli/options.h"
+#include "cli/platform.h"
+
+namespace tintline {
+
+// A module to be converted.
+struct Input {
+  std::filesystem::path path;   // of its file; empty: the standard input
+  std::filesystem::path place;  // its name, behind the folders that lead to it from a named one
+  FoundFile file;               // what the path leads to
+  std::filesystem::path::string_type folder;  // identity: modules of one folder are a project
+  std::wstring failure{};                     // why there is nothing to convert, for the user
+};
+
+struct PassedOver {
+  std::filesystem::path path;
+  std::wstring reason;
+};
+
+struct Inputs {
+  std::vector<Input> modules;  // as the arguments come; those of a folder by their names
+  std::vector<PassedOver> passedOver;
+};
+
+// Looks for everything that the arguments name. A module that is named in several ways is there
+// once, in its first place. What lies beside modules (forms' pictures, project files) and folders
+// without modules are passed over, unless nothing else is named: then they are failures, as is a
+// folder that cannot be read.
+Inputs collectInputs(const Options& options);
+
+// Where the user reads that he named the standard input.
+bool isStandardInput(const Input& input);
+
+}  // namespace tintline
