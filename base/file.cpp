@@ -179,7 +179,7 @@ fs::file_status writableStatus(const fs::path& target) {
 }
 
 std::string describe(const fs::path& path, std::error_code reason) {
-  return toUtf8(pathText(path) + L": " + reasonText(reason));
+  return toUtf8(pathText(path) + L": " + reasonText(reason).english);
 }
 
 }  // namespace
@@ -187,34 +187,38 @@ std::string describe(const fs::path& path, std::error_code reason) {
 FileError::FileError(fs::path path, std::error_code reason)
     : std::runtime_error(describe(path, reason)), path_(std::move(path)), reason_(reason) {}
 
-std::wstring reasonText(std::error_code reason) {
+Message reasonText(std::error_code reason) {
   struct Row {
     std::errc condition;
-    const wchar_t* text;
+    Text<0> text;
   };
-  static constexpr std::array kRows = {
-      Row{std::errc::no_such_file_or_directory, L"Datei nicht gefunden"},
-      Row{std::errc::not_a_directory, L"Ordner nicht gefunden"},
-      Row{std::errc::permission_denied, L"Zugriff verweigert"},
-      Row{std::errc::operation_not_permitted, L"Zugriff verweigert"},
-      Row{std::errc::is_a_directory, L"ist ein Ordner"},
-      Row{std::errc::no_space_on_device, L"Datenträger ist voll"},
-      Row{std::errc::read_only_file_system, L"Datenträger ist schreibgeschützt"},
-      Row{std::errc::filename_too_long, L"Name zu lang"},
-      Row{std::errc::invalid_argument, L"Name ungültig"},
-      Row{std::errc::too_many_files_open, L"zu viele offene Dateien"},
-      Row{std::errc::too_many_files_open_in_system, L"zu viele offene Dateien"},
-      Row{std::errc::file_too_large, L"Datei zu groß"},
-      Row{std::errc::not_enough_memory, L"nicht genug Speicher"},
-      Row{std::errc::too_many_symbolic_link_levels, L"Verknüpfungen führen im Kreis"},
-      Row{std::errc::device_or_resource_busy, L"Datei ist in Gebrauch"},
-      Row{std::errc::bad_file_descriptor, L"nicht geöffnet"},
-      Row{std::errc::broken_pipe, L"Empfänger hat geschlossen"},
-      Row{std::errc::io_error, L"Fehler des Datenträgers"},
+  static constexpr Row kRows[] = {
+      {std::errc::no_such_file_or_directory, {L"file not found", L"Datei nicht gefunden"}},
+      {std::errc::not_a_directory, {L"folder not found", L"Ordner nicht gefunden"}},
+      {std::errc::permission_denied, {L"access denied", L"Zugriff verweigert"}},
+      {std::errc::operation_not_permitted, {L"access denied", L"Zugriff verweigert"}},
+      {std::errc::is_a_directory, {L"is a folder", L"ist ein Ordner"}},
+      {std::errc::no_space_on_device, {L"the disk is full", L"Datenträger ist voll"}},
+      {std::errc::read_only_file_system,
+       {L"the disk is write-protected", L"Datenträger ist schreibgeschützt"}},
+      {std::errc::filename_too_long, {L"the name is too long", L"Name zu lang"}},
+      {std::errc::invalid_argument, {L"the name is not valid", L"Name ungültig"}},
+      {std::errc::too_many_files_open, {L"too many open files", L"zu viele offene Dateien"}},
+      {std::errc::too_many_files_open_in_system,
+       {L"too many open files", L"zu viele offene Dateien"}},
+      {std::errc::file_too_large, {L"the file is too large", L"Datei zu groß"}},
+      {std::errc::not_enough_memory, {L"not enough memory", L"nicht genug Speicher"}},
+      {std::errc::too_many_symbolic_link_levels,
+       {L"links lead in a circle", L"Verknüpfungen führen im Kreis"}},
+      {std::errc::device_or_resource_busy, {L"the file is in use", L"Datei ist in Gebrauch"}},
+      {std::errc::bad_file_descriptor, {L"not open", L"nicht geöffnet"}},
+      {std::errc::broken_pipe, {L"the reader is gone", L"Empfänger hat geschlossen"}},
+      {std::errc::io_error, {L"input/output error", L"Fehler des Datenträgers"}},
   };
   for (const Row& row : kRows)
-    if (reason == row.condition) return row.text;
-  return L"Fehler " + std::to_wstring(reason.value());
+    if (reason == row.condition) return row.text();
+  static constexpr Text<1> kOther{L"error {1}", L"Fehler {1}"};
+  return kOther(std::to_wstring(reason.value()));
 }
 
 std::string readFile(const fs::path& path) {

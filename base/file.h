@@ -11,6 +11,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/message.h"
+
 namespace tintline {
 
 // A file could not be read or written.
@@ -25,9 +27,8 @@ class FileError : public std::runtime_error {
   std::error_code reason_;
 };
 
-// The reason of a failed file operation as the user reads it, German, without
-// a full stop: "Datei nicht gefunden".
-std::wstring reasonText(std::error_code reason);
+// The reason of a failed file operation, without a full stop: "file not found".
+Message reasonText(std::error_code reason);
 
 // The bytes of a file. Throws FileError; a directory is an error too.
 std::string readFile(const std::filesystem::path& path);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "cli/job.h"
+#include "cli/messages.h"
 #include "convert/reformatting.h"
 #include "engine/line_highlighter.h"
 
@@ -29,14 +30,13 @@ struct Converted {
 
 ModuleSource readSource(std::string_view file, bool pasted) {
   ModuleSource source = readClassic(file, pasted);
-  if (source.tooManyLines) throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen");
+  if (source.tooManyLines) throw JobError(messages::kTooManyLines(kMaxLines));
   return source;
 }
 
 void reformat(LineList& List1, const Reformatting& pass) {
   std::optional<LineList> lines = reformatted(List1, pass);
-  if (!lines)
-    throw JobError(L"mehr als " + std::to_wstring(kMaxLines) + L" Zeilen nach dem Umbruch");
+  if (!lines) throw JobError(messages::kTooManyLinesWrapped(kMaxLines));
   List1 = std::move(*lines);
 }
 

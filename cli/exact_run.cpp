@@ -12,6 +12,7 @@
 
 #include "base/codepage.h"
 #include "cli/job.h"
+#include "cli/messages.h"
 #include "convert/exact.h"
 
 namespace tintline {
@@ -169,8 +170,7 @@ class ExactRun {
       return module;
     }
     vb::Module module = read(tasks_[member.task]);
-    if (hashOf(module) != member.hash)
-      throw JobError(L"die Datei hat sich während der Umwandlung geändert");
+    if (hashOf(module) != member.hash) throw JobError(messages::kChangedMeanwhile());
     return module;
   }
 
@@ -208,8 +208,7 @@ class ExactRun {
       });
       return Outcome();
     });
-    if (!outcome.failure.empty())
-      return surroundings_.tell(L"tintline: " + outcome.failure + L'\n');
+    if (!outcome.failure.empty()) return surroundings_.tell(outcome.failure);
     for (std::size_t i = 0; i < members.size(); ++i)
       report_.finished(members[i].task, {.failure = {}, .warning = {}, .sourceLines = lines[i]});
   }

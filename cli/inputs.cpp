@@ -11,6 +11,7 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
+#include "cli/messages.h"
 #include "convert/exact.h"
 #include "vb/fold.h"
 
@@ -70,7 +71,7 @@ class Collector {
     FoundFile file = findFile(path);
     if (file.kind == FoundFile::Kind::Folder) return addFolder(path);
     if (endsInOneOf(path, kCompanions) && file.kind == FoundFile::Kind::File)
-      return passOver(std::move(path), L"ist keine Moduldatei");
+      return passOver(std::move(path), messages::kNoModuleFile());
     fs::path name = path.filename();
     addFile(std::move(path), std::move(name), std::move(file));
   }
@@ -102,17 +103,17 @@ class Collector {
       for (auto name = listing.folders.rbegin(); name != listing.folders.rend(); ++name)
         waiting.push_back({.path = folder.path / *name, .place = folder.place / *name});
     }
-    if (empty) passOver(root, L"enthält keine Moduldateien");
+    if (empty) passOver(root, messages::kHoldsNoModules());
   }
 
   // A pipe would be waited for, which somebody has to name.
   void addFound(fs::path path, fs::path place) {
     FoundFile file = findFile(path);
-    if (file.kind == FoundFile::Kind::Other) return passOver(std::move(path), L"ist keine Datei");
+    if (file.kind == FoundFile::Kind::Other) return passOver(std::move(path), messages::kNoFile());
     addFile(std::move(path), std::move(place), std::move(file));
   }
 
-  void addFailure(fs::path path, std::wstring reason) {
+  void addFailure(fs::path path, Message reason) {
     inputs_.modules.push_back({.path = std::move(path),
                                .place = {},
                                .file = {},
@@ -137,15 +138,15 @@ class Collector {
     if (!isFolder) {
       listing.modules.push_back(entry.path().filename());
     } else if (isFolderLink(entry.path())) {
-      passOver(entry.path(), L"führt als Verknüpfung in einen anderen Ordner");
+      passOver(entry.path(), messages::kFolderLink());
     } else if (!output_.empty() && identityOfFolder(entry.path()) == output_) {
-      passOver(entry.path(), L"nimmt die Ergebnisse auf");
+      passOver(entry.path(), messages::kTakesResults());
     } else {
       listing.folders.push_back(entry.path().filename());
     }
   }
 
-  void passOver(fs::path path, std::wstring reason) {
+  void passOver(fs::path path, Message reason) {
     inputs_.passedOver.push_back({.path = std::move(path), .reason = std::move(reason)});
   }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/message.h"
 #include "cli/options.h"
 #include "cli/platform.h"
 
@@ -18,12 +19,12 @@ struct Input {
   std::filesystem::path place;  // its name, behind the folders that lead to it from a named one
   FoundFile file;               // what the path leads to
   std::filesystem::path::string_type folder;  // identity: modules of one folder are a project
-  std::wstring failure{};                     // why there is nothing to convert, for the user
+  Message failure{};                          // why there is nothing to convert, for the user
 };
 
 struct PassedOver {
   std::filesystem::path path;
-  std::wstring reason;
+  Message reason;
 };
 
 struct Inputs {

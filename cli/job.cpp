@@ -12,6 +12,7 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
+#include "cli/messages.h"
 
 namespace tintline {
 namespace {
@@ -47,25 +48,23 @@ void writeTarget(const Task& task, const Surroundings& surroundings,
     write(file.stream());
     file.commit();
   } catch (const FileError& error) {
-    throw JobError(targetName(task) + L" kann nicht geschrieben werden: " +
-                   reasonText(error.reason()));
+    throw JobError(messages::kUnwritable(targetName(task), reasonText(error.reason())));
   }
 }
 
 Outcome outcomeOf(const std::function<Outcome()>& work) {
-  constexpr const wchar_t* kTooLarge = L"das Ergebnis wird zu groß";
   try {
     return work();
   } catch (const JobError& error) {
     return {.failure = error.reason()};
   } catch (const std::bad_alloc&) {
-    return {.failure = L"der Speicher reicht nicht"};
+    return {.failure = messages::kNotEnoughMemory()};
   } catch (const std::length_error&) {
-    return {.failure = kTooLarge};
+    return {.failure = messages::kResultTooLarge()};
   } catch (const std::overflow_error&) {
-    return {.failure = kTooLarge};
+    return {.failure = messages::kResultTooLarge()};
   } catch (const std::exception& error) {
-    return {.failure = L"unerwarteter Fehler: " + fromUtf8(error.what())};
+    return {.failure = messages::kUnexpected(fromUtf8(error.what()))};
   }
 }
 
@@ -109,9 +108,7 @@ std::vector<Reformatting> passesOf(const Options& options) {
 
 void checkLines(const std::vector<LineRange>& ranges, std::size_t count) {
   for (const LineRange& range : ranges)
-    if (range.last > count)
-      throw JobError(L"--lines reicht über das Ende hinaus, letzte Zeile ist " +
-                     std::to_wstring(count));
+    if (range.last > count) throw JobError(messages::kBeyondLastLine(count));
 }
 
 }  // namespace tintline

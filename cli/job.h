@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/message.h"
 #include "cli/options.h"
 #include "cli/plan.h"
 #include "cli/report.h"
@@ -22,11 +23,11 @@ namespace tintline {
 // An input cannot be converted; the reason is for the user.
 class JobError {
  public:
-  explicit JobError(std::wstring reason) : reason_(std::move(reason)) {}
-  const std::wstring& reason() const { return reason_; }
+  explicit JobError(Message reason) : reason_(std::move(reason)) {}
+  const Message& reason() const { return reason_; }
 
  private:
-  std::wstring reason_;
+  Message reason_;
 };
 
 // The bytes of the input. Throws JobError.

@@ -3,10 +3,14 @@
 #include <cerrno>
 #include <exception>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "base/codepage.h"
 #include "base/file.h"
+#include "cli/help.h"
+#include "cli/language.h"
+#include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/platform.h"
 #include "cli/run.h"
@@ -15,19 +19,27 @@
 namespace tintline {
 namespace {
 
-void tell(std::wstring_view text) { writeText(StandardStream::Error, text); }
+Language language() {
+  static const Language known = userLanguage();
+  return known;
+}
+
+void write(std::wstring_view text) { writeText(StandardStream::Error, text); }
+
+void tell(const Message& message) { write(messages::kTold(message).in(language())); }
 
 // Nothing half-written stays, not even under another name.
 void breakOff() {
   removeUnfinishedFiles();
-  const bool counterShown = errorIsTerminal();
-  tell(counterShown ? L"\ntintline: abgebrochen\n" : L"tintline: abgebrochen\n");
+  if (errorIsTerminal()) write(L"\n");  // behind the counter
+  tell(messages::kInterrupted());
 }
 
 int print(std::wstring_view text) {
   if (writeText(StandardStream::Output, text)) return kAllConverted;
-  if (errno == EPIPE) endAsUnread();
-  tell(L"tintline: die Standardausgabe kann nicht geschrieben werden\n");
+  const std::error_code reason(errno, std::generic_category());
+  if (reason == std::errc::broken_pipe) endAsUnread();
+  tell(messages::kUnwritable(messages::kStandardOutput(), reasonText(reason)));
   return kSomeFailed;
 }
 
@@ -36,23 +48,25 @@ int commandLine(const std::vector<std::string>& arguments) {
   keepFreedMemory();
   try {
     const Options options = parseOptions(arguments);
-    if (options.help) return print(helpText());
+    if (options.help) return print(helpText(language()));
     if (options.version) return print(L"tintline " + fromUtf8(TINTLINE_VERSION) + L'\n');
     onInterruption(breakOff);
     StandardOutput output;
     return run(options, {.programFolder = programFolder(),
                          .readInput = readStandardInput,
                          .output = output,
-                         .tell = tell,
-                         .terminal = errorIsTerminal()});
+                         .write = write,
+                         .terminal = errorIsTerminal(),
+                         .language = language()});
   } catch (const UsageError& error) {
-    tell(L"tintline: " + error.message() + L"\n\"tintline --help\" zeigt, was möglich ist.\n");
+    tell(error.message());
+    write(messages::kSeeHelp().in(language()));
     return kWrongUsage;
   } catch (const FileError& error) {
-    tell(L"tintline: " + fromUtf8(error.what()) + L'\n');
+    tell(messages::kAbout(pathText(error.path()), reasonText(error.reason())));
     return kSomeFailed;
   } catch (const std::exception& error) {
-    tell(L"tintline: unerwarteter Fehler: " + fromUtf8(error.what()) + L'\n');
+    tell(messages::kUnexpected(fromUtf8(error.what())));
     return kSomeFailed;
   }
 }

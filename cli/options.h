@@ -1,5 +1,4 @@
-// The options of the command line: one table, from which parsing, the help text
-// and the messages about wrong usage come.
+// The options of the command line.
 //
 // Arguments are UTF-8 text on Windows and bytes as they come elsewhere.
 //
@@ -14,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/message.h"
 #include "convert/format.h"
 #include "engine/document_frame.h"
 #include "listing/options.h"
@@ -56,21 +56,18 @@ struct Options {
 // The program was called in a wrong way; the message is for the user.
 class UsageError {
  public:
-  explicit UsageError(std::wstring message) : message_(std::move(message)) {}
-  const std::wstring& message() const { return message_; }
+  explicit UsageError(Message message) : message_(std::move(message)) {}
+  const Message& message() const { return message_; }
 
  private:
-  std::wstring message_;
+  Message message_;
 };
 
 // Reads the arguments behind the program's name. Throws UsageError.
 Options parseOptions(const std::vector<std::string>& arguments);
 
 // The value of --format that stands for it.
-std::wstring formatName(Format format);
-
-// The text of --help, closed by a line feed.
-std::wstring helpText();
+std::string_view formatName(Format format);
 
 // The path that an argument names, and how an argument is shown to the user.
 std::filesystem::path argumentPath(std::string_view argument);

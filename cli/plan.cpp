@@ -8,21 +8,23 @@
 #include <utility>
 
 #include "base/codepage.h"
+#include "cli/messages.h"
 
 namespace tintline {
 namespace {
 
-using FileNames = std::map<std::filesystem::path::string_type, std::wstring>;
+using FileNames = std::map<std::filesystem::path::string_type, Message>;
 
 constexpr const wchar_t* modeName(Mode mode) { return mode == Mode::Exact ? L"exact" : L"classic"; }
 
 // What only one of the two modes has.
 void checkMode(const Options& options) {
   const auto lacks = [](const std::wstring& what, Mode other) {
-    throw UsageError(what + L" gibt es nur mit --mode " + modeName(other));
+    throw UsageError(messages::kOnlyInMode(what, modeName(other)));
   };
   const Mode other = options.mode == Mode::Exact ? Mode::Classic : Mode::Exact;
-  if (!has(options.mode, options.format)) lacks(L"--format " + formatName(options.format), other);
+  if (!has(options.mode, options.format))
+    lacks(L"--format " + argumentText(formatName(options.format)), other);
   if (options.mode == Mode::Exact && options.pasted) lacks(L"--pasted", other);
   if (options.mode == Mode::Exact) return;
   if (options.links) lacks(L"--links", other);
@@ -32,14 +34,14 @@ void checkMode(const Options& options) {
 }
 
 void checkOptions(const Options& options) {
-  if (options.inputs.empty()) throw UsageError(L"es ist keine Datei angegeben");
+  if (options.inputs.empty()) throw UsageError(messages::kNoInput());
   checkMode(options);
   if (!options.output.empty() && !options.outputDir.empty())
-    throw UsageError(L"--output und --output-dir gehen nicht zusammen");
+    throw UsageError(messages::kFileAndFolder());
   const auto standardInputs = std::ranges::count(options.inputs, kStandardStream);
   if (standardInputs > 0 && !options.outputDir.empty())
-    throw UsageError(L"die Standardeingabe (-) hat keinen Namen für --output-dir");
-  if (standardInputs > 1) throw UsageError(L"die Standardeingabe (-) lässt sich nur einmal lesen");
+    throw UsageError(messages::kStandardInputHasNoName());
+  if (standardInputs > 1) throw UsageError(messages::kStandardInputOnce());
 }
 
 enum class Name : std::uint8_t { Short, Long };  // Modul1.htm, Modul1.bas.htm
@@ -86,8 +88,8 @@ void refuseSameTargets(std::vector<Task>& tasks) {
     for (Task* task : meeting) {
       const Task& other = *meeting[task == meeting[0] ? 1 : 0];
       task->input.failure =
-          targetName(*task) + L" entstünde auch aus " + inputName(other) +
-          (task->target == other.target ? L"" : L", da Groß- und Kleinschreibung nicht zählt");
+          (task->target == other.target ? messages::kSameTarget : messages::kSameTargetButForCase)(
+              targetName(*task), inputName(other));
     }
   }
 }
@@ -101,13 +103,12 @@ void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options
   FileNames read;
   for (const Task& task : tasks) read[task.input.file.identity] = inputName(task);
   for (const std::string& argument : {options.keywords, options.settings})
-    read[fileOf(argument).identity] = argumentText(argument);
+    read[fileOf(argument).identity] = valueOf(argumentText(argument));
   read.erase(FileNames::key_type());  // of what is no file
   for (const Task& task : tasks) {
     const auto found = read.find(findFile(task.target).identity);
     if (found != read.end())
-      throw UsageError(L"die Ausgabe " + targetName(task) + L" würde " + found->second +
-                       L" überschreiben");
+      throw UsageError(messages::kOverwritesSource(targetName(task), found->second));
   }
 }
 
@@ -116,7 +117,7 @@ void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options
 std::vector<Task> planTasks(const Options& options, std::vector<Input> modules) {
   checkOptions(options);
   if (modules.size() > 1 && options.outputDir.empty() && options.mode == Mode::Classic)
-    throw UsageError(L"mehrere Dateien brauchen mit --mode classic --output-dir");
+    throw UsageError(messages::kSeveralNeedFolder());
   std::vector<Task> tasks;
   for (Input& input : modules) {
     std::filesystem::path target = targetOf(input, options, Name::Short);
@@ -131,12 +132,13 @@ std::vector<Task> planTasks(const Options& options, std::vector<Input> modules) 
   return tasks;
 }
 
-std::wstring inputName(const Task& task) {
-  return isStandardInput(task.input) ? L"Standardeingabe" : pathText(task.input.path);
+Message inputName(const Task& task) {
+  return isStandardInput(task.input) ? messages::kStandardInput()
+                                     : valueOf(pathText(task.input.path));
 }
 
-std::wstring targetName(const Task& task) {
-  return task.target.empty() ? L"Standardausgabe" : pathText(task.target);
+Message targetName(const Task& task) {
+  return task.target.empty() ? messages::kStandardOutput() : valueOf(pathText(task.target));
 }
 
 }  // namespace tintline

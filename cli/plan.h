@@ -24,7 +24,7 @@ struct Task {
 std::vector<Task> planTasks(const Options& options, std::vector<Input> modules);
 
 // An input or a target as the user reads it.
-std::wstring inputName(const Task& task);
-std::wstring targetName(const Task& task);
+Message inputName(const Task& task);
+Message targetName(const Task& task);
 
 }  // namespace tintline

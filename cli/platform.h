@@ -9,6 +9,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/message.h"
+
 namespace tintline {
 
 enum class StandardStream { Output, Error };
@@ -35,6 +37,9 @@ void onInterruption(void (*last)());
 bool writeText(StandardStream stream, std::wstring_view text);
 
 bool errorIsTerminal();
+
+// The language that the user chose for the system itself, where it knows one beside the locale.
+Language interfaceLanguage();
 
 // The folder of the running program; empty when the system does not tell.
 std::filesystem::path programFolder();

@@ -80,6 +80,8 @@ bool writeText(StandardStream stream, std::wstring_view text) {
 
 bool errorIsTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 
+Language interfaceLanguage() { return Language::English; }
+
 std::filesystem::path programFolder() {
   std::error_code unknown;
   return std::filesystem::read_symlink("/proc/self/exe", unknown).parent_path();

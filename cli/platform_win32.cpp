@@ -82,6 +82,11 @@ bool writeText(StandardStream stream, std::wstring_view text) {
 
 bool errorIsTerminal() { return consoleOf(STD_ERROR_HANDLE) != nullptr; }
 
+Language interfaceLanguage() {
+  return PRIMARYLANGID(GetUserDefaultUILanguage()) == LANG_GERMAN ? Language::German
+                                                                  : Language::English;
+}
+
 std::filesystem::path programFolder() {
   std::wstring name(MAX_PATH, L'\0');
   for (;;) {

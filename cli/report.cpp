@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "cli/messages.h"
+
 namespace tintline {
 namespace {
 
@@ -11,16 +13,13 @@ using std::chrono::steady_clock;
 
 constexpr auto kCounterInterval = std::chrono::milliseconds(50);
 
-std::wstring counted(std::size_t count, const wchar_t* one, const wchar_t* many) {
-  return std::to_wstring(count) + L' ' + (count == 1 ? one : many);
-}
-
 }  // namespace
 
-Report::Report(std::vector<std::wstring> names, Write write, bool progress)
+Report::Report(std::vector<Message> names, Write write, bool progress, Language language)
     : names_(std::move(names)),
       write_(std::move(write)),
       progress_(progress),
+      language_(language),
       start_(steady_clock::now()),
       outcomes_(names_.size()),
       counterShown_(start_) {}
@@ -52,17 +51,17 @@ void Report::tellOutcomes() {
 void Report::tellOutcome(std::size_t index) {
   if (!outcomes_[index]) return;
   const Outcome& outcome = *outcomes_[index];
-  const std::wstring& text = outcome.failure.empty() ? outcome.warning : outcome.failure;
+  const Message& text = outcome.failure.empty() ? outcome.warning : outcome.failure;
   if (text.empty()) return;
   clearCounter();
-  write_(L"tintline: " + names_[index] + L": " + text + L'\n');
+  write_(messages::kTold(messages::kAbout(names_[index], text)).in(language_));
 }
 
 void Report::showCounter() {
   const auto now = steady_clock::now();
   if (now - counterShown_ < kCounterInterval) return;
   counterShown_ = now;
-  counter_ = std::to_wstring(done_) + L" von " + counted(names_.size(), L"Datei", L"Dateien");
+  counter_ = messages::kProgress(done_, names_.size()).in(language_);
   write_(L'\r' + counter_);
 }
 
@@ -73,20 +72,21 @@ void Report::clearCounter() {
 }
 
 void Report::showSummary() {
-  write_(counted(converted_, L"Datei", L"Dateien") + L", " +
-         counted(sourceLines_, L"Zeile", L"Zeilen") + L" in " +
-         secondsText(steady_clock::now() - start_) + L"s verarbeitet\n");
+  write_(messages::kSummary(messages::counted(converted_, messages::kOneFile, messages::kFiles),
+                            messages::counted(sourceLines_, messages::kOneLine, messages::kLines),
+                            secondsText(steady_clock::now() - start_))
+             .in(language_));
 }
 
-std::wstring secondsText(steady_clock::duration duration) {
+Message secondsText(steady_clock::duration duration) {
   const auto hundredths =
       std::chrono::duration_cast<std::chrono::duration<long long, std::centi>>(duration).count();
-  std::wstring text = std::to_wstring(hundredths / 100);
-  const long long fraction = hundredths % 100;
-  if (fraction != 0) text += L',';
-  if (fraction != 0) text += static_cast<wchar_t>(L'0' + fraction / 10);
-  if (fraction % 10 != 0) text += static_cast<wchar_t>(L'0' + fraction % 10);
-  return text;
+  const std::wstring whole = std::to_wstring(hundredths / 100);
+  std::wstring fraction;
+  if (hundredths % 100 != 0) fraction += static_cast<wchar_t>(L'0' + hundredths % 100 / 10);
+  if (hundredths % 10 != 0) fraction += static_cast<wchar_t>(L'0' + hundredths % 10);
+  if (fraction.empty()) return valueOf(whole);
+  return {whole + L'.' + fraction, whole + L',' + fraction};
 }
 
 }  // namespace tintline

@@ -13,11 +13,13 @@
 #include <string_view>
 #include <vector>
 
+#include "base/message.h"
+
 namespace tintline {
 
 struct Outcome {
-  std::wstring failure{};  // empty: the input was converted
-  std::wstring warning{};  // what the user should know of one that was converted
+  Message failure{};  // empty: the input was converted
+  Message warning{};  // what the user should know of one that was converted
   std::size_t sourceLines = 0;
 };
 
@@ -27,7 +29,7 @@ class Report {
 
   // `names` are the inputs as the user reads them; `write` puts text on the
   // error stream. `progress`: show a counter and, at the end, a summary.
-  Report(std::vector<std::wstring> names, Write write, bool progress);
+  Report(std::vector<Message> names, Write write, bool progress, Language language);
 
   // Input `index` is done. May be called from several threads.
   void finished(std::size_t index, Outcome outcome);
@@ -42,9 +44,10 @@ class Report {
   void clearCounter();
   void showSummary();
 
-  const std::vector<std::wstring> names_;
+  const std::vector<Message> names_;
   const Write write_;
   const bool progress_;
+  const Language language_;
   const std::chrono::steady_clock::time_point start_;
 
   std::mutex mutex_;  // guards what follows
@@ -58,7 +61,7 @@ class Report {
 };
 
 // A duration as the program shows it: hundredths cut off, no zeros at the end,
-// decimal comma: "0,3".
-std::wstring secondsText(std::chrono::steady_clock::duration duration);
+// decimal point or comma: "0.3".
+Message secondsText(std::chrono::steady_clock::duration duration);
 
 }  // namespace tintline

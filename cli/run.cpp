@@ -9,6 +9,7 @@
 #include "cli/classic_run.h"
 #include "cli/exact_run.h"
 #include "cli/inputs.h"
+#include "cli/messages.h"
 #include "cli/plan.h"
 #include "cli/report.h"
 #include "cli/settings.h"
@@ -16,14 +17,18 @@
 namespace tintline {
 namespace {
 
-std::vector<std::wstring> inputNames(const std::vector<Task>& tasks) {
-  std::vector<std::wstring> names;
+std::vector<Message> inputNames(const std::vector<Task>& tasks) {
+  std::vector<Message> names;
   names.reserve(tasks.size());
   for (const Task& task : tasks) names.push_back(inputName(task));
   return names;
 }
 
 }  // namespace
+
+void Surroundings::tell(const Message& message) const {
+  write(messages::kTold(message).in(language));
+}
 
 ExitCode run(const Options& options, const Surroundings& surroundings) {
   const std::vector<Task> tasks = planTasks(options, collectInputs(options).modules);
@@ -33,7 +38,8 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
     std::filesystem::create_directories(argumentPath(options.outputDir), failure);
     if (failure) throw FileError(argumentPath(options.outputDir), failure);
   }
-  Report report(inputNames(tasks), surroundings.tell, surroundings.terminal && !options.quiet);
+  Report report(inputNames(tasks), surroundings.write, surroundings.terminal && !options.quiet,
+                surroundings.language);
   if (options.mode == Mode::Classic)
     runClassic(tasks, options, settings, surroundings, report);
   else

@@ -21,11 +21,14 @@ enum ExitCode : int {
 
 // What surrounds a run.
 struct Surroundings {
-  std::filesystem::path programFolder;          // where vb.ini and TINTLINE.ini are looked for
-  std::function<std::string()> readInput;       // the standard input; throws FileError
-  std::ostream& output;                         // the standard output; failures throw FileError
-  std::function<void(std::wstring_view)> tell;  // puts text on the error stream
-  bool terminal;                                // the error stream is a terminal
+  std::filesystem::path programFolder;           // where vb.ini and TINTLINE.ini are looked for
+  std::function<std::string()> readInput;        // the standard input; throws FileError
+  std::ostream& output;                          // the standard output; failures throw FileError
+  std::function<void(std::wstring_view)> write;  // puts text on the error stream
+  bool terminal;                                 // the error stream is a terminal
+  Language language = Language::English;         // of the messages
+
+  void tell(const Message& message) const;
 };
 
 // Returns kAllConverted or kSomeFailed; throws UsageError when

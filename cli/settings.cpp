@@ -8,6 +8,7 @@
 #include "base/codepage.h"
 #include "base/file.h"
 #include "base/resources.h"
+#include "cli/messages.h"
 #include "convert/exact.h"
 #include "settings/modIniSave.h"
 
@@ -33,7 +34,7 @@ std::string readNeeded(const std::filesystem::path& path, const std::string& arg
     return readFile(path);
   } catch (const FileError& error) {
     if (argument.empty()) throw;
-    throw UsageError(pathText(path) + L": " + reasonText(error.reason()));
+    throw UsageError(messages::kAbout(pathText(path), reasonText(error.reason())));
   }
 }
 
@@ -41,16 +42,12 @@ std::optional<std::string> loadKeywords(const Options& options, const Surroundin
   const auto path = settingsPath(options.keywords, kKeywordsFile, surroundings);
   if (path.empty()) return {};
   std::string bytes = readNeeded(path, options.keywords);
-  const auto warn = [&](std::wstring_view text) {
-    surroundings.tell(L"tintline: " + pathText(path) + L": " + std::wstring(text) + L'\n');
+  const auto warn = [&](std::wstring_view section) {
+    surroundings.tell(messages::kAbout(pathText(path), messages::kSectionEmpty(section)));
   };
   const KeywordOutcome outcome = SchluesselworteLaden(bytes).outcome;
-  if (outcome == KeywordOutcome::Keywords1Missing)
-    warn(
-        L"Die Steuerdatei mit den Schlüsselworten wurde nicht gefunden! "
-        L"Bitte ins aktuelle Verzeichnis kopieren. (Abschnitt \"Keywords 1\" ist leer)");
-  if (outcome == KeywordOutcome::Keywords2Missing)
-    warn(L"Nichts gefunden (Abschnitt \"Keywords 2\" ist leer)");
+  if (outcome == KeywordOutcome::Keywords1Missing) warn(L"Keywords 1");
+  if (outcome == KeywordOutcome::Keywords2Missing) warn(L"Keywords 2");
   return bytes;
 }
 

@@ -29,12 +29,13 @@ ModuleSource readClassic(std::string_view file, bool pasted, const LineProgress&
   return source;
 }
 
-std::wstring replacedText(std::size_t replaced) {
+Message replacedText(std::size_t replaced) {
+  static constexpr Text<0> kOne{L"1 character does not fit the code page and became \"?\"",
+                                L"1 Zeichen passt nicht in die Codepage und wurde zu \"?\""};
+  static constexpr Text<1> kMany{L"{1} characters do not fit the code page and became \"?\"",
+                                 L"{1} Zeichen passen nicht in die Codepage und wurden zu \"?\""};
   if (replaced == 0) return {};
-  return std::to_wstring(replaced) +
-         (replaced == 1 ? L" Zeichen passt nicht in die Codepage und wurde"
-                        : L" Zeichen passen nicht in die Codepage und wurden") +
-         L" zu \"?\"";
+  return replaced == 1 ? kOne() : kMany(replaced);
 }
 
 ClassicResult convertClassic(const LineList& List1, const ProcedureNames& ProzNamen,

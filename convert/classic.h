@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/message.h"
 #include "convert/format.h"
 #include "engine/conversion.h"
 #include "sources/module_file_reader.h"
@@ -28,8 +29,8 @@ struct ClassicResult {
 // The lines of a source: of the bytes of its file, or of such that were pasted.
 ModuleSource readClassic(std::string_view file, bool pasted, const LineProgress& progress = {});
 
-// The warning about characters that did not fit (ModuleSource::replaced), "" when all did.
-std::wstring replacedText(std::size_t replaced);
+// The warning about characters that did not fit (ModuleSource::replaced), empty when all did.
+Message replacedText(std::size_t replaced);
 
 // Converts all lines or, one by one, those whose flag in `selected` (one a line) is set. Throws
 // std::length_error and std::overflow_error when the result would be too large.

@@ -29,7 +29,7 @@ _tintline() {
     *)
       if [[ $word == -* ]]; then
         words='-o --output -d --output-dir --mode --format --style --links --titles --header --theme
-          -n --line-numbers --lines --indent --wrap --pasted --keywords --settings --jobs -q --quiet --help --version'
+          -n --line-numbers --lines --indent --wrap --pasted --keywords --settings --jobs -q --quiet -h --help -V --version'
       else
         names=$(_tintline_files "$word")
       fi ;;

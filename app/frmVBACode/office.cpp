@@ -332,7 +332,7 @@ std::optional<std::filesystem::path> frmVBACode::chooseExportFolder(const std::w
   try {
     return fkt_DatumsOrdner(*folder, ports_.clock.today());
   } catch (const FileError& error) {
-    tellNotExported(name, L": \r\n" + reasonText(error.reason()));
+    tellNotExported(name, L": \r\n" + reasonText(error.reason()).german);
     return {};
   }
 }
@@ -352,7 +352,7 @@ bool frmVBACode::exportModule(const std::wstring& name, const std::function<void
     if (error.kind() != OfficeError::Kind::Failed) throw;
     tellNotExported(name, L": \r\n" + error.description());
   } catch (const FileError& error) {
-    tellNotExported(name, L": \r\n" + reasonText(error.reason()));
+    tellNotExported(name, L": \r\n" + reasonText(error.reason()).german);
   }
   return false;
 }

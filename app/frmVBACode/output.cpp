@@ -110,7 +110,8 @@ bool frmVBACode::writeExportFile(const std::filesystem::path& file) {
 
 void frmVBACode::tellUnwritable(const FileError& error) {
   ports_.dialogs.message(L"Die Datei " + pathText(error.path()) +
-                             L" kann nicht geschrieben werden: " + reasonText(error.reason()),
+                             L" kann nicht geschrieben werden: " +
+                             reasonText(error.reason()).german,
                          MessageIcon::Critical, L"Exportieren");
 }
 

@@ -92,13 +92,13 @@ std::optional<ModuleSource> frmVBACode::readModule(const std::filesystem::path& 
     });
     const double seconds = double{ports_.clock.timer()} - start;
     const std::wstring warning =
-        module->tooManyLines ? tooManyLinesText() : replacedText(module->replaced);
+        module->tooManyLines ? tooManyLinesText() : replacedText(module->replaced).german;
     Label9.Caption = warning.empty()
                          ? std::to_wstring(module->List1.size()) + L" Zeilen eingelesen in " +
                                decimal(std::floor(seconds * 10) / 10) + L"s"
                          : pathText(file.filename()) + L": " + warning;
   } catch (const FileError& error) {
-    Label9.Caption = pathText(file.filename()) + L": " + reasonText(error.reason());
+    Label9.Caption = pathText(file.filename()) + L": " + reasonText(error.reason()).german;
   }
   MousePointer = Pointer::Default;
   return module;

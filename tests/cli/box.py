@@ -9,6 +9,9 @@ from tests.support.checks import Skip
 
 TIMEOUT = 60  # seconds for one run
 
+# Messages are looked at in the language that has the longer way: German.
+ENVIRONMENT = {**os.environ, "LC_ALL": "de_DE.UTF-8"}
+
 MODULE = """\
 Attribute VB_Name = "Kasse"
 Private Const Grenze = 0.5 ' in Euro
@@ -59,7 +62,7 @@ class Box:
         """Runs the program, checks exit code and error stream, gives the output.
 
         `err`: what the error stream must hold, one text a line; () for nothing."""
-        streams = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
+        streams = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, "env": ENVIRONMENT}
         streams["input" if isinstance(stdin, bytes) else "stdin"] = stdin
         done = subprocess.run([*(command or self.command), *arguments], cwd=self.folder,
                               timeout=TIMEOUT, **{**streams, **process})
@@ -84,7 +87,8 @@ class Box:
         self.posix_only()
         terminal, stream = os.openpty()
         done = subprocess.run([*self.command, *arguments], cwd=self.folder, timeout=TIMEOUT,
-                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=stream)
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=stream,
+                              env=ENVIRONMENT)
         os.write(stream, b"END")
         os.close(stream)
         told = b""

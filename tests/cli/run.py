@@ -16,7 +16,7 @@ import subprocess
 import sys
 import time
 
-from tests.cli.box import MODULE, MODULE_LINES, SETTINGS, TIMEOUT, in_box
+from tests.cli.box import ENVIRONMENT, MODULE, MODULE_LINES, SETTINGS, TIMEOUT, in_box
 from tests.support.checks import (equal, holds, holds_not, listed_tests, run_tests, test,
                                   with_full_paths)
 
@@ -31,8 +31,24 @@ def help_and_version(box):
     holds(text, "-o, --output DATEI", "-n, --line-numbers", "--wrap N", "Rückgabewert: 0")
     assert max(map(len, text.splitlines())) <= 80
     assert all(line == line.rstrip() for line in text.splitlines())
-    equal(box.run("--help", "--wrong").decode("utf-8"), text)
+    for option in ("--help", "-h"):
+        equal(box.run(option, "--wrong").decode("utf-8"), text)
+    equal(box.run("-V"), box.run("--version"))
     assert re.fullmatch(rb"tintline \d+\.\d+\.\d+\n", box.run("--version"))
+
+
+@test
+def the_locale_chooses_the_language(box):
+    box.posix_only()  # Wine is always set to German
+    without = {name: value for name, value in os.environ.items() if not name.startswith("L")}
+    for language, locale in ((b"Aufruf: ", {"LC_ALL": "", "LC_MESSAGES": "de", "LANG": "fr_FR"}),
+                             (b"Aufruf: ", {"LANG": "de_CH.UTF-8@x"}), (b"Usage: ", {}),
+                             (b"Usage: ", {"LC_ALL": "C", "LANG": "de_DE"})):
+        text = box.run("--help", env={**without, **locale})
+        holds(text, language)
+        assert max(map(len, text.decode("utf-8").splitlines())) <= 80
+    told = subprocess.run([*box.command, "no\n\x1b[31m.bas"], env=without, stderr=subprocess.PIPE)
+    equal(told.stderr, b"tintline: no\\n\\x1B[31m.bas: file not found\n")
 
 
 @test
@@ -58,7 +74,7 @@ def wrong_usage_is_explained_and_writes_nothing(box):
         ((), "es ist keine Datei angegeben"),
         (("--wrong=1", "a.bas"), "unbekannte Option --wrong"),
         (("--out", "x", "a.bas"), "unbekannte Option --out"),
-        (("-nx", "a.bas"), 'unbekannte Option "-x"'),
+        (("-nx", "a.bas"), 'unbekannte Option -x'),
         (("--quiet=1", "a.bas"), "--quiet: nimmt keinen Wert"),
         (("a.bas", "--output"), "--output: der Wert DATEI fehlt"),
         (("-d", "", "a.bas"), "--output-dir: der Wert ORDNER fehlt"),
@@ -109,11 +125,11 @@ def keywords_and_settings_come_from_files_that_are_never_written(box):
     plain = box.run(CLASSIC, "a.bas")
     text = box.run(CLASSIC, "--keywords=k.ini", "a.bas")
     holds(text, b"<span class='Code'>Hund", b"<span class='Parms'>Katze", b"Dim ")
-    missing = "no1.ini: Die Steuerdatei mit den Schlüsselworten wurde nicht gefunden!"
+    missing = "no1.ini: der Abschnitt [Keywords 1] fehlt oder ist leer"
     holds_not(box.run(CLASSIC, "--keywords=no1.ini", "--format=body", "a.bas",
                       err=missing), b"Code")
     text = box.run(CLASSIC, "--keywords=no2.ini", "--format=body", "a.bas",
-                   err="no2.ini: Nichts gefunden")
+                   err="no2.ini: der Abschnitt [Keywords 2]")
     holds(text, b"<span class='Code'>Hund", b"Katze")
     equal(box.run(CLASSIC, "--settings=damaged.ini", "a.bas"), plain)
     text = box.run("--keywords=k.ini", "--settings=s.ini", "--style=inline", "a.bas")
@@ -134,7 +150,7 @@ def keywords_and_settings_come_from_files_that_are_never_written(box):
     box.put("programm/TINTLINE.ini", SETTINGS)
     text = box.run(CLASSIC, "--format=clipboard", "a.bas", command=command)
     holds(text, b"<div>\r\n", b"Code'>Hund", b"\r\n</div>")
-    holds(box.run(CLASSIC, "--keywords=no2.ini", "a.bas", command=command, err="Nichts"),
+    holds(box.run(CLASSIC, "--keywords=no2.ini", "a.bas", command=command, err="no2.ini: "),
           b"#123456")
     equal((len(box.names()), box.get("programm/TINTLINE.ini")), (9, SETTINGS))
 
@@ -232,7 +248,7 @@ def an_interrupted_run_leaves_nothing_half_done(box):
         signal.signal(signal.SIGINT, signal.SIG_DFL)
 
     with subprocess.Popen([*box.command, "-d", "out", *names], cwd=box.folder, preexec_fn=default,
-                          stderr=subprocess.PIPE) as running:
+                          stderr=subprocess.PIPE, env=ENVIRONMENT) as running:
         while not list(box.folder.glob("out/*.htm")) and running.poll() is None:
             time.sleep(0.001)
         running.send_signal(signal.SIGINT)
@@ -243,7 +259,7 @@ def an_interrupted_run_leaves_nothing_half_done(box):
     equal({name[-4:] for name in made}, {".htm"})
     equal({len(box.get("out/" + name)) for name in made}, {len(box.run("000.bas"))})
     with subprocess.Popen([*box.command, "-"], stdin=subprocess.PIPE,
-                          stderr=subprocess.PIPE) as waiting:
+                          stderr=subprocess.PIPE, env=ENVIRONMENT) as waiting:
         time.sleep(0.3)
         waiting.terminate()
         equal(waiting.stderr.read().decode("utf-8"), "tintline: abgebrochen\n")

@@ -57,10 +57,11 @@ TEST(ReadFile, givesEveryByteOrTheReason) {
     FAIL();
   } catch (const FileError& error) {
     EXPECT_EQ(error.path(), folder / u8"fehlt ä.bas");
-    EXPECT_TRUE(std::string_view(error.what()).ends_with("fehlt ä.bas: Datei nicht gefunden"));
+    EXPECT_TRUE(std::string_view(error.what()).ends_with("fehlt ä.bas: file not found"));
   }
-  EXPECT_EQ(reasonText({9999, std::generic_category()}), L"Fehler 9999");
-  EXPECT_EQ(reasonText(std::make_error_code(std::errc::permission_denied)), L"Zugriff verweigert");
+  EXPECT_EQ(reasonText({9999, std::generic_category()}).german, L"Fehler 9999");
+  EXPECT_EQ(reasonText(std::make_error_code(std::errc::permission_denied)).german,
+            L"Zugriff verweigert");
 }
 
 TEST(AtomicFile, replacesTheWholeFileAtTheCommitOnly) {

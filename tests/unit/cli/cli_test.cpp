@@ -20,9 +20,10 @@ namespace {
 TEST(Report, TellsFailuresInTheOrderOfTheInputsAroundItsCounter) {
   std::wstring told;
   Report report(
-      {L"a", L"b", L"c", L"d"}, [&](std::wstring_view text) { told += text; }, true);
-  report.finished(2, {.failure = L"drei"});
-  report.finished(1, {.failure = L"zwei"});
+      {valueOf(L"a"), valueOf(L"b"), valueOf(L"c"), valueOf(L"d")},
+      [&](std::wstring_view text) { told += text; }, true, Language::German);
+  report.finished(2, {.failure = valueOf(L"drei")});
+  report.finished(1, {.failure = valueOf(L"zwei")});
   EXPECT_EQ(told, L"") << "the counter is shown now and then";
   std::this_thread::sleep_for(std::chrono::milliseconds(60));
   report.finished(0, {.failure = {}, .sourceLines = 20});
@@ -35,17 +36,17 @@ TEST(Report, TellsFailuresInTheOrderOfTheInputsAroundItsCounter) {
   using std::chrono::milliseconds;
   const std::pair<int, const wchar_t*> seconds[] = {
       {0, L"0"}, {59, L"0,05"}, {300, L"0,3"}, {12349, L"12,34"}, {60000, L"60"}};
-  for (const auto& [time, text] : seconds) EXPECT_EQ(secondsText(milliseconds(time)), text);
+  for (const auto& [time, text] : seconds) EXPECT_EQ(secondsText(milliseconds(time)).german, text);
 }
 
 TEST(Run, WhateverHappensToAnInputIsToldAsItsFailure) {
   const std::pair<std::function<std::string()>, const char*> rows[] = {
       {[]() -> std::string { throw FileError({}, std::make_error_code(std::errc::io_error)); },
-       "Fehler des Datenträgers"},
-      {[]() -> std::string { throw std::bad_alloc(); }, "der Speicher reicht nicht"},
-      {[]() -> std::string { throw std::length_error(""); }, "das Ergebnis wird zu groß"},
-      {[]() -> std::string { throw std::overflow_error(""); }, "das Ergebnis wird zu groß"},
-      {[]() -> std::string { throw std::runtime_error("why"); }, "unerwarteter Fehler: why"},
+       "input/output error"},
+      {[]() -> std::string { throw std::bad_alloc(); }, "not enough memory"},
+      {[]() -> std::string { throw std::length_error(""); }, "the result becomes too large"},
+      {[]() -> std::string { throw std::overflow_error(""); }, "the result becomes too large"},
+      {[]() -> std::string { throw std::runtime_error("why"); }, "unexpected error: why"},
   };
   for (const auto& [readInput, reason] : rows) {
     const test::TempFolder folder;
@@ -55,11 +56,11 @@ TEST(Run, WhateverHappensToAnInputIsToldAsItsFailure) {
                   {.programFolder = folder.path(),
                    .readInput = readInput,
                    .output = written,
-                   .tell = [&](std::wstring_view text) { told += text; },
+                   .write = [&](std::wstring_view text) { told += text; },
                    .terminal = false}),
               kSomeFailed);
     EXPECT_EQ(written.str(), "");
-    EXPECT_EQ(toUtf8(told), std::string("tintline: Standardeingabe: ") + reason + "\n");
+    EXPECT_EQ(toUtf8(told), std::string("tintline: standard input: ") + reason + "\n");
   }
 }
 

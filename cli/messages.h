@@ -1,0 +1,94 @@
+// What the command line tells, in both languages; the texts of the options are in
+// cli/option_table.cpp, the reasons of failed file operations in base/file.cpp.
+//
+// Tested by tests/cli/run.py.
+#pragma once
+
+#include "base/message.h"
+
+namespace tintline::messages {
+
+// ------------------------------------------------------------------- how they are put together
+inline constexpr Text<1> kTold{L"tintline: {1}\n", L"tintline: {1}\n"};
+inline constexpr Text<2> kAbout{L"{1}: {2}", L"{1}: {2}"};  // what it is about, what is told
+inline constexpr Text<1> kJust{L"{1}", L"{1}"};
+inline constexpr Text<2> kOr{L"{1} or {2}", L"{1} oder {2}"};
+inline constexpr Text<2> kList{L"{1}, {2}", L"{1}, {2}"};
+
+// --------------------------------------------------------------------------------- the program
+inline constexpr Text<0> kInterrupted{L"interrupted", L"abgebrochen"};
+inline constexpr Text<0> kSeeHelp{L"\"tintline --help\" shows what is possible.\n",
+                                  L"\"tintline --help\" zeigt, was möglich ist.\n"};
+inline constexpr Text<1> kUnexpected{L"unexpected error: {1}", L"unerwarteter Fehler: {1}"};
+inline constexpr Text<0> kStandardInput{L"standard input", L"Standardeingabe"};
+inline constexpr Text<0> kStandardOutput{L"standard output", L"Standardausgabe"};
+
+// ----------------------------------------------------------------------------------- the usage
+inline constexpr Text<1> kUnknownOption{L"unknown option {1}", L"unbekannte Option {1}"};
+inline constexpr Text<2> kValueMissing{L"{1}: the value {2} is missing",
+                                       L"{1}: der Wert {2} fehlt"};
+inline constexpr Text<3> kWrongValue{L"{1}: \"{2}\" is not possible, use {3}",
+                                     L"{1}: \"{2}\" geht nicht, möglich: {3}"};
+inline constexpr Text<1> kTakesNoValue{L"{1}: takes no value", L"{1}: nimmt keinen Wert"};
+inline constexpr Text<0> kEmptyName{L"an empty text is no file name",
+                                    L"ein leerer Text ist kein Dateiname"};
+inline constexpr Text<0> kNoInput{L"no file is given", L"es ist keine Datei angegeben"};
+inline constexpr Text<2> kOnlyInMode{L"{1} needs --mode {2}", L"{1} gibt es nur mit --mode {2}"};
+inline constexpr Text<0> kFileAndFolder{L"--output and --output-dir exclude each other",
+                                        L"--output und --output-dir gehen nicht zusammen"};
+inline constexpr Text<0> kSeveralNeedFolder{
+    L"several files need --output-dir with --mode classic",
+    L"mehrere Dateien brauchen mit --mode classic --output-dir"};
+inline constexpr Text<0> kStandardInputHasNoName{
+    L"the standard input (-) has no name for --output-dir",
+    L"die Standardeingabe (-) hat keinen Namen für --output-dir"};
+inline constexpr Text<0> kStandardInputOnce{L"the standard input (-) can be read only once",
+                                            L"die Standardeingabe (-) lässt sich nur einmal lesen"};
+inline constexpr Text<2> kOverwritesSource{L"the output {1} would overwrite {2}",
+                                           L"die Ausgabe {1} würde {2} überschreiben"};
+
+// --------------------------------------------------------------------------------- the settings
+inline constexpr Text<1> kSectionEmpty{L"the section [{1}] is missing or empty",
+                                       L"der Abschnitt [{1}] fehlt oder ist leer"};
+
+// ----------------------------------------------------------------------------------- the inputs
+inline constexpr Text<0> kNoModuleFile{L"is no module file", L"ist keine Moduldatei"};
+inline constexpr Text<0> kHoldsNoModules{L"holds no module files", L"enthält keine Moduldateien"};
+inline constexpr Text<0> kNoFile{L"is no file", L"ist keine Datei"};
+inline constexpr Text<0> kFolderLink{L"is a link that leads to another folder",
+                                     L"führt als Verknüpfung in einen anderen Ordner"};
+inline constexpr Text<0> kTakesResults{L"takes the results", L"nimmt die Ergebnisse auf"};
+inline constexpr Text<2> kSameTarget{L"{1} would be the result of {2} as well",
+                                     L"{1} entstünde auch aus {2}"};
+inline constexpr Text<2> kSameTargetButForCase{
+    L"{1} would be the result of {2} as well, as case does not count",
+    L"{1} entstünde auch aus {2}, da Groß- und Kleinschreibung nicht zählt"};
+inline constexpr Text<2> kUnwritable{L"cannot write {1}: {2}",
+                                     L"{1} kann nicht geschrieben werden: {2}"};
+inline constexpr Text<0> kResultTooLarge{L"the result becomes too large",
+                                         L"das Ergebnis wird zu groß"};
+inline constexpr Text<0> kNotEnoughMemory{L"not enough memory", L"der Speicher reicht nicht"};
+inline constexpr Text<1> kBeyondLastLine{
+    L"--lines goes beyond the end, the last line is {1}",
+    L"--lines reicht über das Ende hinaus, letzte Zeile ist {1}"};
+inline constexpr Text<1> kTooManyLines{L"more than {1} lines", L"mehr als {1} Zeilen"};
+inline constexpr Text<1> kTooManyLinesWrapped{L"more than {1} lines once they are wrapped",
+                                              L"mehr als {1} Zeilen nach dem Umbruch"};
+inline constexpr Text<0> kChangedMeanwhile{L"the file changed during the conversion",
+                                           L"die Datei hat sich während der Umwandlung geändert"};
+
+// -------------------------------------------------------------------------------- the progress
+inline constexpr Text<2> kProgress{L"{1} of {2} files", L"{1} von {2} Dateien"};
+inline constexpr Text<0> kOneFile{L"1 file", L"1 Datei"};
+inline constexpr Text<1> kFiles{L"{1} files", L"{1} Dateien"};
+inline constexpr Text<0> kOneLine{L"1 line", L"1 Zeile"};
+inline constexpr Text<1> kLines{L"{1} lines", L"{1} Zeilen"};
+inline constexpr Text<3> kSummary{L"{1}, {2} converted in {3} s\n",
+                                  L"{1}, {2} in {3}s verarbeitet\n"};
+
+// One of two texts, by a number.
+inline Message counted(std::size_t count, const Text<0>& one, const Text<1>& many) {
+  return count == 1 ? one() : many(count);
+}
+
+}  // namespace tintline::messages
