@@ -47,9 +47,11 @@ int commandLine(const std::vector<std::string>& arguments) {
   prepareStandardStreams();
   keepFreedMemory();
   try {
-    const Options options = parseOptions(arguments);
+    Options options = parseOptions(arguments);
     if (options.help) return print(helpText(language()));
     if (options.version) return print(L"tintline " + fromUtf8(TINTLINE_VERSION) + L'\n');
+    if (options.inputs.empty() && options.outputDir.empty() && !inputIsTerminal())
+      options.inputs.emplace_back(kStandardStream);
     onInterruption(breakOff);
     StandardOutput output;
     return run(options, {.programFolder = programFolder(),

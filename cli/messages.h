@@ -17,14 +17,16 @@ inline constexpr Text<2> kList{L"{1}, {2}", L"{1}, {2}"};
 
 // --------------------------------------------------------------------------------- the program
 inline constexpr Text<0> kInterrupted{L"interrupted", L"abgebrochen"};
-inline constexpr Text<0> kSeeHelp{L"\"tintline --help\" shows what is possible.\n",
-                                  L"\"tintline --help\" zeigt, was möglich ist.\n"};
+inline constexpr Text<0> kSeeHelp{
+    L"Usage: tintline [OPTIONS] FILE|FOLDER...   (tintline --help tells more)\n",
+    L"Aufruf: tintline [OPTIONEN] DATEI|ORDNER...   (mehr mit tintline --help)\n"};
 inline constexpr Text<1> kUnexpected{L"unexpected error: {1}", L"unerwarteter Fehler: {1}"};
 inline constexpr Text<0> kStandardInput{L"standard input", L"Standardeingabe"};
 inline constexpr Text<0> kStandardOutput{L"standard output", L"Standardausgabe"};
 
 // ----------------------------------------------------------------------------------- the usage
 inline constexpr Text<1> kUnknownOption{L"unknown option {1}", L"unbekannte Option {1}"};
+inline constexpr Text<2> kMistyped{L"{1}; did you mean {2}?", L"{1}; meinten Sie {2}?"};
 inline constexpr Text<2> kValueMissing{L"{1}: the value {2} is missing",
                                        L"{1}: der Wert {2} fehlt"};
 inline constexpr Text<3> kWrongValue{L"{1}: \"{2}\" is not possible, use {3}",

@@ -123,217 +123,180 @@ constexpr Text<0> kKind{L"KIND", L"ART"};
 constexpr Text<0> kNumber{L"N", L"N"};
 
 constexpr OptionRow kOptions[] = {
-    {"output",
-     'o',
-     kFile,
-     {},
-     {},
-     {L"write the result to FILE, in a new folder if need be\n"
-      L"(without -o and -d: to the standard output)",
-      L"schreibt das Ergebnis in DATEI; ihr Ordner wird bei\n"
-      L"Bedarf angelegt (ohne -o und -d: Standardausgabe)"},
-     storeText<&Options::output>},
-    {"output-dir",
-     'd',
-     {L"FOLDER", L"ORDNER"},
-     {},
-     {},
-     {L"for each module write a file of the same name\n"
-      L"(.htm, .rtf, .md, .json) into FOLDER, which is made\n"
-      L"when it is missing; Form1.frm and Form1.cls become\n"
-      L"Form1.frm.htm and Form1.cls.htm",
-      L"schreibt je Modul eine Datei gleichen Namens\n"
-      L"(.htm, .rtf, .md, .json) nach ORDNER, der bei\n"
-      L"Bedarf angelegt wird; Form1.frm und Form1.cls\n"
-      L"werden zu Form1.frm.htm und Form1.cls.htm"},
-     storeText<&Options::outputDir>},
-    {"mode",
-     0,
-     {L"MODE", L"MODUS"},
-     kNamesOf<kModes>,
-     {},
-     {L"exact: reads the code as the language means it (the\n"
-      L"default); classic: word by word",
-      L"exact: genau, liest den Code, wie die Sprache ihn\n"
-      L"meint (Vorgabe); classic: klassisch, Wort für Wort"},
-     storeChoice<kModes, &Options::mode>},
-    {"format",
-     0,
-     {L"FORM", L"FORM"},
-     kNamesOf<kFormats>,
-     {},
-     {L"what is written:\n"
-      L"  page   an HTML page with an index (the default)\n"
-      L"  body   the HTML text only\n"
-      L"  lines  the lines of HTML, one a line\n"
-      L"exact only:\n"
-      L"  rtf    for word processors\n"
-      L"  md     Markdown: an index and the code\n"
-      L"  json   what is known of the code, as data\n"
-      L"classic only:\n"
-      L"  preview    the page of the preview\n"
-      L"  clipboard  PreCode, lines of HTML, PostCode\n"
-      L"  table      the lines as rows of a table",
-      L"was geschrieben wird:\n"
-      L"  page   HTML-Seite mit Übersicht (Vorgabe)\n"
-      L"  body   nur der HTML-Text\n"
-      L"  lines  die HTML-Zeilen, eine je Zeile\n"
-      L"nur genau:\n"
-      L"  rtf    für Textverarbeitungen\n"
-      L"  md     Markdown: Übersicht und Code\n"
-      L"  json   was vom Code bekannt ist, als Daten\n"
-      L"nur klassisch:\n"
-      L"  preview    die Seite der Vorschau\n"
-      L"  clipboard  PreCode, HTML-Zeilen, PostCode\n"
-      L"  table      die Zeilen als Tabellenzeilen"},
-     storeChoice<kFormats, &Options::format>},
-    {"style",
-     0,
-     kKind,
-     kNamesOf<kStyles>,
-     {},
-     {L"class: CSS defined once (the default),\n"
-      L"inline: CSS in the style of each element; exact: one\n"
-      L"<pre> without an index, for mails and wikis",
-      L"class: CSS zentral definiert (Vorgabe),\n"
-      L"inline: CSS im Style jedes Elements; genau ein <pre>\n"
-      L"ohne Übersicht, für Mails und Wikis"},
-     storeChoice<kStyles, &Options::style>},
-    {"links",
-     0,
-     {L"TARGETS", L"ZIELE"},
-     kNamesOf<kLinks>,
-     {},
-     {L"exact only: what names link to: none nothing, procs\n"
-      L"procedures, module all of the module, all the others\n"
-      L"of the folder too (the default, but for inline)",
-      L"nur genau: worauf Namen verweisen: none nichts,\n"
-      L"procs Prozeduren, module alles im Modul, all auch\n"
-      L"andere des Ordners (Vorgabe, außer bei inline)"},
-     storeChoice<kLinks, &Options::links>},
-    {"titles",
-     0,
-     {L"on|off", L"on|off"},
-     kNamesOf<kSwitch>,
-     {},
-     {L"exact only: links show the head of their target\n"
-      L"(default: on)",
-      L"nur genau: Verweise zeigen den Kopf ihres Ziels\n"
-      L"(Vorgabe on)"},
-     storeChoice<kSwitch, &Options::titles>},
-    {"header",
-     0,
-     kKind,
-     kNamesOf<kHeaders>,
-     {},
-     {L"exact only, the header of the module file: fold it\n"
-      L"(the default), show it, drop it",
-      L"nur genau, den Kopf der Moduldatei: fold einklappen\n"
-      L"(Vorgabe), show zeigen, drop weglassen"},
-     storeChoice<kHeaders, &Options::header>},
-    {"theme",
-     0,
-     kKind,
-     kNamesOf<kThemes>,
-     {},
-     {L"exact only: light or dark colours, or what the\n"
-      L"browser is set to (auto, the default)",
-      L"nur genau: Farben hell (light), dunkel (dark) oder\n"
-      L"wie im Browser eingestellt (auto, Vorgabe)"},
-     storeChoice<kThemes, &Options::theme>},
-    {"line-numbers",
-     'n',
-     {},
-     {},
-     {},
-     {L"put line numbers in front", L"setzt Zeilennummern davor"},
-     storeFlag<&Options::lineNumbers>},
-    {"lines",
-     0,
-     {L"A-B[,C-D...]", L"A-B[,C-D...]"},
-     {},
-     {L"ranges like 10-20 or 3,10-20, counted from 1",
-      L"Bereiche wie 10-20 oder 3,10-20, gezählt ab 1"},
-     {L"convert only these lines (counted from 1),\n"
-      L"classic: one by one",
-      L"wandelt nur diese Zeilen um (gezählt ab 1),\n"
-      L"klassisch wie der Befehl \"Auswahl\""},
-     storeLines},
-    {"indent",
-     0,
-     kNumber,
-     {},
-     {L"a number from 0 to 100", L"eine Zahl von 0 bis 100"},
-     {L"before that, indent by N blanks a level (0 to 100)",
-      L"rückt vorher N Leerzeichen je Ebene ein,\n"
-      L"wie N-mal \"format\" gedrückt (0 bis 100)"},
-     storeIndent},
-    {"wrap",
-     0,
-     kNumber,
-     {},
-     {L"a number from 20 to 1000, or 0", L"eine Zahl von 20 bis 1000 oder 0"},
-     {L"after that, break lines of more than N characters\n"
-      L"(20 to 1000, 0: off), what follows one level deeper\n"
-      L"(by 4 without --indent); --lines counts new lines",
-      L"bricht danach Zeilen über N Zeichen um (20 bis 1000,\n"
-      L"0: aus), Folgezeilen eine Ebene tiefer (ohne\n"
-      L"--indent um 4); --lines zählt die neuen Zeilen"},
-     storeWrap},
-    {"pasted",
-     0,
-     {},
-     {},
-     {},
-     {L"classic only: treat the input as pasted text",
-      L"nur klassisch: die Eingabe wie eingefügten Text\n"
-      L"behandeln"},
-     storeFlag<&Options::pasted>},
-    {"keywords",
-     0,
-     kFile,
-     {},
-     {},
-     {L"the control file with the keywords (default: vb.ini\n"
-      L"beside the program, else the built-in lists)",
-      L"Steuerdatei mit den Schlüsselworten (Vorgabe: vb.ini\n"
-      L"beim Programm, sonst die eingebauten Listen)"},
-     storeText<&Options::keywords>},
-    {"settings",
-     0,
-     kFile,
-     {},
-     {},
-     {L"colours, PreCode and PostCode (default: TINTLINE.ini\n"
-      L"beside the program); the file is never written",
-      L"Farben, PreCode und PostCode (Vorgabe: TINTLINE.ini\n"
-      L"beim Programm); die Datei wird nie geschrieben"},
-     storeText<&Options::settings>},
-    {"jobs",
-     0,
-     kNumber,
-     {},
-     {L"a number from 1 to 64", L"eine Zahl von 1 bis 64"},
-     {L"so many files at the same time (1 to 64,\n"
-      L"default: the number of processors)",
-      L"so viele Dateien gleichzeitig (1 bis 64,\n"
-      L"Vorgabe: Zahl der Prozessoren)"},
-     storeJobs},
-    {"quiet",
-     'q',
-     {},
-     {},
-     {},
-     {L"show no progress on a terminal", L"zeigt im Terminal keinen Fortschritt"},
-     storeFlag<&Options::quiet>},
-    {"help", 'h', {}, {}, {}, {L"show this help", L"zeigt diese Hilfe"}, storeFlag<&Options::help>},
-    {"version",
-     'V',
-     {},
-     {},
-     {},
-     {L"show the version", L"zeigt die Version"},
-     storeFlag<&Options::version>},
+    {.name = "output",
+     .shortName = 'o',
+     .value = kFile,
+     .help = {L"write the result to FILE, in a new folder if need be\n"
+              L"(without -o and -d: to the standard output)",
+              L"schreibt das Ergebnis in DATEI; ihr Ordner wird bei\n"
+              L"Bedarf angelegt (ohne -o und -d: Standardausgabe)"},
+     .store = storeText<&Options::output>},
+    {.name = "output-dir",
+     .shortName = 'd',
+     .value = {L"FOLDER", L"ORDNER"},
+     .help = {L"for each module write a file of the same name\n"
+              L"(.htm, .rtf, .md, .json) into FOLDER, which is made\n"
+              L"when it is missing; Form1.frm and Form1.cls become\n"
+              L"Form1.frm.htm and Form1.cls.htm",
+              L"schreibt je Modul eine Datei gleichen Namens\n"
+              L"(.htm, .rtf, .md, .json) nach ORDNER, der bei\n"
+              L"Bedarf angelegt wird; Form1.frm und Form1.cls\n"
+              L"werden zu Form1.frm.htm und Form1.cls.htm"},
+     .store = storeText<&Options::outputDir>},
+    {.name = "mode",
+     .value = {L"MODE", L"MODUS"},
+     .choices = kNamesOf<kModes>,
+     .help = {L"exact: reads the code as the language means it (the\n"
+              L"default); classic: word by word",
+              L"exact: genau, liest den Code, wie die Sprache ihn\n"
+              L"meint (Vorgabe); classic: klassisch, Wort für Wort"},
+     .store = storeChoice<kModes, &Options::mode>},
+    {.name = "format",
+     .value = {L"FORM", L"FORM"},
+     .choices = kNamesOf<kFormats>,
+     .help = {L"what is written:\n"
+              L"  page   an HTML page with an index (the default)\n"
+              L"  body   the HTML text only\n"
+              L"  lines  the lines of HTML, one a line\n"
+              L"exact only:\n"
+              L"  rtf    for word processors\n"
+              L"  md     Markdown: an index and the code\n"
+              L"  json   what is known of the code, as data\n"
+              L"classic only:\n"
+              L"  preview    the page of the preview\n"
+              L"  clipboard  PreCode, lines of HTML, PostCode\n"
+              L"  table      the lines as rows of a table",
+              L"was geschrieben wird:\n"
+              L"  page   HTML-Seite mit Übersicht (Vorgabe)\n"
+              L"  body   nur der HTML-Text\n"
+              L"  lines  die HTML-Zeilen, eine je Zeile\n"
+              L"nur genau:\n"
+              L"  rtf    für Textverarbeitungen\n"
+              L"  md     Markdown: Übersicht und Code\n"
+              L"  json   was vom Code bekannt ist, als Daten\n"
+              L"nur klassisch:\n"
+              L"  preview    die Seite der Vorschau\n"
+              L"  clipboard  PreCode, HTML-Zeilen, PostCode\n"
+              L"  table      die Zeilen als Tabellenzeilen"},
+     .store = storeChoice<kFormats, &Options::format>},
+    {.name = "style",
+     .value = kKind,
+     .choices = kNamesOf<kStyles>,
+     .help = {L"class: CSS defined once (the default),\n"
+              L"inline: CSS in the style of each element; exact: one\n"
+              L"<pre> without an index, for mails and wikis",
+              L"class: CSS zentral definiert (Vorgabe),\n"
+              L"inline: CSS im Style jedes Elements; genau ein <pre>\n"
+              L"ohne Übersicht, für Mails und Wikis"},
+     .store = storeChoice<kStyles, &Options::style>},
+    {.name = "links",
+     .value = {L"TARGETS", L"ZIELE"},
+     .choices = kNamesOf<kLinks>,
+     .help = {L"exact only: what names link to: none nothing, procs\n"
+              L"procedures, module all of the module, all the others\n"
+              L"of the folder too (the default, but for inline)",
+              L"nur genau: worauf Namen verweisen: none nichts,\n"
+              L"procs Prozeduren, module alles im Modul, all auch\n"
+              L"andere des Ordners (Vorgabe, außer bei inline)"},
+     .store = storeChoice<kLinks, &Options::links>},
+    {.name = "titles",
+     .value = {L"on|off", L"on|off"},
+     .choices = kNamesOf<kSwitch>,
+     .help = {L"exact only: links show the head of their target\n"
+              L"(default: on)",
+              L"nur genau: Verweise zeigen den Kopf ihres Ziels\n"
+              L"(Vorgabe on)"},
+     .store = storeChoice<kSwitch, &Options::titles>},
+    {.name = "header",
+     .value = kKind,
+     .choices = kNamesOf<kHeaders>,
+     .help = {L"exact only, the header of the module file: fold it\n"
+              L"(the default), show it, drop it",
+              L"nur genau, den Kopf der Moduldatei: fold einklappen\n"
+              L"(Vorgabe), show zeigen, drop weglassen"},
+     .store = storeChoice<kHeaders, &Options::header>},
+    {.name = "theme",
+     .value = kKind,
+     .choices = kNamesOf<kThemes>,
+     .help = {L"exact only: light or dark colours, or what the\n"
+              L"browser is set to (auto, the default)",
+              L"nur genau: Farben hell (light), dunkel (dark) oder\n"
+              L"wie im Browser eingestellt (auto, Vorgabe)"},
+     .store = storeChoice<kThemes, &Options::theme>},
+    {.name = "line-numbers",
+     .shortName = 'n',
+     .help = {L"put line numbers in front", L"setzt Zeilennummern davor"},
+     .store = storeFlag<&Options::lineNumbers>},
+    {.name = "lines",
+     .value = {L"A-B[,C-D...]", L"A-B[,C-D...]"},
+     .allowed = {L"ranges like 10-20 or 3,10-20, counted from 1",
+                 L"Bereiche wie 10-20 oder 3,10-20, gezählt ab 1"},
+     .help = {L"convert only these lines (counted from 1),\n"
+              L"classic: one by one",
+              L"wandelt nur diese Zeilen um (gezählt ab 1),\n"
+              L"klassisch wie der Befehl \"Auswahl\""},
+     .store = storeLines},
+    {.name = "indent",
+     .value = kNumber,
+     .allowed = {L"a number from 0 to 100", L"eine Zahl von 0 bis 100"},
+     .help = {L"before that, indent by N blanks a level (0 to 100)",
+              L"rückt vorher N Leerzeichen je Ebene ein,\n"
+              L"wie N-mal \"format\" gedrückt (0 bis 100)"},
+     .store = storeIndent},
+    {.name = "wrap",
+     .value = kNumber,
+     .allowed = {L"a number from 20 to 1000, or 0", L"eine Zahl von 20 bis 1000 oder 0"},
+     .help = {L"after that, break lines of more than N characters\n"
+              L"(20 to 1000, 0: off), what follows one level deeper\n"
+              L"(by 4 without --indent); --lines counts new lines",
+              L"bricht danach Zeilen über N Zeichen um (20 bis 1000,\n"
+              L"0: aus), Folgezeilen eine Ebene tiefer (ohne\n"
+              L"--indent um 4); --lines zählt die neuen Zeilen"},
+     .store = storeWrap},
+    {.name = "pasted",
+     .help = {L"classic only: treat the input as pasted text",
+              L"nur klassisch: die Eingabe wie eingefügten Text\n"
+              L"behandeln"},
+     .store = storeFlag<&Options::pasted>},
+    {.name = "keywords",
+     .value = kFile,
+     .help = {L"the control file with the keywords (default: vb.ini\n"
+              L"beside the program, else the built-in lists)",
+              L"Steuerdatei mit den Schlüsselworten (Vorgabe: vb.ini\n"
+              L"beim Programm, sonst die eingebauten Listen)"},
+     .store = storeText<&Options::keywords>},
+    {.name = "settings",
+     .value = kFile,
+     .help = {L"colours, PreCode and PostCode (default: TINTLINE.ini\n"
+              L"beside the program); the file is never written",
+              L"Farben, PreCode und PostCode (Vorgabe: TINTLINE.ini\n"
+              L"beim Programm); die Datei wird nie geschrieben"},
+     .store = storeText<&Options::settings>},
+    {.name = "jobs",
+     .value = kNumber,
+     .allowed = {L"a number from 1 to 64", L"eine Zahl von 1 bis 64"},
+     .help = {L"so many files at the same time (1 to 64,\n"
+              L"default: the number of processors)",
+              L"so viele Dateien gleichzeitig (1 bis 64,\n"
+              L"Vorgabe: Zahl der Prozessoren)"},
+     .store = storeJobs},
+    {.name = "quiet",
+     .shortName = 'q',
+     .help = {L"show no progress on a terminal (after a second)",
+              L"zeigt im Terminal keinen Fortschritt (nach 1 s)"},
+     .store = storeFlag<&Options::quiet>},
+    {.name = "verbose",
+     .shortName = 'v',
+     .help = {L"tell how much was converted", L"sagt, wie viel umgewandelt wurde"},
+     .store = storeFlag<&Options::verbose>},
+    {.name = "help",
+     .shortName = 'h',
+     .help = {L"show this help", L"zeigt diese Hilfe"},
+     .store = storeFlag<&Options::help>},
+    {.name = "version",
+     .shortName = 'V',
+     .help = {L"show the version", L"zeigt die Version"},
+     .store = storeFlag<&Options::version>},
 };
 
 constexpr bool linesFit(std::wstring_view text) {

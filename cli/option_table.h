@@ -19,11 +19,11 @@ inline constexpr std::size_t kHelpWidth = 80 - kHelpColumn;
 
 struct OptionRow {
   std::string_view name;
-  char shortName;                             // 0: none
-  Text<0> value;                              // name of the value, empty for a flag
-  std::span<const std::string_view> choices;  // the values that can be given ...
-  Text<0> allowed;                            // ... or what they are like; neither: any text
-  Text<0> help;                               // lines for the help text
+  char shortName = 0;                              // 0: none
+  Text<0> value = {};                              // name of the value, empty for a flag
+  std::span<const std::string_view> choices = {};  // the values that can be given ...
+  Text<0> allowed = {};                            // ... or what they are like; neither: any text
+  Text<0> help;                                    // lines for the help text
   bool (*store)(Options& options, std::string_view value);  // false: a wrong value
 
   bool takesValue() const { return !value.in(Language::English).empty(); }

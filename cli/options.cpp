@@ -4,6 +4,7 @@
 
 #include "base/codepage.h"
 #include "cli/messages.h"
+#include "cli/nearest.h"
 #include "cli/option_table.h"
 
 namespace tintline {
@@ -25,12 +26,25 @@ Message allowedValues(const OptionRow& option) {
   return all;
 }
 
+Message withSuggestion(const Message& wrong, std::string_view meant) {
+  return meant.empty() ? wrong : messages::kMistyped(wrong, argumentText(meant));
+}
+
+UsageError unknownOption(std::string_view name) {
+  std::vector<std::string> options;
+  for (const OptionRow& option : optionTable()) options.push_back("--" + std::string(option.name));
+  const std::vector<std::string_view> names(options.begin(), options.end());
+  return UsageError(
+      withSuggestion(messages::kUnknownOption(argumentText(name)), nearest(name, names)));
+}
+
 void store(const OptionRow& option, std::string_view value, Options& options) {
   if (option.takesValue() && value.empty())
     throw UsageError(messages::kValueMissing(nameOf(option), option.value()));
-  if (!option.store(options, value))
-    throw UsageError(
-        messages::kWrongValue(nameOf(option), argumentText(value), allowedValues(option)));
+  if (option.store(options, value)) return;
+  const Message wrong =
+      messages::kWrongValue(nameOf(option), argumentText(value), allowedValues(option));
+  throw UsageError(withSuggestion(wrong, nearest(value, option.choices)));
 }
 
 class Parser {
@@ -69,7 +83,7 @@ class Parser {
       if (!option.takesValue()) throw UsageError(messages::kTakesNoValue(nameOf(option)));
       return store(option, argument.substr(equals + 1), options_);
     }
-    throw UsageError(messages::kUnknownOption(L"--" + argumentText(name)));
+    throw unknownOption("--" + std::string(name));
   }
 
   // One or more letters; behind one that takes a value stands that value, or it
@@ -90,7 +104,7 @@ class Parser {
   static const OptionRow& shortOption(std::string_view letters) {
     for (const OptionRow& option : optionTable())
       if (option.shortName == letters.front()) return option;
-    throw UsageError(messages::kUnknownOption(L'-' + argumentText(letters)));
+    throw unknownOption("-" + std::string(letters));
   }
 
   std::string_view nextValue(const OptionRow& option) {

@@ -49,6 +49,7 @@ struct Options {
   std::string settings;  // "" when not given
   unsigned jobs = 0;     // 0: as many as there are processors
   bool quiet = false;
+  bool verbose = false;
   bool help = false;     // the rest counts for nothing then
   bool version = false;  // likewise
 };

@@ -36,6 +36,7 @@ void onInterruption(void (*last)());
 // could not be written.
 bool writeText(StandardStream stream, std::wstring_view text);
 
+bool inputIsTerminal();
 bool errorIsTerminal();
 
 // The language that the user chose for the system itself, where it knows one beside the locale.

@@ -78,6 +78,8 @@ bool writeText(StandardStream stream, std::wstring_view text) {
   return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
 }
 
+bool inputIsTerminal() { return ::isatty(STDIN_FILENO) == 1; }
+
 bool errorIsTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 
 Language interfaceLanguage() { return Language::English; }

@@ -80,6 +80,8 @@ bool writeText(StandardStream stream, std::wstring_view text) {
   return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
 }
 
+bool inputIsTerminal() { return consoleOf(STD_INPUT_HANDLE) != nullptr; }
+
 bool errorIsTerminal() { return consoleOf(STD_ERROR_HANDLE) != nullptr; }
 
 Language interfaceLanguage() {

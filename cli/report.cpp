@@ -15,14 +15,13 @@ constexpr auto kCounterInterval = std::chrono::milliseconds(50);
 
 }  // namespace
 
-Report::Report(std::vector<Message> names, Write write, bool progress, Language language)
+Report::Report(std::vector<Message> names, Write write, const Telling& telling)
     : names_(std::move(names)),
       write_(std::move(write)),
-      progress_(progress),
-      language_(language),
+      telling_(telling),
       start_(steady_clock::now()),
       outcomes_(names_.size()),
-      counterShown_(start_) {}
+      counterDue_(start_ + telling.silence) {}
 
 void Report::finished(std::size_t index, Outcome outcome) {
   const std::lock_guard lock(mutex_);
@@ -33,14 +32,14 @@ void Report::finished(std::size_t index, Outcome outcome) {
   }
   outcomes_[index] = std::move(outcome);
   tellOutcomes();
-  if (progress_ && done_ < names_.size()) showCounter();
+  if (telling_.progress && done_ < names_.size()) showCounter();
 }
 
 bool Report::close() {
   const std::lock_guard lock(mutex_);
   for (; told_ < outcomes_.size(); ++told_) tellOutcome(told_);
   clearCounter();
-  if (progress_) showSummary();
+  if (telling_.summary) showSummary();
   return converted_ == names_.size();
 }
 
@@ -54,14 +53,14 @@ void Report::tellOutcome(std::size_t index) {
   const Message& text = outcome.failure.empty() ? outcome.warning : outcome.failure;
   if (text.empty()) return;
   clearCounter();
-  write_(messages::kTold(messages::kAbout(names_[index], text)).in(language_));
+  write_(messages::kTold(messages::kAbout(names_[index], text)).in(telling_.language));
 }
 
 void Report::showCounter() {
   const auto now = steady_clock::now();
-  if (now - counterShown_ < kCounterInterval) return;
-  counterShown_ = now;
-  counter_ = messages::kProgress(done_, names_.size()).in(language_);
+  if (now < counterDue_) return;
+  counterDue_ = now + kCounterInterval;
+  counter_ = messages::kProgress(done_, names_.size()).in(telling_.language);
   write_(L'\r' + counter_);
 }
 
@@ -75,7 +74,7 @@ void Report::showSummary() {
   write_(messages::kSummary(messages::counted(converted_, messages::kOneFile, messages::kFiles),
                             messages::counted(sourceLines_, messages::kOneLine, messages::kLines),
                             secondsText(steady_clock::now() - start_))
-             .in(language_));
+             .in(telling_.language));
 }
 
 Message secondsText(steady_clock::duration duration) {

@@ -23,13 +23,21 @@ struct Outcome {
   std::size_t sourceLines = 0;
 };
 
+// How much a report tells beside failures and warnings.
+struct Telling {
+  bool progress;  // a counter, on a terminal
+  bool summary;   // in the end
+  Language language = Language::English;
+  std::chrono::milliseconds silence = std::chrono::seconds(1);  // before there is a counter
+};
+
 class Report {
  public:
   using Write = std::function<void(std::wstring_view text)>;
 
   // `names` are the inputs as the user reads them; `write` puts text on the
-  // error stream. `progress`: show a counter and, at the end, a summary.
-  Report(std::vector<Message> names, Write write, bool progress, Language language);
+  // error stream.
+  Report(std::vector<Message> names, Write write, const Telling& telling);
 
   // Input `index` is done. May be called from several threads.
   void finished(std::size_t index, Outcome outcome);
@@ -46,8 +54,7 @@ class Report {
 
   const std::vector<Message> names_;
   const Write write_;
-  const bool progress_;
-  const Language language_;
+  const Telling telling_;
   const std::chrono::steady_clock::time_point start_;
 
   std::mutex mutex_;  // guards what follows
@@ -57,7 +64,7 @@ class Report {
   std::size_t converted_ = 0;
   std::size_t sourceLines_ = 0;
   std::wstring counter_;  // as it stands on the terminal
-  std::chrono::steady_clock::time_point counterShown_;
+  std::chrono::steady_clock::time_point counterDue_;
 };
 
 // A duration as the program shows it: hundredths cut off, no zeros at the end,

@@ -38,8 +38,10 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
     std::filesystem::create_directories(argumentPath(options.outputDir), failure);
     if (failure) throw FileError(argumentPath(options.outputDir), failure);
   }
-  Report report(inputNames(tasks), surroundings.write, surroundings.terminal && !options.quiet,
-                surroundings.language);
+  Report report(inputNames(tasks), surroundings.write,
+                {.progress = surroundings.terminal && !options.quiet,
+                 .summary = options.verbose,
+                 .language = surroundings.language});
   if (options.mode == Mode::Classic)
     runClassic(tasks, options, settings, surroundings, report);
   else

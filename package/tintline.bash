@@ -3,7 +3,8 @@
 _tintline_files() {  # _tintline_files WORD: source files, and folders that lead to some
   local kind
   compgen -d -- "$1"
-  for kind in '[Bb][Aa][Ss]' '[Cc][Ll][Ss]' '[Ff][Rr][Mm]'; do
+  for kind in '[Bb][Aa][Ss]' '[Cc][Ll][Ss]' '[Ff][Rr][Mm]' '[Cc][Tt][Ll]' '[Pp][Aa][Gg]' \
+    '[Dd][Oo][Bb]' '[Dd][Ss][Rr]'; do
     compgen -f -X "!*.$kind" -- "$1"
   done
 }
@@ -29,7 +30,8 @@ _tintline() {
     *)
       if [[ $word == -* ]]; then
         words='-o --output -d --output-dir --mode --format --style --links --titles --header --theme
-          -n --line-numbers --lines --indent --wrap --pasted --keywords --settings --jobs -q --quiet -h --help -V --version'
+          -n --line-numbers --lines --indent --wrap --pasted --keywords --settings --jobs -q --quiet
+          -v --verbose -h --help -V --version'
       else
         names=$(_tintline_files "$word")
       fi ;;

@@ -70,7 +70,7 @@ class Box:
         lines = told.splitlines()
         wanted = [err] if isinstance(err, str) else list(err)
         if code == 2:
-            assert lines and lines.pop().startswith('"tintline --help"'), f"no hint: {told!r}"
+            assert lines and lines.pop().startswith("Aufruf: tintline "), f"no hint: {told!r}"
         assert done.returncode == code, f"exit code {done.returncode}, not {code}: {told!r}"
         fits = len(lines) == len(wanted) and all(
             line.startswith("tintline: ") and text in line for line, text in zip(lines, wanted))

@@ -19,9 +19,12 @@ namespace {
 
 TEST(Report, TellsFailuresInTheOrderOfTheInputsAroundItsCounter) {
   std::wstring told;
-  Report report(
-      {valueOf(L"a"), valueOf(L"b"), valueOf(L"c"), valueOf(L"d")},
-      [&](std::wstring_view text) { told += text; }, true, Language::German);
+  Report report({valueOf(L"a"), valueOf(L"b"), valueOf(L"c"), valueOf(L"d")},
+                [&](std::wstring_view text) { told += text; },
+                {.progress = true,
+                 .summary = true,
+                 .language = Language::German,
+                 .silence = std::chrono::milliseconds(50)});
   report.finished(2, {.failure = valueOf(L"drei")});
   report.finished(1, {.failure = valueOf(L"zwei")});
   EXPECT_EQ(told, L"") << "the counter is shown now and then";
