@@ -9,7 +9,7 @@
 namespace tintline {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kReplacement = 0xFFFD, kNoCharacter = 0xFFFFFFFF;
 
 bool isSurrogate(char32_t unit, char32_t first) { return unit >= first && unit < first + 0x400; }
 
@@ -68,6 +68,27 @@ char32_t takeUtf8(std::string_view& text) {
   return wellFormed ? character : kReplacement;
 }
 
+// Collects characters for the system's code page, which is asked once, and counts those that it
+// lacks. (None holds a character that needs two units of UTF-16.)
+class AnsiWriter {
+ public:
+  void put(char32_t character) {
+    appendWide(run_, character <= 0xFFFF ? character : U'?');
+    questionMarks_ += character == U'?';
+  }
+
+  std::string text(std::size_t* replaced) const {
+    std::string result = toAnsi(run_);
+    if (replaced != nullptr)
+      *replaced = static_cast<std::size_t>(std::ranges::count(result, '?') - questionMarks_);
+    return result;
+  }
+
+ private:
+  std::wstring run_;
+  std::ptrdiff_t questionMarks_ = 0;  // of the text itself
+};
+
 }  // namespace
 
 std::string toUtf8(std::wstring_view text) {
@@ -96,24 +117,23 @@ std::string utf16ToAnsi(std::string_view bytes, ByteOrder order, std::size_t* re
     return static_cast<char32_t>(order == ByteOrder::LittleEndian ? first | second << 8
                                                                   : first << 8 | second);
   };
-  std::string result;
-  std::wstring run;  // converted in one go, so that the system's code page is asked once
-  std::ptrdiff_t questionMarks = 0;  // of the text itself
+  AnsiWriter writer;
   for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
     const char32_t unit = unitAt(i);
     const bool pair =
         isSurrogate(unit, 0xD800) && i + 3 < bytes.size() && isSurrogate(unitAt(i + 2), 0xDC00);
     if (pair) i += 2;
-    // No ANSI code page holds a character that needs two units.
     const bool single = !(unit >= 0xD800 && unit < 0xE000);
-    appendWide(run, single ? unit : U'?');
-    questionMarks += unit == U'?';
+    writer.put(single ? unit : kNoCharacter);
   }
-  result = toAnsi(run);
-  if (bytes.size() % 2 == 1) result += '?';
-  if (replaced != nullptr)
-    *replaced = static_cast<std::size_t>(std::ranges::count(result, '?') - questionMarks);
-  return result;
+  if (bytes.size() % 2 == 1) writer.put(kNoCharacter);
+  return writer.text(replaced);
+}
+
+std::string utf8ToAnsi(std::string_view text, std::size_t* replaced) {
+  AnsiWriter writer;
+  while (!text.empty()) writer.put(takeUtf8(text));
+  return writer.text(replaced);
 }
 
 }  // namespace tintline

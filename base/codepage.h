@@ -38,6 +38,9 @@ std::filesystem::path pathFromText(std::wstring_view text);
 enum class ByteOrder { LittleEndian, BigEndian };
 std::string utf16ToAnsi(std::string_view bytes, ByteOrder order, std::size_t* replaced = nullptr);
 
+// The same for UTF-8 text.
+std::string utf8ToAnsi(std::string_view text, std::size_t* replaced = nullptr);
+
 namespace detail {
 
 // Windows-1252 between 0x80 and 0x9F; 0 where no character is assigned.

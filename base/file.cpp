@@ -33,23 +33,6 @@ bool isDirectory(const fs::path& path) {
   return fs::is_directory(path, none);
 }
 
-std::string readAll(std::FILE* file, const fs::path& path) {
-  constexpr std::size_t kSmallestRead = 0x10000;  // for files that do not know their size
-  std::string content;
-  // One more than there should be: a read that fills less has seen the end.
-  std::size_t room = static_cast<std::size_t>(detail::sizeOf(file)) + 1;
-  for (std::size_t done = 0;; room = std::max(done, kSmallestRead)) {
-    content.resize(done + room);
-    const std::size_t got = std::fread(content.data() + done, 1, room, file);
-    if (got < room && std::ferror(file) != 0) throw FileError(path, lastError());
-    done += got;
-    if (got < room) {
-      content.resize(done);
-      return content;
-    }
-  }
-}
-
 // Passes everything on to the file and remembers why the first write failed. It
 // has no buffer of its own: the file has one, and lets large blocks pass it.
 class FileBuffer final : public std::streambuf {
@@ -221,7 +204,30 @@ Message reasonText(std::error_code reason) {
   return kOther(std::to_wstring(reason.value()));
 }
 
-std::string readFile(const fs::path& path) {
+std::string readStream(std::FILE* stream, const fs::path& name, std::uintmax_t limit) {
+  constexpr std::uintmax_t kSmallestRead = 0x10000;  // for streams that do not know their size
+  const auto tooLarge = [&] {
+    return FileError(name, std::make_error_code(std::errc::file_too_large));
+  };
+  std::uintmax_t room = detail::sizeOf(stream);
+  if (room > limit) throw tooLarge();
+  room = std::min(room, kNoLimit - 1) + 1;  // a read that fills less has seen the end
+  std::string content;
+  for (std::uintmax_t done = 0;; room = std::min(std::max(done, kSmallestRead), limit - done + 1)) {
+    content.resize(static_cast<std::size_t>(done + room));
+    const std::size_t got =
+        std::fread(content.data() + done, 1, static_cast<std::size_t>(room), stream);
+    if (got < room && std::ferror(stream) != 0) throw FileError(name, lastError());
+    done += got;
+    if (done > limit) throw tooLarge();
+    if (got < room) {
+      content.resize(static_cast<std::size_t>(done));
+      return content;
+    }
+  }
+}
+
+std::string readFile(const fs::path& path, std::uintmax_t limit) {
   const FileHandle file(detail::openToRead(path));
   if (!file) {
     const std::error_code reason = lastError();  // not every platform says why
@@ -229,7 +235,7 @@ std::string readFile(const fs::path& path) {
                     isDirectory(path) ? std::make_error_code(std::errc::is_a_directory) : reason);
   }
   try {
-    return readAll(file.get(), path);
+    return readStream(file.get(), path, limit);
   } catch (const std::bad_alloc&) {
     throw FileError(path, std::make_error_code(std::errc::not_enough_memory));
   } catch (const std::length_error&) {

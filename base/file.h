@@ -3,7 +3,10 @@
 // Tested by tests/unit/base/file_test.cpp.
 #pragma once
 
+#include <cstdint>
+#include <cstdio>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <ostream>
 #include <stdexcept>
@@ -30,8 +33,14 @@ class FileError : public std::runtime_error {
 // The reason of a failed file operation, without a full stop: "file not found".
 Message reasonText(std::error_code reason);
 
-// The bytes of a file. Throws FileError; a directory is an error too.
-std::string readFile(const std::filesystem::path& path);
+// The bytes of a file. Throws FileError; a directory is an error too, and a file of more than
+// `limit` bytes, also when it does not know its size: no more than that is read.
+inline constexpr std::uintmax_t kNoLimit = std::numeric_limits<std::uintmax_t>::max();
+std::string readFile(const std::filesystem::path& path, std::uintmax_t limit = kNoLimit);
+
+// The same for a stream that is open; `name` is for the error.
+std::string readStream(std::FILE* stream, const std::filesystem::path& name,
+                       std::uintmax_t limit = kNoLimit);
 
 // A file that appears complete or not at all: it is written under another name
 // in the target's folder and takes the target's name in one step. Until then,

@@ -28,8 +28,8 @@ struct Converted {
   std::size_t replaced;  // characters that do not fit the code page
 };
 
-ModuleSource readSource(std::string_view file, bool pasted) {
-  ModuleSource source = readClassic(file, pasted);
+ModuleSource readSource(std::string_view file, const Options& options) {
+  ModuleSource source = readClassic(file, options.pasted, options.encoding);
   if (source.tooManyLines) throw JobError(messages::kTooManyLines(kMaxLines));
   return source;
 }
@@ -52,7 +52,7 @@ std::optional<std::vector<bool>> selectedLines(const Options& options, std::size
 
 Converted convertSource(std::string file, const Classic& classic) {
   const Options& options = classic.options;
-  ModuleSource source = readSource(file, options.pasted);
+  ModuleSource source = readSource(file, options);
   std::string().swap(file);  // its lines are kept: do not hold them twice
   for (const Reformatting& pass : passesOf(options)) reformat(source.List1, pass);
   Highlighter highlighter(classic.keywords);  // its own: no state reaches the next input

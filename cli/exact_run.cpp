@@ -14,6 +14,7 @@
 #include "cli/job.h"
 #include "cli/messages.h"
 #include "convert/exact.h"
+#include "convert/source_text.h"
 
 namespace tintline {
 namespace {
@@ -56,9 +57,24 @@ bool linksPages(Format format, const listing::Options& options) {
          (format == Format::Page || format == Format::Body || format == Format::Json);
 }
 
+// The warning about what no character stands for; empty when all of it is text.
+Message lossText(const vb::Decoded& source) {
+  if (source.replaced == 0) return {};
+  const Message page =
+      source.codePage == vb::kUtf8 ? valueOf(L"UTF-8") : messages::kCodePage(source.codePage);
+  return source.replaced == 1 ? messages::kLostCharacter(page)
+                              : messages::kLostCharacters(source.replaced, page);
+}
+
+struct Read {
+  vb::Module module;
+  Message warning;  // of what was lost
+};
+
 // A module of a project between its two passes.
 struct Member {
   std::size_t task;
+  Message warning{};
   std::optional<vb::Module> module;      // unless it has to be read once more
   std::optional<std::uint32_t> index{};  // in the project; none: it could not be read
   std::size_t hash = 0;
@@ -87,11 +103,13 @@ class ExactRun {
   }
 
  private:
-  vb::Module read(const Task& task) const {
+  Read read(const Task& task) const {
+    vb::Decoded source =
+        decodeSource(readInput(task, surroundings_), options_.encoding.value_or(kAutomatic));
     vb::Module module =
-        readExact(readInput(task, surroundings_), task.input.place.filename(), words_, passes_);
+        readExact(std::move(source.text), task.input.place.filename(), words_, passes_);
     checkLines(options_.lines, module.lines);
-    return module;
+    return {.module = std::move(module), .warning = lossText(source)};
   }
 
   // Each input is a project of its own.
@@ -100,21 +118,21 @@ class ExactRun {
     inParallel(order.size(), jobs_, [&](std::size_t place) {
       const Task& task = tasks_[order[place]];
       report_.finished(order[place], outcomeOf([&] {
-                         const vb::Module module = read(task);
+                         const Read source = read(task);
                          ExactProject project(options_.format, listing_, listing::Place::OwnPages);
-                         project.add(module, {});
+                         project.add(source.module, {});
                          project.close();
-                         return write(task, project, module, 0);
+                         return write(task, project, source, 0);
                        }));
     });
   }
 
-  Outcome write(const Task& task, const ExactProject& project, const vb::Module& module,
+  Outcome write(const Task& task, const ExactProject& project, const Read& source,
                 std::uint32_t index) const {
     writeTarget(task, surroundings_, [&](std::ostream& out) {
-      project.write(module, index, exactText(pathText(task.input.place.filename())), out);
+      project.write(source.module, index, exactText(pathText(task.input.place.filename())), out);
     });
-    return {.failure = {}, .warning = {}, .sourceLines = module.lines};
+    return {.failure = {}, .warning = source.warning, .sourceLines = source.module.lines};
   }
 
   // Modules of one folder, whose pages lie in one folder as well, are a project.
@@ -137,7 +155,9 @@ class ExactRun {
     std::size_t next = 0;  // all in front of it are in the project
     inParallel(members.size(), std::min(jobs_, members.size()), [&](std::size_t i) {
       const Outcome outcome = outcomeOf([&] {
-        members[i].module = this->read(tasks_[members[i].task]);
+        Read source = this->read(tasks_[members[i].task]);
+        members[i].module = std::move(source.module);
+        members[i].warning = std::move(source.warning);
         return Outcome();
       });
       if (!members[i].module) report_.finished(members[i].task, outcome);
@@ -169,7 +189,7 @@ class ExactRun {
       member.module.reset();
       return module;
     }
-    vb::Module module = read(tasks_[member.task]);
+    vb::Module module = read(tasks_[member.task]).module;
     if (hashOf(module) != member.hash) throw JobError(messages::kChangedMeanwhile());
     return module;
   }
@@ -181,7 +201,9 @@ class ExactRun {
       Member& member = members[i];
       if (!member.index) return;
       report_.finished(member.task, outcomeOf([&] {
-                         return write(tasks_[member.task], project, take(member), *member.index);
+                         return write(tasks_[member.task], project,
+                                      {.module = take(member), .warning = member.warning},
+                                      *member.index);
                        }));
     });
   }
@@ -210,7 +232,8 @@ class ExactRun {
     });
     if (!outcome.failure.empty()) return surroundings_.tell(outcome.failure);
     for (std::size_t i = 0; i < members.size(); ++i)
-      report_.finished(members[i].task, {.failure = {}, .warning = {}, .sourceLines = lines[i]});
+      report_.finished(members[i].task,
+                       {.failure = {}, .warning = members[i].warning, .sourceLines = lines[i]});
   }
 
   // That of the output, else of the first module.

@@ -3,6 +3,7 @@
 // Tested by tests/cli/run.py.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -12,6 +13,10 @@
 #include "cli/platform.h"
 
 namespace tintline {
+
+// Bytes. Larger ones are refused before they are read, or where they do not know their size, as
+// soon as that shows.
+inline constexpr std::uintmax_t kLargestInput = std::uintmax_t{256} << 20;
 
 // A module to be converted.
 struct Input {

@@ -29,8 +29,11 @@ void makeFolderOf(const std::filesystem::path& target) {
 std::string readInput(const Task& task, const Surroundings& surroundings) {
   if (!task.input.failure.empty()) throw JobError(task.input.failure);
   try {
-    return isStandardInput(task.input) ? surroundings.readInput() : readFile(task.input.path);
+    return isStandardInput(task.input) ? surroundings.readInput()
+                                       : readFile(task.input.path, kLargestInput);
   } catch (const FileError& error) {
+    if (error.reason() == std::errc::file_too_large)
+      throw JobError(messages::kTooLarge(kLargestInput >> 20));
     throw JobError(reasonText(error.reason()));
   }
 }

@@ -67,6 +67,12 @@ inline constexpr Text<2> kSameTargetButForCase{
     L"{1} entstünde auch aus {2}, da Groß- und Kleinschreibung nicht zählt"};
 inline constexpr Text<2> kUnwritable{L"cannot write {1}: {2}",
                                      L"{1} kann nicht geschrieben werden: {2}"};
+inline constexpr Text<1> kTooLarge{L"larger than {1} MB", L"größer als {1} MB"};
+inline constexpr Text<1> kCodePage{L"code page {1}", L"Codepage {1}"};
+inline constexpr Text<1> kLostCharacter{L"1 character is none in {1} and became U+FFFD",
+                                        L"1 Zeichen gibt es in {1} nicht, es wurde zu U+FFFD"};
+inline constexpr Text<2> kLostCharacters{L"{1} characters are none in {2} and became U+FFFD",
+                                         L"{1} Zeichen gibt es in {2} nicht, sie wurden zu U+FFFD"};
 inline constexpr Text<0> kResultTooLarge{L"the result becomes too large",
                                          L"das Ergebnis wird zu groß"};
 inline constexpr Text<0> kNotEnoughMemory{L"not enough memory", L"der Speicher reicht nicht"};

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "base/text.h"
+#include "convert/source_text.h"
 #include "reformat/wrapping.h"
 
 namespace tintline {
@@ -45,6 +46,11 @@ bool storeLines(Options& options, std::string_view value) {
     options.lines.push_back(range);
   }
   return true;
+}
+
+bool storeEncoding(Options& options, std::string_view value) {
+  options.encoding = value == "auto" ? kAutomatic : vb::codePageNamed(value);
+  return options.encoding.has_value();
 }
 
 bool storeIndent(Options& options, std::string_view value) {
@@ -258,6 +264,19 @@ constexpr OptionRow kOptions[] = {
               L"nur klassisch: die Eingabe wie eingefügten Text\n"
               L"behandeln"},
      .store = storeFlag<&Options::pasted>},
+    {.name = "encoding",
+     .value = {L"NAME", L"NAME"},
+     .allowed = {L"auto, utf-8, utf-16, windows-1252, macintosh, shift_jis, 1251 ...",
+                 L"auto, utf-8, utf-16, windows-1252, macintosh, shift_jis, 1251 ..."},
+     .help = {L"how sources without a byte-order mark are read:\n"
+              L"auto (exact: the default) as UTF-8 if they are that,\n"
+              L"else in the code page of Windows; or a code page:\n"
+              L"utf-8, windows-1252, macintosh, 932 ...",
+              L"wie Eingaben ohne Byte-Order-Marke gelesen werden:\n"
+              L"auto (bei exact Vorgabe) als UTF-8, wenn sie das\n"
+              L"sind, sonst in der Codepage von Windows; oder eine\n"
+              L"Codepage: utf-8, windows-1252, macintosh, 932 ..."},
+     .store = storeEncoding},
     {.name = "keywords",
      .value = kFile,
      .help = {L"the control file with the keywords (default: vb.ini\n"

@@ -17,6 +17,7 @@
 #include "convert/format.h"
 #include "engine/document_frame.h"
 #include "listing/options.h"
+#include "vb/text.h"
 
 namespace tintline {
 
@@ -41,6 +42,7 @@ struct Options {
   int indent = 0;
   int wrap = 0;  // line width, 0: lines are not broken
   bool pasted = false;
+  std::optional<vb::CodePage> encoding;  // or kAutomatic
   std::optional<listing::Links> links;
   std::optional<bool> titles;
   std::optional<listing::Header> header;

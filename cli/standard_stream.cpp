@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "base/file.h"
+#include "cli/inputs.h"
 #include "cli/platform.h"
 
 namespace tintline {
@@ -26,15 +27,7 @@ namespace {
 
 }  // namespace
 
-std::string readStandardInput() {
-  std::string text;
-  char piece[65536];
-  while (const std::size_t size = std::fread(piece, 1, sizeof piece, stdin)) {
-    text.append(piece, size);
-  }
-  if (std::ferror(stdin) != 0) throwError();
-  return text;
-}
+std::string readStandardInput() { return readStream(stdin, {}, kLargestInput); }
 
 // The stream hands the exception of its buffer on when it is told to throw.
 StandardOutput::StandardOutput() : std::ostream(nullptr) {

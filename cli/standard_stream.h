@@ -9,7 +9,8 @@
 
 namespace tintline {
 
-// Everything that stands on the standard input. Throws FileError.
+// Everything that stands on the standard input. Throws FileError, also when it is larger than an
+// input may be.
 std::string readStandardInput();
 
 // The standard output. Every write and flush() that fails throws FileError; when nobody is left

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "convert/source_text.h"
 #include "output/clipboard_text.h"
 #include "output/html_document.h"
 #include "reformat/selection.h"
@@ -21,11 +22,13 @@ std::string clipboardText(const HtmlLines& List2, const ClipboardFrame& clipboar
 
 }  // namespace
 
-ModuleSource readClassic(std::string_view file, bool pasted, const LineProgress& progress) {
-  if (!pasted) return ModulDateiLesen(file, progress);
-  std::size_t replaced = 0;
-  ModuleSource source = Einfügen(decodeModuleText(file, &replaced));
-  source.replaced = replaced;
+ModuleSource readClassic(std::string_view file, bool pasted, std::optional<vb::CodePage> encoding) {
+  std::size_t lost = 0, lostOfMarked = 0;
+  const std::string decoded = encoding ? ansiSource(file, *encoding, lost) : std::string();
+  if (encoding) file = decoded;
+  ModuleSource source =
+      pasted ? Einfügen(decodeModuleText(file, &lostOfMarked)) : ModulDateiLesen(file);
+  source.replaced += lost + lostOfMarked;
   return source;
 }
 

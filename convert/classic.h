@@ -14,6 +14,7 @@
 #include "convert/format.h"
 #include "engine/conversion.h"
 #include "sources/module_file_reader.h"
+#include "vb/text.h"
 
 namespace tintline {
 
@@ -26,8 +27,10 @@ struct ClassicResult {
   std::string_view body() const { return aborted ? std::string_view() : List2.text(); }
 };
 
-// The lines of a source: of the bytes of its file, or of such that were pasted.
-ModuleSource readClassic(std::string_view file, bool pasted, const LineProgress& progress = {});
+// The lines of a source: of the bytes of its file, or of such that were pasted. `encoding` is a
+// code page or kAutomatic; without it they are taken as 8-bit text or, by a mark, UTF-16.
+ModuleSource readClassic(std::string_view file, bool pasted,
+                         std::optional<vb::CodePage> encoding = {});
 
 // The warning about characters that did not fit (ModuleSource::replaced), empty when all did.
 Message replacedText(std::size_t replaced);

@@ -10,7 +10,7 @@
 #include "base/codepage.h"
 #include "base/ini.h"
 #include "base/text.h"
-#include "vb/text.h"
+#include "convert/source_text.h"
 
 namespace tintline {
 namespace {
@@ -30,11 +30,6 @@ listing::Format listingFormat(Format format) {
     default:
       return listing::Format::Page;
   }
-}
-
-std::u8string decoded(std::string_view bytes) {
-  const auto page = static_cast<vb::CodePage>(ansiCodePage());
-  return vb::decode(bytes, {}, vb::isKnown(page) ? page : vb::CodePage{1252}).text;
 }
 
 vb::ModuleKind kindOf(const std::filesystem::path& file) {
@@ -70,7 +65,7 @@ std::u8string addressOf(const std::filesystem::path& page) {
 }  // namespace
 
 vb::WordLists exactWords(std::string_view iniFile) {
-  const std::u8string text = decoded(iniFile);
+  const std::u8string text = decodeSource(iniFile).text;
   const std::string_view file(reinterpret_cast<const char*>(text.data()), text.size());
   const auto section = [file](std::string_view name) {
     const std::string entries = ini::sectionText(file, name, file.size());
@@ -99,15 +94,14 @@ std::u8string exactText(std::wstring_view text) {
   return std::u8string(utf8.begin(), utf8.end());
 }
 
-vb::Module readExact(std::string_view bytes, const std::filesystem::path& file,
+vb::Module readExact(std::u8string text, const std::filesystem::path& file,
                      const vb::WordLists& words, const std::vector<Reformatting>& passes) {
-  const auto limited = [](std::u8string text) {
+  for (std::size_t pass = 0;; ++pass) {
     if (text.size() >= std::numeric_limits<std::uint32_t>::max())
       throw std::length_error("exact: a module of 4 GiB");
-    return text;
-  };
-  std::u8string text = limited(decoded(bytes));
-  for (const Reformatting& pass : passes) text = limited(reformatted(text, pass));
+    if (pass == passes.size()) break;
+    text = reformatted(text, passes[pass]);
+  }
   return vb::readModule(std::move(text), exactText(pathText(file.stem())), kindOf(file), words);
 }
 

@@ -1,4 +1,4 @@
-// The exact conversion as a whole: from the bytes of files to the documents of their modules.
+// The exact conversion as a whole: from the texts of files to the documents of their modules.
 //
 //     ExactProject project(Format::Page, options, listing::Place::OwnPages);
 //     project.add(module, "Modul1.htm");
@@ -38,10 +38,9 @@ listing::UserColors exactColors(const ColorScheme& colors);
 // A text as valid UTF-8 in the type of the exact conversion.
 std::u8string exactText(std::wstring_view text);
 
-// A module of a file, given as its bytes: decoded, reformatted and read. Name and kind are those of
-// the file's name, where the text itself does not tell. Throws std::length_error when it is too
-// large.
-vb::Module readExact(std::string_view bytes, const std::filesystem::path& file,
+// A module of a file, given as its text: reformatted and read. Name and kind are those of the
+// file's name, where the text itself does not tell. Throws std::length_error when it is too large.
+vb::Module readExact(std::u8string text, const std::filesystem::path& file,
                      const vb::WordLists& words, const std::vector<Reformatting>& passes = {});
 
 // Modules that are converted together.

@@ -320,6 +320,11 @@ std::optional<CodePage> codePageNamed(std::string_view name) {
   return page != 0 && isKnown(page) ? std::optional(page) : std::nullopt;
 }
 
+bool hasMark(std::string_view bytes) {
+  return std::ranges::any_of(kMarks,
+                             [=](const Mark& mark) { return bytes.starts_with(mark.bytes); });
+}
+
 Decoded decode(std::string_view bytes, std::optional<CodePage> page, CodePage fallback) {
   Decoded decoded;
   const std::size_t highBytes = countHighBytes(bytes);

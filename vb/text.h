@@ -29,6 +29,9 @@ bool isKnown(CodePage page);
 // when there is none.
 std::optional<CodePage> codePageNamed(std::string_view name);
 
+// Whether the text begins with a byte-order mark, which no other text does.
+bool hasMark(std::string_view bytes);
+
 // Without `page`: by its byte-order mark (UTF-8, UTF-16), as UTF-8 when it is valid UTF-8 and not
 // plain ASCII, else as `fallback`. With `page`: as that page; a byte-order mark of the page itself
 // is dropped.

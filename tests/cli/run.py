@@ -97,6 +97,7 @@ def wrong_usage_is_explained_and_writes_nothing(box):
         (("-o", "a.htm", "a.bas", "a.htm"), "die Ausgabe a.htm würde a.htm überschreiben"),
         (("-o", "x.htm", "-d", "out", "a.bas"), "--output und --output-dir"),
         (("-d", "out", "a.bas", "-"), "die Standardeingabe (-) hat keinen Namen"),
+        (("--encoding=cp1259", "a.bas"), '--encoding: "cp1259" geht nicht'),
         ((CLASSIC, "sub"), "mehrere Dateien brauchen mit --mode classic --output-dir"),
         (("--keywords", "no.ini", "-d", "out", "a.bas"), "no.ini: Datei nicht gefunden"),
         (("--settings", "sub", "-d", "out", "a.bas"), "sub: ist ein Ordner"),
@@ -316,13 +317,51 @@ def any_bytes_are_converted(box):
     box.put("empty.bas", b"")
     box.put("zeros.bas", b"\0" * 100000)
     box.put("quotes.bas", b"\"'()_" * 20000)
-    for mode in ("--mode=exact", CLASSIC):
-        box.run(mode, "-d", "out", "all.bas", "empty.bas", "zeros.bas", "quotes.bas")
+    for mode, told in (("--mode=exact", "all.bas: 500 Zeichen gibt es in Codepage 1252 nicht"),
+                       (CLASSIC, ())):
+        box.run(mode, "-d", "out", "all.bas", "empty.bas", "zeros.bas", "quotes.bas", err=told)
     holds(box.get("out/empty.htm"), b"<pre>\r\n\r\n</pre>")
     box.put("a.bas", "x = \"Ω?€Ж😀\"".encode("utf-16"))
     told = 'a.bas: 3 Zeichen passen nicht in die Codepage und wurden zu "?"'
-    for options in ((), ("--pasted",)):
+    for options in ((), ("--pasted",), ("--encoding=auto",)):
         holds(box.run(CLASSIC, *options, "a.bas", err=told), b"??\x80??")
+
+
+@test
+def sources_are_read_in_an_encoding(box):
+    gruß, latin = "' Grüße", b"' Gr\xfc\xdfe"
+    cases = [
+        # mode, encoding, source, what of it is in the page, what is told
+        ("exact", "auto", latin, gruß, ()),
+        ("exact", "auto", gruß.encode(), gruß, ()),
+        ("exact", "windows-1252", gruß.encode(), "' GrÃ¼ÃŸe", ()),
+        ("exact", "windows-1252", gruß.encode("utf-8-sig"), gruß, ()),  # a mark counts more
+        ("exact", "cp437", b"' Gr\x81\xe1e", gruß, ()),
+        ("exact", "Shift_JIS", "' 漢字".encode("cp932"), "' 漢字", ()),
+        ("exact", "utf-8", latin, "' Gr\ufffd\ufffde", "2 Zeichen gibt es in UTF-8 nicht"),
+        ("exact", "ascii", b"' \xfc", "' \ufffd", "1 Zeichen gibt es in Codepage 20127 nicht"),
+        ("classic", None, gruß.encode(), gruß.encode(), ()),  # the bytes as they are
+        ("classic", None, gruß.encode("utf-8-sig"), gruß.encode(), ()),
+        ("classic", "auto", gruß.encode(), latin, ()),
+        ("classic", "macintosh", gruß.encode("mac-roman"), latin, ()),
+        ("classic", "1251", "' Ж?".encode("cp1251"), b"' ??", "1 Zeichen passt nicht in die Codepage"),
+    ]
+    for mode, encoding, source, text, told in cases:
+        options = [f"--mode={mode}", "--format=body"] + [f"--encoding={encoding}"] * bool(encoding)
+        page = box.run(*options, "-", stdin=source, err=told)
+        holds(page, text.encode() if isinstance(text, str) else text)
+
+
+@test
+def what_is_too_large_is_not_read(box):
+    box.put("a.bas", b"")
+    os.truncate(box.folder / "a.bas", (256 << 20) + 1)
+    told = "größer als 256 MB"
+    box.run("a.bas", code=1, err="a.bas: " + told)
+    with open(box.folder / "a.bas", "rb") as large:
+        box.run("-", stdin=large, code=1, err=told)
+    if not box.windows:
+        box.run("/dev/zero", code=1, err=told)
 
 
 @test
