@@ -243,6 +243,18 @@ std::string readFile(const fs::path& path, std::uintmax_t limit) {
   }
 }
 
+void checkWritable(const fs::path& target) {
+  if (fs::exists(writableStatus(target))) return;
+  std::error_code none;
+  fs::path folder = target.parent_path();
+  while (folder.has_relative_path() && !fs::exists(folder, none)) folder = folder.parent_path();
+  if (folder.empty()) folder = ".";
+  if (!fs::is_directory(folder, none))
+    throw FileError(target, std::make_error_code(std::errc::not_a_directory));
+  if (const std::error_code protection = detail::writeProtection(folder))
+    throw FileError(target, protection);
+}
+
 struct AtomicFile::State {
   State(fs::path named, fs::path end, FileHandle opened, fs::path beside)
       : name(std::move(named)),

@@ -42,6 +42,10 @@ std::string readFile(const std::filesystem::path& path, std::uintmax_t limit = k
 std::string readStream(std::FILE* stream, const std::filesystem::path& name,
                        std::uintmax_t limit = kNoLimit);
 
+// Throws FileError when the target, or the first folder above it that is there, is nothing that can
+// be written. Nothing is written.
+void checkWritable(const std::filesystem::path& target);
+
 // A file that appears complete or not at all: it is written under another name
 // in the target's folder and takes the target's name in one step. Until then,
 // and after any failure, a file that stood there stays whole. A target that is

@@ -68,7 +68,7 @@ Converted convertSource(std::string file, const Classic& classic) {
 
 Outcome convert(const Task& task, const Classic& classic, const Surroundings& surroundings) {
   const Converted converted = convertSource(readInput(task, surroundings), classic);
-  writeTarget(task, surroundings, [&](std::ostream& datei) {
+  writeTarget(task, classic.options, surroundings, [&](std::ostream& datei) {
     writeClassic(datei, classic.options.format, converted.result, converted.ProzNamen,
                  classic.frame, classic.clipboard);
   });

@@ -129,7 +129,7 @@ class ExactRun {
 
   Outcome write(const Task& task, const ExactProject& project, const Read& source,
                 std::uint32_t index) const {
-    writeTarget(task, surroundings_, [&](std::ostream& out) {
+    writeTarget(task, options_, surroundings_, [&](std::ostream& out) {
       project.write(source.module, index, exactText(pathText(task.input.place.filename())), out);
     });
     return {.failure = {}, .warning = source.warning, .sourceLines = source.module.lines};
@@ -218,7 +218,7 @@ class ExactRun {
     const Task& first = tasks_[members.front().task];
     std::vector<std::size_t> lines;
     const Outcome outcome = outcomeOf([&] {
-      writeTarget(first, surroundings_, [&](std::ostream& out) {
+      writeTarget(first, options_, surroundings_, [&](std::ostream& out) {
         const std::u8string title = documentTitle(first, members.size());
         const auto document = project.makeDocument(title, out);
         for (Member& member : members) {

@@ -166,6 +166,13 @@ class Collector {
 
 Inputs collectInputs(const Options& options) { return Collector(options).take(); }
 
+Message knownFailure(const Input& input) {
+  if (!input.failure.empty() || isStandardInput(input)) return input.failure;
+  if (input.file.kind == FoundFile::Kind::Nothing) return reasonText(input.file.failure);
+  if (input.file.size > kLargestInput) return messages::kTooLarge(kLargestInput >> 20);
+  return {};
+}
+
 bool isStandardInput(const Input& input) { return input.path.empty(); }
 
 }  // namespace tintline

@@ -43,6 +43,9 @@ struct Inputs {
 // folder that cannot be read.
 Inputs collectInputs(const Options& options);
 
+// Why an input cannot be converted, as far as that shows without reading it; else empty.
+Message knownFailure(const Input& input);
+
 // Where the user reads that he named the standard input.
 bool isStandardInput(const Input& input);
 

@@ -12,6 +12,7 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
+#include "cli/changed_file.h"
 #include "cli/messages.h"
 
 namespace tintline {
@@ -22,6 +23,13 @@ void makeFolderOf(const std::filesystem::path& target) {
   std::error_code failure;
   std::filesystem::create_directories(target.parent_path(), failure);
   if (failure) throw FileError(target, failure);
+}
+
+template <class File>
+void writeTo(const std::filesystem::path& target, const std::function<void(std::ostream&)>& write) {
+  File file(target);
+  write(file.stream());
+  file.commit();
 }
 
 }  // namespace
@@ -38,18 +46,23 @@ std::string readInput(const Task& task, const Surroundings& surroundings) {
   }
 }
 
-void writeTarget(const Task& task, const Surroundings& surroundings,
+void writeTarget(const Task& task, const Options& options, const Surroundings& surroundings,
                  const std::function<void(std::ostream&)>& write) {
   try {
-    if (task.target.empty()) {
+    if (options.check) {
+      std::ostream nowhere(nullptr);
+      write(nowhere);
+      if (!task.target.empty()) checkWritable(task.target);
+    } else if (task.target.empty()) {
       write(surroundings.output);
       surroundings.output.flush();
-      return;
+    } else {
+      makeFolderOf(task.target);
+      if (options.skipUnchanged)
+        writeTo<ChangedFile>(task.target, write);
+      else
+        writeTo<AtomicFile>(task.target, write);
     }
-    makeFolderOf(task.target);
-    AtomicFile file(task.target);
-    write(file.stream());
-    file.commit();
   } catch (const FileError& error) {
     throw JobError(messages::kUnwritable(targetName(task), reasonText(error.reason())));
   }

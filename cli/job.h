@@ -34,8 +34,9 @@ class JobError {
 std::string readInput(const Task& task, const Surroundings& surroundings);
 
 // Has `write` write the result to the task's target, which has it whole afterwards or not at
-// all. Throws JobError.
-void writeTarget(const Task& task, const Surroundings& surroundings,
+// all; only looks whether it could be written there, or leaves a target that is the same, where the
+// options say so. Throws JobError.
+void writeTarget(const Task& task, const Options& options, const Surroundings& surroundings,
                  const std::function<void(std::ostream&)>& write);
 
 // What comes of the work on one input. Whatever goes wrong with it ends here: the others still

@@ -54,6 +54,8 @@ inline constexpr Text<1> kSectionEmpty{L"the section [{1}] is missing or empty",
                                        L"der Abschnitt [{1}] fehlt oder ist leer"};
 
 // ----------------------------------------------------------------------------------- the inputs
+inline constexpr Text<1> kPassedOver{L"passed over, {1}", L"übergangen, {1}"};
+inline constexpr Text<2> kWouldBecome{L"{1} -> {2}\n", L"{1} -> {2}\n"};
 inline constexpr Text<0> kNoModuleFile{L"is no module file", L"ist keine Moduldatei"};
 inline constexpr Text<0> kHoldsNoModules{L"holds no module files", L"enthält keine Moduldateien"};
 inline constexpr Text<0> kNoFile{L"is no file", L"ist keine Datei"};

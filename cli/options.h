@@ -50,6 +50,9 @@ struct Options {
   std::string keywords;  // "" when not given
   std::string settings;  // "" when not given
   unsigned jobs = 0;     // 0: as many as there are processors
+  bool skipUnchanged = false;
+  bool check = false;
+  bool dryRun = false;
   bool quiet = false;
   bool verbose = false;
   bool help = false;     // the rest counts for nothing then

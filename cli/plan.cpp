@@ -116,7 +116,8 @@ void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options
 
 std::vector<Task> planTasks(const Options& options, std::vector<Input> modules) {
   checkOptions(options);
-  if (modules.size() > 1 && options.outputDir.empty() && options.mode == Mode::Classic)
+  if (modules.size() > 1 && options.outputDir.empty() && options.mode == Mode::Classic &&
+      !options.check)
     throw UsageError(messages::kSeveralNeedFolder());
   std::vector<Task> tasks;
   for (Input& input : modules) {

@@ -3,8 +3,10 @@
 #include "cli/run.h"
 
 #include <system_error>
+#include <utility>
 #include <vector>
 
+#include "base/codepage.h"
 #include "base/file.h"
 #include "cli/classic_run.h"
 #include "cli/exact_run.h"
@@ -24,6 +26,30 @@ std::vector<Message> inputNames(const std::vector<Task>& tasks) {
   return names;
 }
 
+void tellPassedOver(const std::vector<PassedOver>& passedOver, const Surroundings& surroundings) {
+  for (const auto& [path, reason] : passedOver)
+    surroundings.tell(messages::kAbout(pathText(path), messages::kPassedOver(reason)));
+}
+
+// Names the inputs and outputs of a run, and what is known to fail.
+ExitCode showPlan(const std::vector<Task>& tasks, const Surroundings& surroundings) try {
+  ExitCode result = kAllConverted;
+  for (const Task& task : tasks) {
+    if (const Message failure = knownFailure(task.input); !failure.empty()) {
+      surroundings.tell(messages::kAbout(inputName(task), failure));
+      result = kSomeFailed;
+    } else {
+      const Message line = messages::kWouldBecome(inputName(task), targetName(task));
+      surroundings.output << toUtf8(line.in(surroundings.language));
+    }
+  }
+  surroundings.output.flush();
+  return result;
+} catch (const FileError& error) {
+  surroundings.tell(messages::kUnwritable(messages::kStandardOutput(), reasonText(error.reason())));
+  return kSomeFailed;
+}
+
 }  // namespace
 
 void Surroundings::tell(const Message& message) const {
@@ -31,9 +57,12 @@ void Surroundings::tell(const Message& message) const {
 }
 
 ExitCode run(const Options& options, const Surroundings& surroundings) {
-  const std::vector<Task> tasks = planTasks(options, collectInputs(options).modules);
+  Inputs inputs = collectInputs(options);
+  const std::vector<Task> tasks = planTasks(options, std::move(inputs.modules));
+  if (options.verbose) tellPassedOver(inputs.passedOver, surroundings);
+  if (options.dryRun) return showPlan(tasks, surroundings);
   const Settings settings = loadSettings(options, surroundings);
-  if (!options.outputDir.empty()) {
+  if (!options.outputDir.empty() && !options.check) {
     std::error_code failure;
     std::filesystem::create_directories(argumentPath(options.outputDir), failure);
     if (failure) throw FileError(argumentPath(options.outputDir), failure);

@@ -31,7 +31,8 @@ _tintline() {
     *)
       if [[ $word == -* ]]; then
         words='-o --output -d --output-dir --mode --format --style --links --titles --header --theme
-          -n --line-numbers --lines --indent --wrap --pasted --encoding --keywords --settings --jobs
+          -n --line-numbers --lines --indent --wrap --pasted --encoding --keywords --settings
+          --skip-unchanged --check --dry-run --jobs
           -q --quiet -v --verbose -h --help -V --version'
       else
         names=$(_tintline_files "$word")

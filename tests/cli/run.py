@@ -224,6 +224,33 @@ def names_that_clash_get_their_endings(box):
 
 
 @test
+def builds_learn_what_would_happen_and_keep_what_is_the_same(box):
+    for name in ("in/a.bas", "in/b/c.cls", "in/b/c.frx"):
+        box.put(name)
+    box.put("lang.bas", b"x\r\n" * 32768)
+    before = box.names()
+    told = box.run("--dry-run", "-d", "out", "in", "no.bas", code=1, err="no.bas: Datei nicht")
+    equal(told.decode().replace("\\", "/"), "in/a.bas -> out/a.htm\nin/b/c.cls -> out/b/c.htm\n")
+    for mode, failures in ((CLASSIC, "lang.bas: mehr als 32767 Zeilen"), ("--mode=exact", ())):
+        equal(box.run("--check", mode, "lang.bas", "in", err=failures, code=int(bool(failures))), b"")
+    box.run("--check", "-d", "in/a.bas/out", "in/b", code=1,
+            err="c.htm kann nicht geschrieben werden: Ordner nicht gefunden")
+    equal(box.names(), before)
+    box.run("-d", "out", "in")
+    page = box.get("out/a.htm")
+    os.utime(box.folder / "out/b/c.htm", (0, 0))
+    for present in (page, page[:-1], page + b"x", b"x" + page, b""):
+        box.put("out/a.htm", present)
+        os.utime(box.folder / "out/a.htm", (0, 0))
+        box.run("--skip-unchanged", "-d", "out", "in")
+        equal(box.get("out/a.htm"), page)
+        equal([(box.folder / "out" / name).stat().st_mtime == 0 for name in ("a.htm", "b/c.htm")],
+              [present == page, True])
+    told = box.run("-v", "--dry-run", "in/a.bas", "in/b/c.frx", err="c.frx: übergangen, ist keine")
+    equal(told.decode().split(" -> ")[1], "Standardausgabe\n")
+
+
+@test
 def failures_come_in_order_whatever_the_number_of_jobs(box):
     names = [box.put(f"{i:02}.bas", MODULE * (1 + i % 5)) for i in range(40)]
     box.put("03.bas", b"x\r\n" * 32768)
