@@ -1,5 +1,6 @@
-// Words of the runtime library that a module declares as names of its own: Dim Left, Function
-// Format. Where such a declaration counts, the word is a name like any other.
+// Words of the runtime library and the built-in second list that a module declares as names of its
+// own: Dim Left, Function Format, ByVal Value. Where such a declaration counts, the word is a name
+// like any other; words that only a user's list holds stay what the user says.
 //
 // Tested by the cases in tests/golden/language/declarations.
 #pragma once
@@ -19,7 +20,8 @@ inline bool isOfLibrary(Word word) {
 
 // The kind of a token that names a declaration, which may be another module's.
 inline TokenKind kindOfName(const Token& token) {
-  return token.kind == TokenKind::Builtin && isOfLibrary(token.word) ? TokenKind::Name : token.kind;
+  const bool known = token.kind == TokenKind::Builtin || token.kind == TokenKind::ListedWord;
+  return known && isOfLibrary(token.word) ? TokenKind::Name : token.kind;
 }
 
 }  // namespace tintline::vb

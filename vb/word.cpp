@@ -220,26 +220,47 @@ constexpr std::size_t kMostEntries = 0xFFFE;
 
 }  // namespace
 
-WordLists::WordLists() : WordLists({}, builtInList(102)) {}
+WordLists::WordLists() {
+  const std::u8string_view second = builtInList(102);
+  addLanguage(second.size());
+  addEach(second, [](std::u8string_view) { return KnownWord{Word::LibraryObject, Listed}; });
+}
 
 WordLists::WordLists(std::u8string_view first, std::u8string_view second) {
-  entries_.reserve(std::size(kWords) + 200 + (first.size() + second.size()) / 8);
+  addLanguage(first.size() + second.size());
+  const WordLists builtInFirst(builtInList(101)), builtInSecond(builtInList(102));
+  addEach(first, [&](std::u8string_view word) {
+    return builtInFirst.contains(word) ? KnownWord{} : KnownWord{Word::None, Runtime};
+  });
+  addEach(second, [&](std::u8string_view word) {
+    return KnownWord{builtInSecond.contains(word) ? Word::LibraryObject : Word::None, Listed};
+  });
+}
+
+WordLists::WordLists(std::u8string_view only) {
+  prepare(only.size());
+  addEach(only, [](std::u8string_view) { return KnownWord{Word::None, Listed}; });
+}
+
+void WordLists::prepare(std::size_t bytes) {
+  entries_.reserve(std::size(kWords) + 200 + bytes / 8);
   slots_.resize(8192);  // enough for the built-in lists
   shift_ = 64 - 13;
+}
+
+void WordLists::addLanguage(std::size_t moreBytes) {
+  prepare(moreBytes);
   for (const LanguageWord& word : kWords) add(word.text, {word.word, word.wordClass});
   for (const WordGroup& group : kGroups)
     forEachEntry<u8' '>(group.words, [&](std::u8string_view word) { add(word, group.known); });
-  if (!first.empty()) {
-    const WordLists builtIn(std::u8string_view(), builtInList(101));
-    addEntries(first, {Word::None, Runtime}, &builtIn);
-  }
-  addEntries(second, {Word::None, Listed}, nullptr);
 }
 
-// Adds the entries of a list, except those that another one holds.
-void WordLists::addEntries(std::u8string_view list, KnownWord known, const WordLists* except) {
+// Adds the entries of a list as what knownAs(entry) says, unless that is nothing.
+template <typename KnownAs>
+void WordLists::addEach(std::u8string_view list, KnownAs knownAs) {
   forEachEntry<u8'\r', u8'\n', u8'\0'>(list, [&](std::u8string_view word) {
-    if (except == nullptr || !except->contains(word)) add(word, known);
+    const KnownWord known = knownAs(word);
+    if (known.wordClass != None) add(word, known);
   });
 }
 

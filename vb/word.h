@@ -199,10 +199,14 @@ class WordLists {
     std::uint16_t check = 0;  // other bits of the hash
   };
 
+  explicit WordLists(std::u8string_view only);  // without the words of the language
+  void prepare(std::size_t bytes);
+  void addLanguage(std::size_t moreBytes);
   static Key keyOf(const char8_t* begin, std::size_t length, const char8_t* limit);
   static std::uint64_t hashOf(const Key& key);
   void add(std::u8string_view word, KnownWord known);
-  void addEntries(std::u8string_view list, KnownWord known, const WordLists* except);
+  template <typename KnownAs>
+  void addEach(std::u8string_view list, KnownAs knownAs);
   void addSlot(std::size_t entry);
   void addWide(std::u8string_view word, KnownWord known);
   KnownWord findWide(std::u8string_view word) const;

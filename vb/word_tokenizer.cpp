@@ -59,7 +59,7 @@ LineTokenizer::Bytes LineTokenizer::knownWord(Bytes p, Bytes end, KnownWord know
     case WordClass::Runtime:
       return runtimeName(p, end, TokenKind::Builtin, known.word);
     case WordClass::Listed:
-      return runtimeName(p, end, TokenKind::ListedWord, Word::None);
+      return runtimeName(p, end, TokenKind::ListedWord, known.word);
     case WordClass::ByPlace:
       return wordByPlace(p, end, known.word);
     case WordClass::None:

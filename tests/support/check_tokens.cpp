@@ -16,7 +16,8 @@ bool isBlank(std::u8string_view text) {
 }
 
 bool mayHaveWord(TokenKind kind) {
-  return (kind >= TokenKind::Keyword && kind <= TokenKind::Builtin) || kind == TokenKind::Directive;
+  return (kind >= TokenKind::Keyword && kind <= TokenKind::ListedWord) ||
+         kind == TokenKind::Directive;
 }
 
 const char* faultOfToken(std::u8string_view text, const Token& token) {
