@@ -94,6 +94,28 @@ std::vector<std::u8string> allIds(const vb::Module& module, const ModuleTargets&
   return all;
 }
 
+std::u8string_view typeOfSuffix(std::u8string_view name) {
+  if (name.empty() || name.front() == u8'[') return {};
+  switch (name.back()) {
+    case u8'%':
+      return u8"Integer";
+    case u8'&':
+      return u8"Long";
+    case u8'^':
+      return u8"LongLong";
+    case u8'!':
+      return u8"Single";
+    case u8'#':
+      return u8"Double";
+    case u8'@':
+      return u8"Currency";
+    case u8'$':
+      return u8"String";
+    default:
+      return {};
+  }
+}
+
 bool hasParameters(DeclarationKind kind) {
   return isProcedure(kind) || kind == DeclarationKind::Declare || kind == DeclarationKind::Event;
 }
@@ -189,15 +211,16 @@ struct JsonDocument::Writer {
     out << "]";
   }
 
+  // As the words behind As or a type suffix say it.
   void writeType(const vb::Declaration& declaration) {
-    if (declaration.type.empty()) {
-      out << "null";
-      return;
-    }
     std::u8string type;
     for (std::uint32_t i = declaration.type.begin; i < declaration.type.end; ++i)
       if (module.tokens[i].kind != TokenKind::Continuation) type += module.textOf(i);
-    writeString(out, type);
+    if (type.empty()) type = typeOfSuffix(module.textOf(declaration.name));
+    if (type.empty())
+      out << "null";
+    else
+      writeString(out, type);
   }
 
   void writeLinks(const std::vector<Position>& places) {

@@ -28,7 +28,7 @@ header p{margin:2px 0 0;font-size:13px;overflow-wrap:anywhere}
 nav{padding:4px 16px 12px 20px;max-height:40vh;overflow:auto;border-bottom:1px solid}
 nav h2,nav h3{margin:10px 0 2px;font-size:13px;font-weight:600}
 nav h2 a{font-size:15px}
-nav ul{list-style:none;margin:0;padding:0}
+nav ul{list-style:none;margin:0;padding:0;columns:13em;column-gap:20px}
 nav li{white-space:nowrap;overflow:hidden;text-overflow:ellipsis}
 nav a{text-decoration:none}
 nav a:hover,nav a:focus{text-decoration:underline}
@@ -74,7 +74,7 @@ main h2,main p{-webkit-user-select:none;-ms-user-select:none;user-select:none}
 )";
 
 constexpr std::string_view kPrint =
-    R"(@media print{nav,.skip,summary{display:none}body{font-size:11pt}pre,code,main $H{font-size:9pt}main pre,main $H{padding-right:0}main $H{border-bottom:1px solid #d5d9e2}code a{text-decoration:none}code{orphans:3;widows:3}}
+    R"(@media print{nav,.skip,summary{display:none}body{font-size:11pt}pre,code,main $H{font-size:9pt}main pre,main $H{padding-right:0}section{margin-top:3px;border-top:1px solid #d5d9e2;padding-top:3px}code a{text-decoration:none}code{orphans:3;widows:3}}
 @page{margin:15mm}
 )";
 

@@ -163,30 +163,31 @@ TEST(listing, LinksToOtherModules) {
 
 TEST(listing, OtherFormats) {
   const std::u8string text =
-      u8"' ä😀{\r\nFunction F$(a, [b ]) As _\r\n  Long ' `` _\n x\r\nEnd Function";
+      u8"' ä😀{\r\nFunction F$(a#, [b ]) As _\r\n  Long ' `` _\n x\r\nEnd Function";
   EXPECT_EQ(
       listed(Format::Json, {}, {text}),
       bytes(u8"{\"name\":\"M\",\"kind\":\"standard\",\"lines\":5,\"tokens\":[[1,1,5,\"c\"],[2,1,8,"
-            u8"\"k\"],[2,10,2,\"nf\"],[2,12,1,\"p\"],[2,13,1,\"n\"],[2,14,1,\"p\"],[2,16,4,\"n\"],"
-            u8"[2,20,1,\"p\"],[2,22,2,\"k\"],[3,3,4,\"kt\"],[3,8,9,\"c\"],[5,1,3,\"k\"],[5,5,8,"
+            u8"\"k\"],[2,10,2,\"nf\"],[2,12,1,\"p\"],[2,13,2,\"n\"],[2,15,1,\"p\"],[2,17,4,\"n\"],"
+            u8"[2,21,1,\"p\"],[2,23,2,\"k\"],[3,3,4,\"kt\"],[3,8,9,\"c\"],[5,1,3,\"k\"],[5,5,8,"
             u8"\"k\"]],\"declarations\":[{\"id\":\"F\",\"kind\":\"function\",\"name\":\"F\","
             u8"\"accessor\":null,\"visibility\":\"public\",\"line\":2,\"endLine\":5,"
             u8"\"parameters\":[\"a\",\"b \"],\"type\":\"Long\",\"scope\":null},{\"id\":\"F.a\","
             u8"\"kind\":\"parameter\",\"name\":\"a\",\"accessor\":null,\"visibility\":null,"
-            u8"\"line\":2,\"endLine\":2,\"parameters\":null,\"type\":null,\"scope\":\"F\"},"
+            u8"\"line\":2,\"endLine\":2,\"parameters\":null,\"type\":\"Double\",\"scope\":\"F\"},"
             u8"{\"id\":\"F.b_\",\"kind\":\"parameter\",\"name\":\"b \",\"accessor\":null,"
             u8"\"visibility\":null,\"line\":2,\"endLine\":2,\"parameters\":null,\"type\":null,"
             u8"\"scope\":\"F\"}],\"links\":[]}\n"));
   EXPECT_EQ(
       listed(Format::Markdown, {.lineNumbers = true}, {text}),
-      bytes(u8"# M\n\nModul · 5 Zeilen · 1 Prozedur\n\n## Öffentlich\n\n- `Function F$(a, [b ]) As "
-            u8"Long` (Zeile 2)\n\n## Code\n\n```vb\n1  ' ä😀{\n2  Function F$(a, [b ]) As _\n3    "
-            u8"Long ' `` _\n4   x\n5  End Function\n```\n"));
+      bytes(
+          u8"# M\n\nModul · 5 Zeilen · 1 Prozedur\n\n## Öffentlich\n\n- `Function F$(a#, [b ]) As "
+          u8"Long` (Zeile 2)\n\n## Code\n\n```vb\n1  ' ä😀{\n2  Function F$(a#, [b ]) As _\n3    "
+          u8"Long ' `` _\n4   x\n5  End Function\n```\n"));
   const std::string rtf = listed(Format::Rtf, {}, {text});
   EXPECT_EQ(
       rtf.substr(rtf.find("\\pard")),
       "\\pard\\plain\\f0\\fs20\\cf1 {\\cf7\\i ' \\u228?\\u-10179?\\u-8704?\\{}\\line\r\n{\\cf3 "
-      "Function} {\\cf4\\b F$}(a, [b ]) {\\cf3 As} _\\line\r\n  {\\cf3 Long} {\\cf7\\i ' `` "
+      "Function} {\\cf4\\b F$}(a#, [b ]) {\\cf3 As} _\\line\r\n  {\\cf3 Long} {\\cf7\\i ' `` "
       "_}\\line\r\n{\\cf7\\i  x}\\line\r\n{\\cf3 End} {\\cf3 Function}\\line\r\n}\r\n");
 }
 
