@@ -77,13 +77,7 @@ void writeSpecial(Output& out, std::u8string_view character) {
 }  // namespace
 
 void appendHtml(std::u8string& html, std::u8string_view text) {
-  while (!text.empty()) {
-    std::size_t plain = 0;
-    while (plain < text.size() && kPlain[text[plain]]) ++plain;
-    html += text.substr(0, plain);
-    text.remove_prefix(plain);
-    if (text.empty()) return;
-    const std::u8string_view character = text.substr(0, sizeOfFirst(text));
+  appendText(html, text, kPlain, [&](std::u8string_view character) {
     const char32_t c = codePointOf(character);
     if (const auto written = reference(c); !written.empty())
       html += written;
@@ -91,8 +85,7 @@ void appendHtml(std::u8string& html, std::u8string_view text) {
       appendUtf8(html, picture(c));
     else
       html += character;
-    text.remove_prefix(character.size());
-  }
+  });
 }
 
 std::u8string toHtml(std::u8string_view text) {

@@ -172,27 +172,15 @@ std::u8string sortKey(std::u8string_view label) {
 
 }  // namespace
 
-bool isProcedure(DeclarationKind kind) {
-  return kind == DeclarationKind::Sub || kind == DeclarationKind::Function ||
-         kind == DeclarationKind::Property;
-}
-
 void appendIdText(std::u8string& id, std::u8string_view name) {
   name = name.substr(0, cutAt(name, kLongestName));
   if (name.empty() || (name[0] >= '0' && name[0] <= '9')) id += u8'_';
-  while (!name.empty()) {
-    std::size_t plain = 0;
-    while (plain < name.size() && kWordCharacter[name[plain]]) ++plain;
-    id += name.substr(0, plain);
-    name.remove_prefix(plain);
-    if (name.empty()) return;
-    const std::size_t size = sizeOfFirst(name);
-    if (canStandInId(codePointOf(name)))
-      id += name.substr(0, size);
+  appendText(id, name, kWordCharacter, [&](std::u8string_view character) {
+    if (canStandInId(codePointOf(character)))
+      id += character;
     else
       id += u8'_';
-    name.remove_prefix(size);
-  }
+  });
 }
 
 std::u8string labelOf(const vb::Module& module, const vb::Declaration& declaration) {

@@ -102,9 +102,6 @@ class ModuleTargets {
   std::vector<IndexEntry> groups_[kGroups];
 };
 
-// Sub, Function or Property.
-bool isProcedure(vb::DeclarationKind kind);
-
 // The declarations that an index shows, by group, in the order of the alphabet.
 std::array<std::vector<std::uint32_t>, kGroups> indexOf(const vb::Module& module);
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -48,6 +49,22 @@ inline void appendUtf8(std::u8string& text, char32_t c) {
     last(12);
     last(6);
     last(0);
+  }
+}
+
+// Appends a text: bytes that `plain` has as they are, each other character by special(character).
+template <typename Special>
+void appendText(std::u8string& out, std::u8string_view text, const std::array<bool, 256>& plain,
+                Special special) {
+  while (!text.empty()) {
+    std::size_t run = 0;
+    while (run < text.size() && plain[text[run]]) ++run;
+    out += text.substr(0, run);
+    text.remove_prefix(run);
+    if (text.empty()) return;
+    const std::u8string_view character = text.substr(0, sizeOfFirst(text));
+    special(character);
+    text.remove_prefix(character.size());
   }
 }
 

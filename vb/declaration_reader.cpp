@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "vb/attributes.h"
+#include "vb/branches.h"
 #include "vb/file_header.h"
 #include "vb/fold.h"
 #include "vb/name_table.h"
@@ -32,12 +33,6 @@ struct Lead {
 struct Known {
   bool inModule = false;
   std::uint32_t procedure = kNone;  // the last one that has it as a local
-};
-
-// Where a statement lies in "#If" blocks; outside of all zeros.
-struct Branch {
-  std::uint32_t block = 0;  // counted from 1
-  std::uint32_t branch = 0;
 };
 
 class Reader {
@@ -167,21 +162,7 @@ class Reader {
     } else {
       inHeader_ = false;
       cursor_.advance();  // "#"
-      switch (cursor_.word()) {
-        case Word::If:
-          branches_.push_back({++blocks_, ++lastBranch_});
-          break;
-        case Word::ElseIf:
-        case Word::Else:
-          if (!branches_.empty()) branches_.back().branch = ++lastBranch_;
-          break;
-        case Word::End:
-        case Word::EndIf:
-          if (!branches_.empty()) branches_.pop_back();
-          break;
-        default:
-          break;
-      }
+      branches_.directive(cursor_.word());
     }
     cursor_.skipLine();
     if (inHeader_) module_.header.end = cursor_.at() + (cursor_.atEnd() ? 0 : 1);
@@ -202,15 +183,14 @@ class Reader {
       cursor_.advance();
     }
     if (!cursor_.isName()) return;
-    close(block_, before_);
-    const bool otherHead = procedure_ != kNone && inOtherBranch();
-    if (!otherHead) close(procedure_, before_);
+    endOpen();
+    const bool otherHead = procedure_ != kNone;
     const std::uint32_t index = declare(kind, lead, kNone, Visibility::Public);
     module_.declarations[index].accessor = accessor;
     known(cursor_.at()).inModule = true;
     if (!otherHead) {
       procedure_ = index;
-      procedureBranch_ = branch();
+      procedureBranch_ = branches_.current();
     }
     cursor_.advance();
     parametersAndType(index);
@@ -230,14 +210,20 @@ class Reader {
     }
   }
 
-  // A head in another branch of the "#If" that holds the open procedure's head shares its body.
-  bool inOtherBranch() const {
-    return branch().block != 0 && branch().block == procedureBranch_.block &&
-           branch().branch != procedureBranch_.branch;
+  // In another branch of the "#If" that holds the open procedure's head: a head there shares its
+  // body, and what the module declares in front of that head does not end it.
+  bool besideHead() const {
+    return procedure_ != kNone && branches_.current().isBeside(procedureBranch_);
+  }
+
+  // What the module declares cannot lie in what is open.
+  void endOpen() {
+    close(block_, before_);
+    if (!besideHead()) close(procedure_, before_);
   }
 
   void libraryProcedure(const Lead& lead) {
-    closeAll(before_);
+    endOpen();
     cursor_.advance();
     if (cursor_.word() == Word::PtrSafe) cursor_.advance();
     if (cursor_.word() != Word::Sub && cursor_.word() != Word::Function) return;
@@ -251,7 +237,7 @@ class Reader {
   }
 
   void event(const Lead& lead) {
-    closeAll(before_);
+    endOpen();
     cursor_.advance();
     if (!cursor_.isName()) return;
     const std::uint32_t index = declare(DeclarationKind::Event, lead, kNone, Visibility::Public);
@@ -264,7 +250,7 @@ class Reader {
       cursor_.advance();
       while (!cursor_.atStatementEnd() && !cursor_.is(u8')')) {
         parameter(index);
-        skipItem();
+        cursor_.skipItem();
         if (cursor_.is(u8',')) cursor_.advance();
       }
       if (cursor_.is(u8')')) cursor_.advance();
@@ -278,7 +264,7 @@ class Reader {
     const Lead lead{cursor_.at(), cursor_.line()};
     while (readParameterWord(words)) cursor_.advance();
     if (!cursor_.isName()) return;
-    if (procedure_ != kNone) known(cursor_.at()).procedure = procedure_;
+    if (isProcedure(module_.declarations[scope].kind)) known(cursor_.at()).procedure = procedure_;
     const std::uint32_t index = declare(DeclarationKind::Parameter, lead, scope);
     module_.declarations[index].optional = words.optional;
     module_.declarations[index].byValue = words.byValue;
@@ -303,7 +289,7 @@ class Reader {
   // ----------------------------------------------------------------------- types, enums
 
   void openBlock(const Lead& lead, DeclarationKind kind) {
-    closeAll(before_);
+    endOpen();
     cursor_.advance();
     if (!cursor_.isName()) return;
     block_ = declare(kind, lead, kNone, Visibility::Public);
@@ -327,9 +313,11 @@ class Reader {
   void variables(const Lead& lead) {
     const bool constant = cursor_.word() == Word::Const;
     if (constant) cursor_.advance();
-    if (lead.visibility != Visibility::None || procedure_ == kNone) closeAll(before_);
+    const bool ofModule = lead.visibility != Visibility::None || procedure_ == kNone;
+    if (ofModule) endOpen();
+    const std::uint32_t scope = ofModule ? kNone : procedure_;
     DeclarationKind kind = constant ? DeclarationKind::Constant : DeclarationKind::Variable;
-    if (procedure_ != kNone) kind = DeclarationKind::Local;
+    if (!ofModule) kind = DeclarationKind::Local;
     const TokenRange words{lead.first, cursor_.behindLast()};
     for (bool first = true;; first = false) {
       Lead item = lead;
@@ -337,9 +325,9 @@ class Reader {
       const bool withEvents = cursor_.word() == Word::WithEvents;
       if (withEvents) cursor_.advance();
       if (!cursor_.isName()) return;
-      const std::uint32_t index = declare(kind, item, procedure_, Visibility::Private);
+      const std::uint32_t index = declare(kind, item, scope, Visibility::Private);
       Declaration& declared = module_.declarations[index];
-      declared.isConstant = constant && procedure_ != kNone;
+      declared.isConstant = constant && !ofModule;
       declared.withEvents = withEvents;
       if (!first) declared.lead = words;
       noteVariable(index);
@@ -352,7 +340,7 @@ class Reader {
 
   void noteVariable(std::uint32_t index) {
     Known& name = known(module_.declarations[index].name);
-    if (procedure_ != kNone) {
+    if (module_.declarations[index].kind == DeclarationKind::Local) {
       name.procedure = procedure_;
     } else {
       name.inModule = true;
@@ -380,7 +368,7 @@ class Reader {
         noteVariable(index);
         restOfItem(index);
       } else {
-        skipItem();
+        cursor_.skipItem();
       }
       if (!cursor_.is(u8',')) return;
       cursor_.advance();
@@ -398,7 +386,7 @@ class Reader {
     declared.name = cursor_.at();
     declared.line = lead.line;
     declared.isStatic = lead.isStatic;
-    declared.branch = branch().branch;
+    declared.branch = branches_.current().branch;
     declared.head.begin = lead.first;
     if (kind != DeclarationKind::Local)
       declared.visibility = lead.visibility == Visibility::None ? visibility : lead.visibility;
@@ -411,10 +399,10 @@ class Reader {
     Declaration& declared = module_.declarations[index];
     if (cursor_.is(u8'(')) {
       declared.isArray = true;
-      skipParentheses();
+      cursor_.skipParentheses();
     }
     type(declared);
-    skipItem();
+    cursor_.skipItem();
     finish(index);
   }
 
@@ -434,25 +422,7 @@ class Reader {
     }
     if (!cursor_.is(u8'(')) return;
     declared.isArray = true;
-    skipParentheses();
-  }
-
-  // From "(" to behind its ")".
-  void skipParentheses() {
-    std::uint32_t depth = 0;
-    do {
-      if (cursor_.is(u8'(')) ++depth;
-      if (cursor_.is(u8')')) --depth;
-      cursor_.advance();
-    } while (depth != 0 && !cursor_.atStatementEnd());
-  }
-
-  void skipItem() {
-    for (std::uint32_t depth = 0; !cursor_.atStatementEnd(); cursor_.advance()) {
-      if (cursor_.is(u8'(')) ++depth;
-      if (depth == 0 && (cursor_.is(u8',') || cursor_.is(u8')'))) return;
-      if (cursor_.is(u8')')) --depth;
-    }
+    cursor_.skipParentheses();
   }
 
   void finish(std::uint32_t index) {
@@ -497,14 +467,11 @@ class Reader {
     return name.inModule || name.procedure == procedure_;
   }
 
-  Branch branch() const { return branches_.empty() ? Branch{} : branches_.back(); }
-
   Module& module_;
   TokenCursor cursor_;
   NameTable names_;
   std::vector<Known> known_;  // by the number of the name
-  std::vector<Branch> branches_;
-  std::uint32_t blocks_ = 0, lastBranch_ = 0;
+  Branches branches_;
   Position before_{};                // the statement
   bool inBranch_ = false;            // it stands behind Then or Else
   std::uint32_t procedure_ = kNone;  // that is open

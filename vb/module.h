@@ -42,6 +42,9 @@ enum class DeclarationKind : std::uint8_t {
   Local  // variable or constant of a procedure; by ReDim only when nothing else declares it
 };
 
+// Sub, Function or Property: with a body.
+inline bool isProcedure(DeclarationKind kind) { return kind <= DeclarationKind::Property; }
+
 enum class Accessor : std::uint8_t { None, Get, Let, Set };
 enum class Visibility : std::uint8_t { Public, Private, Friend, None };  // None: label, local ...
 

@@ -295,4 +295,19 @@ TypeReference ProjectTables::typeReference(Meaning type) const {
   }
 }
 
+std::uint32_t ProjectTables::accessor(std::uint32_t member, Accessor wanted,
+                                      std::uint32_t own) const {
+  std::uint32_t found[4] = {kNone, kNone, kNone, kNone};
+  std::uint32_t i = member;
+  do {
+    if (!members_[i].isPrivate || members_[i].module == own)
+      found[static_cast<std::size_t>(members_[i].accessor)] = i;
+    i = members_[i].nextAccessor;
+  } while (i != member);
+  if (members_[member].kind != DeclarationKind::Property) return found[0];
+  for (const Accessor one : {wanted, Accessor::Get, Accessor::Let, Accessor::Set})
+    if (found[static_cast<std::size_t>(one)] != kNone) return found[static_cast<std::size_t>(one)];
+  return kNone;
+}
+
 }  // namespace tintline::vb

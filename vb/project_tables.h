@@ -78,6 +78,9 @@ class ProjectTables {
   Meaning type(std::uint32_t module, std::uint32_t name) const;
   Meaning type(std::uint32_t module, Meaning qualifier, std::uint32_t name) const;
   TypeReference typeReference(Meaning type) const;
+  // The accessor of a property that fits best, of another member itself; kNone when only the module
+  // that declares it may name it and that is not `own`.
+  std::uint32_t accessor(std::uint32_t member, Accessor wanted, std::uint32_t own) const;
 
   // What a name means behind the project's name, as member of a module, as field or Enum member of
   // the member `owner`, and as an event of its module.

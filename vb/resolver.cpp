@@ -376,7 +376,7 @@ class Resolver {
       note(at_, meaning);
     }
     if (meaning.kind != Meaning::Kind::Member) return;
-    meaning.index = accessorOf(meaning.index, Accessor::Get, own);
+    meaning.index = tables_.accessor(meaning.index, Accessor::Get, own ? index_ : kNone);
     if (meaning.index == kNone) return;
     if (open_.empty() && target_ == Target::Open) {
       targetReference_ = static_cast<std::uint32_t>(references_.size());
@@ -396,29 +396,12 @@ class Resolver {
     }
   }
 
-  // The accessor of a property that fits best, of another member itself; kNone when it may not be
-  // named here.
-  std::uint32_t accessorOf(std::uint32_t index, Accessor wanted, bool own) const {
-    std::uint32_t found[4] = {kNone, kNone, kNone, kNone};
-    std::uint32_t i = index;
-    do {
-      const Member& member = tables_.member(i);
-      if (!member.isPrivate || (own && member.module == index_))
-        found[static_cast<std::size_t>(member.accessor)] = i;
-      i = member.nextAccessor;
-    } while (i != index);
-    if (tables_.member(index).kind != DeclarationKind::Property) return found[0];
-    for (const Accessor accessor : {wanted, Accessor::Get, Accessor::Let, Accessor::Set})
-      if (found[static_cast<std::size_t>(accessor)] != kNone)
-        return found[static_cast<std::size_t>(accessor)];
-    return kNone;
-  }
-
   // "=" behind the statement's first expression.
   void assign() {
     if (targetReference_ == kNone || endOf(module_.tokens, at_) != module_.tokens[at_].begin + 1)
       return;
-    const std::uint32_t index = accessorOf(targetMember_, assigned_, targetOwn_);
+    const std::uint32_t index =
+        tables_.accessor(targetMember_, assigned_, targetOwn_ ? index_ : kNone);
     if (index != kNone)
       references_[targetReference_].declaration = tables_.member(index).declaration;
   }
@@ -472,10 +455,7 @@ class Resolver {
 
   void declaredName() {
     const Declaration& declared = module_.declarations[next_];
-    const bool procedure = declared.kind == DeclarationKind::Sub ||
-                           declared.kind == DeclarationKind::Function ||
-                           declared.kind == DeclarationKind::Property;
-    if (procedure && !declared.body.empty()) scope_.enter(next_);
+    if (isProcedure(declared.kind) && !declared.body.empty()) scope_.enter(next_);
     otherOperand();
     if (declared.byReDim) local(next_, scope_.at(at_));
     ++next_;

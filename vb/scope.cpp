@@ -36,7 +36,8 @@ void Scope::leave() {
 // Of several declarations of one name the first counts.
 void Scope::bind(std::uint32_t declaration) {
   const Declaration& declared = module_.declarations[declaration];
-  const bool isParameter = declared.kind == DeclarationKind::Parameter;
+  const bool isParameter = declared.kind == DeclarationKind::Parameter &&
+                           isProcedure(module_.declarations[declared.scope].kind);
   if (isParameter && declared.scope == procedure_) resultTakesArguments_ = true;
   if (isParameter || declared.kind == DeclarationKind::Local) {
     types_[declaration] = declaredType(declared);

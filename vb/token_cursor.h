@@ -118,6 +118,25 @@ class TokenCursor {
     if (!atLineEnd()) advance();
   }
 
+  // From "(" to behind its ")".
+  void skipParentheses() {
+    std::uint32_t depth = 0;
+    do {
+      if (is(u8'(')) ++depth;
+      if (is(u8')')) --depth;
+      advance();
+    } while (depth != 0 && !atStatementEnd());
+  }
+
+  // To the "," or ")" behind an item of a list.
+  void skipItem() {
+    for (std::uint32_t depth = 0; !atStatementEnd(); advance()) {
+      if (is(u8'(')) ++depth;
+      if (depth == 0 && (is(u8',') || is(u8')'))) return;
+      if (is(u8')')) --depth;
+    }
+  }
+
   // To the end of the line.
   void skipLine() {
     while (!atLineEnd()) advance();

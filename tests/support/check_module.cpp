@@ -13,8 +13,6 @@ std::uint32_t lineAt(const Module& module, std::uint32_t token) {
   return 1 + lineEndsIn(std::u8string_view(module.text).substr(0, module.tokens[token].begin));
 }
 
-bool isProcedure(DeclarationKind kind) { return kind <= DeclarationKind::Property; }
-
 bool fits(DeclarationKind kind, DeclarationKind scope) {
   switch (kind) {
     case DeclarationKind::Field:
