@@ -42,6 +42,7 @@ std::uint32_t ProjectTables::add(const Module& module) {
   modules_.push_back({.name = intern(module.name),
                       .defaultMember = kNone,
                       .standard = standard,
+                      .isControl = module.kind == ModuleKind::UserControl,
                       .isObject = standard || module.predeclared});
   std::uint32_t owner = kNone;
   for (std::uint32_t i = 0; i < module.declarations.size(); ++i) addMember(module, i, owner);
@@ -79,7 +80,8 @@ void ProjectTables::addMember(const Module& module, std::uint32_t declaration,
                   .branch = declared.branch,
                   .qualifier = kNone,
                   .type = kNone,
-                  .isPublic = declared.visibility == Visibility::Public};
+                  .isPublic = declared.visibility == Visibility::Public,
+                  .mayBeForeign = declared.kind == DeclarationKind::Control && name_ == kNone};
   setType(module, declared, pending);
   pending_.push_back(pending);
   if (declared.defaultMember) modules_.back().defaultMember = index;
@@ -130,6 +132,10 @@ void ProjectTables::close() {
     members_[i].type = typeReference(
         pending.qualifier == kNone ? type(from, pending.type)
                                    : type(from, qualifier(from, pending.qualifier), pending.type));
+    const TypeReference found = members_[i].type;
+    if (pending.mayBeForeign &&
+        !(found.kind == TypeReference::Kind::Instance && modules_[found.index].isControl))
+      members_[i].type = {};
   }
   pending_ = {};
 }

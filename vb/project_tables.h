@@ -45,6 +45,7 @@ struct ModuleEntry {
   std::uint32_t name;
   std::uint32_t defaultMember;
   bool standard;
+  bool isControl;      // a form may hold it
   bool isObject;       // its name can stand in expressions
   bool alone = false;  // shares its name with another: sees and shows nothing
 };
@@ -117,6 +118,7 @@ class ProjectTables {
     std::uint32_t branch;
     std::uint32_t qualifier, type;  // names
     bool isPublic;
+    bool mayBeForeign;  // a control of that name, of this project or a library
   };
 
   static constexpr std::uint32_t kAmbiguous = kNone - 1;
