@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "listing/line_choice.h"
 #include "listing/links.h"
 #include "listing/module_targets.h"
 #include "listing/token_names.h"
@@ -143,10 +144,11 @@ struct JsonDocument::Writer {
     out << "]}\n";
   }
 
-  // Returns where the references stand.
+  // Returns where the references stand; what is not shown stands nowhere.
   std::vector<Position> writeTokens() {
     std::vector<Position> places;
     places.reserve(source.references.size());
+    const LineChoice choice(module, options);
     Position place;
     std::string_view separator = "[";
     std::size_t end = 0;  // of the token before
@@ -160,7 +162,9 @@ struct JsonDocument::Writer {
       const Position token{start.line, start.column, place.length};
       const bool bound =
           places.size() < source.references.size() && source.references[places.size()].token == i;
-      if (bound) places.push_back(token);
+      const bool shown = choice.shows(token.line, i);
+      if (bound) places.push_back(shown ? token : Position{0, 0, 0});
+      if (!shown) continue;
       const std::string_view kind =
           classOf(bound ? vb::kindOfName(module.tokens[i]) : module.tokens[i].kind);
       if (kind.empty()) continue;
@@ -227,7 +231,7 @@ struct JsonDocument::Writer {
     std::string_view separator = "[";
     for (std::size_t i = 0; i < places.size(); ++i) {
       const vb::Reference& reference = source.references[i];
-      if (!isLink(reference, source.index, options, targets)) continue;
+      if (places[i].line == 0 || !isLink(reference, source.index, options, targets)) continue;
       const ModuleTargets& target = targets[reference.module];
       out << separator << places[i].line << "," << places[i].column << "," << places[i].length
           << ",";

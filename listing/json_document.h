@@ -8,8 +8,9 @@
 //     links          [line, column, length, module, id]: module null for the own one, id null for
 //                    the module itself
 //
-// Lines and columns count from 1, columns and lengths are in Unicode code points; in the length of
-// a token over several lines a line end counts as one.
+// Where lines are chosen, only they have tokens and links. Lines and columns count from 1, columns
+// and lengths are in Unicode code points; in the length of a token over several lines a line end
+// counts as one.
 //
 // Tested by tests/unit/listing/listing_test.cpp.
 #pragma once

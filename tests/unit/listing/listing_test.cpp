@@ -144,14 +144,15 @@ TEST(listing, TheIndexIsGroupedAndInOrder) {
             bytes(u8"Ohr Öl P (Set) Zug |Class_Initialize x_Ding |p_q |E |En |D |K |"));
 }
 
+void holds(const std::string& text, const char* part) {
+  EXPECT_NE(text.find(part), text.npos) << part << "\n" << text;
+}
+
 TEST(listing, LinksToOtherModules) {
   const std::vector<std::u8string> texts = {
       u8"Attribute VB_Name = \"A\"\nSub S()\nB.T: B.S\nEnd Sub\n",
       u8"Attribute VB_Name = \"B\"\nPublic Sub T()\nEnd Sub\nSub S()\nEnd Sub\n"};
   const Options all{.links = Links::All, .titles = false};
-  const auto holds = [&](const std::string& html, const char* part) {
-    EXPECT_NE(html.find(part), html.npos) << part << "\n" << html;
-  };
   holds(listed(Format::Page, all, texts), "<a href=\"B.htm\">B</a>.<a href=\"B.htm#T\">T</a>:");
   const std::string one = listed(Format::Page, all, texts, Place::OnePage);
   holds(one, "<a href=\"#B\">B</a>.<a href=\"#B.T\">T</a>:");
@@ -177,6 +178,8 @@ TEST(listing, OtherFormats) {
             u8"{\"id\":\"F.b_\",\"kind\":\"parameter\",\"name\":\"b \",\"accessor\":null,"
             u8"\"visibility\":null,\"line\":2,\"endLine\":2,\"parameters\":null,\"type\":null,"
             u8"\"scope\":\"F\"}],\"links\":[]}\n"));
+  holds(listed(Format::Json, {.lines = {{4, 9}, {1, 1}}}, {text}),
+        "\"tokens\":[[1,1,5,\"c\"],[5,1,3,\"k\"],[5,5,8,\"k\"]]");
   EXPECT_EQ(
       listed(Format::Markdown, {.lineNumbers = true}, {text}),
       bytes(
