@@ -176,31 +176,38 @@ Message reasonText(std::error_code reason) {
     Text<0> text;
   };
   static constexpr Row kRows[] = {
-      {std::errc::no_such_file_or_directory, {L"file not found", L"Datei nicht gefunden"}},
-      {std::errc::not_a_directory, {L"folder not found", L"Ordner nicht gefunden"}},
-      {std::errc::permission_denied, {L"access denied", L"Zugriff verweigert"}},
-      {std::errc::operation_not_permitted, {L"access denied", L"Zugriff verweigert"}},
-      {std::errc::is_a_directory, {L"is a folder", L"ist ein Ordner"}},
-      {std::errc::no_space_on_device, {L"the disk is full", L"Datenträger ist voll"}},
+      {std::errc::no_such_file_or_directory,
+       {"file-not-found", L"file not found", L"Datei nicht gefunden"}},
+      {std::errc::not_a_directory,
+       {"folder-not-found", L"folder not found", L"Ordner nicht gefunden"}},
+      {std::errc::permission_denied, {"access-denied", L"access denied", L"Zugriff verweigert"}},
+      {std::errc::operation_not_permitted,
+       {"access-denied", L"access denied", L"Zugriff verweigert"}},
+      {std::errc::is_a_directory, {"is-folder", L"is a folder", L"ist ein Ordner"}},
+      {std::errc::no_space_on_device, {"disk-full", L"the disk is full", L"Datenträger ist voll"}},
       {std::errc::read_only_file_system,
-       {L"the disk is write-protected", L"Datenträger ist schreibgeschützt"}},
-      {std::errc::filename_too_long, {L"the name is too long", L"Name zu lang"}},
-      {std::errc::invalid_argument, {L"the name is not valid", L"Name ungültig"}},
-      {std::errc::too_many_files_open, {L"too many open files", L"zu viele offene Dateien"}},
+       {"write-protected", L"the disk is write-protected", L"Datenträger ist schreibgeschützt"}},
+      {std::errc::filename_too_long, {"name-too-long", L"the name is too long", L"Name zu lang"}},
+      {std::errc::invalid_argument, {"invalid-name", L"the name is not valid", L"Name ungültig"}},
+      {std::errc::too_many_files_open,
+       {"too-many-open-files", L"too many open files", L"zu viele offene Dateien"}},
       {std::errc::too_many_files_open_in_system,
-       {L"too many open files", L"zu viele offene Dateien"}},
-      {std::errc::file_too_large, {L"the file is too large", L"Datei zu groß"}},
-      {std::errc::not_enough_memory, {L"not enough memory", L"nicht genug Speicher"}},
+       {"too-many-open-files", L"too many open files", L"zu viele offene Dateien"}},
+      {std::errc::file_too_large, {"too-large", L"the file is too large", L"Datei zu groß"}},
+      {std::errc::not_enough_memory,
+       {"out-of-memory", L"not enough memory", L"nicht genug Speicher"}},
       {std::errc::too_many_symbolic_link_levels,
-       {L"links lead in a circle", L"Verknüpfungen führen im Kreis"}},
-      {std::errc::device_or_resource_busy, {L"the file is in use", L"Datei ist in Gebrauch"}},
-      {std::errc::bad_file_descriptor, {L"not open", L"nicht geöffnet"}},
-      {std::errc::broken_pipe, {L"the reader is gone", L"Empfänger hat geschlossen"}},
-      {std::errc::io_error, {L"input/output error", L"Fehler des Datenträgers"}},
+       {"link-loop", L"links lead in a circle", L"Verknüpfungen führen im Kreis"}},
+      {std::errc::device_or_resource_busy,
+       {"in-use", L"the file is in use", L"Datei ist in Gebrauch"}},
+      {std::errc::bad_file_descriptor, {"not-open", L"not open", L"nicht geöffnet"}},
+      {std::errc::broken_pipe,
+       {"reader-gone", L"the reader is gone", L"Empfänger hat geschlossen"}},
+      {std::errc::io_error, {"io-error", L"input/output error", L"Fehler des Datenträgers"}},
   };
   for (const Row& row : kRows)
     if (reason == row.condition) return row.text();
-  static constexpr Text<1> kOther{L"error {1}", L"Fehler {1}"};
+  static constexpr Text<1> kOther{"file-error", L"error {1}", L"Fehler {1}"};
   return kOther(std::to_wstring(reason.value()));
 }
 

@@ -20,16 +20,24 @@ namespace tintline {
 
 enum class Language : std::uint8_t { English, German };
 
-// The same in each language.
+// The same in each language, and for programs.
 struct Message {
   std::wstring english{};
   std::wstring german{};
+  std::string_view code{};  // what it is about: it stays when the words change
+  std::size_t line = 0;     // of the source, from 1; 0: none
 
   bool empty() const { return english.empty(); }
   const std::wstring& in(Language language) const {
     return language == Language::German ? german : english;
   }
 };
+
+// The message with the line that it is about.
+inline Message atLine(std::size_t line, Message message) {
+  message.line = line;
+  return message;
+}
 
 // A text from outside, as the name of a file, so that it does no harm where it is shown: control
 // characters, and those that turn the direction of writing, become "\n", "\x1B", "\u202E".
@@ -65,8 +73,9 @@ std::wstring filled(std::wstring_view text, std::span<const Message> values, Lan
 template <std::size_t Values>
 class Text {
  public:
-  consteval Text(const wchar_t* english, const wchar_t* german)
-      : english_(english), german_(german) {
+  consteval Text(const wchar_t* english, const wchar_t* german) : Text("", english, german) {}
+  consteval Text(const char* code, const wchar_t* english, const wchar_t* german)
+      : code_(code), english_(english), german_(german) {
     if (!detail::holdsValues(english, Values) || !detail::holdsValues(german, Values))
       throw "each of {1} to {Values} stands once in each language";  // a compile error
   }
@@ -75,8 +84,11 @@ class Text {
   template <class... Value>
   requires(sizeof...(Value) == Values) Message operator()(const Value&... values) const {
     const std::array<Message, Values> all{valueOf(values)...};
+    std::string_view code = code_;
+    for (const Message& value : all)
+      if (code.empty()) code = value.code;
     return {detail::filled(english_, all, Language::English),
-            detail::filled(german_, all, Language::German)};
+            detail::filled(german_, all, Language::German), code};
   }
 
   constexpr std::wstring_view in(Language language) const requires(Values == 0) {
@@ -84,6 +96,7 @@ class Text {
   }
 
  private:
+  std::string_view code_;
   std::wstring_view english_;
   std::wstring_view german_;
 };

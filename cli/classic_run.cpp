@@ -30,7 +30,7 @@ struct Converted {
 
 ModuleSource readSource(std::string_view file, const Options& options) {
   ModuleSource source = readClassic(file, options.pasted, options.encoding);
-  if (source.tooManyLines) throw JobError(messages::kTooManyLines(kMaxLines));
+  if (source.tooManyLines) throw JobError(atLine(kMaxLines, messages::kTooManyLines(kMaxLines)));
   return source;
 }
 

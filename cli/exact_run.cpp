@@ -57,13 +57,22 @@ bool linksPages(Format format, const listing::Options& options) {
          (format == Format::Page || format == Format::Body || format == Format::Json);
 }
 
+// The number of the line that holds a place in the text, from 1.
+std::size_t lineOf(std::u8string_view text, std::size_t place) {
+  std::size_t line = 1;
+  for (std::size_t i = 0; i < place; ++i)
+    line += text[i] == u8'\n' || (text[i] == u8'\r' && text[i + 1] != u8'\n');
+  return line;
+}
+
 // The warning about what no character stands for; empty when all of it is text.
 Message lossText(const vb::Decoded& source) {
   if (source.replaced == 0) return {};
   const Message page =
       source.codePage == vb::kUtf8 ? valueOf(L"UTF-8") : messages::kCodePage(source.codePage);
-  return source.replaced == 1 ? messages::kLostCharacter(page)
-                              : messages::kLostCharacters(source.replaced, page);
+  return atLine(lineOf(source.text, source.text.find(u8"\uFFFD")),
+                source.replaced == 1 ? messages::kLostCharacter(page)
+                                     : messages::kLostCharacters(source.replaced, page));
 }
 
 struct Read {
@@ -106,10 +115,11 @@ class ExactRun {
   Read read(const Task& task) const {
     vb::Decoded source =
         decodeSource(readInput(task, surroundings_), options_.encoding.value_or(kAutomatic));
+    Message warning = lossText(source);
     vb::Module module =
         readExact(std::move(source.text), task.input.place.filename(), words_, passes_);
     checkLines(options_.lines, module.lines);
-    return {.module = std::move(module), .warning = lossText(source)};
+    return {.module = std::move(module), .warning = std::move(warning)};
   }
 
   // Each input is a project of its own.
@@ -230,7 +240,8 @@ class ExactRun {
       });
       return Outcome();
     });
-    if (!outcome.failure.empty()) return surroundings_.tell(outcome.failure);
+    if (!outcome.failure.empty())
+      return surroundings_.tell({.severity = Notice::Severity::Error, .message = outcome.failure});
     for (std::size_t i = 0; i < members.size(); ++i)
       report_.finished(members[i].task,
                        {.failure = {}, .warning = members[i].warning, .sourceLines = lines[i]});

@@ -124,7 +124,7 @@ std::vector<Reformatting> passesOf(const Options& options) {
 
 void checkLines(const std::vector<LineRange>& ranges, std::size_t count) {
   for (const LineRange& range : ranges)
-    if (range.last > count) throw JobError(messages::kBeyondLastLine(count));
+    if (range.last > count) throw JobError(atLine(count, messages::kBeyondLastLine(count)));
 }
 
 }  // namespace tintline

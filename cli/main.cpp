@@ -4,6 +4,7 @@
 #include <exception>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "base/codepage.h"
@@ -26,12 +27,18 @@ Language language() {
 
 void write(std::wstring_view text) { writeText(StandardStream::Error, text); }
 
-void tell(const Message& message) { write(messages::kTold(message).in(language())); }
+NoticeFormat format = NoticeFormat::Text;  // of what is told
+
+void tell(const Message& message, std::wstring file = {}) {
+  const Notice notice{
+      .severity = Notice::Severity::Error, .file = std::move(file), .message = message};
+  write(noticeText(notice, format, language()));
+}
 
 // Nothing half-written stays, not even under another name.
 void breakOff() {
   removeUnfinishedFiles();
-  if (errorIsTerminal()) write(L"\n");  // behind the counter
+  if (errorIsTerminal() && format == NoticeFormat::Text) write(L"\n");  // behind the counter
   tell(messages::kInterrupted());
 }
 
@@ -46,6 +53,7 @@ int print(std::wstring_view text) {
 int commandLine(const std::vector<std::string>& arguments) {
   prepareStandardStreams();
   keepFreedMemory();
+  format = noticeFormat(arguments);
   try {
     Options options = parseOptions(arguments);
     if (options.help) return print(helpText(language()));
@@ -59,13 +67,16 @@ int commandLine(const std::vector<std::string>& arguments) {
                          .output = output,
                          .write = write,
                          .terminal = errorIsTerminal(),
-                         .language = language()});
+                         .language = language(),
+                         .format = format});
   } catch (const UsageError& error) {
-    tell(error.message());
-    write(messages::kSeeHelp().in(language()));
+    Message message = error.message();
+    if (message.code.empty()) message.code = "wrong-usage";
+    tell(message);
+    if (format == NoticeFormat::Text) write(messages::kSeeHelp().in(language()));
     return kWrongUsage;
   } catch (const FileError& error) {
-    tell(messages::kAbout(pathText(error.path()), reasonText(error.reason())));
+    tell(reasonText(error.reason()), pathText(error.path()));
     return kSomeFailed;
   } catch (const std::exception& error) {
     tell(messages::kUnexpected(fromUtf8(error.what())));

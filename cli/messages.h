@@ -16,11 +16,12 @@ inline constexpr Text<2> kOr{L"{1} or {2}", L"{1} oder {2}"};
 inline constexpr Text<2> kList{L"{1}, {2}", L"{1}, {2}"};
 
 // --------------------------------------------------------------------------------- the program
-inline constexpr Text<0> kInterrupted{L"interrupted", L"abgebrochen"};
+inline constexpr Text<0> kInterrupted{"interrupted", L"interrupted", L"abgebrochen"};
 inline constexpr Text<0> kSeeHelp{
     L"Usage: tintline [OPTIONS] FILE|FOLDER...   (tintline --help tells more)\n",
     L"Aufruf: tintline [OPTIONEN] DATEI|ORDNER...   (mehr mit tintline --help)\n"};
-inline constexpr Text<1> kUnexpected{L"unexpected error: {1}", L"unerwarteter Fehler: {1}"};
+inline constexpr Text<1> kUnexpected{"internal-error", L"unexpected error: {1}",
+                                     L"unerwarteter Fehler: {1}"};
 inline constexpr Text<0> kStandardInput{L"standard input", L"Standardeingabe"};
 inline constexpr Text<0> kStandardOutput{L"standard output", L"Standardausgabe"};
 
@@ -46,45 +47,54 @@ inline constexpr Text<0> kStandardInputHasNoName{
     L"die Standardeingabe (-) hat keinen Namen für --output-dir"};
 inline constexpr Text<0> kStandardInputOnce{L"the standard input (-) can be read only once",
                                             L"die Standardeingabe (-) lässt sich nur einmal lesen"};
-inline constexpr Text<2> kOverwritesSource{L"the output {1} would overwrite {2}",
+inline constexpr Text<2> kOverwritesSource{"would-overwrite", L"the output {1} would overwrite {2}",
                                            L"die Ausgabe {1} würde {2} überschreiben"};
 
 // --------------------------------------------------------------------------------- the settings
-inline constexpr Text<1> kSectionEmpty{L"the section [{1}] is missing or empty",
+inline constexpr Text<1> kSectionEmpty{"section-empty", L"the section [{1}] is missing or empty",
                                        L"der Abschnitt [{1}] fehlt oder ist leer"};
 
 // ----------------------------------------------------------------------------------- the inputs
 inline constexpr Text<1> kPassedOver{L"passed over, {1}", L"übergangen, {1}"};
 inline constexpr Text<2> kWouldBecome{L"{1} -> {2}\n", L"{1} -> {2}\n"};
-inline constexpr Text<0> kNoModuleFile{L"is no module file", L"ist keine Moduldatei"};
-inline constexpr Text<0> kHoldsNoModules{L"holds no module files", L"enthält keine Moduldateien"};
-inline constexpr Text<0> kNoFile{L"is no file", L"ist keine Datei"};
-inline constexpr Text<0> kFolderLink{L"is a link that leads to another folder",
+inline constexpr Text<0> kNoModuleFile{"no-module-file", L"is no module file",
+                                       L"ist keine Moduldatei"};
+inline constexpr Text<0> kHoldsNoModules{"no-modules", L"holds no module files",
+                                         L"enthält keine Moduldateien"};
+inline constexpr Text<0> kNoFile{"no-file", L"is no file", L"ist keine Datei"};
+inline constexpr Text<0> kFolderLink{"folder-link", L"is a link that leads to another folder",
                                      L"führt als Verknüpfung in einen anderen Ordner"};
-inline constexpr Text<0> kTakesResults{L"takes the results", L"nimmt die Ergebnisse auf"};
-inline constexpr Text<2> kSameTarget{L"{1} would be the result of {2} as well",
+inline constexpr Text<0> kTakesResults{"output-folder", L"takes the results",
+                                       L"nimmt die Ergebnisse auf"};
+inline constexpr Text<2> kSameTarget{"same-target", L"{1} would be the result of {2} as well",
                                      L"{1} entstünde auch aus {2}"};
 inline constexpr Text<2> kSameTargetButForCase{
-    L"{1} would be the result of {2} as well, as case does not count",
+    "same-target", L"{1} would be the result of {2} as well, as case does not count",
     L"{1} entstünde auch aus {2}, da Groß- und Kleinschreibung nicht zählt"};
-inline constexpr Text<2> kUnwritable{L"cannot write {1}: {2}",
+inline constexpr Text<2> kUnwritable{"cannot-write", L"cannot write {1}: {2}",
                                      L"{1} kann nicht geschrieben werden: {2}"};
-inline constexpr Text<1> kTooLarge{L"larger than {1} MB", L"größer als {1} MB"};
+inline constexpr Text<1> kTooLarge{"too-large", L"larger than {1} MB", L"größer als {1} MB"};
 inline constexpr Text<1> kCodePage{L"code page {1}", L"Codepage {1}"};
-inline constexpr Text<1> kLostCharacter{L"1 character is none in {1} and became U+FFFD",
+inline constexpr Text<1> kLostCharacter{"characters-lost",
+                                        L"1 character is none in {1} and became U+FFFD",
                                         L"1 Zeichen gibt es in {1} nicht, es wurde zu U+FFFD"};
-inline constexpr Text<2> kLostCharacters{L"{1} characters are none in {2} and became U+FFFD",
+inline constexpr Text<2> kLostCharacters{"characters-lost",
+                                         L"{1} characters are none in {2} and became U+FFFD",
                                          L"{1} Zeichen gibt es in {2} nicht, sie wurden zu U+FFFD"};
-inline constexpr Text<0> kResultTooLarge{L"the result becomes too large",
+inline constexpr Text<0> kResultTooLarge{"result-too-large", L"the result becomes too large",
                                          L"das Ergebnis wird zu groß"};
-inline constexpr Text<0> kNotEnoughMemory{L"not enough memory", L"der Speicher reicht nicht"};
+inline constexpr Text<0> kNotEnoughMemory{"out-of-memory", L"not enough memory",
+                                          L"der Speicher reicht nicht"};
 inline constexpr Text<1> kBeyondLastLine{
-    L"--lines goes beyond the end, the last line is {1}",
+    "no-such-line", L"--lines goes beyond the end, the last line is {1}",
     L"--lines reicht über das Ende hinaus, letzte Zeile ist {1}"};
-inline constexpr Text<1> kTooManyLines{L"more than {1} lines", L"mehr als {1} Zeilen"};
-inline constexpr Text<1> kTooManyLinesWrapped{L"more than {1} lines once they are wrapped",
+inline constexpr Text<1> kTooManyLines{"too-many-lines", L"more than {1} lines",
+                                       L"mehr als {1} Zeilen"};
+inline constexpr Text<1> kTooManyLinesWrapped{"too-many-lines",
+                                              L"more than {1} lines once they are wrapped",
                                               L"mehr als {1} Zeilen nach dem Umbruch"};
-inline constexpr Text<0> kChangedMeanwhile{L"the file changed during the conversion",
+inline constexpr Text<0> kChangedMeanwhile{"changed-meanwhile",
+                                           L"the file changed during the conversion",
                                            L"die Datei hat sich während der Umwandlung geändert"};
 
 // -------------------------------------------------------------------------------- the progress
@@ -93,8 +103,8 @@ inline constexpr Text<0> kOneFile{L"1 file", L"1 Datei"};
 inline constexpr Text<1> kFiles{L"{1} files", L"{1} Dateien"};
 inline constexpr Text<0> kOneLine{L"1 line", L"1 Zeile"};
 inline constexpr Text<1> kLines{L"{1} lines", L"{1} Zeilen"};
-inline constexpr Text<3> kSummary{L"{1}, {2} converted in {3} s\n",
-                                  L"{1}, {2} in {3}s verarbeitet\n"};
+inline constexpr Text<3> kSummary{"summary", L"{1}, {2} converted in {3} s",
+                                  L"{1}, {2} in {3}s verarbeitet"};
 
 // One of two texts, by a number.
 inline Message counted(std::size_t count, const Text<0>& one, const Text<1>& many) {

@@ -97,6 +97,8 @@ constexpr Choice<listing::Links> kLinks[] = {{"none", listing::Links::None},
                                              {"procs", listing::Links::Procedures},
                                              {"module", listing::Links::Module},
                                              {"all", listing::Links::All}};
+constexpr Choice<NoticeFormat> kNoticeFormats[] = {{"text", NoticeFormat::Text},
+                                                   {"json", NoticeFormat::Json}};
 constexpr Choice<bool> kSwitch[] = {{"on", true}, {"off", false}};
 constexpr Choice<listing::Header> kHeaders[] = {{"fold", listing::Header::Fold},
                                                 {"show", listing::Header::Show},
@@ -312,6 +314,16 @@ constexpr OptionRow kOptions[] = {
               L"so viele Dateien gleichzeitig (1 bis 64,\n"
               L"Vorgabe: Zahl der Prozessoren)"},
      .store = storeJobs},
+    {.name = "errors",
+     .value = {L"FORM", L"FORM"},
+     .choices = kNamesOf<kNoticeFormats>,
+     .help = {L"how failures are told: text (the default), or json:\n"
+              L"an object a line, with file, line, severity, code\n"
+              L"and message",
+              L"wie Fehler gemeldet werden: text (Vorgabe) oder\n"
+              L"json: je Zeile ein Objekt mit file, line, severity,\n"
+              L"code und message"},
+     .store = storeChoice<kNoticeFormats, &Options::errors>},
     {.name = "quiet",
      .shortName = 'q',
      .help = {L"show no progress on a terminal (after a second)",

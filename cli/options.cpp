@@ -123,6 +123,17 @@ Options parseOptions(const std::vector<std::string>& arguments) {
   return Parser(arguments).parse();
 }
 
+NoticeFormat noticeFormat(const std::vector<std::string>& arguments) {
+  NoticeFormat format = NoticeFormat::Text;
+  for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
+    const bool apart = arguments[i] == "--errors" && i + 1 < arguments.size();
+    const std::string argument = apart ? "--errors=" + arguments[i + 1] : arguments[i];
+    if (argument == "--errors=json") format = NoticeFormat::Json;
+    if (argument == "--errors=text") format = NoticeFormat::Text;
+  }
+  return format;
+}
+
 // Of UTF-8 text a path takes the bytes unchanged where its own characters are
 // bytes, whatever they are, and converts them on Windows.
 std::filesystem::path argumentPath(std::string_view argument) {

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "base/message.h"
+#include "cli/notice.h"
 #include "convert/format.h"
 #include "engine/document_frame.h"
 #include "listing/options.h"
@@ -53,6 +54,7 @@ struct Options {
   bool skipUnchanged = false;
   bool check = false;
   bool dryRun = false;
+  NoticeFormat errors = NoticeFormat::Text;
   bool quiet = false;
   bool verbose = false;
   bool help = false;     // the rest counts for nothing then
@@ -74,6 +76,9 @@ Options parseOptions(const std::vector<std::string>& arguments);
 
 // The value of --format that stands for it.
 std::string_view formatName(Format format);
+
+// What --errors says, also when other arguments are wrong.
+NoticeFormat noticeFormat(const std::vector<std::string>& arguments);
 
 // The path that an argument names, and how an argument is shown to the user.
 std::filesystem::path argumentPath(std::string_view argument);

@@ -133,6 +133,10 @@ std::vector<Task> planTasks(const Options& options, std::vector<Input> modules) 
   return tasks;
 }
 
+std::wstring inputFile(const Task& task) {
+  return isStandardInput(task.input) ? fromUtf8(kStandardStream) : pathText(task.input.path);
+}
+
 Message inputName(const Task& task) {
   return isStandardInput(task.input) ? messages::kStandardInput()
                                      : valueOf(pathText(task.input.path));

@@ -23,6 +23,9 @@ struct Task {
 // take the place of something that is read.
 std::vector<Task> planTasks(const Options& options, std::vector<Input> modules);
 
+// An input as a Notice has it.
+std::wstring inputFile(const Task& task);
+
 // An input or a target as the user reads it.
 Message inputName(const Task& task);
 Message targetName(const Task& task);

@@ -15,12 +15,12 @@ constexpr auto kCounterInterval = std::chrono::milliseconds(50);
 
 }  // namespace
 
-Report::Report(std::vector<Message> names, Write write, const Telling& telling)
-    : names_(std::move(names)),
+Report::Report(std::vector<std::wstring> files, Write write, const Telling& telling)
+    : files_(std::move(files)),
       write_(std::move(write)),
       telling_(telling),
       start_(steady_clock::now()),
-      outcomes_(names_.size()),
+      outcomes_(files_.size()),
       counterDue_(start_ + telling.silence) {}
 
 void Report::finished(std::size_t index, Outcome outcome) {
@@ -32,7 +32,7 @@ void Report::finished(std::size_t index, Outcome outcome) {
   }
   outcomes_[index] = std::move(outcome);
   tellOutcomes();
-  if (telling_.progress && done_ < names_.size()) showCounter();
+  if (telling_.progress && done_ < files_.size()) showCounter();
 }
 
 bool Report::close() {
@@ -40,7 +40,7 @@ bool Report::close() {
   for (; told_ < outcomes_.size(); ++told_) tellOutcome(told_);
   clearCounter();
   if (telling_.summary) showSummary();
-  return converted_ == names_.size();
+  return converted_ == files_.size();
 }
 
 void Report::tellOutcomes() {
@@ -50,17 +50,23 @@ void Report::tellOutcomes() {
 void Report::tellOutcome(std::size_t index) {
   if (!outcomes_[index]) return;
   const Outcome& outcome = *outcomes_[index];
-  const Message& text = outcome.failure.empty() ? outcome.warning : outcome.failure;
-  if (text.empty()) return;
+  using enum Notice::Severity;
+  if (!outcome.failure.empty())
+    tell({.severity = Error, .file = files_[index], .message = outcome.failure});
+  else if (!outcome.warning.empty())
+    tell({.severity = Warning, .file = files_[index], .message = outcome.warning});
+}
+
+void Report::tell(const Notice& notice) {
   clearCounter();
-  write_(messages::kTold(messages::kAbout(names_[index], text)).in(telling_.language));
+  write_(noticeText(notice, telling_.format, telling_.language));
 }
 
 void Report::showCounter() {
   const auto now = steady_clock::now();
   if (now < counterDue_) return;
   counterDue_ = now + kCounterInterval;
-  counter_ = messages::kProgress(done_, names_.size()).in(telling_.language);
+  counter_ = messages::kProgress(done_, files_.size()).in(telling_.language);
   write_(L'\r' + counter_);
 }
 
@@ -71,10 +77,14 @@ void Report::clearCounter() {
 }
 
 void Report::showSummary() {
-  write_(messages::kSummary(messages::counted(converted_, messages::kOneFile, messages::kFiles),
-                            messages::counted(sourceLines_, messages::kOneLine, messages::kLines),
-                            secondsText(steady_clock::now() - start_))
-             .in(telling_.language));
+  const Message summary =
+      messages::kSummary(messages::counted(converted_, messages::kOneFile, messages::kFiles),
+                         messages::counted(sourceLines_, messages::kOneLine, messages::kLines),
+                         secondsText(steady_clock::now() - start_));
+  if (telling_.format == NoticeFormat::Json)
+    tell({.severity = Notice::Severity::Note, .message = summary});
+  else
+    write_(summary.in(telling_.language) + L'\n');
 }
 
 Message secondsText(steady_clock::duration duration) {

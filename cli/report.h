@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "base/message.h"
+#include "cli/notice.h"
 
 namespace tintline {
 
@@ -27,6 +28,7 @@ struct Outcome {
 struct Telling {
   bool progress;  // a counter, on a terminal
   bool summary;   // in the end
+  NoticeFormat format = NoticeFormat::Text;
   Language language = Language::English;
   std::chrono::milliseconds silence = std::chrono::seconds(1);  // before there is a counter
 };
@@ -35,9 +37,8 @@ class Report {
  public:
   using Write = std::function<void(std::wstring_view text)>;
 
-  // `names` are the inputs as the user reads them; `write` puts text on the
-  // error stream.
-  Report(std::vector<Message> names, Write write, const Telling& telling);
+  // `files` are the inputs as Notice has them; `write` puts text on the error stream.
+  Report(std::vector<std::wstring> files, Write write, const Telling& telling);
 
   // Input `index` is done. May be called from several threads.
   void finished(std::size_t index, Outcome outcome);
@@ -48,11 +49,12 @@ class Report {
  private:
   void tellOutcomes();
   void tellOutcome(std::size_t index);
+  void tell(const Notice& notice);
   void showCounter();
   void clearCounter();
   void showSummary();
 
-  const std::vector<Message> names_;
+  const std::vector<std::wstring> files_;
   const Write write_;
   const Telling telling_;
   const std::chrono::steady_clock::time_point start_;

@@ -19,16 +19,18 @@
 namespace tintline {
 namespace {
 
-std::vector<Message> inputNames(const std::vector<Task>& tasks) {
-  std::vector<Message> names;
-  names.reserve(tasks.size());
-  for (const Task& task : tasks) names.push_back(inputName(task));
-  return names;
+std::vector<std::wstring> inputFiles(const std::vector<Task>& tasks) {
+  std::vector<std::wstring> files;
+  files.reserve(tasks.size());
+  for (const Task& task : tasks) files.push_back(inputFile(task));
+  return files;
 }
 
 void tellPassedOver(const std::vector<PassedOver>& passedOver, const Surroundings& surroundings) {
   for (const auto& [path, reason] : passedOver)
-    surroundings.tell(messages::kAbout(pathText(path), messages::kPassedOver(reason)));
+    surroundings.tell({.severity = Notice::Severity::Note,
+                       .file = pathText(path),
+                       .message = messages::kPassedOver(reason)});
 }
 
 // Names the inputs and outputs of a run, and what is known to fail.
@@ -36,7 +38,8 @@ ExitCode showPlan(const std::vector<Task>& tasks, const Surroundings& surroundin
   ExitCode result = kAllConverted;
   for (const Task& task : tasks) {
     if (const Message failure = knownFailure(task.input); !failure.empty()) {
-      surroundings.tell(messages::kAbout(inputName(task), failure));
+      surroundings.tell(
+          {.severity = Notice::Severity::Error, .file = inputFile(task), .message = failure});
       result = kSomeFailed;
     } else {
       const Message line = messages::kWouldBecome(inputName(task), targetName(task));
@@ -46,15 +49,15 @@ ExitCode showPlan(const std::vector<Task>& tasks, const Surroundings& surroundin
   surroundings.output.flush();
   return result;
 } catch (const FileError& error) {
-  surroundings.tell(messages::kUnwritable(messages::kStandardOutput(), reasonText(error.reason())));
+  surroundings.tell(
+      {.severity = Notice::Severity::Error,
+       .message = messages::kUnwritable(messages::kStandardOutput(), reasonText(error.reason()))});
   return kSomeFailed;
 }
 
 }  // namespace
 
-void Surroundings::tell(const Message& message) const {
-  write(messages::kTold(message).in(language));
-}
+void Surroundings::tell(const Notice& notice) const { write(noticeText(notice, format, language)); }
 
 ExitCode run(const Options& options, const Surroundings& surroundings) {
   Inputs inputs = collectInputs(options);
@@ -67,9 +70,11 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
     std::filesystem::create_directories(argumentPath(options.outputDir), failure);
     if (failure) throw FileError(argumentPath(options.outputDir), failure);
   }
-  Report report(inputNames(tasks), surroundings.write,
-                {.progress = surroundings.terminal && !options.quiet,
+  Report report(inputFiles(tasks), surroundings.write,
+                {.progress = surroundings.terminal && !options.quiet &&
+                             surroundings.format == NoticeFormat::Text,
                  .summary = options.verbose,
+                 .format = surroundings.format,
                  .language = surroundings.language});
   if (options.mode == Mode::Classic)
     runClassic(tasks, options, settings, surroundings, report);

@@ -27,8 +27,9 @@ struct Surroundings {
   std::function<void(std::wstring_view)> write;  // puts text on the error stream
   bool terminal;                                 // the error stream is a terminal
   Language language = Language::English;         // of the messages
+  NoticeFormat format = NoticeFormat::Text;      // likewise
 
-  void tell(const Message& message) const;
+  void tell(const Notice& notice) const;
 };
 
 // Returns kAllConverted or kSomeFailed; throws UsageError when

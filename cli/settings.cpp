@@ -43,7 +43,9 @@ std::optional<std::string> loadKeywords(const Options& options, const Surroundin
   if (path.empty()) return {};
   std::string bytes = readNeeded(path, options.keywords);
   const auto warn = [&](std::wstring_view section) {
-    surroundings.tell(messages::kAbout(pathText(path), messages::kSectionEmpty(section)));
+    surroundings.tell({.severity = Notice::Severity::Warning,
+                       .file = pathText(path),
+                       .message = messages::kSectionEmpty(section)});
   };
   const KeywordOutcome outcome = SchluesselworteLaden(bytes).outcome;
   if (outcome == KeywordOutcome::Keywords1Missing) warn(L"Keywords 1");

@@ -33,9 +33,11 @@ ModuleSource readClassic(std::string_view file, bool pasted, std::optional<vb::C
 }
 
 Message replacedText(std::size_t replaced) {
-  static constexpr Text<0> kOne{L"1 character does not fit the code page and became \"?\"",
+  static constexpr Text<0> kOne{"characters-lost",
+                                L"1 character does not fit the code page and became \"?\"",
                                 L"1 Zeichen passt nicht in die Codepage und wurde zu \"?\""};
-  static constexpr Text<1> kMany{L"{1} characters do not fit the code page and became \"?\"",
+  static constexpr Text<1> kMany{"characters-lost",
+                                 L"{1} characters do not fit the code page and became \"?\"",
                                  L"{1} Zeichen passen nicht in die Codepage und wurden zu \"?\""};
   if (replaced == 0) return {};
   return replaced == 1 ? kOne() : kMany(replaced);

@@ -26,13 +26,14 @@ _tintline() {
     --titles) words='on off' ;;
     --header) words='fold show drop' ;;
     --theme) words='auto light dark' ;;
+    --errors) words='text json' ;;
     --encoding) words='auto utf-8 utf-16 windows-1252 macintosh shift_jis' ;;
     --lines | --indent | --wrap | --jobs) ;;  # numbers
     *)
       if [[ $word == -* ]]; then
         words='-o --output -d --output-dir --mode --format --style --links --titles --header --theme
           -n --line-numbers --lines --indent --wrap --pasted --encoding --keywords --settings
-          --skip-unchanged --check --dry-run --jobs
+          --skip-unchanged --check --dry-run --errors --jobs
           -q --quiet -v --verbose -h --help -V --version'
       else
         names=$(_tintline_files "$word")

@@ -494,6 +494,34 @@ def messages_never_land_in_a_result(box):
 
 
 @test
+def programs_are_told_in_json(box):
+    box.put("a.bas")
+    box.put("frau.bas", b"x\r\n' \x81\r\n")
+    box.put("a.frx")
+    box.put("lang.bas", b"x\n" * 32768)
+    cases = [  # arguments, exit code, (file, line, severity, code) of each message
+        (("--lines=9", "a.bas", "no.bas"), 1,
+         [("a.bas", 5, "error", "no-such-line"), ("no.bas", None, "error", "file-not-found")]),
+        (("frau.bas",), 0, [("frau.bas", 2, "warning", "characters-lost")]),
+        ((CLASSIC, "lang.bas"), 1, [("lang.bas", 32767, "error", "too-many-lines")]),
+        (("-o", "a.bas/x.htm", "-"), 1, [("-", None, "error", "cannot-write")]),
+        (("--wrong",), 2, [(None, None, "error", "wrong-usage")]),
+        (("-o", "a.bas", "a.bas"), 2, [(None, None, "error", "would-overwrite")]),
+        (("--check", "-v", "a.bas", "a.frx"), 0,
+         [("a.frx", None, "note", "no-module-file"), (None, None, "note", "summary")]),
+    ]
+    if not box.windows:  # where no file can have such a name
+        cases += [(('a\n"b',), 1, [('a\n"b', None, "error", "file-not-found")])]
+    for arguments, code, wanted in cases:
+        done = subprocess.run([*box.command, "--errors", "json", *arguments], cwd=box.folder,
+                              input=b"", capture_output=True, timeout=TIMEOUT)
+        told = [json.loads(line) for line in done.stderr.splitlines()]
+        assert all(notice["message"] for notice in told), told
+        equal((done.returncode, [(notice.get("file"), notice.get("line"), notice["severity"],
+                                  notice["code"]) for notice in told]), (code, wanted))
+
+
+@test
 def success_is_silent_but_for_what_is_asked_for(box):
     names = [box.put(f"{i}.bas") for i in range(12)]
     equal(box.on_terminal("-d", "out", *names), (0, ""))

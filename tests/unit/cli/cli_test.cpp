@@ -19,8 +19,7 @@ namespace {
 
 TEST(Report, TellsFailuresInTheOrderOfTheInputsAroundItsCounter) {
   std::wstring told;
-  Report report({valueOf(L"a"), valueOf(L"b"), valueOf(L"c"), valueOf(L"d")},
-                [&](std::wstring_view text) { told += text; },
+  Report report({L"a", L"b", L"c", L"d"}, [&](std::wstring_view text) { told += text; },
                 {.progress = true,
                  .summary = true,
                  .language = Language::German,
