@@ -240,6 +240,11 @@ Meaning ProjectTables::bareName(std::uint32_t module, std::uint32_t name) const 
   return inProject(name);
 }
 
+Meaning ProjectTables::behindModules(std::uint32_t module, std::uint32_t name) const {
+  if (modules_[module].alone) return {};
+  return meaning(Meaning::Kind::Member, find(Space::SharedMembers, 0, name));
+}
+
 Meaning ProjectTables::itself(std::uint32_t module, std::uint32_t name) const {
   return name == modules_[module].name ? Meaning{Meaning::Kind::Module, module} : Meaning{};
 }

@@ -73,6 +73,8 @@ class ProjectTables {
 
   // What a bare name means in expressions of `module`; two matches in a tier mean nothing.
   Meaning bareName(std::uint32_t module, std::uint32_t name) const;
+  // Where that is a standard module: what the name means when no "." is behind it.
+  Meaning behindModules(std::uint32_t module, std::uint32_t name) const;
   // What it means in front of a "." where a type is expected, and what the type does: bare, or
   // behind what was found for its qualifier.
   Meaning qualifier(std::uint32_t module, std::uint32_t name) const;

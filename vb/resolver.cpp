@@ -269,11 +269,9 @@ class Resolver {
   }
 
   // "." or "!": of the operand in front of it, or of the With block when nothing or a blank is
-  // there. (A continuation is not a blank.)
+  // there.
   void member(bool bang) {
-    const bool glued = module_.tokens[at_].gap == 0 || (at_ > 0 && isContinuation(at_ - 1));
-    const bool blank = at_ > 0 && module_.tokens[at_ - 1].kind == TokenKind::Blank;
-    if (!behindOperand_ || !glued || blank) {
+    if (!behindOperand_ || !isGlued(at_)) {
       beginOperand();
       value_ = withs_.value();
     }
@@ -285,8 +283,11 @@ class Resolver {
     ++at_;
   }
 
-  bool isContinuation(std::uint32_t token) const {
-    return module_.tokens[token].kind == TokenKind::Continuation;
+  // Whether no blank is in front of a token; a continuation is none.
+  bool isGlued(std::uint32_t token) const {
+    const TokenKind before = token > 0 ? module_.tokens[token - 1].kind : TokenKind::LineEnd;
+    return before == TokenKind::Continuation ||
+           (module_.tokens[token].gap == 0 && before != TokenKind::Blank);
   }
 
   Meaning memberOf(const Value& owner, bool bang) {
@@ -337,8 +338,20 @@ class Resolver {
       local(declaration, name);
     else if (scope_.isResult(number) && isResult(starts))
       value_ = declaredValue(scope_.procedure());
+    else if (const Meaning bare = scope_.bare(name); isStandardModule(bare) && !isQualifier())
+      use(tables_.behindModules(index_, name.inProject), true);
     else
-      use(scope_.bare(name), true);
+      use(bare, true);
+  }
+
+  bool isStandardModule(Meaning meaning) const {
+    return meaning.kind == Meaning::Kind::Module && tables_.module(meaning.index).standard;
+  }
+
+  // Whether the "." behind the name belongs to it.
+  bool isQualifier() const {
+    const std::uint32_t next = scope_.nextToken(at_);
+    return scope_.isMark(next, u8'.') && isGlued(next);
   }
 
   void local(std::uint32_t declaration, Scope::Name& name) {
