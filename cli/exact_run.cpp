@@ -47,7 +47,9 @@ listing::Options listingOptions(const Options& options, const Settings& settings
   for (const LineRange& range : options.lines)
     result.lines.push_back({.first = static_cast<std::uint32_t>(range.first),
                             .last = static_cast<std::uint32_t>(range.last)});
-  result.colors = exactColors(settings.colors);
+  result.language = settings.language;
+  result.colors = userColors(settings, options);
+  result.css = settings.css;
   return result;
 }
 

@@ -58,11 +58,14 @@ int commandLine(const std::vector<std::string>& arguments) {
     Options options = parseOptions(arguments);
     if (options.help) return print(helpText(language()));
     if (options.version) return print(L"tintline " + fromUtf8(TINTLINE_VERSION) + L'\n');
-    if (options.inputs.empty() && options.outputDir.empty() && !inputIsTerminal())
+    if (options.inputs.empty() && options.outputDir.empty() && !options.printSettings &&
+        !inputIsTerminal())
       options.inputs.emplace_back(kStandardStream);
     onInterruption(breakOff);
     StandardOutput output;
-    return run(options, {.programFolder = programFolder(),
+    return run(options, {.settingsFolders = settingsFolders(),
+                         .settingsFile = environmentPath("TINTLINE_SETTINGS"),
+                         .keywordsFile = environmentPath("TINTLINE_KEYWORDS"),
                          .readInput = readStandardInput,
                          .output = output,
                          .write = write,
@@ -76,7 +79,10 @@ int commandLine(const std::vector<std::string>& arguments) {
     if (format == NoticeFormat::Text) write(messages::kSeeHelp().in(language()));
     return kWrongUsage;
   } catch (const FileError& error) {
-    tell(reasonText(error.reason()), pathText(error.path()));
+    if (error.path().empty())
+      tell(messages::kUnwritable(messages::kStandardOutput(), reasonText(error.reason())));
+    else
+      tell(reasonText(error.reason()), pathText(error.path()));
     return kSomeFailed;
   } catch (const std::exception& error) {
     tell(messages::kUnexpected(fromUtf8(error.what())));

@@ -51,8 +51,32 @@ inline constexpr Text<2> kOverwritesSource{"would-overwrite", L"the output {1} w
                                            L"die Ausgabe {1} würde {2} überschreiben"};
 
 // --------------------------------------------------------------------------------- the settings
+inline constexpr Text<0> kStyleSheetNeedsPage{
+    L"--css needs --format page and --style class",
+    L"--css gibt es nur mit --format page und --style class"};
 inline constexpr Text<1> kSectionEmpty{"section-empty", L"the section [{1}] is missing or empty",
                                        L"der Abschnitt [{1}] fehlt oder ist leer"};
+inline constexpr Text<0> kNoSetting{"no-setting", L"holds no setting in a section [TINTLINE]",
+                                    L"enthält keine Einstellung in einem Abschnitt [TINTLINE]"};
+inline constexpr Text<2> kNoColor{"no-color", L"{1}: \"{2}\" is no colour like #228822",
+                                  L"{1}: \"{2}\" ist keine Farbe wie #228822"};
+inline constexpr Text<1> kColorDamaged{"color-damaged",
+                                       L"{1} has less than 6 fields, the default counts",
+                                       L"{1} hat weniger als 6 Felder, es gilt die Vorgabe"};
+inline constexpr Text<2> kNoLanguage{"no-language", L"{1}: \"{2}\" is neither de nor en",
+                                     L"{1}: \"{2}\" ist weder de noch en"};
+
+// ------------------------------------------------------------------------ the printed settings
+inline constexpr Text<1> kSettingsFrom{L"; settings: {1}\n", L"; Einstellungen: {1}\n"};
+inline constexpr Text<1> kKeywordsFrom{L"; keywords: {1}\n", L"; Schlüsselworte: {1}\n"};
+inline constexpr Text<1> kStyleSheetFrom{L"; --css: {1}\n", L"; --css: {1}\n"};
+inline constexpr Text<0> kNoSettingsFile{L"no file, all are defaults",
+                                         L"keine Datei, alles sind Vorgaben"};
+inline constexpr Text<0> kBuiltIn{L"built in", L"eingebaut"};
+inline constexpr Text<0> kExactDefaults{L"; exact: a default colour stands for that of the page\n",
+                                        L"; genau: eine Vorgabe steht für die Farbe der Seite\n"};
+inline constexpr Text<0> kDefault{L"; default\n", L"; Vorgabe\n"};
+inline constexpr Text<1> kFromOption{L"; {1}\n", L"; {1}\n"};
 
 // ----------------------------------------------------------------------------------- the inputs
 inline constexpr Text<1> kPassedOver{L"passed over, {1}", L"übergangen, {1}"};

@@ -106,6 +106,7 @@ constexpr Choice<listing::Header> kHeaders[] = {{"fold", listing::Header::Fold},
 constexpr Choice<listing::Theme> kThemes[] = {{"auto", listing::Theme::Auto},
                                               {"light", listing::Theme::Light},
                                               {"dark", listing::Theme::Dark}};
+constexpr Choice<Language> kLanguages[] = {{"de", Language::German}, {"en", Language::English}};
 constexpr Choice<StyleMode> kStyles[] = {{"class", StyleMode::Class},
                                          {"inline", StyleMode::Inline}};
 
@@ -124,6 +125,28 @@ bool storeChoice(Options& options, std::string_view value) {
     return true;
   }
   return false;
+}
+
+constexpr Choice<ColorCategory> kCategories[] = {{"Prozeduren", kProzeduren},
+                                                 {"Worte", kReservierteWorte},
+                                                 {"Reservierte Worte", kReservierteWorte},
+                                                 {"Parameter", kParameter},
+                                                 {"Kommentare", kKommentare},
+                                                 {"Strings", kStrings},
+                                                 {"procedures", kProzeduren},
+                                                 {"words", kReservierteWorte},
+                                                 {"parameters", kParameter},
+                                                 {"comments", kKommentare}};
+
+bool storeColor(Options& options, std::string_view value) {
+  const std::size_t equals = std::min(value.find('='), value.size());
+  const auto color = listing::colorFromText(value.substr(std::min(equals + 1, value.size())));
+  const auto named = std::ranges::find_if(kCategories, [&](const auto& choice) {
+    return equalsIgnoreCase(choice.first, value.substr(0, equals));
+  });
+  if (!color || named == std::end(kCategories)) return false;
+  options.colors[named->second] = color;
+  return true;
 }
 
 constexpr Text<0> kFile{L"FILE", L"DATEI"};
@@ -231,6 +254,33 @@ constexpr OptionRow kOptions[] = {
               L"nur genau: Farben hell (light), dunkel (dark) oder\n"
               L"wie im Browser eingestellt (auto, Vorgabe)"},
      .store = storeChoice<kThemes, &Options::theme>},
+    {.name = "lang",
+     .value = {L"LANGUAGE", L"SPRACHE"},
+     .choices = kNamesOf<kLanguages>,
+     .help = {L"exact only: the words on pages are German (de, the\n"
+              L"default) or English (en)",
+              L"nur genau: Worte der Seiten deutsch (de, Vorgabe)\n"
+              L"oder englisch (en)"},
+     .store = storeChoice<kLanguages, &Options::language>},
+    {.name = "color",
+     .value = {L"WHAT=#RRGGBB", L"WAS=#RRGGBB"},
+     .choices = kNamesOf<kCategories>,
+     .allowed = {L"procedures, words, parameters, comments or strings, and a colour: "
+                 L"comments=#228822",
+                 L"Prozeduren, Worte, Parameter, Kommentare oder Strings und eine Farbe: "
+                 L"Kommentare=#228822"},
+     .help = {L"exact only: colour of procedures, words, parameters,\n"
+              L"comments or strings, like comments=#228822",
+              L"nur genau: Farbe für Prozeduren, Worte, Parameter,\n"
+              L"Kommentare oder Strings, wie Kommentare=#228822"},
+     .store = storeColor},
+    {.name = "css",
+     .value = kFile,
+     .help = {L"exact only: style sheet that is put into each page\n"
+              L"behind its own",
+              L"nur genau: Formatvorlage (CSS), die in jede Seite\n"
+              L"hinter deren eigene kommt"},
+     .store = storeText<&Options::css>},
     {.name = "line-numbers",
      .shortName = 'n',
      .help = {L"put line numbers in front", L"setzt Zeilennummern davor"},
@@ -281,18 +331,29 @@ constexpr OptionRow kOptions[] = {
      .store = storeEncoding},
     {.name = "keywords",
      .value = kFile,
-     .help = {L"the control file with the keywords (default: vb.ini\n"
-              L"beside the program, else the built-in lists)",
-              L"Steuerdatei mit den Schlüsselworten (Vorgabe: vb.ini\n"
-              L"beim Programm, sonst die eingebauten Listen)"},
+     .help = {L"control file with keywords (default: a vb.ini where\n"
+              L"--settings looks, else the built-in lists)",
+              L"Steuerdatei mit Schlüsselworten (Vorgabe: eine\n"
+              L"vb.ini, gesucht wie bei --settings, sonst die\n"
+              L"eingebauten Listen)"},
      .store = storeText<&Options::keywords>},
     {.name = "settings",
      .value = kFile,
-     .help = {L"colours, PreCode and PostCode (default: TINTLINE.ini\n"
-              L"beside the program); the file is never written",
-              L"Farben, PreCode und PostCode (Vorgabe: TINTLINE.ini\n"
-              L"beim Programm); die Datei wird nie geschrieben"},
+     .help = {L"colours, PreCode, PostCode, Sprache; default: what\n"
+              L"TINTLINE_SETTINGS names, else TINTLINE.ini, in\n"
+              L"~/.config/tintline or beside the program (Windows:\n"
+              L"beside the program or in %APPDATA%\\TINTLINE)",
+              L"Farben, PreCode, PostCode und Sprache; Vorgabe: was\n"
+              L"TINTLINE_SETTINGS nennt, sonst TINTLINE.ini, in\n"
+              L"~/.config/tintline oder beim Programm (Windows: beim\n"
+              L"Programm oder in %APPDATA%\\TINTLINE)"},
      .store = storeText<&Options::settings>},
+    {.name = "print-settings",
+     .help = {L"print the settings that count, as a settings file,\n"
+              L"and where they come from",
+              L"zeigt die Einstellungen, die gelten, als Datei für\n"
+              L"--settings, und woher sie kommen"},
+     .store = storeFlag<&Options::printSettings>},
     {.name = "skip-unchanged",
      .help = {L"write only files that this changes",
               L"schreibt nur Dateien, die sich dabei ändern"},

@@ -21,8 +21,8 @@ struct OptionRow {
   std::string_view name;
   char shortName = 0;                              // 0: none
   Text<0> value = {};                              // name of the value, empty for a flag
-  std::span<const std::string_view> choices = {};  // the values that can be given ...
-  Text<0> allowed = {};                            // ... or what they are like; neither: any text
+  std::span<const std::string_view> choices = {};  // the values, or what they begin with
+  Text<0> allowed = {};                            // what they are like, where choices do not tell
   Text<0> help;                                    // lines for the help text
   bool (*store)(Options& options, std::string_view value);  // false: a wrong value
 

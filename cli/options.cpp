@@ -14,7 +14,7 @@ std::wstring nameOf(const OptionRow& option) { return L"--" + argumentText(optio
 
 // What can be given: "class or inline", "a number from 1 to 64".
 Message allowedValues(const OptionRow& option) {
-  if (option.choices.empty()) return option.allowed();
+  if (Message allowed = option.allowed(); !allowed.empty()) return allowed;
   Message all;
   for (std::size_t i = 0; i < option.choices.size(); ++i) {
     const std::wstring name = argumentText(option.choices[i]);
@@ -44,7 +44,8 @@ void store(const OptionRow& option, std::string_view value, Options& options) {
   if (option.store(options, value)) return;
   const Message wrong =
       messages::kWrongValue(nameOf(option), argumentText(value), allowedValues(option));
-  throw UsageError(withSuggestion(wrong, nearest(value, option.choices)));
+  throw UsageError(
+      withSuggestion(wrong, nearest(value.substr(0, value.find('=')), option.choices)));
 }
 
 class Parser {

@@ -5,6 +5,7 @@
 // Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <filesystem>
 #include <optional>
@@ -16,6 +17,7 @@
 #include "base/message.h"
 #include "cli/notice.h"
 #include "convert/format.h"
+#include "engine/color_scheme.h"
 #include "engine/document_frame.h"
 #include "listing/options.h"
 #include "vb/text.h"
@@ -48,6 +50,9 @@ struct Options {
   std::optional<bool> titles;
   std::optional<listing::Header> header;
   std::optional<listing::Theme> theme;
+  std::optional<Language> language;  // of the words on pages
+  std::array<std::optional<listing::Color>, kColorCategories> colors;
+  std::string css;       // "" when not given
   std::string keywords;  // "" when not given
   std::string settings;  // "" when not given
   unsigned jobs = 0;     // 0: as many as there are processors
@@ -57,6 +62,7 @@ struct Options {
   NoticeFormat errors = NoticeFormat::Text;
   bool quiet = false;
   bool verbose = false;
+  bool printSettings = false;
   bool help = false;     // the rest counts for nothing then
   bool version = false;  // likewise
 };

@@ -31,6 +31,10 @@ void checkMode(const Options& options) {
   if (options.titles) lacks(L"--titles", other);
   if (options.header) lacks(L"--header", other);
   if (options.theme) lacks(L"--theme", other);
+  if (options.language) lacks(L"--lang", other);
+  if (!options.css.empty()) lacks(L"--css", other);
+  if (std::ranges::any_of(options.colors, [](const auto& color) { return color.has_value(); }))
+    lacks(L"--color", other);
 }
 
 void checkOptions(const Options& options) {
@@ -38,6 +42,9 @@ void checkOptions(const Options& options) {
   checkMode(options);
   if (!options.output.empty() && !options.outputDir.empty())
     throw UsageError(messages::kFileAndFolder());
+  if (!options.css.empty() &&
+      (options.format != Format::Page || options.style == StyleMode::Inline))
+    throw UsageError(messages::kStyleSheetNeedsPage());
   const auto standardInputs = std::ranges::count(options.inputs, kStandardStream);
   if (standardInputs > 0 && !options.outputDir.empty())
     throw UsageError(messages::kStandardInputHasNoName());
@@ -94,16 +101,11 @@ void refuseSameTargets(std::vector<Task>& tasks) {
   }
 }
 
-// The file that an argument names; none for an argument that is not given.
-FoundFile fileOf(const std::string& argument) {
-  return argument.empty() ? FoundFile() : findFile(argumentPath(argument));
-}
-
-void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options& options) {
+void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const SettingsFiles& settings) {
   FileNames read;
   for (const Task& task : tasks) read[task.input.file.identity] = inputName(task);
-  for (const std::string& argument : {options.keywords, options.settings})
-    read[fileOf(argument).identity] = valueOf(argumentText(argument));
+  for (const SettingsFile& file : {settings.settings, settings.keywords, settings.css})
+    if (!file.path.empty()) read[findFile(file.path).identity] = valueOf(pathText(file.path));
   read.erase(FileNames::key_type());  // of what is no file
   for (const Task& task : tasks) {
     const auto found = read.find(findFile(task.target).identity);
@@ -114,7 +116,8 @@ void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Options
 
 }  // namespace
 
-std::vector<Task> planTasks(const Options& options, std::vector<Input> modules) {
+std::vector<Task> planTasks(const Options& options, std::vector<Input> modules,
+                            const SettingsFiles& settings) {
   checkOptions(options);
   if (modules.size() > 1 && options.outputDir.empty() && options.mode == Mode::Classic &&
       !options.check)
@@ -129,7 +132,7 @@ std::vector<Task> planTasks(const Options& options, std::vector<Input> modules) 
     refuseSameTargets(tasks);
   }
   if (!tasks.empty() && !tasks.front().target.empty())
-    checkNothingReadIsOverwritten(tasks, options);
+    checkNothingReadIsOverwritten(tasks, settings);
   return tasks;
 }
 

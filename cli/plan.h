@@ -9,6 +9,7 @@
 
 #include "cli/inputs.h"
 #include "cli/options.h"
+#include "cli/settings.h"
 
 namespace tintline {
 
@@ -21,7 +22,8 @@ struct Task {
 // source, and with the source's ending in front of its own where two would have the same name; what
 // still has is a failure. Throws UsageError when the options do not fit together, or a result would
 // take the place of something that is read.
-std::vector<Task> planTasks(const Options& options, std::vector<Input> modules);
+std::vector<Task> planTasks(const Options& options, std::vector<Input> modules,
+                            const SettingsFiles& settings);
 
 // An input as a Notice has it.
 std::wstring inputFile(const Task& task);

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "base/message.h"
 
@@ -42,8 +43,12 @@ bool errorIsTerminal();
 // The language that the user chose for the system itself, where it knows one beside the locale.
 Language interfaceLanguage();
 
-// The folder of the running program; empty when the system does not tell.
-std::filesystem::path programFolder();
+// The folders in which settings are looked for, the first one that has them counts; a folder that
+// the system does not tell is left out.
+std::vector<std::filesystem::path> settingsFolders();
+
+// The path that a variable of the environment holds, "" without one.
+std::filesystem::path environmentPath(const char* name);
 
 // A text that is equal for names that a file system which disregards case takes for the same
 // file.

@@ -84,9 +84,21 @@ bool errorIsTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 
 Language interfaceLanguage() { return Language::English; }
 
-std::filesystem::path programFolder() {
+std::filesystem::path environmentPath(const char* name) {
+  const char* const value = std::getenv(name);
+  return value == nullptr ? std::filesystem::path() : std::filesystem::path(value);
+}
+
+// XDG Base Directory Specification 0.8: a path that is not absolute does not count.
+std::vector<std::filesystem::path> settingsFolders() {
+  std::vector<std::filesystem::path> folders;
+  std::filesystem::path configuration = environmentPath("XDG_CONFIG_HOME");
+  if (!configuration.is_absolute()) configuration = environmentPath("HOME") / ".config";
+  if (configuration.is_absolute()) folders.push_back(configuration / "tintline");
   std::error_code unknown;
-  return std::filesystem::read_symlink("/proc/self/exe", unknown).parent_path();
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", unknown);
+  if (!unknown) folders.push_back(program.parent_path());
+  return folders;
 }
 
 std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path) {

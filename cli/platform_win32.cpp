@@ -11,6 +11,7 @@
 
 #include "base/codepage.h"
 #include "cli/platform.h"
+#include "settings/modIniSave.h"
 
 namespace tintline {
 namespace {
@@ -40,6 +41,28 @@ std::filesystem::path finalPath(HANDLE handle, const std::filesystem::path& path
   name.resize(GetFinalPathNameByHandleW(handle, name.data(), kLongest, 0));
   std::error_code none;
   return name.empty() ? std::filesystem::absolute(path, none) : std::filesystem::path(name);
+}
+
+std::filesystem::path programFolder() {
+  std::wstring name(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    if (length < name.size()) {
+      name.resize(length);
+      return std::filesystem::path(name).parent_path();
+    }
+    name.resize(name.size() * 2);
+  }
+}
+
+// Whether the file is there and this user may not write it.
+bool isWriteProtected(const std::filesystem::path& path) {
+  const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_ACCESS_DENIED;
+  CloseHandle(file);
+  return false;
 }
 
 std::atomic<void (*)()> lastCall = nullptr;
@@ -89,16 +112,20 @@ Language interfaceLanguage() {
                                                                   : Language::English;
 }
 
-std::filesystem::path programFolder() {
-  std::wstring name(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
-    if (length < name.size()) {
-      name.resize(length);
-      return std::filesystem::path(name).parent_path();
-    }
-    name.resize(name.size() * 2);
-  }
+std::filesystem::path environmentPath(const char* name) {
+  const wchar_t* const value = ::_wgetenv(fromUtf8(name).c_str());
+  return value == nullptr ? std::filesystem::path() : std::filesystem::path(value);
+}
+
+// As the window, which uses the file beside the program where it may write it.
+std::vector<std::filesystem::path> settingsFolders() {
+  std::vector<std::filesystem::path> folders{programFolder()};
+  const std::filesystem::path own = environmentPath("APPDATA");
+  if (own.empty()) return folders;
+  folders.insert(isWriteProtected(folders.front() / modIniSave::kSettingsFile) ? folders.begin()
+                                                                               : folders.end(),
+                 own / "TINTLINE");
+  return folders;
 }
 
 std::filesystem::path::string_type fileNameKey(const std::filesystem::path& path) {

@@ -13,6 +13,7 @@
 #include "cli/inputs.h"
 #include "cli/messages.h"
 #include "cli/plan.h"
+#include "cli/print_settings.h"
 #include "cli/report.h"
 #include "cli/settings.h"
 
@@ -60,11 +61,16 @@ ExitCode showPlan(const std::vector<Task>& tasks, const Surroundings& surroundin
 void Surroundings::tell(const Notice& notice) const { write(noticeText(notice, format, language)); }
 
 ExitCode run(const Options& options, const Surroundings& surroundings) {
+  const SettingsFiles files = findSettings(options, surroundings);
+  if (options.printSettings) {
+    printSettings(loadSettings(files, options, surroundings), options, surroundings);
+    return kAllConverted;
+  }
   Inputs inputs = collectInputs(options);
-  const std::vector<Task> tasks = planTasks(options, std::move(inputs.modules));
+  const std::vector<Task> tasks = planTasks(options, std::move(inputs.modules), files);
   if (options.verbose) tellPassedOver(inputs.passedOver, surroundings);
   if (options.dryRun) return showPlan(tasks, surroundings);
-  const Settings settings = loadSettings(options, surroundings);
+  const Settings settings = loadSettings(files, options, surroundings);
   if (!options.outputDir.empty() && !options.check) {
     std::error_code failure;
     std::filesystem::create_directories(argumentPath(options.outputDir), failure);

@@ -8,6 +8,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/options.h"
 
@@ -21,8 +22,10 @@ enum ExitCode : int {
 
 // What surrounds a run.
 struct Surroundings {
-  std::filesystem::path programFolder;           // where vb.ini and TINTLINE.ini are looked for
-  std::function<std::string()> readInput;        // the standard input; throws FileError
+  std::vector<std::filesystem::path> settingsFolders;  // where settings are looked for, in order
+  std::filesystem::path settingsFile;                  // that the environment names, or ""
+  std::filesystem::path keywordsFile;                  // likewise
+  std::function<std::string()> readInput;              // the standard input; throws FileError
   std::ostream& output;                          // the standard output; failures throw FileError
   std::function<void(std::wstring_view)> write;  // puts text on the error stream
   bool terminal;                                 // the error stream is a terminal

@@ -74,6 +74,8 @@ vb::WordLists exactWords(std::string_view iniFile) {
   return {section("Keywords 1"), section("Keywords 2")};
 }
 
+std::u8string exactStyleSheet(std::string_view bytes) { return decodeSource(bytes).text; }
+
 listing::UserColors exactColors(const ColorScheme& colors) {
   ColorScheme defaults;
   modColor::Farbesetzen(defaults);

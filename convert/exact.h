@@ -32,6 +32,9 @@ namespace tintline {
 // The words that a user's vb.ini, given as its bytes, adds to those of the language.
 vb::WordLists exactWords(std::string_view iniFile);
 
+// A style sheet, given as the bytes of its file.
+std::u8string exactStyleSheet(std::string_view bytes);
+
 // The colours that are not those which the program begins with.
 listing::UserColors exactColors(const ColorScheme& colors);
 

@@ -84,7 +84,9 @@ void HtmlDocument::writeHead() {
           "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">\n"
           "<meta name=\"generator\" content=\"TINTLINE\">\n<title>"
        << toHtml(title_) << "</title>\n";
-  if (!isInline()) out_ << "<style>\n" << styleSheet(options_, several()) << "</style>\n";
+  if (!isInline())
+    out_ << "<style>\n"
+         << styleSheet(options_, several()) << embeddedStyle(options_.css) << "</style>\n";
   out_ << "</head>\n";
   if (isInline())
     out_ << "<body style=\"" << kBodyStyle << "\">\n";

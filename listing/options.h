@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
+#include "base/message.h"
 #include "listing/palette.h"
 
 namespace tintline::listing {
@@ -22,7 +24,7 @@ enum class Style : std::uint8_t {
   Class,
   Inline  // one <pre> for mails and wikis: light, no classes
 };
-enum class Language : std::uint8_t { German, English };  // of what the listing itself says
+using tintline::Language;  // of what the listing itself says
 
 // Lines of a module from 1, both ends included.
 struct LineRange {
@@ -40,6 +42,7 @@ struct Options {
   bool lineNumbers = false;
   std::vector<LineRange> lines = {};  // which are shown, in any order; empty: all
   UserColors colors = {};
+  std::u8string css = {};  // of the user, behind the style sheet of the page
 };
 
 }  // namespace tintline::listing

@@ -122,6 +122,11 @@ std::string colorText(const Palette& palette, Tint tint) {
   return text;
 }
 
+std::string embeddedStyle(std::u8string_view css) {
+  const std::string text(css.begin(), css.end());
+  return Replace(text, "</", "<\\/") + (text.empty() || text.ends_with('\n') ? "" : "\n");
+}
+
 std::string styleSheet(const Options& options, bool severalModules) {
   std::string css(kLayout);
   css += kSticky;

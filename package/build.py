@@ -137,7 +137,8 @@ def make_deb(package):
     package.put(documents / "copyright",
                 package.filled(HERE / "debian/copyright", LICENSE=licence).encode("utf-8"))
     package.put(documents / "changelog.gz", zipped(changes))
-    package.put(documents / "examples/vb.ini", ROOT / "data/vb.ini")
+    for example in (ROOT / "data/vb.ini", HERE / "TINTLINE.ini"):
+        package.put(documents / "examples" / example.name, example)
     package.put(root / "usr/share/lintian/overrides/tintline", HERE / "debian/lintian-overrides")
     write_control(package, root)
     # One thread: more of them would cut the compressed data by the number of processors.

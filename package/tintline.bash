@@ -17,7 +17,7 @@ _tintline() {
   local words='' names=''
   COMPREPLY=()
   case $before in
-    -o | --output | --keywords | --settings) names=$(compgen -f -- "$word") ;;
+    -o | --output | --keywords | --settings | --css) names=$(compgen -f -- "$word") ;;
     -d | --output-dir) names=$(compgen -d -- "$word") ;;
     --format) words='page body lines rtf md json preview clipboard table' ;;
     --mode) words='exact classic' ;;
@@ -27,13 +27,15 @@ _tintline() {
     --header) words='fold show drop' ;;
     --theme) words='auto light dark' ;;
     --errors) words='text json' ;;
+    --lang) words='de en' ;;
+    --color) words='Prozeduren= Worte= Parameter= Kommentare= Strings=' ;;
     --encoding) words='auto utf-8 utf-16 windows-1252 macintosh shift_jis' ;;
     --lines | --indent | --wrap | --jobs) ;;  # numbers
     *)
       if [[ $word == -* ]]; then
         words='-o --output -d --output-dir --mode --format --style --links --titles --header --theme
-          -n --line-numbers --lines --indent --wrap --pasted --encoding --keywords --settings
-          --skip-unchanged --check --dry-run --errors --jobs
+          --lang --color --css -n --line-numbers --lines --indent --wrap --pasted --encoding
+          --keywords --settings --print-settings --skip-unchanged --check --dry-run --errors --jobs
           -q --quiet -v --verbose -h --help -V --version'
       else
         names=$(_tintline_files "$word")

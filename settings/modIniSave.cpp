@@ -32,15 +32,6 @@ void replaceContent(const std::filesystem::path& file, std::string_view content)
   target.commit();
 }
 
-// The value is read into a buffer of 255 characters, one of them for the closing
-// zero; its last character is taken for the terminator, whatever it is.
-std::string valueWithoutTerminator(std::string_view content, std::string_view key) {
-  constexpr std::size_t kLongestRead = 254;
-  std::string value = ini::value(content, kSection, key).value_or("").substr(0, kLongestRead);
-  if (!value.empty()) value.pop_back();
-  return value;
-}
-
 ColorValues colorValues(const ColorScheme& scheme) {
   ColorValues values;
   for (std::size_t category = 0; category < kColorCategories; ++category)
@@ -100,9 +91,22 @@ std::filesystem::path chooseSettingsFile(const std::filesystem::path& programFol
   return own;
 }
 
+// The value is read into a buffer of 255 characters, one of them for the closing
+// zero; its last character is taken for the terminator, whatever it is.
+std::string storedText(std::string_view content, std::string_view key) {
+  constexpr std::size_t kLongestRead = 254;
+  std::string value = storedValue(content, key).value_or("").substr(0, kLongestRead);
+  if (!value.empty()) value.pop_back();
+  return value;
+}
+
+std::optional<std::string> storedValue(std::string_view content, std::string_view key) {
+  return ini::value(content, kSection, key);
+}
+
 std::string fkt_IniWertLesen(const std::filesystem::path& file, std::string_view key) {
   try {
-    return valueWithoutTerminator(readFile(file), key);
+    return storedText(readFile(file), key);
   } catch (const FileError&) {
     return {};
   }
@@ -160,9 +164,10 @@ void EinstellungenSchreiben(const std::filesystem::path& file, const ColorValues
                             bool rewrite) {
   std::string content = currentContent(file);
   std::string PreCode, PostCode;
+  const std::optional<std::string> language = storedValue(content, kLanguageKey);
   if (rewrite) {
-    PreCode = valueWithoutTerminator(content, "PreCode");
-    PostCode = valueWithoutTerminator(content, "PostCode");
+    PreCode = storedText(content, "PreCode");
+    PostCode = storedText(content, "PostCode");
     content.clear();
   }
   const auto write = [&content](std::string_view key, std::string_view value) {
@@ -172,6 +177,7 @@ void EinstellungenSchreiben(const std::filesystem::path& file, const ColorValues
     write(fkt_FarbSchluessel()[category], colors[category]);
   write("PreCode", PreCode + ",");
   write("PostCode", PostCode + ",");
+  if (rewrite && language) write(kLanguageKey, *language);
   replaceContent(file, content);
 }
 

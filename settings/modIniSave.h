@@ -7,6 +7,7 @@
 
 #include <array>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,15 +27,25 @@ inline constexpr std::string_view kSettingsFile = "TINTLINE.ini";
 std::filesystem::path chooseSettingsFile(const std::filesystem::path& programFolder,
                                          const std::filesystem::path& userFolder);
 
+// The language of the words on pages of the exact conversion, "de" or "en". Only the command line
+// uses it; it stays when the window saves.
+inline constexpr std::string_view kLanguageKey = "Sprache";
+
 // The stored text of a key without its last character (the terminator), "" when
 // file or key are missing. At most 254 characters of a value are read, so at
 // most 253 come back.
 std::string fkt_IniWertLesen(const std::filesystem::path& file, std::string_view key);
 
+// The same of the bytes of a file.
+std::string storedText(std::string_view content, std::string_view key);
+
 // Writes key = value; file and section are created when missing. The value must
 // bring its terminator along. A failure goes unreported, the old file stays whole.
 void IniWertSchreiben(const std::filesystem::path& file, std::string_view key,
                       std::string_view value);
+
+// What a file, given as its bytes, has behind the key's "="; nothing when the key is missing.
+std::optional<std::string> storedValue(std::string_view content, std::string_view key);
 
 // The keys of the five colour categories, in their order.
 const std::array<std::string_view, kColorCategories>& fkt_FarbSchluessel();
@@ -55,7 +66,7 @@ bool fkt_FarbenLaden(const std::filesystem::path& file, ColorScheme& scheme);
 void FarbenSpeichern(const std::filesystem::path& file, ColorScheme& scheme);
 
 // Writes the whole file: the five colour values as given, PreCode and PostCode
-// kept when `rewrite` is set, else emptied. Throws FileError.
+// (and the language, if there is one) kept when `rewrite` is set, else emptied. Throws FileError.
 void EinstellungenSchreiben(const std::filesystem::path& file,
                             const std::array<std::string, kColorCategories>& colors, bool rewrite);
 

@@ -5,12 +5,10 @@ import shutil
 import subprocess
 import tempfile
 
-from tests.support.checks import Skip
+from tests.support.checks import ENVIRONMENT, Skip
 
 TIMEOUT = 60  # seconds for one run
 
-# Messages are looked at in the language that has the longer way: German.
-ENVIRONMENT = {**os.environ, "LC_ALL": "de_DE.UTF-8"}
 
 MODULE = """\
 Attribute VB_Name = "Kasse"

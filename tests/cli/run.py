@@ -16,8 +16,8 @@ import subprocess
 import sys
 import time
 
-from tests.cli.box import ENVIRONMENT, MODULE, MODULE_LINES, SETTINGS, TIMEOUT, in_box
-from tests.support.checks import (equal, holds, holds_not, listed_tests, run_tests, test,
+from tests.cli.box import MODULE, MODULE_LINES, SETTINGS, TIMEOUT, in_box
+from tests.support.checks import (ENVIRONMENT, equal, holds, holds_not, listed_tests, run_tests, test,
                                   with_full_paths)
 
 CLASSIC = "--mode=classic"
@@ -134,7 +134,7 @@ def keywords_and_settings_come_from_files_that_are_never_written(box):
     text = box.run(CLASSIC, "--keywords=no2.ini", "--format=body", "a.bas",
                    err="no2.ini: der Abschnitt [Keywords 2]")
     holds(text, b"<span class='Code'>Hund", b"Katze")
-    equal(box.run(CLASSIC, "--settings=damaged.ini", "a.bas"), plain)
+    equal(box.run(CLASSIC, "--settings=damaged.ini", "a.bas", err="ColProz hat weniger"), plain)
     text = box.run("--keywords=k.ini", "--settings=s.ini", "--style=inline", "a.bas")
     holds(text, b">Hund</span>", b">Katze</span>")
     for mode in ("--mode=exact", CLASSIC):
@@ -156,6 +156,64 @@ def keywords_and_settings_come_from_files_that_are_never_written(box):
     holds(box.run(CLASSIC, "--keywords=no2.ini", "a.bas", command=command, err="no2.ini: "),
           b"#123456")
     equal((len(box.names()), box.get("programm/TINTLINE.ini")), (9, SETTINGS))
+
+
+@test
+def the_first_settings_that_are_found_count_whole_and_are_shown(box):
+    def colored(color, language=b"de", **run):
+        holds(box.run("a.bas", **run), b'lang="' + language + b'"', b":" + color + b"}")
+
+    def setting(name, color, more=b""):
+        return box.put(name, b"[TINTLINE]\nColRem=,%b,#FFFFFF,1,2,0,\n%b" % (color, more))
+
+    box.put("a.bas")
+    command = box.copy_of_program()
+    setting("programm/TINTLINE.ini", b"#111111", b"PreCode=\xc4,\nSprache=en\n")
+    colored(b"#111111", b"en", command=command)
+    own = {**ENVIRONMENT, "XDG_CONFIG_HOME": str(box.folder / "own")}
+    if not box.windows:
+        setting("own/tintline/TINTLINE.ini", b"#222222")
+        colored(b"#222222", command=command, env=own)
+        own = {name: value for name, value in own.items() if name != "XDG_CONFIG_HOME"}
+        setting("home/.config/tintline/TINTLINE.ini", b"#333333")
+        colored(b"#333333", command=command, env={**own, "HOME": str(box.folder / "home")})
+    setting("env.ini", b"#444444")
+    own["TINTLINE_SETTINGS"] = "env.ini"
+    colored(b"#444444", command=command, env=own)
+    setting("option.ini", b"#555555", b"Sprache=en,\n")
+    page = box.run("--settings=option.ini", "--color=comments=#666666", "a.bas", env=own)
+    holds(page, b':#666666}', b'lang="en"', b"Skip to code", b'"Index"', b">Public<")
+    shown = box.run("--print-settings", "--color=KOMMENTARE=#666666", "--lang=en", command=command)
+    holds(shown, b"TINTLINE.ini\n", b"; --color\nColRem=,#666666,#FFFFFF,6710886,2,0,\n",
+          b"PreCode=\xc4,\n")
+    box.put("shown.ini", shown)
+    equal(box.run("--settings=shown.ini", "a.bas"), page)
+    equal(box.run("--settings=option.ini", "--format=json", "a.bas"), box.run("--format=json", "a.bas"))
+    box.run("a.bas", code=2, err="no.ini: Datei nicht", env={**own, "TINTLINE_SETTINGS": "no.ini"})
+    for content, told in ((b"[Other]\nColRem=1\n", "keine Einstellung"), (b"", "keine Einstellung"),
+                          (b"[TINTLINE]\nSprache=fr\n", 'Sprache: "fr" ist weder de noch en'),
+                          (b"[TINTLINE]\nColRem=,red,#FFFFFF,,,0,\n", 'ColRem: "red" ist keine')):
+        box.put("s.ini", content)
+        box.run("--settings=s.ini", "a.bas", err="s.ini: ")
+        box.run("--settings=s.ini", "--print-settings", err=told)
+
+
+@test
+def a_style_sheet_of_the_user_stands_in_the_page_and_stays_there(box):
+    box.put("a.bas")
+    box.put("a.css", b"main{color:red}/*</STYLE><script>*/ .x:after{content:'</style>'}")
+    page = box.run("--css=a.css", "a.bas")
+    holds(page, b"}\nmain{color:red}/*<\\/STYLE><script>*/ .x:after{content:'<\\/style>'}\n</style>")
+    equal(page.lower().count(b"</style"), 1)
+    box.put("large.css", b" " * ((1 << 20) + 1))
+    for arguments, told in ((("--css=no.css",), "no.css: Datei nicht gefunden"),
+                            (("--css=large.css",), "large.css: größer als 1 MB"),
+                            (("--css=a.css", "--style=inline"), "--css gibt es nur mit --format"),
+                            (("--css=a.css", "-oa.css"), "würde a.css überschreiben"),
+                            (("--color=Komentare=#123456",), "meinten Sie Kommentare?"),
+                            (("--color=Strings=red",), "--color: "),
+                            ((CLASSIC, "--lang=en"), "--lang gibt es nur mit --mode exact")):
+        box.run(*arguments, "a.bas", code=2, err=told)
 
 
 # --------------------------------------------------------------------------- many files
@@ -475,7 +533,7 @@ def devices_and_full_disks(box):
         os.close(reader)
         box.run(name, code=-signal.SIGPIPE, stdout=writer)
         os.close(writer)
-    for option in ("--help", "--version"):
+    for option in ("--help", "--version", "--print-settings"):
         with open("/dev/full", "wb") as device:
             box.run(option, code=1, err="Standardausgabe kann nicht", stdout=device)
 

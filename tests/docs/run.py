@@ -15,7 +15,7 @@ import sys
 import tempfile
 from pathlib import Path
 
-from tests.support.checks import none, run_tests
+from tests.support.checks import ENVIRONMENT, none, run_tests
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 HANDBOOK = ROOT / "docs/handbuch.md"
@@ -31,7 +31,7 @@ def output_of(*command, **process):
 
 def run_command(line, program, scratch):
     folder = Path(tempfile.mkdtemp(dir=scratch))
-    words = shlex.split(line, comments=True)
+    words = shlex.split(re.sub(r"\s#.*", "", line))
     for example in (ROOT / "data/examples").iterdir():
         shutil.copy(example, folder)
         for name in ("Projekt", "Project"):
@@ -44,7 +44,7 @@ def run_command(line, program, scratch):
                 shutil.copy(ROOT / "data/vb.ini", folder / word)
     before = set(folder.rglob("*"))
     said = output_of("bash", "-c", line, cwd=folder,
-                     env={**os.environ, "PATH": f"{program.parent}:{os.environ['PATH']}"})
+                     env={**ENVIRONMENT, "PATH": f"{program.parent}:{os.environ['PATH']}"})
     made = [path for path in set(folder.rglob("*")) - before if path.is_file()]
     assert said.strip() or made and all(path.stat().st_size for path in made), "nothing written"
 

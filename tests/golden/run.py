@@ -10,7 +10,7 @@ import shutil
 import subprocess
 import sys
 
-from tests.support.checks import run_tests, with_full_paths
+from tests.support.checks import ENVIRONMENT, run_tests, with_full_paths
 
 HERE = pathlib.Path(__file__).resolve().parent
 NEW = HERE.parent.parent / "build" / "golden-new"
@@ -38,7 +38,7 @@ def first_difference(expected, actual):
 def check(command, expected, arguments):
     """Fails when the run does not give the expected bytes, and keeps those that it gave."""
     done = subprocess.run(command + arguments, cwd=expected.parent, timeout=TIMEOUT,
-                          stdin=subprocess.DEVNULL, capture_output=True)
+                          stdin=subprocess.DEVNULL, capture_output=True, env=ENVIRONMENT)
     told = done.stderr.decode("utf-8", "replace")
     right = done.returncode == 0 and (not told or "the code page" in told or "die Codepage" in told)  # a warning of a case
     assert right, f"exit code {done.returncode}, {told!r}"

@@ -1,8 +1,13 @@
 """What the Python test programs have in common: the list of tests, checks, and the count."""
+import os
 import pathlib
 import traceback
 
 TESTS = []
+
+# In which programs are tried: nobody's own settings, and the language that has the longer way.
+ENVIRONMENT = {**os.environ, "LC_ALL": "de_DE.UTF-8", "XDG_CONFIG_HOME": "/nonexistent",
+               "TINTLINE_SETTINGS": "", "TINTLINE_KEYWORDS": ""}
 
 
 class Skip(Exception):

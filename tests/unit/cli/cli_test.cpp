@@ -55,7 +55,9 @@ TEST(Run, WhateverHappensToAnInputIsToldAsItsFailure) {
     std::ostringstream written;
     std::wstring told;
     EXPECT_EQ(run(parseOptions({"--format=lines", "-"}),
-                  {.programFolder = folder.path(),
+                  {.settingsFolders = {folder.path()},
+                   .settingsFile = {},
+                   .keywordsFile = {},
                    .readInput = readInput,
                    .output = written,
                    .write = [&](std::wstring_view text) { told += text; },
