@@ -133,7 +133,10 @@ def make_deb(package):
     for folder, name in (("man1", "tintline.1"), ("de/man1", "tintline.de.1")):
         package.put(root / "usr/share/man" / folder / "tintline.1.gz",
                     zipped(package.filled(HERE / "man" / name)))
-    package.put(root / "usr/share/bash-completion/completions/tintline", HERE / "tintline.bash")
+    for place, name in (("bash-completion/completions/tintline", "tintline.bash"),
+                        ("zsh/vendor-completions/_tintline", "_tintline"),
+                        ("fish/vendor_completions.d/tintline.fish", "tintline.fish")):
+        package.put(root / "usr/share" / place, HERE / name)
     package.put(documents / "copyright",
                 package.filled(HERE / "debian/copyright", LICENSE=licence).encode("utf-8"))
     package.put(documents / "changelog.gz", zipped(changes))

@@ -69,9 +69,18 @@ def commands_and_options_are_told(program):
     none(options - set(re.findall(r"--[a-z-]+", HANDBOOK.read_text(encoding="utf-8"))))
 
 
+def completions_know_every_option(program):
+    options = set(re.findall(r"^ +(?:-\w, )?--([a-z-]+)", output_of(program, "--help"), re.M))
+    for name, begin in (("tintline.bash", "--"), ("_tintline", "--"), ("tintline.fish", " -l ")):
+        text = re.sub("#.*", "", (ROOT / "package" / name).read_text("utf-8"))
+        known = set(re.findall(begin + "([a-z-]{2,})", text))
+        assert known == options, (name, known ^ options)
+
+
 def tests(program, scratch):
     """(what is tested, function that fails when it is not so)"""
     yield "commands and options", lambda: commands_and_options_are_told(program)
+    yield "completions", lambda: completions_know_every_option(program)
     for document in DOCUMENTS:
         yield f"links of {document.name}", lambda: links_lead_somewhere(document)
     for guide in (ROOT / "README.md", HANDBOOK):
