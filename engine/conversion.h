@@ -44,7 +44,7 @@ class ConversionObserver {
 };
 
 // For runs that nobody watches.
-class SilentObserver final : public ConversionObserver {
+class SilentObserver : public ConversionObserver {
  public:
   void reading(std::size_t, std::size_t) override {}
   void yield() override {}

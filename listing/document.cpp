@@ -1,4 +1,4 @@
-// See document.h. Tested by tests/unit/listing/listing_test.cpp.
+// See document.h. Tested by tests/golden/exact.
 #include "listing/document.h"
 
 #include "listing/html_document.h"

@@ -8,8 +8,8 @@
 //
 // All text is UTF-8 with LF as line end (RTF: ASCII).
 //
-// Tested by tests/unit/listing/listing_test.cpp, tests/unit/any_text_property_test.cpp and
-// tests/browser/exact.py.
+// Tested by tests/golden/exact, tests/unit/any_text_property_test.cpp and
+// tests/browser/run.py.
 #pragma once
 
 #include <cstdint>

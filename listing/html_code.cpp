@@ -1,4 +1,4 @@
-// See html_code.h. Tested by tests/unit/listing/listing_test.cpp.
+// See html_code.h. Tested by tests/golden/exact.
 #include "listing/html_code.h"
 
 #include <algorithm>

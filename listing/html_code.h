@@ -1,6 +1,6 @@
 // Writes the lines of a module as HTML: marked tokens, ids of what is declared, links.
 //
-// Tested by tests/unit/listing/listing_test.cpp and tests/unit/any_text_property_test.cpp.
+// Tested by tests/golden/exact and tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include <array>

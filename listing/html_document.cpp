@@ -1,4 +1,4 @@
-// See html_document.h. Tested by tests/unit/listing/listing_test.cpp.
+// See html_document.h. Tested by tests/golden/exact.
 #include "listing/html_document.h"
 
 #include "listing/html_module.h"

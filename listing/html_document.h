@@ -1,6 +1,6 @@
 // Listings in HTML: pages, fragments and lines, with classes or with inline styles.
 //
-// Tested by tests/unit/listing/listing_test.cpp and tests/browser/exact.py.
+// Tested by tests/golden/exact and tests/browser/run.py.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,4 @@
-// See html_module.h. Tested by tests/unit/listing/listing_test.cpp.
+// See html_module.h. Tested by tests/golden/exact.
 #include "listing/html_module.h"
 
 namespace tintline::listing {

@@ -1,7 +1,7 @@
 // Writes the lines of one module as the blocks of a page: the file header, which can be folded,
 // each procedure in a section with its head as heading, and what stands between them.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <string_view>

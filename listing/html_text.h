@@ -4,7 +4,7 @@
 // (U+2400 ...), the others by U+FFFD; in code a title tells which it was. Characters that change
 // the direction of what follows are kept, but change nothing outside of their element.
 //
-// Tested by tests/unit/listing/listing_test.cpp and tests/unit/any_text_property_test.cpp.
+// Tested by tests/golden/exact and tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include <array>

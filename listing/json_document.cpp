@@ -1,4 +1,4 @@
-// See json_document.h. Tested by tests/unit/listing/listing_test.cpp.
+// See json_document.h. Tested by tests/golden/exact.
 #include "listing/json_document.h"
 
 #include <array>

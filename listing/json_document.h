@@ -12,7 +12,7 @@
 // and lengths are in Unicode code points; in the length of a token over several lines a line end
 // counts as one.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include "listing/document.h"

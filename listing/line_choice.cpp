@@ -1,4 +1,4 @@
-// See line_choice.h. Tested by tests/unit/listing/listing_test.cpp.
+// See line_choice.h. Tested by tests/golden/exact.
 #include "listing/line_choice.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // Which lines of a module are shown, and in which lines its tokens stand.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // Which references become links.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <cstdint>

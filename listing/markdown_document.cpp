@@ -1,4 +1,4 @@
-// See markdown_document.h. Tested by tests/unit/listing/listing_test.cpp.
+// See markdown_document.h. Tested by tests/golden/exact.
 #include "listing/markdown_document.h"
 
 #include <algorithm>

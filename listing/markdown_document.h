@@ -1,6 +1,6 @@
 // Listings in Markdown: an index, and the code in a fenced block. Format: CommonMark 0.31.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include "listing/document.h"

@@ -1,4 +1,4 @@
-// See module_targets.h. Tested by tests/unit/listing/listing_test.cpp.
+// See module_targets.h. Tested by tests/golden/exact.
 #include "listing/module_targets.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // Where links can lead in one module, and what its index shows.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <array>

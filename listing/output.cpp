@@ -1,4 +1,4 @@
-// See output.h. Tested by tests/unit/listing/listing_test.cpp.
+// See output.h. Tested by tests/golden/exact.
 #include "listing/output.h"
 
 namespace tintline::listing {

@@ -1,6 +1,6 @@
 // Collects what is written and gives it to a stream in large pieces.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <charconv>

@@ -1,4 +1,4 @@
-// See palette.h. Tested by tests/unit/listing/listing_test.cpp.
+// See palette.h. Tested by tests/unit/listing/palette_test.cpp.
 #include "listing/palette.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // The colours of exact listings: the defaults, and what a user's five categories change.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/unit/listing/palette_test.cpp.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-// See rtf_document.h. Tested by tests/unit/listing/listing_test.cpp.
+// See rtf_document.h. Tested by tests/golden/exact.
 #include "listing/rtf_document.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 // Listings in RTF, for word processors. Format: Rich Text Format Specification 1.9.1.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include "listing/document.h"

@@ -1,4 +1,4 @@
-// See sections.h. Tested by tests/unit/listing/listing_test.cpp.
+// See sections.h. Tested by tests/golden/exact.
 #include "listing/sections.h"
 
 #include <algorithm>

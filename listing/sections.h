@@ -1,7 +1,7 @@
 // How a module's lines are divided: into the file header, procedures with their comments, and
 // what stands between them. All parts begin and end with a line.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// See style_sheet.h. Tested by tests/browser/exact.py.
+// See style_sheet.h. Tested by tests/browser/run.py.
 //
 // Neither custom properties nor light-dark(): browser objects of old systems show these pages, too.
 #include "listing/style_sheet.h"

@@ -1,6 +1,6 @@
 // The style sheet of exact pages.
 //
-// Tested by tests/browser/exact.py.
+// Tested by tests/browser/run.py.
 #pragma once
 
 #include <string>

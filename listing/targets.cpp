@@ -1,4 +1,4 @@
-// See targets.h. Tested by tests/unit/listing/listing_test.cpp.
+// See targets.h. Tested by tests/golden/exact.
 #include "listing/targets.h"
 
 #include <deque>

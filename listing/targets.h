@@ -4,7 +4,7 @@
 // already, compared without case, gets ".2". It depends on nothing but the module, so links from
 // elsewhere last.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 // What the kinds of tokens are called in listings, and which colour they have.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 // Ids of which no two are equal without regard to case.
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 // The characters of UTF-8 texts that are valid (vb/text.h sees to it).
 //
-// Tested by tests/unit/listing/listing_test.cpp.
+// Tested by tests/golden/exact.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// See words.h. Tested by tests/unit/listing/listing_test.cpp.
+// See words.h. Tested by tests/golden/exact.
 #include "listing/words.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Portable models of a form's controls. A form works on them as if they were the
 // controls; a view shows them and forwards the user's events, and decides nothing.
 //
-// Tested by tests/unit/app/controls_test.cpp.
+// Tested by tests/app/ and tests/win32/controls/.
 #pragma once
 
 #include <functional>

@@ -1,7 +1,7 @@
 // The model of a form: what all forms have in common. Its view is made when the
 // form is shown and goes when it is unloaded.
 //
-// Tested by tests/unit/app/controls_test.cpp.
+// Tested by tests/app/ and tests/win32/controls/.
 #pragma once
 
 #include <functional>

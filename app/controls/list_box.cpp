@@ -1,4 +1,4 @@
-// See list_box.h. Tested by tests/unit/app/controls_test.cpp.
+// See list_box.h. Tested by tests/app/ and tests/unit/app/controls_test.cpp.
 #include "app/controls/list_box.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The model of a list box with extended selection. The lines live here and only
 // here: the view asks for those that it draws.
 //
-// Tested by tests/unit/app/controls_test.cpp.
+// Tested by tests/app/ and tests/unit/app/controls_test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// See tree_view.h. Tested by tests/unit/app/controls_test.cpp.
+// See tree_view.h. Tested by tests/app/ and tests/win32/controls/.
 #include "app/controls/tree_view.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // The model of a tree of keyed nodes.
 //
-// Tested by tests/unit/app/controls_test.cpp.
+// Tested by tests/app/ and tests/win32/controls/.
 #pragma once
 
 #include <cstddef>

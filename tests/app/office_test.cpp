@@ -107,17 +107,6 @@ TEST_F(office, a_running_application_is_left_alone_and_a_started_one_is_quit) {
   analyse();
 }
 
-TEST_F(office, escape_ends_the_analysis_between_documents) {
-  openFile("a.bas", "x\r\n");
-  word.onCall = [&](const std::wstring& member) {
-    if (member == L"CodeModule" && word.callsOf[member] == 4)  // in the last document
-      form.execute(Command::mnuAbbrechen);
-  };
-  analyse();
-  word.onCall = nullptr;
-  click(L"Word_1_2_1");
-}
-
 // ------------------------------------------------------------------------------ failures
 TEST_F(office, failed_analysis_says_why_and_leaves_nothing_half_done) {
   const std::function<void()> failures[] = {

@@ -1,4 +1,6 @@
 // The order of the start, what it does with the files beside the program, and the end.
+#include <set>
+
 #include "tests/app/program_fixture.h"
 
 namespace tintline::test {
@@ -94,6 +96,9 @@ TEST_F(start_up, about_display_closes_as_its_flag_allows) {
          {&frmSplash::Form_KeyPress, &frmSplash::Form_MouseUp, &frmSplash::Frame1_Click}) {
       app.splash.Show();
       EXPECT_EQ(splash.lblProductName.Caption(), L"TINTLINE");
+      app.splash.lblProductName.Caption = L"Neu";
+      app.splash.Show();
+      EXPECT_EQ(splash.lblProductName.Caption(), L"Neu") << "is loaded once";
       app.splash.Check1 = about;
       (app.splash.*event)();
       EXPECT_EQ(splashWindow.open, !about && event != &frmSplash::Frame1_Click);
@@ -110,6 +115,17 @@ TEST_F(start_up, about_display_closes_as_its_flag_allows) {
   execute("quit in the menu", Command::mnubeenden);
   EXPECT_GE(ports.released, 1);
   EXPECT_GE(ports.shell.helpClosed, 1);
+}
+
+TEST(transcripts, every_recorded_one_has_its_test) {
+  std::set<std::string> names;
+  const testing::UnitTest& all = *testing::UnitTest::GetInstance();
+  for (int i = 0; i < all.total_test_suite_count(); ++i)
+    for (int j = 0; j < all.GetTestSuite(i)->total_test_count(); ++j)
+      names.insert(std::string(all.GetTestSuite(i)->name()) + "." +
+                   all.GetTestSuite(i)->GetTestInfo(j)->name() + ".txt");
+  for (const auto& file : std::filesystem::directory_iterator("tests/app/expected"))
+    EXPECT_TRUE(names.contains(file.path().filename().string())) << file.path();
 }
 
 }  // namespace

@@ -1,11 +1,13 @@
 // Runs inside a converted page: follows every link, looks at the colours, and
-// leaves what it found as JSON in <pre id="befund">. run.py puts `expected` in
-// front of it.
+// gives what it found. run.py puts `expected` in front of it.
 'use strict';
 
 const findings = [];
 const note = (name, ok, detail = '') => findings.push({name, ok: Boolean(ok), detail: String(detail)});
-const pause = () => new Promise((done) => setTimeout(done, 30));
+// Waits a second at most.
+async function until(holds) {
+  for (let i = 0; !holds() && i < 200; ++i) await new Promise((done) => setTimeout(done, 5));
+}
 
 const anchorOf = (name) =>
     document.getElementById(name) || document.querySelector(`a[name="${CSS.escape(name)}"]`);
@@ -15,10 +17,9 @@ const inView = (element) => {
 };
 
 // Scrolls to where the target cannot be seen; false when the page is too short for that.
-async function lookAway(target) {
+function lookAway(target) {
   for (const place of [0, document.documentElement.scrollHeight]) {
     scrollTo(0, place);
-    await pause();
     if (!inView(target)) return true;
   }
   return false;
@@ -29,11 +30,12 @@ async function follow(link, what) {
   const label = `${what} "${link.textContent.trim()}"`;
   const target = anchorOf(name);
   if (!target) return note(`${label} has an anchor`, false, name);
-  const away = await lookAway(target);
+  const away = lookAway(target);
+  const isThere = () => decodeURIComponent(location.hash) === '#' + name;
   history.replaceState(null, '', location.pathname);
   link.click();
-  await pause();
-  note(`${label} changes the address`, decodeURIComponent(location.hash) === '#' + name, location.hash);
+  await until(() => isThere() && inView(target));
+  note(`${label} changes the address`, isThere(), location.hash);
   note(`${label} brings its target into view`, away && inView(target),
        `at ${target.getBoundingClientRect().top}, out of view before: ${away}`);
 }
@@ -107,11 +109,6 @@ async function check() {
   await checkHeads();
 }
 
-addEventListener('load', () => check()
+check()
     .catch((error) => note('the check runs to its end', false, error.stack))
-    .then(() => {
-      const result = document.createElement('pre');
-      result.id = 'befund';
-      result.textContent = JSON.stringify(findings);
-      document.body.append(result);
-    }));
+    .then(() => findings);

@@ -453,6 +453,7 @@ def what_is_too_large_is_not_read(box):
 def the_longest_source_is_32767_lines(box):
     box.put("a.bas", b"x\r\n" * 32766 + b"' ein Kommentar, lang\r\n")
     equal(box.run(CLASSIC, "--format=lines", "--wrap=30", "a.bas").count(b"\n"), 32767)
+    holds(box.run(CLASSIC, "--format=lines", "-n", "a.bas"), b">32767:<")
     box.run(CLASSIC, "--wrap=20", "-o", "out.htm", "a.bas", code=1,
             err="a.bas: mehr als 32767 Zeilen nach dem Umbruch")
     equal(box.names(), ["a.bas"])
@@ -488,6 +489,7 @@ def targets_are_replaced_whole_or_not_at_all(box):
     before = box.names()
     cases = [(("-o", "out.htm/x.htm"), "x.htm kann nicht geschrieben werden: Ordner nicht gefunden"),
              (("-o", "folder"), "folder kann nicht geschrieben werden: ist ein Ordner"),
+             (("-o", 300 * "x"), "x kann nicht geschrieben werden: "),
              (("-d", "out.htm"), "out.htm: "), (("-d", "out.htm/out"), "out.htm/out: ")]
     for arguments, text in cases:
         equal(box.run(*arguments, "a.bas", code=1, err=text), b"")
@@ -506,6 +508,7 @@ def devices_and_full_disks(box):
     box.put("large.htm", b"old")
     page = box.run("a.bas")
     full = "kann nicht geschrieben werden: Datenträger ist voll"
+    box.run("/proc/self/mem", code=1, err="/proc/self/mem: ")  # opens, and cannot be read
     box.run("-o", "/dev/full", "a.bas", code=1, err="a.bas: /dev/full " + full)
     box.run("-o", "/dev/null", "a.bas")
     with open(box.folder / "log", "wb") as log:  # what is behind the name is not replaced

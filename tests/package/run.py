@@ -123,6 +123,9 @@ def packaging_again_elsewhere_gives_the_same_bytes(bench):
     equal(sorted(os.listdir(again)), sorted(os.listdir(bench.packages)))
     for package in (bench.zip, bench.setup, bench.deb):
         assert package.read_bytes() == (again / package.name).read_bytes(), package.name
+    holds(run(BUILD_SCRIPT, "--native", bench.native, "--windows", bench.native, "--target",
+              bench.folder / "none", code=1), "TINTLINE.exe is missing")
+    none((bench.folder / "none").glob("*"))
 
 
 @test

@@ -16,20 +16,6 @@ CHROMIUM = [
 ]
 
 
-def browse(arguments, folder):
-    """Runs the browser, which keeps its profile in the folder; gives what it prints."""
-    browser = subprocess.Popen([*CHROMIUM, f"--user-data-dir={folder / 'profile'}", *arguments],
-                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                               start_new_session=True)
-    try:
-        output, _ = browser.communicate(timeout=SECONDS)
-    except subprocess.TimeoutExpired:
-        os.killpg(browser.pid, signal.SIGKILL)  # the browser is many processes
-        raise
-    assert browser.returncode == 0, f"{browser.args}: exit code {browser.returncode}"
-    return output.decode("utf-8")
-
-
 class Browser:
     """One running browser, driven by the DevTools protocol through a pipe."""
 

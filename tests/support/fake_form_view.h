@@ -1,4 +1,4 @@
-// A window of a form, and a view of a control that counts what it is told.
+// A window of a form.
 //
 //   FakeWindow window;
 //   form.makeView = window.maker();
@@ -30,16 +30,10 @@ struct FakeWindow {
     void runModal() override {
       window.open = true;
       if (window.whileModal) window.whileModal();
+      window.open = false;  // this view outlives the event that closes it
     }
     FakeWindow& window;
   };
-};
-
-// A view of a control that counts what it is told.
-struct FakeControlView final : ControlView {
-  void changed(Control&) override { ++changes; }
-  void refresh(Control&) override {}
-  int changes = 0;
 };
 
 }  // namespace tintline::test

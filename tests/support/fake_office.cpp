@@ -2,7 +2,6 @@
 #include "tests/support/fake_office.h"
 
 #include <fstream>
-#include <regex>
 
 #include "base/codepage.h"
 #include "base/file.h"
@@ -101,13 +100,11 @@ struct Code {
 // As the editor counts: comments and empty lines belong to the procedure behind them, those at
 // the end to the last procedure.
 Code parse(const std::string& source) {
-  static const std::map<std::wstring, std::int32_t> kKinds = {{L"Sub", 0},
-                                                              {L"Function", 0},
-                                                              {L"Property Let", 1},
-                                                              {L"Property Set", 2},
-                                                              {L"Property Get", 3}};
-  static const std::wregex kHead(
-      L"(?:Public |Private |Static )?([A-Z]\\w+(?: [LSG]et)?) ([^( ]+)\\(");
+  static const std::pair<std::wstring_view, std::int32_t> kKinds[] = {{L"Sub ", 0},
+                                                                      {L"Function ", 0},
+                                                                      {L"Property Let ", 1},
+                                                                      {L"Property Set ", 2},
+                                                                      {L"Property Get ", 3}};
   Code code;
   const std::string plain = Replace(source, "\r", "");
   for (const std::string_view line : Split(plain, '\n')) code.lines.push_back(fromAnsi(line));
@@ -121,11 +118,14 @@ Code parse(const std::string& source) {
   };
   for (std::int32_t i = 0; i < count; ++i) {
     const std::wstring& line = code.lines[i];
-    std::wsmatch head;
-    if (std::regex_search(line, head, kHead, std::regex_constants::match_continuous) &&
-        kKinds.contains(head[1])) {
+    std::wstring_view head = line;
+    for (const std::wstring_view scope : {L"Public ", L"Private ", L"Static "})
+      if (head.starts_with(scope)) head.remove_prefix(scope.size());
+    for (const auto& [word, kind] : kKinds) {
+      if (!head.starts_with(word)) continue;
       end(taken);
-      code.procedures.push_back({head[2], kKinds.at(head[1]), taken + 1, 0});
+      const std::wstring_view name = head.substr(word.size(), head.find(L'(') - word.size());
+      code.procedures.push_back({std::wstring(name), kind, taken + 1, 0});
     }
     const bool comment = line.empty() || line.starts_with(L'\'');
     if (code.procedures.empty() ? !comment : line.starts_with(L"End ")) taken = i + 1;

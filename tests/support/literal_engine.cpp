@@ -180,10 +180,6 @@ string blankFill(int k) { return Space(5 - static_cast<int>(std::to_string(k).si
 
 string numberPrefix(int k) { return span("Marks", std::to_string(k) + ":" + blankFill(k)); }
 
-string progress(const string& label, std::size_t number, std::size_t count) {
-  return label + " " + std::to_string(number) + " " + std::to_string(count);
-}
-
 // The first occurrence of the name, in whatever case, has an even number of quotes in front of it.
 bool standsOutsideString(const string& text, const string& name) {
   return QuoteCount(Left(text, InStrText(text, name) - 1)) % 2 == 0;
@@ -245,7 +241,6 @@ void addToList2(Result& result, const string& E, bool alwaysWrapper) {
   const bool wrapper = alwaysWrapper || E.size() > 90;
   result.List2.push_back(E);
   result.wrapped.push_back(wrapper);
-  result.events.push_back(wrapper ? "add wrapper" : "add direct");
 }
 
 string head(const string& H, const string& line, int k, bool lineNumbers) {
@@ -272,15 +267,12 @@ Result Verarbeiten(const Lines& List1, const Lines& ProzNamen, const Options& op
   };
   for (std::size_t i = 0; i < N; ++i) {
     const string& line = List1[i];
-    result.events.insert(result.events.end(), {progress("lese", i, N), "yield"});
     string H = highlighter.fkt_ZeileKonvertieren(line);
     if (containsText(H, "class='EndSub'")) H = H + "<hr>";
-    result.events.push_back("abort?");
     if (static_cast<int>(i) == abortAtLine) {
       result.aborted = true;
       return result;
     }
-    result.events.push_back("yield");
     const int k = counter + 1;
     if (containsText(Trim(H), "class='Sub'>")) {
       const string E = styled(head(H, line, k, options.lineNumbers));
@@ -303,14 +295,12 @@ Result Verarbeiten(const Lines& List1, const Lines& ProzNamen, const Options& op
       E = styled(E);
       builder += E + "<br>";
       addToList2(result, E, !statementStart);
-      result.events.push_back(progress("bearbeite", i + 1, N));
       builder += endsInUnderscore(line) ? "<br>" : "\n";
       // Set within a head, clear within any other statement.
       if (!endsInUnderscore(line)) bSubUmbruch = false;
     }
     if (!endsInUnderscore(line)) counter = counter + 1;
     statementStart = !continues(H);
-    result.events.push_back("yield");
   }
   result.html = builder + (frameOpen ? "</div>" : "");
   return result;
@@ -333,7 +323,6 @@ Result AuswahlKonvertieren(const Lines& List1, const std::vector<bool>& selected
     result.table += "<tr><td>" + E + "<br></td></tr>";
     previousContinues = continues(H);
     if (!endsInUnderscore(List1[i])) counter = counter + 1;
-    result.events.push_back(progress("bearbeite", i, List1.size()));
   }
   return result;
 }

@@ -59,9 +59,6 @@ struct Result {
   std::string html;           // empty after an abort
   std::string table;          // of a selection
   bool aborted = false;
-  // What can be observed, in order: "lese i n", "yield", "abort?", "add direct", "add wrapper",
-  // "bearbeite i n", with the numbers that the captions carry.
-  std::vector<std::string> events;
 };
 
 // Converts all lines. ProzNamen holds " name" entries, the first name first. The abort request is

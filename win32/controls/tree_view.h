@@ -1,6 +1,6 @@
 // A tree control over the nodes of a TreeView.
 //
-// Tested by tests/unit/app/controls_test.cpp.
+// Tested by tests/app/ and tests/win32/controls/.
 #pragma once
 
 #include <windows.h>

@@ -31,7 +31,9 @@ TEST(Report, TellsFailuresInTheOrderOfTheInputsAroundItsCounter) {
   report.finished(0, {.failure = {}, .sourceLines = 20});
   EXPECT_EQ(told, L"tintline: b: zwei\ntintline: c: drei\n\r3 von 4 Dateien");
   told.clear();
+  std::this_thread::sleep_for(std::chrono::milliseconds(60));
   report.finished(3, {.failure = {}, .sourceLines = 22});
+  EXPECT_EQ(told, L"") << "no counter behind the last one";
   EXPECT_FALSE(report.close());
   EXPECT_TRUE(told.starts_with(L"\r               \r2 Dateien, 42 Zeilen in 0,")) << toUtf8(told);
   EXPECT_TRUE(told.ends_with(L"s verarbeitet\n"));

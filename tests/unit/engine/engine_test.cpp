@@ -1,5 +1,5 @@
 // Tests of what golden files and the literal transcription leave open: colour texts, keyword lists,
-// limits.
+// many names.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,9 +9,8 @@
 #include "base/resources.h"
 #include "base/text.h"
 #include "engine/call_linker.h"
-#include "reformat/indentation.h"
-#include "reformat/selection.h"
-#include "tests/support/convert.h"
+#include "engine/color_scheme.h"
+#include "engine/keyword_table.h"
 
 namespace tintline {
 namespace {
@@ -103,33 +102,6 @@ TEST(CallLinker, AFilterOverManyNamesFindsExactlyThoseThatOccur) {
     const std::string call = "(" + name, part = name.substr(1);
     EXPECT_EQ(linker.link(call, call), "(<a HREF='#" + name + "' class='Marks'>" + name + "</a> ");
     EXPECT_EQ(linker.link(part, part), part);
-  }
-  const std::string line(1000, 'H');
-}
-
-TEST(Conversion, TakesAsManyLinesAsItCanCount) {
-  const KeywordTable none;
-  const DocumentFrame frame(test::defaultColors(), StyleMode::Class);
-  SilentObserver observer;
-  for (const std::size_t count : {kMaxLines, kMaxLines + 1}) {
-    const LineList lines = test::lineList(std::vector<std::string>(count, "x"));
-    Highlighter highlighter(none);
-    const auto convert = [&] {
-      return Verarbeiten(lines, {}, {true}, frame, highlighter, observer);
-    };
-    int unit = 3;
-    const auto choose = [&] {
-      return AuswahlKonvertieren(lines, std::vector<bool>(count), {}, frame, highlighter, observer);
-    };
-    if (count > kMaxLines) {
-      EXPECT_THROW(convert(), std::length_error);
-      EXPECT_THROW(choose(), std::length_error);
-      EXPECT_THROW(Formatieren(lines, unit), std::length_error);
-    } else {
-      EXPECT_TRUE(choose().List2.empty());
-      EXPECT_EQ(Formatieren2(lines, unit).size(), count);
-      EXPECT_EQ(convert().List2[count - 1], "<span class='Marks'>32767:</span>x ");
-    }
   }
 }
 

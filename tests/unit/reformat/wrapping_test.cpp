@@ -138,7 +138,7 @@ TEST(Indentation, DecodedTextIsIndentedAsItsLinesAre) {
 
 TEST(Wrapping, TheWidthIsReadFromWhatAUserWrites) {
   for (const auto& [text, width] : std::initializer_list<std::pair<const wchar_t*, int>>{
-           {L"20", 20}, {L"1000", 1000}, {L"0", 0}, {L"  80 ", 80}, {L"0072", 72}})
+           {L"20", 20}, {L"1000", 1000}, {L"0", 0}, {L"   80 ", 80}, {L"0072", 72}})
     EXPECT_EQ(parseLineWidth(text), width) << width;
   for (const wchar_t* text : {L"", L"19", L"1001", L"-20", L"2 0", L"80x", L"\t80",
                               L"99999999999999999999", L"\x0668\x0660"})

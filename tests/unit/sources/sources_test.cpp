@@ -5,7 +5,6 @@
 #include "base/file.h"
 #include "sources/module_export.h"
 #include "sources/module_file_reader.h"
-#include "sources/module_header.h"
 #include "sources/pasted_text.h"
 #include "sources/project_analysis.h"
 #include "tests/support/convert.h"
@@ -106,11 +105,6 @@ TEST(ModulDateiLesen, TakesOneWordAfterTheOtherOutOfAName) {
     ++heads;
   });
   EXPECT_GT(heads, 10'000u);
-}
-
-TEST(Modulkopf, RulesAreAsLongAsTheName) {
-  EXPECT_EQ(Modulkopf("Modul1"),
-            (std::array<std::string, 3>{"'-------------", "' Modul:Modul1", "'-------------"}));
 }
 
 TEST(ModuleExport, ANameBecomesOneThatAFileMayHaveInItsFolder) {
@@ -238,7 +232,7 @@ TEST_F(ProjectAnalysis, LargeModulesCostFewCalls) {
   EXPECT_EQ(office.word.callsOf[L"Lines"], 1);
 }
 
-TEST_F(ProjectAnalysis, EndsBetweenItemsAndStaysOutOfProtectedProjects) {
+TEST_F(ProjectAnalysis, EndsBetweenItems) {
   const FakeProject project{
       .file = L"a.dot",
       .components = std::vector<FakeComponent>(3, {.name = L"M", .code = "Sub A()\r\nEnd Sub"})};
@@ -248,10 +242,6 @@ TEST_F(ProjectAnalysis, EndsBetweenItemsAndStaysOutOfProtectedProjects) {
     EXPECT_EQ(asked, last);
     EXPECT_EQ(office.word.living, 0);
   }
-  const auto secret = analyse({.file = L"C:\\Geheim.dot", .protection = 1});
-  EXPECT_EQ(secret->document, L"Geheim");
-  EXPECT_TRUE(secret->isProtected && secret->components.empty());
-  EXPECT_EQ(office.word.callsOf[L"VBComponents"], 0);
 }
 
 }  // namespace

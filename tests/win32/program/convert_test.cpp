@@ -5,6 +5,8 @@
 #include <richedit.h>
 #include <shlobj.h>
 
+#include <fstream>
+
 #include "base/file.h"
 #include "tests/win32/program/program_test.h"
 
@@ -87,6 +89,16 @@ TEST_F(program, export_asks_before_it_writes_over_a_file) {
   FileDialogOf(app()).accept(target.wstring());
   answer(IDYES);
   replacing.finish();
+  EXPECT_EQ(readFile(target), page(module));
+
+  main().open(folder.write(L"Neu.bas", "x\r\n"));
+  main().convert();
+  const std::ifstream reader(target);  // as another program that has it open
+  Started failing = main().press(id::kCmdExport);
+  FileDialogOf(app()).accept(target.wstring());
+  answer(IDYES);
+  EXPECT_NE(answer().find(L"Zugriff verweigert"), std::wstring::npos);
+  failing.finish();
   EXPECT_EQ(readFile(target), page(module));
 }
 
@@ -226,6 +238,9 @@ TEST_F(program, a_long_run_is_left_alone_until_escape_ends_it) {
   EXPECT_EQ(selected(), before);
   EXPECT_LT(main().lineCount(id::kList2), 30000U);
   EXPECT_EQ(main().text(id::kLabel9).find(L"s verarbeitet"), std::wstring::npos);
+  main().open(sampleModule());
+  main().convert();
+  EXPECT_EQ(main().lineCount(id::kList2), main().lineCount(id::kList1)) << "a run after it";
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // How the program starts and ends: splash, files beside it, several at once, in the middle of work.
 #include "app/frmSplash/frmSplash.h"
 #include "base/codepage.h"
-#include "tests/support/default_settings.h"
+#include "base/file.h"
 #include "tests/win32/program/program_test.h"
 
 namespace tintline::test {
@@ -9,6 +9,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
+
+const fs::path kDefaults = "package/TINTLINE.ini";  // what is written at the first start
 
 class program_start : public ProgramTest {};
 
@@ -24,7 +26,7 @@ TEST_F(program_start, splash_stays_for_two_seconds_and_shows_progress_after_the_
   waitForMain();
   EXPECT_GE(Clock::now() - started, 1800ms);
   EXPECT_EQ(main().window().text(), L"VB(A)-Code in HTML-Format umwandeln (Version 0.1 (Build 0))");
-  EXPECT_EQ(folder.read(L"TINTLINE.ini"), kDefaultSettings);
+  EXPECT_EQ(folder.read(L"TINTLINE.ini"), readFile(kDefaults));
   EXPECT_NE(folder.read(L"dummy.html").find("In diesem Bereich wird der"), std::string::npos);
   EXPECT_FALSE(main().control(id::kCmdExport).enabled());
   EXPECT_FALSE(main().offers(Command::mnuSchluesselworte)) << "there is no vb.ini";
@@ -39,7 +41,7 @@ TEST_F(program_start, splash_stays_for_two_seconds_and_shows_progress_after_the_
 TEST_F(program_start, two_run_side_by_side_each_with_its_file_own_words_and_settings) {
   const std::string words = "[Keywords 1]\r\nZeile\r\n[Keywords 2]\r\nText\r\n";
   folder.write(L"vb.ini", words);
-  std::string settings(kDefaultSettings);
+  std::string settings = readFile(kDefaults);
   settings.replace(settings.find("#0000FF"), 7, "#123456");
   folder.write(L"TINTLINE.ini", settings);
   const fs::path module = folder.write(L"Größe Ω.bas", "Zeile = Text\r\n");

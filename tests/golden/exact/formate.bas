@@ -1,0 +1,5 @@
+' ä😀{
+Function F$(a#, [b ]) As _
+  Long ' `` _
+ x
+End Function
