@@ -12,8 +12,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr UINT kAnswerTime = 5000;  // ms for a message
-constexpr auto kPause = 5ms;        // between two looks
+constexpr UINT kAnswerTime = 20000;  // ms for a message
+constexpr auto kPause = 5ms;         // between two looks
 
 // A look every few milliseconds, until the condition holds or the time is over.
 bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds patience) {
