@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/block.h"
+
 namespace tintline {
 
 std::string Space(std::ptrdiff_t count) {
@@ -26,19 +28,9 @@ bool startsWithIgnoreCase(std::string_view text, std::string_view prefix) {
 
 namespace {
 
-static_assert(std::endian::native == std::endian::little);
 constexpr std::uint64_t kOnes = 0x0101010101010101U;  // one bit for each of eight characters
 
-// Sixteen characters at a time: compilers make single instructions of it.
-using Block [[gnu::vector_size(16)]] = unsigned char;
-
-Block load(const void* characters) {
-  Block block;
-  std::memcpy(&block, characters, sizeof block);
-  return block;
-}
-
-Block loadFolded(const char* text) { return load(text) | 0x20; }
+Block loadFolded(const char* text) { return loadBlock(text) | 0x20; }
 
 }  // namespace
 
@@ -48,8 +40,8 @@ std::size_t CaselessText::findIn(std::string_view text, std::size_t from) const 
   constexpr std::size_t kRead = kStep + 2;      // by reading that many characters
   const std::size_t first = from + anchor_;     // where the anchor can be at first
   if (!filtered_ || text.size() - first < kRead) return findOneByOne(text, from);
-  const Block wanted[] = {load(folded_[0].data()), load(folded_[1].data()),
-                          load(folded_[2].data())};
+  const Block wanted[] = {loadBlock(folded_[0].data()), loadBlock(folded_[1].data()),
+                          loadBlock(folded_[2].data())};
   const std::size_t end = text.size() - part_.size() + anchor_ + 1;  // behind its last place
   for (std::size_t next = first; next < end; next += kStep) {
     const std::size_t at = std::min(next, text.size() - kRead);  // the last step overlaps

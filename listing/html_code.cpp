@@ -62,7 +62,7 @@ void writeAnchor(Output& out, std::uint32_t line) {
 
 // A marked piece of text of up to a block, at once.
 bool writeShort(Output& out, const Markup::Tag& tag, std::u8string_view text, const char8_t* end) {
-  detail::Block block;
+  Block block;
   if (text.size() > sizeof block || end - text.data() < static_cast<std::ptrdiff_t>(sizeof block))
     return false;
   std::memcpy(&block, text.data(), sizeof block);

@@ -7,14 +7,12 @@
 // Tested by tests/golden/exact and tests/unit/any_text_property_test.cpp.
 #pragma once
 
-#include <array>
-#include <bit>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <string>
 #include <string_view>
 
+#include "base/block.h"
 #include "listing/output.h"
 
 namespace tintline::listing {
@@ -25,20 +23,11 @@ std::u8string toHtml(std::u8string_view text);
 
 namespace detail {
 
-static_assert(std::endian::native == std::endian::little);
-
-// Sixteen bytes at a time: compilers make single instructions of it.
-using Block [[gnu::vector_size(16)]] = unsigned char;
-
 // Where the first byte is that begins a character which may not stand as it is.
 inline std::size_t firstSpecial(const Block& block) {
-  const auto special = ((block < 0x20) & (block != '\t')) | (block == '&') |
-                       ((block & 0xFD) == '<') |  // and '>'
-                       (block == 0x7F) | (block == 0xC2) | (block == 0xE2) | (block >= 0xEF);
-  const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(special);
-  if (halves[0] != 0) return static_cast<std::size_t>(std::countr_zero(halves[0])) / 8;
-  if (halves[1] != 0) return static_cast<std::size_t>(std::countr_zero(halves[1])) / 8 + 8;
-  return sizeof block;
+  return firstMarked(((block < 0x20) & (block != '\t')) | (block == '&') |
+                     ((block & 0xFD) == '<') |  // and '>'
+                     (block == 0x7F) | (block == 0xC2) | (block == 0xE2) | (block >= 0xEF));
 }
 
 void writeLongHtml(Output& out, std::u8string_view text, const char8_t* end);
@@ -48,7 +37,7 @@ void writeLongHtml(Output& out, std::u8string_view text, const char8_t* end);
 // Writes text of the code (UTF-8, without line ends) between tags. `end` is the end of the memory
 // that may be read, at or behind the end of the text.
 inline void writeHtml(Output& out, std::u8string_view text, const char8_t* end) {
-  detail::Block block;
+  Block block;
   if (text.size() > sizeof block || end - text.data() < static_cast<std::ptrdiff_t>(sizeof block))
     return detail::writeLongHtml(out, text, end);
   std::memcpy(&block, text.data(), sizeof block);

@@ -100,8 +100,7 @@ class EventSources {
     for (const vb::Declaration& declaration : module.declarations)
       if (declaration.kind == DeclarationKind::Control || declaration.withEvents) {
         const auto name = vb::plainName(module.textOf(declaration.name));
-        names_.add(module.text, name, vb::foldedHash(name),
-                   static_cast<std::size_t>(name.data() - module.text.data()));
+        names_.add(module.text, name);
       }
   }
 
@@ -114,7 +113,7 @@ class EventSources {
     if (split == 0 || split == std::u8string_view::npos) return false;
     const auto object = name.substr(0, split);
     return holds(kOwnObjects, object) ||
-           names_.find(module_.text, object, vb::foldedHash(object)) != vb::NameTable::kUnknown ||
+           names_.find(module_.text, vb::NameKey(object)) != vb::NameTable::kUnknown ||
            (module_.kind != vb::ModuleKind::Class && holds(kControlEvents, name.substr(split + 1)));
   }
 

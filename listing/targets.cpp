@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "listing/module_targets.h"
-#include "vb/fold.h"
 #include "vb/name_table.h"
 
 namespace tintline::listing {
@@ -36,7 +35,7 @@ struct Targets::State {
     const std::size_t begin = prefixes.size();
     const std::uint32_t count = known.size();
     prefixes += prefix;
-    known.add(prefixes, prefix, vb::foldedHash(prefix), begin);
+    known.add(prefixes, vb::NameKey(prefix), begin);
     if (known.size() == count) prefixes.resize(begin);
     return known.size() > count;
   }

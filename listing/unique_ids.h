@@ -9,7 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "vb/fold.h"
 #include "vb/name_table.h"
 
 namespace tintline::listing {
@@ -33,8 +32,7 @@ class UniqueIds {
  private:
   // A new number when the id was not there yet.
   std::uint32_t numberOf(std::u8string_view text, std::size_t begin) {
-    const auto id = text.substr(begin);
-    return ids_.add(text, id, vb::foldedHash(id), begin);
+    return ids_.add(text, text.substr(begin));
   }
 
   vb::NameTable ids_;

@@ -12,7 +12,6 @@
 #include "vb/attributes.h"
 #include "vb/branches.h"
 #include "vb/file_header.h"
-#include "vb/fold.h"
 #include "vb/name_table.h"
 #include "vb/token_cursor.h"
 
@@ -454,10 +453,7 @@ class Reader {
   // -------------------------------------------------------------------------------- names
 
   Known& known(std::uint32_t token) {
-    const std::u8string_view name = plainName(module_.textOf(token));
-    const std::uint32_t number =
-        names_.add(module_.text, name, foldedHash(name),
-                   static_cast<std::size_t>(name.data() - module_.text.data()));
+    const std::uint32_t number = names_.add(module_.text, plainName(module_.textOf(token)));
     if (number == known_.size()) known_.emplace_back();
     return known_[number];
   }

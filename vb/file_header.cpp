@@ -99,9 +99,7 @@ class HeaderReader {
   // Gives the declaration. An array's elements are one control, the first of them: of others kNone.
   std::uint32_t declare(const Declaration& control) {
     const std::u8string_view name = plainName(module_.textOf(control.name));
-    const std::uint32_t number =
-        names_.add(module_.text, name, foldedHash(name),
-                   static_cast<std::size_t>(name.data() - module_.text.data()));
+    const std::uint32_t number = names_.add(module_.text, name);
     if (number < controls_.size()) {
       module_.declarations[controls_[number]].isArray = true;
       return kNone;

@@ -80,9 +80,4 @@ bool folding::equalByCharacters(std::u8string_view a, std::u8string_view b) {
   return a.empty() && b.empty();
 }
 
-std::uint32_t folding::hashByCharacters(std::u8string_view text, std::uint64_t asItIs) {
-  const std::u8string lower = folded(text);
-  return lower != text ? foldedHash(lower) : static_cast<std::uint32_t>(asItIs);
-}
-
 }  // namespace tintline::vb

@@ -20,9 +20,6 @@ std::u8string folded(std::u8string_view text);
 
 bool equalFolded(std::u8string_view a, std::u8string_view b);
 
-// Equal for all texts that `equalFolded` calls equal.
-std::uint32_t foldedHash(std::u8string_view text);
-
 // ------------------------------------------------------------------------------------------
 // Names are almost always ASCII: eight characters at a time are folded in a register. A text that
 // holds anything else is folded as a whole and then treated alike.
@@ -54,12 +51,6 @@ inline std::uint64_t loadTail(const char8_t* text, std::size_t size) {
 }
 
 bool equalByCharacters(std::u8string_view a, std::u8string_view b);
-std::uint32_t hashByCharacters(std::u8string_view text, std::uint64_t asItIs);
-
-inline std::uint64_t mix(std::uint64_t hash, std::uint64_t characters) {
-  hash = (hash ^ foldAscii(characters)) * 0x9E3779B97F4A7C15;
-  return hash ^ hash >> 32;
-}
 
 }  // namespace folding
 
@@ -77,22 +68,6 @@ inline bool equalFolded(std::u8string_view a, std::u8string_view b) {
     p += size, q += size, left -= size;
   }
   return true;
-}
-
-inline std::uint32_t foldedHash(std::u8string_view text) {
-  std::uint64_t hash = text.size(), all = 0;
-  const char8_t* p = text.data();
-  std::size_t left = text.size();
-  for (; left >= 8; p += 8, left -= 8) {
-    all |= folding::load<8>(p);
-    hash = folding::mix(hash, folding::load<8>(p));
-  }
-  if (left != 0) {
-    all |= folding::loadTail(p, left);
-    hash = folding::mix(hash, folding::loadTail(p, left));
-  }
-  if ((all & folding::kHighBits) != 0) return folding::hashByCharacters(text, hash);
-  return static_cast<std::uint32_t>(hash);
 }
 
 }  // namespace tintline::vb

@@ -4,66 +4,126 @@
 // Tested by tests/unit/vb/fold_test.cpp.
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
+#include "base/block.h"
 #include "vb/fold.h"
 
 namespace tintline::vb {
+
+// What a name is looked up by, equal for equal names: the folded name itself when it has up to
+// sixteen bytes, else its beginning and a hash of the whole.
+class NameKey {
+ public:
+  // The bytes in front of `limit`, at or behind the end of the name, can be read.
+  NameKey(std::u8string_view name, const char8_t* limit) : name_(name) {
+    Block block{};
+    if (limit - name.data() >= static_cast<std::ptrdiff_t>(kShort))
+      block = loadBlock(name.data());
+    else
+      std::memcpy(&block, name.data(), std::min(name.size(), kShort));
+    block = firstBytes(block, std::min(name.size(), kShort));
+    if (name.size() > kShort || firstMarked(block >= 0x80) < kShort) {
+      setWhole();
+      return;
+    }
+    const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(foldAscii(block));
+    head_ = halves[0];
+    tail_ = halves[1];
+    size_ = static_cast<std::uint32_t>(name.size());
+  }
+  explicit NameKey(std::u8string_view name) : NameKey(name, name.data() + name.size()) {}
+
+  std::u8string_view name() const { return name_; }
+  std::uint32_t hash() const {
+    const std::uint64_t mixed = (head_ ^ std::rotl(tail_, 29)) * 0x9E3779B97F4A7C15U;
+    return static_cast<std::uint32_t>(mixed >> 32);
+  }
+
+ private:
+  friend class NameTable;
+  static constexpr std::size_t kShort = sizeof(Block);
+
+  static Block foldAscii(Block block) {
+    return block | (static_cast<Block>(block - u8'A' < 26) & 0x20);
+  }
+  void setWhole();  // of long names and those beyond ASCII
+  bool setFrom(std::u8string_view text);
+
+  std::u8string_view name_;
+  std::uint64_t head_ = 0, tail_ = 0;
+  std::uint32_t size_ = 0;  // bytes of the folded name
+};
 
 class NameTable {
  public:
   static constexpr std::uint32_t kUnknown = 0xFFFFFFFF;
 
   // Each call gives the text that the names added so far lie in.
-  std::uint32_t find(std::u8string_view text, std::u8string_view name, std::uint32_t hash) const {
-    return slots_.empty() ? kUnknown : slots_[slotOf(text, name, hash)].number;
+  std::uint32_t find(std::u8string_view text, const NameKey& key) const {
+    return slots_.empty() ? kUnknown : slots_[slotOf(text, key, key.hash())].number;
   }
 
   // The number of a name, which is a new one (size() before the call) when it was not known. In
   // that case it lies, or will lie, at `offset` of the text.
-  std::uint32_t add(std::u8string_view text, std::u8string_view name, std::uint32_t hash,
-                    std::size_t offset) {
-    if (places_.size() * 2 >= slots_.size()) grow();
-    Slot& slot = slots_[slotOf(text, name, hash)];
+  std::uint32_t add(std::u8string_view text, const NameKey& key, std::size_t offset) {
+    if (entries_.size() * 2 >= slots_.size()) grow();
+    const std::uint32_t hash = key.hash();
+    Slot& slot = slots_[slotOf(text, key, hash)];
     if (slot.number == kUnknown) {
-      slot = {hash, static_cast<std::uint32_t>(places_.size())};
-      places_.push_back(
-          {static_cast<std::uint32_t>(offset), static_cast<std::uint32_t>(name.size())});
+      slot = {hash, size()};
+      entries_.push_back({key.head_, key.tail_, key.size_, static_cast<std::uint32_t>(offset),
+                          static_cast<std::uint32_t>(key.name().size())});
     }
     return slot.number;
   }
 
-  std::uint32_t hashOf(std::u8string_view text, std::uint32_t number) const {
-    return foldedHash(nameOf(text, number));
+  // The same for a name that lies in the text.
+  std::uint32_t add(std::u8string_view text, std::u8string_view name) {
+    return add(text, NameKey(name, text.data() + text.size()),
+               static_cast<std::size_t>(name.data() - text.data()));
   }
+
   std::u8string_view nameOf(std::u8string_view text, std::uint32_t number) const {
-    return text.substr(places_[number].offset, places_[number].size);
+    return text.substr(entries_[number].offset, entries_[number].length);
   }
-  std::uint32_t size() const { return static_cast<std::uint32_t>(places_.size()); }
+  std::uint32_t size() const { return static_cast<std::uint32_t>(entries_.size()); }
 
  private:
   struct Slot {
     std::uint32_t hash = 0;
     std::uint32_t number = kUnknown;
   };
-  struct Place {
-    std::uint32_t offset, size;
+  struct Entry {
+    std::uint64_t head, tail;
+    std::uint32_t size;  // of the folded name
+    std::uint32_t offset, length;
   };
 
   // Where the name is, or would be added.
-  std::size_t slotOf(std::u8string_view text, std::u8string_view name, std::uint32_t hash) const {
+  std::size_t slotOf(std::u8string_view text, const NameKey& key, std::uint32_t hash) const {
     std::size_t at = hash & (slots_.size() - 1);
     while (slots_[at].number != kUnknown &&
-           !(slots_[at].hash == hash && equalFolded(nameOf(text, slots_[at].number), name)))
+           !(slots_[at].hash == hash && isAt(text, slots_[at].number, key)))
       at = (at + 1) & (slots_.size() - 1);
     return at;
   }
 
+  bool isAt(std::u8string_view text, std::uint32_t number, const NameKey& key) const {
+    const Entry& entry = entries_[number];
+    return entry.head == key.head_ && entry.tail == key.tail_ && entry.size == key.size_ &&
+           (key.size_ <= NameKey::kShort || equalFolded(nameOf(text, number), key.name()));
+  }
+
   void grow() {
-    std::vector<Slot> old(slots_.empty() ? 64 : slots_.size() * 2);
+    std::vector<Slot> old(slots_.empty() ? 256 : slots_.size() * 2);
     old.swap(slots_);
     for (const Slot& slot : old) {
       if (slot.number == kUnknown) continue;
@@ -74,7 +134,7 @@ class NameTable {
   }
 
   std::vector<Slot> slots_;  // a power of two, at most half of them taken
-  std::vector<Place> places_;
+  std::vector<Entry> entries_;
 };
 
 }  // namespace tintline::vb

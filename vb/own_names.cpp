@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "vb/fold.h"
 #include "vb/name_table.h"
 #include "vb/token_cursor.h"
 
@@ -68,9 +67,7 @@ class OwnNames {
   }
 
   Place& placeOf(std::u8string_view name) {
-    const std::uint32_t number =
-        names_.add(module_.text, name, foldedHash(name),
-                   static_cast<std::size_t>(name.data() - module_.text.data()));
+    const std::uint32_t number = names_.add(module_.text, name);
     if (number == places_.size()) places_.emplace_back();
     return places_[number];
   }
@@ -78,7 +75,7 @@ class OwnNames {
   // Asked for in ascending order.
   bool isOwn(std::uint32_t token) {
     const std::u8string_view name = plainName(module_.textOf(token));
-    const std::uint32_t number = names_.find(module_.text, name, foldedHash(name));
+    const std::uint32_t number = names_.find(module_.text, NameKey(name));
     if (number == NameTable::kUnknown) return false;
     Place& place = places_[number];
     while (place.next < place.procedures.size() && place.procedures[place.next].end <= token)

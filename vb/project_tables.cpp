@@ -30,7 +30,7 @@ ProjectTables::ProjectTables(std::u8string_view name) {
 }
 
 std::uint32_t ProjectTables::intern(std::u8string_view name) {
-  const std::uint32_t number = names_.add(texts_, name, foldedHash(name), texts_.size());
+  const std::uint32_t number = names_.add(texts_, NameKey(name), texts_.size());
   if (number == names_.size() - 1) texts_ += name;
   return number;
 }

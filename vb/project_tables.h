@@ -10,7 +10,6 @@
 #include <string_view>
 #include <vector>
 
-#include "vb/fold.h"
 #include "vb/module.h"
 #include "vb/name_table.h"
 
@@ -65,9 +64,7 @@ class ProjectTables {
   void close();
 
   // The number of a name, NameTable::kUnknown when nothing here has it.
-  std::uint32_t numberOf(std::u8string_view name, std::uint32_t hash) const {
-    return names_.find(texts_, name, hash);
-  }
+  std::uint32_t numberOf(const NameKey& name) const { return names_.find(texts_, name); }
   const Member& member(std::uint32_t index) const { return members_[index]; }
   const ModuleEntry& module(std::uint32_t index) const { return modules_[index]; }
 

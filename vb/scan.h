@@ -1,13 +1,13 @@
-// What the bytes of a source are, and searches over them that look at eight bytes at once.
+// What the bytes of a source are, and searches over them that look at sixteen bytes at once.
 //
 // Tested by tests/unit/any_text_property_test.cpp.
 #pragma once
 
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+
+#include "base/block.h"
 
 namespace tintline::vb {
 
@@ -87,14 +87,10 @@ inline bool isWordByte(char8_t byte) { return detail::kWordBytes[byte]; }
 // The first of the given bytes from `p` on, `end` when there is none.
 template <char8_t... Bytes>
 const char8_t* findAnyOf(const char8_t* p, const char8_t* end) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101, kHighs = 0x8080808080808080;
-  for (; end - p >= 8; p += 8) {
-    std::uint64_t eight;
-    std::memcpy(&eight, p, 8);
-    const auto zeros = [](std::uint64_t x) { return (x - kOnes) & ~x & kHighs; };
-    // The lowest bit that is set is right, whatever the higher ones are.
-    const std::uint64_t found = (zeros(eight ^ (kOnes * Bytes)) | ...);
-    if (found != 0) return p + std::countr_zero(found) / 8;
+  for (; end - p >= 16; p += 16) {
+    const Block block = loadBlock(p);
+    const std::size_t found = firstMarked(((block == Bytes) | ...));
+    if (found < 16) return p + found;
   }
   while (p < end && ((*p != Bytes) && ...)) ++p;
   return p;
@@ -112,12 +108,10 @@ inline const char8_t* skipBlanks(const char8_t* p, const char8_t* end) {
   const auto isOther = [](char8_t byte) { return byte > u8' ' && byte < 0x80; };
   if (p < end && isOther(*p)) return p;  // no blank or one, mostly
   if (end - p > 1 && *p == u8' ' && isOther(p[1])) return p + 1;
-  for (; end - p >= 8; p += 8) {  // spaces first, as an indentation has them
-    std::uint64_t eight;
-    std::memcpy(&eight, p, 8);
-    eight ^= 0x2020202020202020;
-    if (eight == 0) continue;
-    p += std::countr_zero(eight) / 8;
+  for (; end - p >= 16; p += 16) {  // spaces first, as an indentation has them
+    const std::size_t spaces = firstMarked(loadBlock(p) != u8' ');
+    if (spaces == 16) continue;
+    p += spaces;
     break;
   }
   while (p < end) {
@@ -131,28 +125,17 @@ inline const char8_t* skipBlanks(const char8_t* p, const char8_t* end) {
   return p;
 }
 
-namespace detail {
-// The high bit of each byte that is no letter, digit or "_" of ASCII.
-inline std::uint64_t otherThanWord(std::uint64_t eight) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101, kHighs = 0x8080808080808080;
-  const auto atLeast = [](std::uint64_t bytes, unsigned least) {  // of bytes below 0x80
-    return bytes + kOnes * (0x80 - least);
-  };
-  const std::uint64_t ascii = eight & ~kHighs, folded = ascii | kOnes * 0x20;
-  const std::uint64_t letters = atLeast(folded, 'a') & ~atLeast(folded, 'z' + 1);
-  const std::uint64_t digits = atLeast(ascii, '0') & ~atLeast(ascii, '9' + 1);
-  const std::uint64_t others = atLeast(ascii ^ kOnes * '_', 1);
-  return ((~(letters | digits) & others) | eight) & kHighs;
+// How many of sixteen bytes, from the first on, are ASCII letters, digits or "_".
+inline std::size_t wordBytesIn(Block block) {
+  const Block letters = (block | 0x20) - u8'a', digits = block - u8'0';
+  return firstMarked(~((letters < 26) | (digits < 10) | (block == u8'_')));
 }
-}  // namespace detail
 
 // The end of the ASCII letters, digits and "_" at `p`.
 inline const char8_t* skipWordBytes(const char8_t* p, const char8_t* end) {
-  for (; end - p >= 8; p += 8) {
-    std::uint64_t eight;
-    std::memcpy(&eight, p, 8);
-    const std::uint64_t other = detail::otherThanWord(eight);
-    if (other != 0) return p + std::countr_zero(other) / 8;
+  for (; end - p >= 16; p += 16) {
+    const std::size_t count = wordBytesIn(loadBlock(p));
+    if (count < 16) return p + count;
   }
   while (p < end && isWordByte(*p)) ++p;
   return p;

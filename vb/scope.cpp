@@ -3,16 +3,14 @@
 
 #include <cstddef>
 
-#include "vb/fold.h"
-
 namespace tintline::vb {
 
 std::uint32_t Scope::numberOf(std::uint32_t token) {
-  const std::u8string_view name = plainName(module_.textOf(token));
-  const std::uint32_t hash = foldedHash(name);
-  const std::uint32_t number = numbers_.add(
-      module_.text, name, hash, static_cast<std::size_t>(name.data() - module_.text.data()));
-  if (number == names_.size()) names_.emplace_back().inProject = tables_.numberOf(name, hash);
+  const std::u8string& text = module_.text;
+  const NameKey name(plainName(module_.textOf(token)), text.data() + text.size());
+  const std::uint32_t number =
+      numbers_.add(text, name, static_cast<std::size_t>(name.name().data() - text.data()));
+  if (number == names_.size()) names_.emplace_back().inProject = tables_.numberOf(name);
   return number;
 }
 

@@ -40,7 +40,7 @@ std::size_t countHighBytes(std::string_view bytes) {
 const char* skipAscii(const char* p, const char* end) {
   for (; end - p >= 8; p += 8)
     if (const std::uint64_t high = eightBytes(p) & kHighs)
-      return p + std::countr_zero(high) / 8;  // (little-endian, as vb/word.h asserts)
+      return p + std::countr_zero(high) / 8;  // (little-endian, as base/block.h asserts)
   while (p < end && (*p & 0x80) == 0) ++p;
   return p;
 }

@@ -9,7 +9,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <new>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "vb/word.h"
@@ -51,8 +54,25 @@ struct Token {
 };
 static_assert(sizeof(Token) == 8);
 
+// Leaves elements as they are that a vector's `resize` adds: they are filled at once.
+template <typename T>
+struct LeavesUnset : std::allocator<T> {
+  template <typename Other>
+  struct rebind {
+    using other = LeavesUnset<Other>;
+  };
+  template <typename Other>
+  void construct(Other* place) noexcept {
+    ::new (static_cast<void*>(place)) Other;
+  }
+  template <typename Other, typename... Values>
+  void construct(Other* place, Values&&... values) {
+    std::construct_at(place, std::forward<Values>(values)...);
+  }
+};
+
 // The list of a text: never empty, closed by TokenKind::End.
-using Tokens = std::vector<Token>;
+using Tokens = std::vector<Token, LeavesUnset<Token>>;
 
 // The offset behind token `index` (not that of End).
 inline std::size_t endOf(const Tokens& tokens, std::size_t index) {

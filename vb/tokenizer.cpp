@@ -143,8 +143,7 @@ LineTokenizer::Bytes LineTokenizer::underscore(Bytes p) {
 }
 
 LineTokenizer::Bytes LineTokenizer::word(Bytes p) {
-  const Bytes end = skipWord(p, end_);
-  const KnownWord known = words_.find(p, end, end_);
+  const auto [end, known] = words_.read(p, end_);
   if (directive_) {
     const bool ofLanguage = known.wordClass != WordClass::Listed;
     emit(TokenKind::Directive, p, ofLanguage ? known.word : Word::None);

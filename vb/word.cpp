@@ -289,13 +289,13 @@ void WordLists::add(std::u8string_view word, KnownWord known) {
 void WordLists::addWide(std::u8string_view word, KnownWord known) {
   const std::size_t offset = texts_.size();
   texts_ += word;
-  wideNames_.add(texts_, word, foldedHash(word), offset);
+  wideNames_.add(texts_, NameKey(word), offset);
   wide_.push_back(known);
 }
 
 KnownWord WordLists::findWide(std::u8string_view word) const {
   if (isAscii(word)) return {};
-  const std::uint32_t number = wideNames_.find(texts_, word, foldedHash(word));
+  const std::uint32_t number = wideNames_.find(texts_, NameKey(word));
   return number == NameTable::kUnknown ? KnownWord{} : wide_[number];
 }
 

@@ -3,6 +3,8 @@
 // Tested by tests/unit/any_text_property_test.cpp.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +13,9 @@
 #include <string_view>
 #include <vector>
 
+#include "base/block.h"
 #include "vb/name_table.h"
+#include "vb/scan.h"
 
 namespace tintline::vb {
 
@@ -182,8 +186,16 @@ class WordLists {
   // What the word from `begin` to `end` is; up to `limit` its text can be read.
   KnownWord find(const char8_t* begin, const char8_t* end, const char8_t* limit) const;
 
+  // What the word at `p` is, and where it ends; the text ends at `limit`.
+  struct WordHere {
+    const char8_t* end;
+    KnownWord known;
+  };
+  WordHere read(const char8_t* p, const char8_t* limit) const;
+
  private:
-  // A word is found by its first and last eight bytes, in which the bit of letters' case is set.
+  // A word is found by its first eight bytes and the next ones, of a long word the last eight. The
+  // bit of letters' case is set in them; behind the word are zeros.
   struct Key {
     std::uint64_t head, tail;
     std::size_t length;
@@ -199,11 +211,16 @@ class WordLists {
     std::uint16_t check = 0;  // other bits of the hash
   };
 
+  static constexpr std::size_t kShort = sizeof(Block);
+
   explicit WordLists(std::u8string_view only);  // without the words of the language
   void prepare(std::size_t bytes);
   void addLanguage(std::size_t moreBytes);
+  static Key keyOf(Block block, std::size_t length);  // of a short word
   static Key keyOf(const char8_t* begin, std::size_t length, const char8_t* limit);
   static std::uint64_t hashOf(const Key& key);
+  // `word` is where its text is; only that of a long one is read.
+  KnownWord find(const Key& key, const char8_t* word) const;
   void add(std::u8string_view word, KnownWord known);
   template <typename KnownAs>
   void addEach(std::u8string_view list, KnownAs knownAs);
@@ -221,23 +238,20 @@ class WordLists {
   std::vector<KnownWord> wide_;  // by their numbers there
 };
 
+inline WordLists::Key WordLists::keyOf(Block block, std::size_t length) {
+  const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(firstBytes(block | 0x20, length));
+  return {halves[0], halves[1], length};
+}
+
 inline WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length,
                                        const char8_t* limit) {
-  static_assert(std::endian::native == std::endian::little);
-  constexpr std::uint64_t kCase = 0x2020202020202020;
-  const std::size_t unused = (64 - 8 * length) & 63;  // bits, of up to eight bytes
-  Key key{0, 0, length};
-  if (length > 8) {
-    std::memcpy(&key.head, begin, 8);
-    std::memcpy(&key.tail, begin + length - 8, 8);
-    key.tail |= kCase;
-  } else if (limit - begin >= 8) {
-    std::memcpy(&key.head, begin, 8);
-    key.head = key.head << unused >> unused;
-  } else {
-    std::memcpy(&key.head, begin, length);
-  }
-  key.head |= length < 8 ? kCase >> unused : kCase;
+  Block block{};
+  std::memcpy(&block, begin, limit - begin >= 16 ? sizeof block : std::min(length, sizeof block));
+  Key key = keyOf(block, std::min(length, kShort));
+  if (length <= kShort) return key;
+  std::memcpy(&key.tail, begin + length - sizeof key.tail, sizeof key.tail);
+  key.tail |= 0x2020202020202020;
+  key.length = length;
   return key;
 }
 
@@ -247,21 +261,35 @@ inline std::uint64_t WordLists::hashOf(const Key& key) {
   return mixed ^ mixed >> 32;
 }
 
-inline KnownWord WordLists::find(const char8_t* begin, const char8_t* end,
-                                 const char8_t* limit) const {
-  const Key key = keyOf(begin, static_cast<std::size_t>(end - begin), limit);
+inline KnownWord WordLists::find(const Key& key, const char8_t* word) const {
   const std::uint64_t hash = hashOf(key);
   const auto check = static_cast<std::uint16_t>(hash);
   const std::size_t mask = slots_.size() - 1;
   for (std::size_t at = hash >> shift_;; at = (at + 1) & mask) {
     const Slot slot = slots_[at];
-    if (slot.entry == 0) return wide_.empty() ? KnownWord{} : findWide({begin, end});
+    if (slot.entry == 0) return {};
     if (slot.check != check) continue;
     const Entry& entry = entries_[slot.entry - 1U];
     if (entry.head == key.head && entry.tail == key.tail && entry.length == key.length &&
-        (key.length <= 16 || middleIs(entry, begin)))
+        (key.length <= kShort || middleIs(entry, word)))
       return entry.known;
   }
+}
+
+inline KnownWord WordLists::find(const char8_t* begin, const char8_t* end,
+                                 const char8_t* limit) const {
+  const KnownWord known = find(keyOf(begin, static_cast<std::size_t>(end - begin), limit), begin);
+  return known.wordClass != WordClass::None || wide_.empty() ? known : findWide({begin, end});
+}
+
+inline WordLists::WordHere WordLists::read(const char8_t* p, const char8_t* limit) const {
+  if (limit - p >= static_cast<std::ptrdiff_t>(kShort)) {
+    const Block block = loadBlock(p);
+    const std::size_t length = wordBytesIn(block);
+    if (length < kShort && p[length] < 0x80) return {p + length, find(keyOf(block, length), p)};
+  }
+  const char8_t* const end = skipWord(p, limit);
+  return {end, find(p, end, limit)};
 }
 
 }  // namespace tintline::vb
