@@ -6,12 +6,13 @@
 #include <atomic>
 #include <cerrno>
 #include <charconv>
-#include <cstdio>
+#include <cstring>
 #include <mutex>
 #include <new>
 #include <optional>
 #include <set>
 #include <streambuf>
+#include <utility>
 
 #include "base/codepage.h"
 #include "base/file_platform.h"
@@ -21,10 +22,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+// An open file, closed at the end.
+class FileHandle {
+ public:
+  explicit FileHandle(int file = -1) : file_(file) {}
+  FileHandle(FileHandle&& other) noexcept : file_(other.release()) {}
+  FileHandle& operator=(FileHandle&& other) noexcept {
+    reset(other.release());
+    return *this;
+  }
+  ~FileHandle() { reset(); }
+
+  explicit operator bool() const { return file_ >= 0; }
+  int get() const { return file_; }
+  int release() { return std::exchange(file_, -1); }
+  void reset(int file = -1) {
+    if (file_ >= 0) detail::closeFile(file_);
+    file_ = file;
+  }
+
+ private:
+  int file_;
 };
-using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 
 std::error_code lastError() { return {errno, std::generic_category()}; }
 
@@ -33,11 +52,10 @@ bool isDirectory(const fs::path& path) {
   return fs::is_directory(path, none);
 }
 
-// Passes everything on to the file and remembers why the first write failed. It
-// has no buffer of its own: the file has one, and lets large blocks pass it.
+// Collects short texts, passes everything on to the file and remembers why the first write failed.
 class FileBuffer final : public std::streambuf {
  public:
-  explicit FileBuffer(std::FILE* file) : file_(file) {}
+  explicit FileBuffer(int file) : file_(file) { setp(room_.get(), room_.get() + kRoom); }
 
   std::error_code failure() const { return failure_; }
 
@@ -47,26 +65,47 @@ class FileBuffer final : public std::streambuf {
 
  protected:
   std::streamsize xsputn(const char* text, std::streamsize size) override {
-    const auto wanted = static_cast<std::size_t>(size);
-    const std::size_t written = std::fwrite(text, 1, wanted, file_);
-    if (written < wanted) noteFailure(lastError());
-    return static_cast<std::streamsize>(written);
+    if (size > epptr() - pptr() || size >= kLong) {
+      if (sync() != 0) return 0;
+      if (size >= kLong) return write(text, size) ? size : 0;
+    }
+    std::memcpy(pptr(), text, static_cast<std::size_t>(size));
+    pbump(static_cast<int>(size));
+    return size;
   }
 
   int_type overflow(int_type character) override {
-    if (traits_type::eq_int_type(character, traits_type::eof())) return traits_type::not_eof(0);
-    const char text = traits_type::to_char_type(character);
-    return xsputn(&text, 1) == 1 ? character : traits_type::eof();
+    if (sync() != 0) return traits_type::eof();
+    return traits_type::eq_int_type(character, traits_type::eof())
+               ? traits_type::not_eof(character)
+               : sputc(traits_type::to_char_type(character));
   }
 
   int sync() override {
-    if (std::fflush(file_) == 0) return 0;
-    noteFailure(lastError());
-    return -1;
+    const bool written = write(pbase(), pptr() - pbase());
+    setp(room_.get(), room_.get() + kRoom);
+    return written ? 0 : -1;
   }
 
  private:
-  std::FILE* file_;
+  static constexpr std::streamsize kRoom = 0x10000;  // documents begin with many short lines
+  static constexpr std::streamsize kLong = 0x4000;   // a text that is written by itself
+
+  bool write(const char* text, std::streamsize size) {
+    while (size > 0) {
+      const std::ptrdiff_t written = detail::writeSome(file_, text, static_cast<std::size_t>(size));
+      if (written <= 0) {
+        noteFailure(written < 0 ? lastError() : std::make_error_code(std::errc::io_error));
+        return false;
+      }
+      text += written;
+      size -= written;
+    }
+    return true;
+  }
+
+  int file_;
+  std::unique_ptr<char[]> room_ = std::make_unique_for_overwrite<char[]>(kRoom);
   std::error_code failure_;
 };
 
@@ -211,26 +250,27 @@ Message reasonText(std::error_code reason) {
   return kOther(std::to_wstring(reason.value()));
 }
 
-std::string readStream(std::FILE* stream, const fs::path& name, std::uintmax_t limit) {
+std::string readStream(int stream, const fs::path& name, std::uintmax_t limit) {
   constexpr std::uintmax_t kSmallestRead = 0x10000;  // for streams that do not know their size
   const auto tooLarge = [&] {
     return FileError(name, std::make_error_code(std::errc::file_too_large));
   };
   std::uintmax_t room = detail::sizeOf(stream);
   if (room > limit) throw tooLarge();
-  room = std::min(room, kNoLimit - 1) + 1;  // a read that fills less has seen the end
+  room = std::min(room, kNoLimit - 1) + 1;  // a read that finds no more has seen the end
   std::string content;
-  for (std::uintmax_t done = 0;; room = std::min(std::max(done, kSmallestRead), limit - done + 1)) {
-    content.resize(static_cast<std::size_t>(done + room));
-    const std::size_t got =
-        std::fread(content.data() + done, 1, static_cast<std::size_t>(room), stream);
-    if (got < room && std::ferror(stream) != 0) throw FileError(name, lastError());
-    done += got;
+  for (std::size_t done = 0;;) {
+    if (done == content.size()) content.resize(static_cast<std::size_t>(done + room));
+    const std::ptrdiff_t got =
+        detail::readSome(stream, content.data() + done, content.size() - done);
+    if (got < 0) throw FileError(name, lastError());
+    done += static_cast<std::size_t>(got);
     if (done > limit) throw tooLarge();
-    if (got < room) {
-      content.resize(static_cast<std::size_t>(done));
+    if (got == 0) {
+      content.resize(done);
       return content;
     }
+    room = std::min(std::max<std::uintmax_t>(done, kSmallestRead), limit - done + 1);
   }
 }
 
@@ -269,9 +309,7 @@ struct AtomicFile::State {
         file(std::move(opened)),
         temporary(std::move(beside)),
         buffer(file.get()),
-        stream(&buffer) {
-    std::setvbuf(file.get(), room.get(), _IOFBF, kRoom);
-  }
+        stream(&buffer) {}
 
   ~State() {
     file.reset();  // an open file cannot be removed everywhere
@@ -285,7 +323,7 @@ struct AtomicFile::State {
 
   void close() {
     buffer.pubsync();
-    if (std::fclose(file.release()) != 0) buffer.noteFailure(lastError());
+    if (!detail::closeFile(file.release())) buffer.noteFailure(lastError());
     if (!stream) buffer.noteFailure(std::make_error_code(std::errc::io_error));
     if (buffer.failure()) throw FileError(name, buffer.failure());
   }
@@ -302,11 +340,8 @@ struct AtomicFile::State {
     temporary.clear();
   }
 
-  static constexpr std::size_t kRoom = 0x10000;  // documents begin with many short lines
-
   fs::path name;    // the target as it was given
   fs::path target;  // its links followed
-  std::unique_ptr<char[]> room = std::make_unique_for_overwrite<char[]>(kRoom);  // of the file
   FileHandle file;
   fs::path temporary;  // empty: the target is written directly
   FileBuffer buffer;

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <limits>
 #include <memory>
@@ -38,8 +37,8 @@ Message reasonText(std::error_code reason);
 inline constexpr std::uintmax_t kNoLimit = std::numeric_limits<std::uintmax_t>::max();
 std::string readFile(const std::filesystem::path& path, std::uintmax_t limit = kNoLimit);
 
-// The same for a stream that is open; `name` is for the error.
-std::string readStream(std::FILE* stream, const std::filesystem::path& name,
+// The same for a stream that is open, by its descriptor; `name` is for the error.
+std::string readStream(int stream, const std::filesystem::path& name,
                        std::uintmax_t limit = kNoLimit);
 
 // Throws FileError when the target, or the first folder above it that is there, is nothing that can

@@ -3,27 +3,37 @@
 // Tested by tests/unit/base/file_test.cpp.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
 namespace tintline::detail {
 
+// Files are given by their descriptors.
+
 // Opens an existing file, or creates one or empties it; one that this process has
-// open is written from where it stands. Binary. nullptr and errno on failure.
-std::FILE* openToRead(const std::filesystem::path& path);
-std::FILE* openToWrite(const std::filesystem::path& path);
+// open is written from where it stands. Binary. -1 and errno on failure.
+int openToRead(const std::filesystem::path& path);
+int openToWrite(const std::filesystem::path& path);
+
+// How many bytes were read or written, up to `size`; 0 at the end of the file, -1 and errno on
+// failure.
+std::ptrdiff_t readSome(int file, char* bytes, std::size_t size);
+std::ptrdiff_t writeSome(int file, const char* bytes, std::size_t size);
+
+// False and errno when something that was written is lost.
+bool closeFile(int file);
 
 // The bytes that the file says it has, 0 when it does not know.
-std::uintmax_t sizeOf(std::FILE* file);
+std::uintmax_t sizeOf(int file);
 
 // Creates a file that must not exist yet (else EEXIST), with these permissions
 // where the platform knows them: exactly, or less what the user's mask takes. It can be removed
 // while it is open.
 enum class Permissions { Exact, Masked };
-std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions,
-                     Permissions how);
+int createNew(const std::filesystem::path& path, std::filesystem::perms permissions,
+              Permissions how);
 
 // The number of this process: no other one that runs has it.
 unsigned long processNumber();

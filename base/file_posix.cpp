@@ -25,27 +25,44 @@ bool isOpenFile(const std::filesystem::path& path) {
 
 }  // namespace
 
-std::FILE* openToRead(const std::filesystem::path& path) { return std::fopen(path.c_str(), "rbe"); }
-
-std::FILE* openToWrite(const std::filesystem::path& path) {
-  if (!isOpenFile(path)) return std::fopen(path.c_str(), "wbe");
-  const int file = ::dup(std::atoi(path.filename().c_str()));
-  return file < 0 ? nullptr : ::fdopen(file, "wb");
+int openToRead(const std::filesystem::path& path) {
+  return ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
 }
 
-std::uintmax_t sizeOf(std::FILE* file) {
+int openToWrite(const std::filesystem::path& path) {
+  if (isOpenFile(path)) return ::dup(std::atoi(path.filename().c_str()));
+  return ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+}
+
+std::ptrdiff_t readSome(int file, char* bytes, std::size_t size) {
+  std::ptrdiff_t got;
+  while ((got = ::read(file, bytes, size)) < 0 && errno == EINTR) {
+  }
+  return got;
+}
+
+std::ptrdiff_t writeSome(int file, const char* bytes, std::size_t size) {
+  std::ptrdiff_t written;
+  while ((written = ::write(file, bytes, size)) < 0 && errno == EINTR) {
+  }
+  return written;
+}
+
+bool closeFile(int file) { return ::close(file) == 0; }
+
+std::uintmax_t sizeOf(int file) {
   struct stat status {};
-  return ::fstat(::fileno(file), &status) == 0 ? static_cast<std::uintmax_t>(status.st_size) : 0;
+  return ::fstat(file, &status) == 0 ? static_cast<std::uintmax_t>(status.st_size) : 0;
 }
 
-std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms permissions,
-                     Permissions how) {
+int createNew(const std::filesystem::path& path, std::filesystem::perms permissions,
+              Permissions how) {
   const auto mode = static_cast<mode_t>(permissions & std::filesystem::perms::all);
   const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-  if (file < 0) return nullptr;
+  if (file < 0) return file;
   if (how == Permissions::Exact) ::fchmod(file, mode);  // a file system without them says no
   ::flock(file, LOCK_EX | LOCK_NB);                     // for removeUnused, as far as it can
-  return ::fdopen(file, "wb");
+  return file;
 }
 
 unsigned long processNumber() {

@@ -5,6 +5,7 @@
 #include <io.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <string>
@@ -15,6 +16,7 @@ namespace tintline::detail {
 namespace {
 
 constexpr DWORD kLongestPath = 32768;  // with the closing zero
+constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
 
 // The error as errno tells it.
 int errorNumber(DWORD error) {
@@ -25,29 +27,40 @@ int errorNumber(DWORD error) {
 
 }  // namespace
 
-std::FILE* openToRead(const std::filesystem::path& path) {
-  std::FILE* const file = ::_wfopen(path.c_str(), L"rb");
-  if (file == nullptr && errno == EINVAL) errno = ENOENT;  // no file can have such a name
+int openToRead(const std::filesystem::path& path) {
+  const int file = ::_wopen(path.c_str(), _O_RDONLY | _O_BINARY);
+  if (file < 0 && errno == EINVAL) errno = ENOENT;  // no file can have such a name
   return file;
 }
 
-std::FILE* openToWrite(const std::filesystem::path& path) { return ::_wfopen(path.c_str(), L"wb"); }
+int openToWrite(const std::filesystem::path& path) {
+  return ::_wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
+}
 
-std::uintmax_t sizeOf(std::FILE* file) {
-  const long long size = ::_filelengthi64(::_fileno(file));
+std::ptrdiff_t readSome(int file, char* bytes, std::size_t size) {
+  return ::_read(file, bytes, static_cast<unsigned>(std::min(size, kMostAtOnce)));
+}
+
+std::ptrdiff_t writeSome(int file, const char* bytes, std::size_t size) {
+  return ::_write(file, bytes, static_cast<unsigned>(std::min(size, kMostAtOnce)));
+}
+
+bool closeFile(int file) { return ::_close(file) == 0; }
+
+std::uintmax_t sizeOf(int file) {
+  const long long size = ::_filelengthi64(file);
   return size < 0 ? 0 : static_cast<std::uintmax_t>(size);
 }
 
-std::FILE* createNew(const std::filesystem::path& path, std::filesystem::perms, Permissions) {
+int createNew(const std::filesystem::path& path, std::filesystem::perms, Permissions) {
   const HANDLE handle =
       ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                     CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) {
     errno = errorNumber(::GetLastError());
-    return nullptr;
+    return -1;
   }
-  const int file = ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_BINARY);
-  return file < 0 ? nullptr : ::_fdopen(file, "wb");
+  return ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_BINARY);
 }
 
 unsigned long processNumber() { return GetCurrentProcessId(); }

@@ -13,6 +13,8 @@
 namespace tintline {
 namespace {
 
+constexpr int kStandardInput = 0;  // descriptor
+
 [[noreturn]] void throwError() {
   throw FileError({}, std::error_code(errno, std::generic_category()));
 }
@@ -27,7 +29,7 @@ namespace {
 
 }  // namespace
 
-std::string readStandardInput() { return readStream(stdin, {}, kLargestInput); }
+std::string readStandardInput() { return readStream(kStandardInput, {}, kLargestInput); }
 
 // The stream hands the exception of its buffer on when it is told to throw.
 StandardOutput::StandardOutput() : std::ostream(nullptr) {

@@ -6,31 +6,26 @@
 #include <bit>
 #include <cstring>
 
+#include "base/block.h"
 #include "base/resources.h"
 
 namespace tintline::vb {
 namespace {
 
 constexpr CodePage kUtf16LittleEndian = 1200, kUtf16BigEndian = 1201, kAscii = 20127;
-constexpr std::uint64_t kHighs = 0x8080808080808080;
 constexpr char32_t kReplacement = 0xFFFD;
-
-std::uint64_t eightBytes(const char* p) {
-  std::uint64_t eight;
-  std::memcpy(&eight, p, sizeof eight);
-  return eight;
-}
 
 // How many bytes are not ASCII.
 std::size_t countHighBytes(std::string_view bytes) {
-  std::size_t count = 0, i = 0;
   constexpr std::uint64_t kOnes = 0x0101010101010101;  // times them: all bytes added in the highest
-  while (bytes.size() - i >= 8) {
-    std::uint64_t counts = 0;  // one in each byte, for as many rounds as a byte can count
-    const std::size_t rounds = std::min<std::size_t>((bytes.size() - i) / 8, 31);
-    for (std::size_t round = 0; round < rounds; ++round, i += 8)
-      counts += (eightBytes(bytes.data() + i) & kHighs) >> 7;
-    count += counts * kOnes >> 56;
+  std::size_t count = 0, i = 0;
+  while (bytes.size() - i >= sizeof(Block)) {
+    Block counts{};  // one in each byte, for as many rounds as the sum of eight fits into a byte
+    const std::size_t rounds = std::min<std::size_t>((bytes.size() - i) / sizeof(Block), 31);
+    for (std::size_t round = 0; round < rounds; ++round, i += sizeof(Block))
+      counts += loadBlock(bytes.data() + i) >> 7;
+    for (const std::uint64_t half : std::bit_cast<std::array<std::uint64_t, 2>>(counts))
+      count += half * kOnes >> 56;
   }
   for (; i < bytes.size(); ++i) count += (bytes[i] & 0x80) != 0;
   return count;
@@ -38,34 +33,60 @@ std::size_t countHighBytes(std::string_view bytes) {
 
 // The first byte from `p` on that is not ASCII.
 const char* skipAscii(const char* p, const char* end) {
-  for (; end - p >= 8; p += 8)
-    if (const std::uint64_t high = eightBytes(p) & kHighs)
-      return p + std::countr_zero(high) / 8;  // (little-endian, as base/block.h asserts)
+  for (; end - p >= static_cast<std::ptrdiff_t>(sizeof(Block)); p += sizeof(Block))
+    if (const std::size_t ascii = firstMarked(loadBlock(p) >= 0x80); ascii < sizeof(Block))
+      return p + ascii;
   while (p < end && (*p & 0x80) == 0) ++p;
   return p;
 }
 
-// A text that is written from its beginning; `room` is what it will need.
+// Writes a text from its beginning into `room` bytes, which it may not need.
 class Writer {
  public:
-  Writer(Decoded& decoded, std::size_t room) : decoded_(decoded) { decoded.text.reserve(room); }
+  Writer(Decoded& decoded, std::size_t room) : decoded_(decoded) {
+    decoded.text.resize(room);
+    next_ = decoded.text.data();
+  }
+  ~Writer() { decoded_.text.resize(static_cast<std::size_t>(next_ - decoded_.text.data())); }
+  Writer(const Writer&) = delete;
+  Writer& operator=(const Writer&) = delete;
 
   void bytes(const char* p, const char* end) {
-    decoded_.text.append(reinterpret_cast<const char8_t*>(p), static_cast<std::size_t>(end - p));
+    std::memcpy(next_, p, static_cast<std::size_t>(end - p));
+    next_ += end - p;
+  }
+  // Gives the first byte that is not ASCII.
+  const char* ascii(const char* p, const char* end) {
+    std::size_t copied = sizeof(Block);
+    while (copied == sizeof(Block) && end - p >= static_cast<std::ptrdiff_t>(sizeof(Block))) {
+      const Block block = loadBlock(p);
+      std::memcpy(next_, &block, sizeof block);  // what is too much is written anew
+      copied = firstMarked(block >= 0x80);
+      p += copied;
+      next_ += copied;
+    }
+    while (p < end && (*p & 0x80) == 0) *next_++ = static_cast<char8_t>(*p++);
+    return p;
   }
   void character(char32_t c) {
     const auto trail = [c](unsigned shift) {
       return static_cast<char8_t>(0x80 | (c >> shift & 0x3F));
     };
-    std::u8string& text = decoded_.text;
-    if (c < 0x80)
-      text += static_cast<char8_t>(c);
-    else if (c < 0x800)
-      text += {static_cast<char8_t>(0xC0 | c >> 6), trail(0)};
-    else if (c < 0x10000)
-      text += {static_cast<char8_t>(0xE0 | c >> 12), trail(6), trail(0)};
-    else
-      text += {static_cast<char8_t>(0xF0 | c >> 18), trail(12), trail(6), trail(0)};
+    if (c < 0x80) {
+      *next_++ = static_cast<char8_t>(c);
+    } else if (c < 0x800) {
+      *next_++ = static_cast<char8_t>(0xC0 | c >> 6);
+      *next_++ = trail(0);
+    } else if (c < 0x10000) {
+      *next_++ = static_cast<char8_t>(0xE0 | c >> 12);
+      *next_++ = trail(6);
+      *next_++ = trail(0);
+    } else {
+      *next_++ = static_cast<char8_t>(0xF0 | c >> 18);
+      *next_++ = trail(12);
+      *next_++ = trail(6);
+      *next_++ = trail(0);
+    }
   }
   void replacement(std::size_t count) {
     decoded_.replaced += count;
@@ -74,6 +95,7 @@ class Writer {
 
  private:
   Decoded& decoded_;
+  char8_t* next_;
 };
 
 // The bytes of the UTF-8 sequence at `p`, which is not ASCII; 0 when it is none.
@@ -183,9 +205,7 @@ void decodeByTable(std::string_view bytes, std::size_t highBytes, const Table& t
   Writer writer(decoded, bytes.size() + 2 * highBytes);
   const char *p = bytes.data(), *const end = p + bytes.size();
   while (p < end) {
-    const char* const high = skipAscii(p, end);
-    writer.bytes(p, high);
-    if ((p = high) == end) return;
+    if ((p = writer.ascii(p, end)) == end) return;
     const auto byte = static_cast<unsigned char>(*p++);
     char32_t c = table.single(byte);
     if (c == 0) {
@@ -202,9 +222,7 @@ void decodeAscii(std::string_view bytes, std::size_t highBytes, Decoded& decoded
   Writer writer(decoded, bytes.size() + 2 * highBytes);
   const char *p = bytes.data(), *const end = p + bytes.size();
   for (; p < end; ++p) {
-    const char* const high = skipAscii(p, end);
-    writer.bytes(p, high);
-    if ((p = high) == end) return;
+    if ((p = writer.ascii(p, end)) == end) return;
     writer.replacement(1);
   }
 }
