@@ -46,27 +46,13 @@ char* put(char* p, const char (&text)[Size]) {
   return p + (Size - 1);
 }
 
-// A line's number, as its id and as a link to itself. (There is one in each line.)
-void writeAnchor(Output& out, std::uint32_t line) {
-  std::array<char, 16> digits;  // copied with what is behind them
-  const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), line).ptr;
-  const auto size = static_cast<std::size_t>(end - digits.data());
-  char* const begin = out.reserve();
-  char* p = put(begin, "<a id=");
-  std::memcpy(p, digits.data(), digits.size());
-  p = put(p + size, " href=#");
-  std::memcpy(p, digits.data(), digits.size());
-  p = put(p + size, "></a>");
-  out.advance(static_cast<std::size_t>(p - begin));
-}
-
 // A marked piece of text of up to a block, at once.
 bool writeShort(Output& out, const Markup::Tag& tag, std::u8string_view text, const char8_t* end) {
   Block block;
   if (text.size() > sizeof block || end - text.data() < static_cast<std::ptrdiff_t>(sizeof block))
     return false;
   std::memcpy(&block, text.data(), sizeof block);
-  if (detail::firstSpecial(block) < text.size()) return false;
+  if (detail::firstUnusual(block) < text.size()) return false;
   char* const begin = out.reserve();
   std::memcpy(begin, tag.text.data(), sizeof tag.text);
   std::memcpy(begin + tag.size, &block, sizeof block);
@@ -92,6 +78,28 @@ Markup::Markup(const Options& options) {
   valueLook_ = classes ? " class=v" : plainLook_;
   typeLook_ = classes ? " class=nc" : looks_[static_cast<std::size_t>(TokenKind::TypeName)];
   lineNumber_ = "color:" + colorText(palette, Tint::LineNumber);
+}
+
+void LineAnchor::write(Output& out, std::uint32_t line) {
+  if (size_ == 0 || line != line_ + 1 || text_[idEnd_ - 1] == '9') {
+    make(line);
+  } else {
+    ++text_[idEnd_ - 1];
+    ++text_[linkEnd_ - 1];
+  }
+  line_ = line;
+  std::memcpy(out.reserve(), text_.data(), text_.size());
+  out.advance(size_);
+}
+
+void LineAnchor::make(std::uint32_t line) {
+  char* const begin = text_.data();
+  const auto number = [line](char* p) { return std::to_chars(p, p + 10, line).ptr; };
+  char* const idEnd = number(put(begin, "<a id="));
+  char* const linkEnd = number(put(idEnd, " href=#"));
+  idEnd_ = static_cast<std::size_t>(idEnd - begin);
+  linkEnd_ = static_cast<std::size_t>(linkEnd - begin);
+  size_ = static_cast<std::size_t>(put(linkEnd, "></a>") - begin);
 }
 
 HtmlCode::HtmlCode(Output& out, const Options& options, const Markup& markup,
@@ -120,7 +128,7 @@ void HtmlCode::writeLineNumber() {
     out_ << "<span style=\"" << markup_.lineNumberStyle() << "\">"
          << lineNumber(source_.module, line) << "</span>";
   } else if (own_.prefix().empty()) {
-    writeAnchor(out_, line);
+    anchor_.write(out_, line);
   } else {
     out_ << "<a id=\"" << own_.prefix() << line << "\" href=\"#" << own_.prefix() << line
          << "\" data-n=" << line << "></a>";
@@ -155,20 +163,22 @@ bool HtmlCode::isLinked(const vb::Reference& reference) const {
 }
 
 void HtmlCode::marked(std::uint32_t token, std::u8string_view text) {
-  if (isWanted(token)) {
-    const auto& declarations = source_.module.declarations;
-    if (declaration_ < declarations.size() && declarations[declaration_].name == token)
-      writeDeclared(declaration_, text);
-    else
-      writeLinked(source_.references[reference_], text);
-    findMark(token + 1);
-    return;
-  }
+  if (isWanted(token)) return writeMark(token, text);
   const Markup::Tag& tag = markup_.open(source_.module.tokens[token].kind);
   if (writeShort(out_, tag, text, end_)) return;
   writeTag(out_, tag);
   writeHtml(out_, text, end_);
   out_ << "</span>";
+}
+
+// The name of a declaration, or a link.
+void HtmlCode::writeMark(std::uint32_t token, std::u8string_view text) {
+  const auto& declarations = source_.module.declarations;
+  if (declaration_ < declarations.size() && declarations[declaration_].name == token)
+    writeDeclared(declaration_, text);
+  else
+    writeLinked(source_.references[reference_], text);
+  findMark(token + 1);
 }
 
 void HtmlCode::writeDeclared(std::uint32_t declaration, std::u8string_view text) {

@@ -45,6 +45,21 @@ class Markup {
   std::string typeLook_, valueLook_, plainLook_, lineNumber_;
 };
 
+// A line's number, as its id and as a link to itself. There is one in each line, mostly the next
+// one: its last digits count on.
+class LineAnchor {
+ public:
+  void write(Output& out, std::uint32_t line);
+
+ private:
+  void make(std::uint32_t line);
+
+  std::array<char, 64> text_;  // copied at once
+  std::size_t size_ = 0;
+  std::size_t idEnd_ = 0, linkEnd_ = 0;  // of the two numbers
+  std::uint32_t line_ = 0;
+};
+
 class HtmlCode {
  public:
   // `hasTop`: the document has ids for whole modules, to which links can lead.
@@ -74,6 +89,7 @@ class HtmlCode {
   void findMark(std::uint32_t token);
   bool hasId(std::uint32_t declaration) const;
   bool isLinked(const vb::Reference& reference) const;
+  void writeMark(std::uint32_t token, std::u8string_view text);
   void writeDeclared(std::uint32_t declaration, std::u8string_view text);
   void writeLinked(const vb::Reference& reference, std::u8string_view text);
   std::string_view linkLook(const vb::Reference& reference) const;
@@ -87,6 +103,7 @@ class HtmlCode {
   const bool hasTop_;
   const char8_t* const end_;
   SourceLines lines_;
+  LineAnchor anchor_;
   std::uint32_t declaration_ = 0;  // the next that may have an id
   std::size_t reference_ = 0;      // the next that may be a link
   std::uint32_t nextMark_ = 0;     // the next token that is one of both

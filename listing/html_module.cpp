@@ -33,8 +33,11 @@ bool HtmlModule::write() {
     if (section != nullptr && !own_.isShown(section->declaration)) section = nullptr;
     open({section, section == nullptr && part != Part::Header ? Part::Loose : part, skipped});
     skipped = false;
-    hasEnd = code_.writeLine(section == nullptr ? vb::kNone : section->declaration);
-    if (hasEnd) out_ << "\n";
+    do {
+      hasEnd = code_.writeLine(section == nullptr ? vb::kNone : section->declaration);
+      if (hasEnd) out_ << "\n";
+    } while (!code_.atEnd() && code_.token() < parts_.end() &&
+             choice_.shows(code_.line(), code_.token()));
   }
   close();
   return hasEnd;

@@ -95,6 +95,16 @@ std::u8string toHtml(std::u8string_view text) {
 }
 
 namespace detail {
+namespace {
+
+// Where the first byte is that begins a character which may not stand as it is.
+std::size_t firstSpecial(Block block) {
+  return firstMarked(((block < 0x20) & (block != '\t')) | (block == '&') |
+                     ((block & 0xFD) == '<') |  // and '>'
+                     (block == 0x7F) | (block == 0xC2) | (block == 0xE2) | (block >= 0xEF));
+}
+
+}  // namespace
 
 void writeLongHtml(Output& out, std::u8string_view text, const char8_t* end) {
   while (!text.empty()) {

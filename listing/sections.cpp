@@ -64,13 +64,20 @@ std::vector<Section> sectionsOf(const vb::Module& module) {
 }
 
 Part Parts::partOf(std::uint32_t token) {
+  const auto until = [this](std::uint32_t end, Part part) {
+    end_ = end;
+    return part;
+  };
   section_ = nullptr;
-  if (token < module_.header.end) return Part::Header;
+  if (token < module_.header.end) return until(module_.header.end, Part::Header);
   while (next_ < sections_.size() && token >= sections_[next_].end) ++next_;
-  if (next_ == sections_.size() || token < sections_[next_].begin) return Part::Loose;
-  section_ = &sections_[next_];
-  if (token < section_->headLine) return Part::Comment;
-  return token < section_->headEnd ? Part::Head : Part::Body;
+  if (next_ == sections_.size()) return until(vb::kNone, Part::Loose);
+  const Section& next = sections_[next_];
+  if (token < next.begin) return until(next.begin, Part::Loose);
+  section_ = &next;
+  if (token < next.headLine) return until(next.headLine, Part::Comment);
+  if (token < next.headEnd) return until(next.headEnd, Part::Head);
+  return until(next.end, Part::Body);
 }
 
 }  // namespace tintline::listing

@@ -36,11 +36,15 @@ class Parts {
   // The section of that line; nothing when it lies in none.
   const Section* section() const { return section_; }
 
+  // Where that part ends: the lines whose first tokens are in front of it lie in it, too.
+  std::uint32_t end() const { return end_; }
+
  private:
   const vb::Module& module_;
   std::vector<Section> sections_;
   std::size_t next_ = 0;
   const Section* section_ = nullptr;
+  std::uint32_t end_ = 0;
 };
 
 }  // namespace tintline::listing

@@ -53,19 +53,20 @@ class SourceLines {
     };
     for (std::uint32_t i = token_;; ++i) {
       const vb::Token& token = tokens[i];
-      if (kLooksPlain[static_cast<std::size_t>(token.kind)] && !visitor.isWanted(i)) continue;
-      const bool ends = isLineEnd(token.kind);
+      const Look look = kLooks[static_cast<std::size_t>(token.kind)];
+      if (look == Look::Plain && !visitor.isWanted(i)) continue;
       const std::size_t begin = std::max<std::size_t>(token.begin, at_);
       if (begin > run) visitor.plain(text(run, begin));
-      if (token.kind == vb::TokenKind::End || token.kind == vb::TokenKind::LineEnd) {
+      if (look == Look::LineEnd) {
         const bool hasEnd = token.kind == vb::TokenKind::LineEnd;
         at_ = hasEnd ? endOf(tokens, i) : module_.text.size();
         token_ = hasEnd ? i + 1 : i;
         return hasEnd;
       }
       const std::size_t end = endOf(tokens, i);
-      const std::size_t lineEnd = canHoldLineEnd(token.kind) ? findLineEnd(begin, end) : end;
-      if (ends)
+      const std::size_t lineEnd =
+          look == Look::SeveralLines || look == Look::Continuation ? findLineEnd(begin, end) : end;
+      if (look == Look::Continuation)
         visitor.plain(text(begin, lineEnd));
       else if (lineEnd > begin)
         visitor.marked(i, text(begin, lineEnd));
@@ -87,23 +88,17 @@ class SourceLines {
   }
 
  private:
-  static bool isLineEnd(vb::TokenKind kind) {
-    return kind == vb::TokenKind::LineEnd || kind == vb::TokenKind::Continuation ||
-           kind == vb::TokenKind::End;
-  }
-  // By kind: whether a token is passed over that is not wanted.
-  static constexpr auto kLooksPlain = [] {
-    std::array<bool, static_cast<std::size_t>(vb::TokenKind::End) + 1> plain{};
-    for (std::size_t i = 0; i < plain.size(); ++i) {
-      const auto kind = static_cast<vb::TokenKind>(i);
-      plain[i] = !isMarked(kind) && kind != vb::TokenKind::LineEnd &&
-                 kind != vb::TokenKind::Continuation && kind != vb::TokenKind::End;
-    }
-    return plain;
+  enum class Look : std::uint8_t { Plain, Marked, SeveralLines, Continuation, LineEnd };
+  static constexpr auto kLooks = [] {
+    std::array<Look, static_cast<std::size_t>(vb::TokenKind::End) + 1> looks{};
+    for (std::size_t i = 0; i < looks.size(); ++i)
+      looks[i] = isMarked(static_cast<vb::TokenKind>(i)) ? Look::Marked : Look::Plain;
+    looks[static_cast<std::size_t>(vb::TokenKind::Comment)] = Look::SeveralLines;
+    looks[static_cast<std::size_t>(vb::TokenKind::Continuation)] = Look::Continuation;
+    looks[static_cast<std::size_t>(vb::TokenKind::LineEnd)] = Look::LineEnd;
+    looks[static_cast<std::size_t>(vb::TokenKind::End)] = Look::LineEnd;
+    return looks;
   }();
-  static bool canHoldLineEnd(vb::TokenKind kind) {
-    return kind == vb::TokenKind::Comment || kind == vb::TokenKind::Continuation;
-  }
 
   // The first line end between the two places, else `end`.
   std::size_t findLineEnd(std::size_t begin, std::size_t end) const {

@@ -68,8 +68,14 @@ char32_t fold(char32_t character) {
 }
 
 std::u8string folded(std::u8string_view text) {
-  std::u8string result;
-  result.reserve(text.size());
+  std::u8string result(text);
+  bool ascii = true;
+  for (char8_t& c : result) {
+    ascii = ascii && c < 0x80;
+    if (c >= 'A' && c <= 'Z') c |= 0x20;
+  }
+  if (ascii) return result;
+  result.clear();
   while (!text.empty()) append(result, fold(take(text)));
   return result;
 }

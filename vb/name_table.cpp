@@ -32,4 +32,25 @@ bool NameKey::setFrom(std::u8string_view text) {
   return firstMarked(all >= 0x80) == kShort;
 }
 
+std::uint32_t NameTable::addNew(const NameKey& key, std::size_t offset) {
+  if (entries_.size() * 2 >= slots_.size()) grow();
+  addSlot({key.hash(), size()});
+  entries_.push_back({key.head_, key.tail_, key.size_, static_cast<std::uint32_t>(offset),
+                      static_cast<std::uint32_t>(key.name().size())});
+  return size() - 1;
+}
+
+void NameTable::addSlot(const Slot& slot) {
+  std::size_t at = slot.hash & (slots_.size() - 1);
+  while (slots_[at].number != kUnknown) at = (at + 1) & (slots_.size() - 1);
+  slots_[at] = slot;
+}
+
+void NameTable::grow() {
+  std::vector<Slot> old(slots_.empty() ? 256 : slots_.size() * 2);
+  old.swap(slots_);
+  for (const Slot& slot : old)
+    if (slot.number != kUnknown) addSlot(slot);
+}
+
 }  // namespace tintline::vb

@@ -68,21 +68,20 @@ class NameTable {
 
   // Each call gives the text that the names added so far lie in.
   std::uint32_t find(std::u8string_view text, const NameKey& key) const {
-    return slots_.empty() ? kUnknown : slots_[slotOf(text, key, key.hash())].number;
+    if (slots_.empty()) return kUnknown;
+    const std::uint32_t hash = key.hash();
+    for (std::size_t at = hash & (slots_.size() - 1);; at = (at + 1) & (slots_.size() - 1)) {
+      const Slot slot = slots_[at];
+      if (slot.number == kUnknown || (slot.hash == hash && isAt(text, slot.number, key)))
+        return slot.number;
+    }
   }
 
   // The number of a name, which is a new one (size() before the call) when it was not known. In
   // that case it lies, or will lie, at `offset` of the text.
   std::uint32_t add(std::u8string_view text, const NameKey& key, std::size_t offset) {
-    if (entries_.size() * 2 >= slots_.size()) grow();
-    const std::uint32_t hash = key.hash();
-    Slot& slot = slots_[slotOf(text, key, hash)];
-    if (slot.number == kUnknown) {
-      slot = {hash, size()};
-      entries_.push_back({key.head_, key.tail_, key.size_, static_cast<std::uint32_t>(offset),
-                          static_cast<std::uint32_t>(key.name().size())});
-    }
-    return slot.number;
+    const std::uint32_t known = find(text, key);
+    return known != kUnknown ? known : addNew(key, offset);
   }
 
   // The same for a name that lies in the text.
@@ -107,30 +106,14 @@ class NameTable {
     std::uint32_t offset, length;
   };
 
-  // Where the name is, or would be added.
-  std::size_t slotOf(std::u8string_view text, const NameKey& key, std::uint32_t hash) const {
-    std::size_t at = hash & (slots_.size() - 1);
-    while (slots_[at].number != kUnknown &&
-           !(slots_[at].hash == hash && isAt(text, slots_[at].number, key)))
-      at = (at + 1) & (slots_.size() - 1);
-    return at;
-  }
+  std::uint32_t addNew(const NameKey& key, std::size_t offset);
+  void addSlot(const Slot& slot);
+  void grow();
 
   bool isAt(std::u8string_view text, std::uint32_t number, const NameKey& key) const {
     const Entry& entry = entries_[number];
     return entry.head == key.head_ && entry.tail == key.tail_ && entry.size == key.size_ &&
            (key.size_ <= NameKey::kShort || equalFolded(nameOf(text, number), key.name()));
-  }
-
-  void grow() {
-    std::vector<Slot> old(slots_.empty() ? 256 : slots_.size() * 2);
-    old.swap(slots_);
-    for (const Slot& slot : old) {
-      if (slot.number == kUnknown) continue;
-      std::size_t at = slot.hash & (slots_.size() - 1);
-      while (slots_[at].number != kUnknown) at = (at + 1) & (slots_.size() - 1);
-      slots_[at] = slot;
-    }
   }
 
   std::vector<Slot> slots_;  // a power of two, at most half of them taken

@@ -4,6 +4,7 @@
 // and tests/unit/any_text_property_test.cpp.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -91,26 +92,21 @@ class TokenCursor {
   // To the end of the statement: most tokens of a module are passed here, none of which ends a
   // line but continuations.
   void skipStatement() {
-    for (;; ++at_) {
-      const Token token = tokens_[at_];
-      switch (token.kind) {
-        case TokenKind::LineEnd:
-        case TokenKind::Comment:
-        case TokenKind::End:
-          return;
-        case TokenKind::Continuation:
-          ++line_;
-          continue;
-        case TokenKind::Blank:
-          continue;
-        case TokenKind::Punctuation:
-          if (text_[token.begin] == u8':') return;
-          break;
-        default:
-          if (token.word == Word::Then || token.word == Word::Else) return;
+    const Token* const tokens = tokens_.data();
+    for (std::uint32_t at = at_;; ++at) {
+      const Token token = tokens[at];
+      if (kNeverEnds[static_cast<std::size_t>(token.kind)] ||
+          (token.kind == TokenKind::Keyword && token.word != Word::Then &&
+           token.word != Word::Else) ||
+          (token.kind == TokenKind::Punctuation && text_[token.begin] != u8':')) {
+        behindLast_ = at + 1;
+        lastLine_ = line_;
+      } else if (token.kind == TokenKind::Continuation) {
+        ++line_;
+      } else if (token.kind != TokenKind::Blank) {
+        at_ = at;
+        return;
       }
-      behindLast_ = at_ + 1;
-      lastLine_ = line_;
     }
   }
 
@@ -143,6 +139,17 @@ class TokenCursor {
   }
 
  private:
+  // By kind: whether such a token is always in the middle of a statement.
+  static constexpr auto kNeverEnds = [] {
+    std::array<bool, static_cast<std::size_t>(TokenKind::End) + 1> never;
+    never.fill(true);
+    for (const TokenKind kind :
+         {TokenKind::Blank, TokenKind::LineEnd, TokenKind::Continuation, TokenKind::Keyword,
+          TokenKind::Comment, TokenKind::Punctuation, TokenKind::End})
+      never[static_cast<std::size_t>(kind)] = false;
+    return never;
+  }();
+
   static bool holdsLineEnd(std::u8string_view text) {
     return std::memchr(text.data(), '\n', text.size()) != nullptr ||
            std::memchr(text.data(), '\r', text.size()) != nullptr;

@@ -293,6 +293,28 @@ void WordLists::addWide(std::u8string_view word, KnownWord known) {
   wide_.push_back(known);
 }
 
+WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length, const char8_t* limit) {
+  Block block{};
+  std::memcpy(&block, begin, limit - begin >= 16 ? sizeof block : std::min(length, sizeof block));
+  Key key = keyOf(block, std::min(length, kShort));
+  if (length <= kShort) return key;
+  std::memcpy(&key.tail, begin + length - sizeof key.tail, sizeof key.tail);
+  key.tail |= 0x2020202020202020;
+  key.length = length;
+  return key;
+}
+
+KnownWord WordLists::find(const char8_t* begin, const char8_t* end, const char8_t* limit) const {
+  const KnownWord known = find(keyOf(begin, static_cast<std::size_t>(end - begin), limit), begin);
+  return known.wordClass != WordClass::None || wide_.empty() ? known : findWide({begin, end});
+}
+
+// Also a word that is long, beyond ASCII or at the end of the text.
+WordLists::WordHere WordLists::readAny(const char8_t* p, const char8_t* limit) const {
+  const char8_t* const end = skipWord(p, limit);
+  return {end, find(p, end, limit)};
+}
+
 KnownWord WordLists::findWide(std::u8string_view word) const {
   if (isAscii(word)) return {};
   const std::uint32_t number = wideNames_.find(texts_, NameKey(word));

@@ -216,6 +216,7 @@ class WordLists {
   explicit WordLists(std::u8string_view only);  // without the words of the language
   void prepare(std::size_t bytes);
   void addLanguage(std::size_t moreBytes);
+  WordHere readAny(const char8_t* p, const char8_t* limit) const;
   static Key keyOf(Block block, std::size_t length);  // of a short word
   static Key keyOf(const char8_t* begin, std::size_t length, const char8_t* limit);
   static std::uint64_t hashOf(const Key& key);
@@ -243,18 +244,6 @@ inline WordLists::Key WordLists::keyOf(Block block, std::size_t length) {
   return {halves[0], halves[1], length};
 }
 
-inline WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length,
-                                       const char8_t* limit) {
-  Block block{};
-  std::memcpy(&block, begin, limit - begin >= 16 ? sizeof block : std::min(length, sizeof block));
-  Key key = keyOf(block, std::min(length, kShort));
-  if (length <= kShort) return key;
-  std::memcpy(&key.tail, begin + length - sizeof key.tail, sizeof key.tail);
-  key.tail |= 0x2020202020202020;
-  key.length = length;
-  return key;
-}
-
 inline std::uint64_t WordLists::hashOf(const Key& key) {
   const std::uint64_t mixed =
       (key.head ^ std::rotl(key.tail, 29) ^ key.length) * 0x9E3779B97F4A7C15U;
@@ -264,8 +253,7 @@ inline std::uint64_t WordLists::hashOf(const Key& key) {
 inline KnownWord WordLists::find(const Key& key, const char8_t* word) const {
   const std::uint64_t hash = hashOf(key);
   const auto check = static_cast<std::uint16_t>(hash);
-  const std::size_t mask = slots_.size() - 1;
-  for (std::size_t at = hash >> shift_;; at = (at + 1) & mask) {
+  for (std::size_t at = hash >> shift_;; at = (at + 1) & (slots_.size() - 1)) {
     const Slot slot = slots_[at];
     if (slot.entry == 0) return {};
     if (slot.check != check) continue;
@@ -276,20 +264,12 @@ inline KnownWord WordLists::find(const Key& key, const char8_t* word) const {
   }
 }
 
-inline KnownWord WordLists::find(const char8_t* begin, const char8_t* end,
-                                 const char8_t* limit) const {
-  const KnownWord known = find(keyOf(begin, static_cast<std::size_t>(end - begin), limit), begin);
-  return known.wordClass != WordClass::None || wide_.empty() ? known : findWide({begin, end});
-}
-
 inline WordLists::WordHere WordLists::read(const char8_t* p, const char8_t* limit) const {
-  if (limit - p >= static_cast<std::ptrdiff_t>(kShort)) {
-    const Block block = loadBlock(p);
-    const std::size_t length = wordBytesIn(block);
-    if (length < kShort && p[length] < 0x80) return {p + length, find(keyOf(block, length), p)};
-  }
-  const char8_t* const end = skipWord(p, limit);
-  return {end, find(p, end, limit)};
+  if (limit - p < static_cast<std::ptrdiff_t>(kShort)) return readAny(p, limit);
+  const Block block = loadBlock(p);
+  const std::size_t length = wordBytesIn(block);
+  if (length == kShort || p[length] >= 0x80) return readAny(p, limit);
+  return {p + length, find(keyOf(block, length), p)};
 }
 
 }  // namespace tintline::vb
