@@ -48,8 +48,8 @@ std::size_t CaselessText::findIn(std::string_view text, std::size_t from) const 
     const char* const block = text.data() + at;
     const auto equal = (loadFolded(block) == wanted[0]) & (loadFolded(block + 1) == wanted[1]) &
                        (loadFolded(block + 2) == wanted[2]);
+    if (firstMarked(equal) == kStep) continue;
     const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(equal);
-    if ((halves[0] | halves[1]) == 0) continue;
     for (std::size_t half = 0; half < halves.size(); ++half)
       for (std::uint64_t places = halves[half] & kOnes; places != 0; places &= places - 1) {
         const std::size_t i = 8 * half + static_cast<std::size_t>(std::countr_zero(places)) / 8;

@@ -2,6 +2,8 @@
 #include "engine/call_linker.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <iterator>
 #include <stdexcept>
 #include <unordered_set>
@@ -13,6 +15,7 @@ namespace tintline {
 namespace {
 
 constexpr unsigned kHashBits = 14;
+constexpr std::size_t kRoomPerHash = 16;
 constexpr unsigned kChainShift = 2;  // the bits of a hash that chains do without
 constexpr std::uint32_t kChainEnd = 0xFFFFFFFF;
 constexpr std::size_t kLongestWindow = 64;
@@ -26,12 +29,23 @@ constexpr std::string_view kMarkup =
     "<span class='marks'>\n<span class='rem'>\n<hr>\n&lt;\n&gt;\n<a href='#\n' "
     "class='marks'>\n</a> ";
 
+// Whether a character occurs in it, in any case.
+constexpr auto kInMarkup = [] {
+  std::array<bool, 256> occurs{};
+  for (const char c : kMarkup) {
+    occurs[static_cast<unsigned char>(c)] = true;
+    if (c >= 'a' && c <= 'z') occurs[static_cast<unsigned char>(c - 0x20)] = true;
+  }
+  return occurs;
+}();
+
 // Whether a line of HTML can hold the name where its source does not, or because of a link.
 // Markup stands between brackets, or "&" and ";", so that a name without them is either in it
 // or in text of the source; and what a link adds to its name reaches from "<" to "#" and from
 // the apostrophe to ">".
 bool isInHtmlOnly(std::string_view name) {
   if (name.find_first_of("<>&;#= ") != std::string_view::npos || name.ends_with('\'')) return true;
+  if (!std::ranges::all_of(name, [](unsigned char c) { return kInMarkup[c]; })) return false;
   std::string folded(name);
   for (char& c : folded) c = toLower(c);
   return kMarkup.find(folded) != std::string_view::npos;
@@ -112,18 +126,21 @@ void NameFilter::addGroup(const std::vector<std::uint32_t>& indexes) {
   if (indexes.empty()) return;
   std::size_t window = kLongestWindow;
   for (const std::uint32_t index : indexes) window = std::min(window, names_[index].size());
-  constexpr std::size_t kHashes = std::size_t{1} << kHashBits;
+  // A few names need no table that fills the cache.
+  const std::size_t hashes =
+      std::bit_ceil(std::min(indexes.size() * window * kRoomPerHash, std::size_t{1} << kHashBits));
   const auto farthest = static_cast<std::uint8_t>(window - kSize + 1);
-  Group& group =
-      groups_.emplace_back(Group{kSize, window, std::vector<std::uint8_t>(kHashes, farthest),
-                                 std::vector<std::uint32_t>(kHashes >> kChainShift, kChainEnd)});
+  Group& group = groups_.emplace_back(
+      Group{kSize, window, static_cast<std::uint32_t>(hashes - 1),
+            std::vector<std::uint8_t>(hashes, farthest),
+            std::vector<std::uint32_t>((hashes >> kChainShift) + 1, kChainEnd)});
   for (const std::uint32_t index : indexes) {
     const std::string_view name = names_[index];
     for (std::size_t end = kSize; end <= window; ++end) {
-      std::uint8_t& step = group.steps[hashKey<kSize>(name.data() + end - kSize)];
+      std::uint8_t& step = group.steps[hashKey<kSize>(name.data() + end - kSize) & group.mask];
       step = std::min(step, static_cast<std::uint8_t>(window - end));
     }
-    const std::uint32_t hash = hashKey<kSize>(name.data() + window - kSize);
+    const std::uint32_t hash = hashKey<kSize>(name.data() + window - kSize) & group.mask;
     const std::uint64_t start = foldedStart(name);
     const auto unused =
         static_cast<std::uint32_t>(8 * (sizeof start - std::min(name.size(), sizeof start)));
@@ -145,7 +162,7 @@ void NameFilter::findInGroup(const Group& group, std::string_view text,
                              std::vector<std::size_t>& found) const {
   const std::uint8_t* const steps = group.steps.data();
   for (std::size_t end = group.window; end <= text.size();) {
-    const std::uint32_t hash = hashKey<kSize>(text.data() + end - kSize);
+    const std::uint32_t hash = hashKey<kSize>(text.data() + end - kSize) & group.mask;
     const std::uint8_t step = steps[hash];
     if (step == 0)
       collect(group.heads[hash >> kChainShift], text.substr(end - group.window), found);

@@ -38,6 +38,7 @@ class NameFilter {
   struct Group {
     std::size_t keySize;
     std::size_t window;
+    std::uint32_t mask;                // of a hash, for the number of steps
     std::vector<std::uint8_t> steps;   // by the hash of a key; 0: names may begin in this window
     std::vector<std::uint32_t> heads;  // for a part of the hash, the first name of its chain
   };

@@ -67,6 +67,21 @@ bool isLayout(vb::TokenKind kind) {
          kind == vb::TokenKind::LineEnd || kind == vb::TokenKind::Blank;
 }
 
+// The text of tokens in one line with at most one blank between them, as nearly all heads are
+// written; nothing of others.
+std::u8string_view textInOneLine(const vb::Module& module, vb::TokenRange range) {
+  if (range.empty()) return {};
+  const std::u8string_view text = module.text;
+  for (std::uint32_t i = range.begin; i < range.end; ++i) {
+    const vb::Token& token = module.tokens[i];
+    if (isLayout(token.kind)) return {};
+    if (i == range.begin || token.gap == 0) continue;
+    if (token.gap > 1 || text[token.begin - 1] != u8' ') return {};
+  }
+  const std::size_t begin = module.tokens[range.begin].begin;
+  return text.substr(begin, vb::endOf(module.tokens, range.end - 1) - begin);
+}
+
 // ------------------------------------------------------------------------------------ groups
 
 // The objects whose events a module can handle without declaring them.
@@ -191,6 +206,8 @@ std::u8string labelOf(const vb::Module& module, const vb::Declaration& declarati
 }
 
 void headOf(std::u8string& head, const vb::Module& module, const vb::Declaration& declaration) {
+  head = declaration.lead.empty() ? textInOneLine(module, declaration.head) : std::u8string_view();
+  if (!head.empty() && head.size() <= kLongestHead) return;
   head.clear();
   for (const vb::TokenRange range : {declaration.lead, declaration.head}) {
     bool blank = true;

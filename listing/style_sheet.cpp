@@ -4,6 +4,7 @@
 #include "listing/style_sheet.h"
 
 #include <string_view>
+#include <utility>
 
 #include "base/text.h"
 #include "listing/token_names.h"
@@ -104,13 +105,34 @@ constexpr Rule kRules[] = {
      Tint::Target},
 };
 
-std::string colorRules(const Palette& palette) {
+// Appends rules with what stands for their $H and $N.
+class StyleWriter {
+ public:
+  explicit StyleWriter(bool severalModules)
+      : heading_(severalModules ? "h3" : "h2"), number_(severalModules ? "data-n" : "id") {
+    css.reserve(kUsualSize);
+  }
+
+  void rules(std::string_view text) {
+    for (std::size_t at; (at = text.find('$')) != std::string_view::npos;
+         text.remove_prefix(at + 2))
+      css.append(text, 0, at).append(text[at + 1] == 'H' ? heading_ : number_);
+    css += text;
+  }
+  void colors(const Palette& palette) {
+    for (const Rule& rule : kRules) {
+      rules(rule.selectors);
+      ((((css += '{') += rule.property) += ':') += colorText(palette, rule.tint)) += '}';
+    }
+  }
+
   std::string css;
-  for (const Rule& rule : kRules)
-    ((((css += rule.selectors) += '{') += rule.property) += ':') +=
-        colorText(palette, rule.tint) + "}";
-  return css;
-}
+
+ private:
+  static constexpr std::size_t kUsualSize = 8192;
+
+  std::string_view heading_, number_;
+};
 
 }  // namespace
 
@@ -128,19 +150,22 @@ std::string embeddedStyle(std::u8string_view css) {
 }
 
 std::string styleSheet(const Options& options, bool severalModules) {
-  std::string css(kLayout);
-  css += kSticky;
-  if (options.lineNumbers) css += kNumbers;
-  if (severalModules) css += kModules;
-  css += colorRules(lightPalette(options.colors)) + '\n';
+  StyleWriter writer(severalModules);
+  writer.rules(kLayout);
+  writer.rules(kSticky);
+  if (options.lineNumbers) writer.rules(kNumbers);
+  if (severalModules) writer.rules(kModules);
+  writer.colors(lightPalette(options.colors));
+  writer.css += '\n';
   if (options.theme != Theme::Light) {  // paper stays white
-    css += options.theme == Theme::Auto ? "@media screen and (prefers-color-scheme:dark)"
-                                        : "@media screen";
-    css += "{:root{color-scheme:dark}" + colorRules(darkPalette(options.colors)) + "}\n";
+    writer.css += options.theme == Theme::Auto ? "@media screen and (prefers-color-scheme:dark)"
+                                               : "@media screen";
+    writer.css += "{:root{color-scheme:dark}";
+    writer.colors(darkPalette(options.colors));
+    writer.css += "}\n";
   }
-  css += kPrint;
-  css = Replace(css, "$H", severalModules ? "h3" : "h2");
-  return Replace(css, "$N", severalModules ? "data-n" : "id");
+  writer.rules(kPrint);
+  return std::move(writer.css);
 }
 
 }  // namespace tintline::listing

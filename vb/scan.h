@@ -76,6 +76,14 @@ constexpr std::array<bool, 256> makeWordBytes() {
   return bytes;
 }
 inline constexpr std::array<bool, 256> kWordBytes = makeWordBytes();
+
+// Whether a blank can begin with that byte.
+inline constexpr std::array<bool, 256> kBlankStarts = [] {
+  std::array<bool, 256> bytes{};
+  for (unsigned code = 0; code < 256; ++code) bytes[code] = kByteClasses[code] == ByteClass::Blank;
+  bytes[0xE3] = true;  // of U+3000
+  return bytes;
+}();
 }  // namespace detail
 
 inline ByteClass classOf(char8_t byte) { return detail::kByteClasses[byte]; }
@@ -105,9 +113,10 @@ std::size_t characterLength(const char8_t* p, const char8_t* end);
 
 // The end of the blanks at `p`, U+3000 being one.
 inline const char8_t* skipBlanks(const char8_t* p, const char8_t* end) {
-  const auto isOther = [](char8_t byte) { return byte > u8' ' && byte < 0x80; };
-  if (p < end && isOther(*p)) return p;  // no blank or one, mostly
-  if (end - p > 1 && *p == u8' ' && isOther(p[1])) return p + 1;
+  if (end - p > 1) {  // no blank or one, mostly; which of them is nothing to branch on
+    const char8_t* const behind = p + (*p == u8' ' ? 1 : 0);
+    if (!detail::kBlankStarts[*behind]) return behind;
+  }
   for (; end - p >= 16; p += 16) {  // spaces first, as an indentation has them
     const std::size_t spaces = firstMarked(loadBlock(p) != u8' ');
     if (spaces == 16) continue;
