@@ -52,7 +52,7 @@ class NameKey {
   static constexpr std::size_t kShort = sizeof(Block);
 
   static Block foldAscii(Block block) {
-    return block | (static_cast<Block>(block - u8'A' < 26) & 0x20);
+    return block | (static_cast<Block>(block - 'A' < 26) & 0x20);
   }
   void setWhole();  // of long names and those beyond ASCII
   bool setFrom(std::u8string_view text);

@@ -97,7 +97,7 @@ template <char8_t... Bytes>
 const char8_t* findAnyOf(const char8_t* p, const char8_t* end) {
   for (; end - p >= 16; p += 16) {
     const Block block = loadBlock(p);
-    const std::size_t found = firstMarked(((block == Bytes) | ...));
+    const std::size_t found = firstMarked(((block == static_cast<unsigned char>(Bytes)) | ...));
     if (found < 16) return p + found;
   }
   while (p < end && ((*p != Bytes) && ...)) ++p;
@@ -118,7 +118,7 @@ inline const char8_t* skipBlanks(const char8_t* p, const char8_t* end) {
     if (!detail::kBlankStarts[*behind]) return behind;
   }
   for (; end - p >= 16; p += 16) {  // spaces first, as an indentation has them
-    const std::size_t spaces = firstMarked(loadBlock(p) != u8' ');
+    const std::size_t spaces = firstMarked(loadBlock(p) != ' ');
     if (spaces == 16) continue;
     p += spaces;
     break;
@@ -136,8 +136,8 @@ inline const char8_t* skipBlanks(const char8_t* p, const char8_t* end) {
 
 // How many of sixteen bytes, from the first on, are ASCII letters, digits or "_".
 inline std::size_t wordBytesIn(Block block) {
-  const Block letters = (block | 0x20) - u8'a', digits = block - u8'0';
-  return firstMarked(~((letters < 26) | (digits < 10) | (block == u8'_')));
+  const Block letters = (block | 0x20) - 'a', digits = block - '0';
+  return firstMarked(~((letters < 26) | (digits < 10) | (block == '_')));
 }
 
 // The end of the ASCII letters, digits and "_" at `p`.
