@@ -123,6 +123,20 @@ LONG_LINES = {"names": "Wert1", "words": "Wert1 ", "calls": "Ruf Wert1 ", "quote
               "nested calls": "f(", "pairs": "(a)", "indexes": "a(b)", "commas": "a,",
               "less-than": "<", "named arguments": "a:=", "apostrophes": "'", "blanks": " ",
               "colons": "a:", "continued": "Wert1 + " * 25 + "_\r\n", "numbers": "1.", "dots": ".a"}
+# What a module can have many of, as the lines in front of and behind those of the next one; in "$"
+# stands its number. Behind them come lines that use it.
+MANY = {
+    "procedures": ("Sub Prozedur$(Wert$)\r\n  Ruf$ Wert$\r\nEnd Sub\r\n", "", ""),
+    "variables": ("Dim Wert$ As Long\r\n", "", "Sub Ruf$()\r\n  Wert$ = Wert$ + 1\r\nEnd Sub\r\n"),
+    "locals": ("Dim Wert$ As Long\r\n", "", "Wert$ = Wert$ + 1\r\n"),
+    "nested blocks": ("If Wert$ > 1 Then\r\n", "End If\r\n", ""),
+    "nested objects": ("With Wert$.Teil\r\n", "End With\r\n", ""),
+    "comments": ("' Bemerkung $\r\n", "", ""),
+    "continued lines": ("Ruf Wert$, _\r\n  Teil$\r\n", "", ""),
+}
+LOOSE = ("procedures", "variables", "comments")  # not inside of a procedure
+MANY_COUNTS = (4000, 8000)  # the classic mode has a limit of 32,767 lines
+MANY_FILES = 5  # of the same content, so that a run takes long enough
 MODES = {"classic": CLASSIC, "exact": [*EXACT, "module"]}
 NAMES = [10, 100, 500, 1000]
 GROWTH = [1, 2, 4]
@@ -155,6 +169,13 @@ def plan(bench, corpus):
     return files
 
 
+def many(kind, count):
+    front, behind, uses = (
+        "".join(text.replace("$", f"{number:05}") for number in range(count)) for text in MANY[kind])
+    code = front + behind + uses
+    return code if kind in LOOSE else f"Sub Ruf()\r\n{code}End Sub\r\n"
+
+
 def plan_growth(bench, files, mode, options):
     def add(name, *inputs):
         name = f"{mode} {name}"
@@ -163,6 +184,13 @@ def plan_growth(bench, files, mode, options):
 
     for factor in GROWTH:
         add(f"growth {factor}", *files(f"growth/{factor}"))
+    for kind in MANY:
+        for count in MANY_COUNTS:
+            folder = bench.folder(f"many/{kind} {count}")
+            paths = [folder / f"{copy}.bas" for copy in range(MANY_FILES)]
+            for path in paths:
+                path.write_text(many(kind, count), newline="")
+            add(f"many {kind} {count}", *paths)
     for kind, text in LONG_LINES.items():
         for megabytes in (2, 4):
             path = bench.folder("long") / f"{kind} {megabytes}.bas"
@@ -232,6 +260,17 @@ def report_growth(bench, bars, files):
         times = bench.ratio(name, f"names {NAMES[0]}")
         table.row(f"{count} names that do not occur", f"{bench.wall(name) * 1e3:.1f} ms",
                   f"{times:.2f}", bars.at_most(times, 1.5) if count == NAMES[-1] else "")
+
+
+def report_many(bench, bars):
+    few, most = MANY_COUNTS
+    table = Table(f"{MANY_FILES} modules with {most:,}, and with {few:,}", "time", "times", "reach")
+    for mode in MODES:
+        for kind in MANY:
+            name = f"{mode} many {kind}"
+            times = bench.ratio(f"{name} {most}", f"{name} {few}")
+            table.row(f"{mode}, {kind}", f"{bench.wall(f'{name} {most}') * 1e3:.1f} ms",
+                      f"{times:.2f}", bars.at_most(times, 2.1))
 
 
 def report_long_lines(bench, bars):
@@ -318,6 +357,7 @@ def main():
         report_memory(bench, bars, files)
         report_others(bench, bars)
         report_growth(bench, bars, files)
+        report_many(bench, bars)
         report_long_lines(bench, bars)
         report_start(bench, bars)
         report_jobs(bench, bars, files)

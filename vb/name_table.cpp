@@ -41,7 +41,7 @@ std::uint32_t NameTable::addNew(const NameKey& key, std::size_t offset) {
 }
 
 void NameTable::addSlot(const Slot& slot) {
-  std::size_t at = slot.hash & (slots_.size() - 1);
+  std::size_t at = slot.hash >> shift_;
   while (slots_[at].number != kUnknown) at = (at + 1) & (slots_.size() - 1);
   slots_[at] = slot;
 }
@@ -49,6 +49,7 @@ void NameTable::addSlot(const Slot& slot) {
 void NameTable::grow() {
   std::vector<Slot> old(slots_.empty() ? 256 : slots_.size() * 2);
   old.swap(slots_);
+  shift_ = 32 - static_cast<unsigned>(std::countr_zero(slots_.size()));
   for (const Slot& slot : old)
     if (slot.number != kUnknown) addSlot(slot);
 }

@@ -70,7 +70,7 @@ class NameTable {
   std::uint32_t find(std::u8string_view text, const NameKey& key) const {
     if (slots_.empty()) return kUnknown;
     const std::uint32_t hash = key.hash();
-    for (std::size_t at = hash & (slots_.size() - 1);; at = (at + 1) & (slots_.size() - 1)) {
+    for (std::size_t at = hash >> shift_;; at = (at + 1) & (slots_.size() - 1)) {
       const Slot slot = slots_[at];
       if (slot.number == kUnknown || (slot.hash == hash && isAt(text, slot.number, key)))
         return slot.number;
@@ -117,6 +117,7 @@ class NameTable {
   }
 
   std::vector<Slot> slots_;  // a power of two, at most half of them taken
+  unsigned shift_ = 0;       // of a hash to its slot: its highest bits depend on the whole name
   std::vector<Entry> entries_;
 };
 
