@@ -29,6 +29,9 @@ std::wstring fromUtf8(std::string_view text);
 // A path as the user reads it; parts that are no text become U+FFFD.
 std::wstring pathText(const std::filesystem::path& path);
 
+// The path for programs: its own bytes where it is bytes, else UTF-8.
+std::string pathBytes(const std::filesystem::path& path);
+
 // The path that such a text names.
 std::filesystem::path pathFromText(std::wstring_view text);
 

@@ -26,6 +26,8 @@ unsigned ansiCodePage() { return 1252; }
 
 std::wstring pathText(const std::filesystem::path& path) { return fromUtf8(path.native()); }
 
+std::string pathBytes(const std::filesystem::path& path) { return path.native(); }
+
 std::filesystem::path pathFromText(std::wstring_view text) { return toUtf8(text); }
 
 }  // namespace tintline

@@ -47,6 +47,8 @@ unsigned ansiCodePage() { return ::GetACP(); }
 
 std::wstring pathText(const std::filesystem::path& path) { return path.wstring(); }
 
+std::string pathBytes(const std::filesystem::path& path) { return toUtf8(path.native()); }
+
 std::filesystem::path pathFromText(std::wstring_view text) { return text; }
 
 }  // namespace tintline

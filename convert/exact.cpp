@@ -48,10 +48,10 @@ std::u8string addressOf(const std::filesystem::path& page) {
   constexpr std::string_view kPlain = "-._~";
   constexpr std::u8string_view kHex = u8"0123456789ABCDEF";
   std::u8string address;
-  for (const char8_t byte : page.u8string()) {
+  for (const char character : pathBytes(page)) {
+    const auto byte = static_cast<unsigned char>(character);
     const bool letter = (byte | 0x20) >= 'a' && (byte | 0x20) <= 'z';
-    if (letter || (byte >= '0' && byte <= '9') ||
-        kPlain.find(static_cast<char>(byte)) != kPlain.npos) {
+    if (letter || (byte >= '0' && byte <= '9') || kPlain.find(character) != kPlain.npos) {
       address += byte;
       continue;
     }
