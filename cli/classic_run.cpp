@@ -7,6 +7,7 @@
 
 #include "cli/job.h"
 #include "cli/messages.h"
+#include "cli/office_inputs.h"
 #include "convert/reformatting.h"
 #include "engine/line_highlighter.h"
 
@@ -67,13 +68,17 @@ Converted convertSource(std::string file, const Classic& classic) {
 }
 
 Outcome convert(const Task& task, const Classic& classic, const Surroundings& surroundings) {
-  const Converted converted = convertSource(readInput(task, surroundings), classic);
+  // An Office module is read as the editor shows it, as if its application were running.
+  const OfficeModule* const office = task.input.module.get();
+  const Converted converted =
+      convertSource(office != nullptr ? office->code : readInput(task, surroundings), classic);
   writeTarget(task, classic.options, surroundings, [&](std::ostream& datei) {
     writeClassic(datei, classic.options.format, converted.result, converted.ProzNamen,
                  classic.frame, classic.clipboard);
   });
   return {.failure = {},
-          .warning = replacedText(converted.replaced),
+          .warning = office != nullptr && !office->hint.empty() ? office->hint
+                                                                : replacedText(converted.replaced),
           .sourceLines = converted.sourceLines};
 }
 

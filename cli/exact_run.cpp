@@ -13,6 +13,7 @@
 #include "base/codepage.h"
 #include "cli/job.h"
 #include "cli/messages.h"
+#include "cli/office_inputs.h"
 #include "convert/exact.h"
 #include "convert/source_text.h"
 
@@ -115,11 +116,16 @@ class ExactRun {
 
  private:
   Read read(const Task& task) const {
-    vb::Decoded source =
-        decodeSource(readInput(task, surroundings_), options_.encoding.value_or(kAutomatic));
-    Message warning = lossText(source);
+    const OfficeModule* const office = task.input.module.get();
+    const vb::CodePage page =
+        office != nullptr ? office->codePage : options_.encoding.value_or(kAutomatic);
+    // Of an Office module the user knows what the editor shows.
+    const auto usual = office != nullptr ? listing::Header::Drop : listing::Header::Fold;
+    const bool asInEditor = options_.header.value_or(usual) == listing::Header::Drop;
+    vb::Decoded source = decodeSource(readInput(task, surroundings_), page);
+    Message warning = office != nullptr && !office->hint.empty() ? office->hint : lossText(source);
     vb::Module module =
-        readExact(std::move(source.text), task.input.place.filename(), words_, passes_);
+        readExact(std::move(source.text), task.input.place.filename(), words_, passes_, asInEditor);
     checkLines(options_.lines, module.lines);
     return {.module = std::move(module), .warning = std::move(warning)};
   }

@@ -12,6 +12,7 @@
 #include "base/codepage.h"
 #include "base/file.h"
 #include "cli/messages.h"
+#include "cli/office_inputs.h"
 #include "convert/exact.h"
 #include "vb/fold.h"
 
@@ -73,19 +74,27 @@ class Collector {
     if (endsInOneOf(path, kCompanions) && file.kind == FoundFile::Kind::File)
       return passOver(std::move(path), messages::kNoModuleFile());
     fs::path name = path.filename();
-    addFile(std::move(path), std::move(name), std::move(file));
+    addFile(std::move(path), std::move(name), std::move(file), false);
   }
 
-  void addFile(fs::path path, fs::path place, FoundFile file) {
+  void addFile(fs::path path, fs::path place, FoundFile file, bool inFolder) {
     fs::path::string_type folder = identityOfFolder(path.parent_path());
     if (file.kind != FoundFile::Kind::Nothing &&
         !known_.insert(folder + fs::path::preferred_separator + nameIdentity(path.filename()))
              .second)
       return;
+    const bool isOffice = file.kind == FoundFile::Kind::File && mayBeOffice(path);
     inputs_.modules.push_back({.path = std::move(path),
                                .place = std::move(place),
                                .file = std::move(file),
-                               .folder = std::move(folder)});
+                               .folder = std::move(folder),
+                               .inFolder = inFolder,
+                               .isOffice = isOffice});
+  }
+
+  // Office files are told by what is in them; what is called like a module is none.
+  static bool mayBeOffice(const fs::path& path) {
+    return !endsInOneOf(path, kModules) && !endsInOneOf(path, kCompanions) && isOfficeFile(path);
   }
 
   // All module files below a folder, without recursion: it may be deep.
@@ -110,7 +119,7 @@ class Collector {
   void addFound(fs::path path, fs::path place) {
     FoundFile file = findFile(path);
     if (file.kind == FoundFile::Kind::Other) return passOver(std::move(path), messages::kNoFile());
-    addFile(std::move(path), std::move(place), std::move(file));
+    addFile(std::move(path), std::move(place), std::move(file), true);
   }
 
   void addFailure(fs::path path, Message reason) {
@@ -133,7 +142,9 @@ class Collector {
 
   void sortIn(const fs::directory_entry& entry, Listing& listing) {
     std::error_code none;
-    const bool isFolder = entry.is_directory(none), isModule = endsInOneOf(entry.path(), kModules);
+    const bool isFolder = entry.is_directory(none);
+    const bool isModule = !isFolder && (endsInOneOf(entry.path(), kModules) ||
+                                        (entry.is_regular_file(none) && mayBeOffice(entry.path())));
     if ((!isFolder && !isModule) || isHidden(entry.path())) return;
     if (!isFolder) {
       listing.modules.push_back(entry.path().filename());

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,13 +19,19 @@ namespace tintline {
 // soon as that shows.
 inline constexpr std::uintmax_t kLargestInput = std::uintmax_t{256} << 20;
 
-// A module to be converted.
+struct OfficeModule;
+
+// A module to be converted, or an Office file with modules.
 struct Input {
   std::filesystem::path path;   // of its file; empty: the standard input
   std::filesystem::path place;  // its name, behind the folders that lead to it from a named one
   FoundFile file;               // what the path leads to
-  std::filesystem::path::string_type folder;  // identity: modules of one folder are a project
-  Message failure{};                          // why there is nothing to convert, for the user
+  std::filesystem::path::string_type folder;     // identity: modules of one folder are a project
+  Message failure{};                             // why there is nothing to convert, for the user
+  bool inFolder = false;                         // found there, not named
+  bool isOffice = false;                         // an Office file
+  std::shared_ptr<const std::string> bytes{};    // of the standard input, once it is read
+  std::shared_ptr<const OfficeModule> module{};  // of an Office file
 };
 
 struct PassedOver {

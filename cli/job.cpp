@@ -14,6 +14,7 @@
 #include "base/file.h"
 #include "cli/changed_file.h"
 #include "cli/messages.h"
+#include "cli/office_inputs.h"
 
 namespace tintline {
 namespace {
@@ -37,6 +38,8 @@ void writeTo(const std::filesystem::path& target, const std::function<void(std::
 std::string readInput(const Task& task, const Surroundings& surroundings) {
   if (!task.input.failure.empty()) throw JobError(task.input.failure);
   try {
+    if (task.input.module) return task.input.module->file;
+    if (task.input.bytes) return *task.input.bytes;
     return isStandardInput(task.input) ? surroundings.readInput()
                                        : readFile(task.input.path, kLargestInput);
   } catch (const FileError& error) {

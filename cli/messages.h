@@ -50,6 +50,14 @@ inline constexpr Text<0> kStandardInputOnce{L"the standard input (-) can be read
 inline constexpr Text<2> kOverwritesSource{"would-overwrite", L"the output {1} would overwrite {2}",
                                            L"die Ausgabe {1} würde {2} überschreiben"};
 
+inline constexpr Text<0> kNoFolderForOfficeRun{
+    "wrong-usage", L"--list, --export-modules and --format source exclude --output-dir",
+    L"--list, --export-modules und --format source gehen nicht mit --output-dir"};
+
+// ------------------------------------------------------------------------- Office files' projects
+inline constexpr Text<0> kLocked{L"locked", L"gesperrt"};
+inline constexpr Text<0> kSigned{L"signed", L"signiert"};
+
 // --------------------------------------------------------------------------------- the settings
 inline constexpr Text<0> kStyleSheetNeedsPage{
     L"--css needs --format page and --style class",
@@ -85,6 +93,10 @@ inline constexpr Text<0> kNoModuleFile{"no-module-file", L"is no module file",
                                        L"ist keine Moduldatei"};
 inline constexpr Text<0> kHoldsNoModules{"no-modules", L"holds no module files",
                                          L"enthält keine Moduldateien"};
+inline constexpr Text<0> kNoCode{"no-code", L"holds no code (empty documents with --all)",
+                                 L"enthält keinen Code (leere Dokumente mit --all)"};
+inline constexpr Text<1> kNoSuchModule{"no-such-module", L"holds no module {1}",
+                                       L"enthält kein Modul {1}"};
 inline constexpr Text<0> kNoFile{"no-file", L"is no file", L"ist keine Datei"};
 inline constexpr Text<0> kFolderLink{"folder-link", L"is a link that leads to another folder",
                                      L"führt als Verknüpfung in einen anderen Ordner"};

@@ -89,9 +89,10 @@ template <class Value>
 using Choice = std::pair<std::string_view, Value>;
 
 constexpr Choice<Format> kFormats[] = {
-    {"page", Format::Page},       {"body", Format::Body},           {"lines", Format::Lines},
-    {"rtf", Format::Rtf},         {"md", Format::Markdown},         {"json", Format::Json},
-    {"preview", Format::Preview}, {"clipboard", Format::Clipboard}, {"table", Format::Table}};
+    {"page", Format::Page},     {"body", Format::Body},       {"lines", Format::Lines},
+    {"rtf", Format::Rtf},       {"md", Format::Markdown},     {"json", Format::Json},
+    {"source", Format::Source}, {"preview", Format::Preview}, {"clipboard", Format::Clipboard},
+    {"table", Format::Table}};
 constexpr Choice<Mode> kModes[] = {{"exact", Mode::Exact}, {"classic", Mode::Classic}};
 constexpr Choice<listing::Links> kLinks[] = {{"none", listing::Links::None},
                                              {"procs", listing::Links::Procedures},
@@ -100,6 +101,7 @@ constexpr Choice<listing::Links> kLinks[] = {{"none", listing::Links::None},
 constexpr Choice<NoticeFormat> kNoticeFormats[] = {{"text", NoticeFormat::Text},
                                                    {"json", NoticeFormat::Json}};
 constexpr Choice<bool> kSwitch[] = {{"on", true}, {"off", false}};
+constexpr Choice<bool> kExportEncodings[] = {{"stored", false}, {"utf-8", true}};
 constexpr Choice<listing::Header> kHeaders[] = {{"fold", listing::Header::Fold},
                                                 {"show", listing::Header::Show},
                                                 {"drop", listing::Header::Drop}};
@@ -193,6 +195,7 @@ constexpr OptionRow kOptions[] = {
               L"  rtf    for word processors\n"
               L"  md     Markdown: an index and the code\n"
               L"  json   what is known of the code, as data\n"
+              L"  source code of Office files as one text, for git\n"
               L"classic only:\n"
               L"  preview    the page of the preview\n"
               L"  clipboard  PreCode, lines of HTML, PostCode\n"
@@ -205,6 +208,7 @@ constexpr OptionRow kOptions[] = {
               L"  rtf    für Textverarbeitungen\n"
               L"  md     Markdown: Übersicht und Code\n"
               L"  json   was vom Code bekannt ist, als Daten\n"
+              L"  source Code von Office-Dateien als Text, für git\n"
               L"nur klassisch:\n"
               L"  preview    die Seite der Vorschau\n"
               L"  clipboard  PreCode, HTML-Zeilen, PostCode\n"
@@ -367,6 +371,37 @@ constexpr OptionRow kOptions[] = {
      .help = {L"only name the inputs and what would be written",
               L"nennt nur die Eingaben und was geschrieben würde"},
      .store = storeFlag<&Options::dryRun>},
+    {.name = "list",
+     .help = {L"of Office files: print projects and modules; with\n"
+              L"--format json as data, one object a file",
+              L"von Office-Dateien: Projekte und Module anzeigen;\n"
+              L"mit --format json als Daten, ein Objekt je Datei"},
+     .store = storeFlag<&Options::list>},
+    {.name = "module",
+     .value = {L"NAME", L"NAME"},
+     .help = {L"of Office files: this module only", L"von Office-Dateien: nur dieses Modul"},
+     .store = storeText<&Options::module>},
+    {.name = "all",
+     .help = {L"of Office files: documents without code, too",
+              L"von Office-Dateien: auch Dokumente ohne Code"},
+     .store = storeFlag<&Options::all>},
+    {.name = "export-modules",
+     .value = {L"FOLDER", L"ORDNER"},
+     .help = {L"write the modules of Office files as the editor\n"
+              L"exports them (.bas, .cls, .frm with .frx), into\n"
+              L"FOLDER/NAME OF THE FILE/",
+              L"schreibt die Module von Office-Dateien, wie der\n"
+              L"Editor sie exportiert (.bas, .cls, .frm mit .frx),\n"
+              L"nach ORDNER/NAME DER DATEI/"},
+     .store = storeText<&Options::exportModules>},
+    {.name = "export-encoding",
+     .value = {L"ENCODING", L"KODIERUNG"},
+     .choices = kNamesOf<kExportEncodings>,
+     .help = {L"of these: stored, as in the file (the default),\n"
+              L"or utf-8",
+              L"davon: stored, wie in der Datei (Vorgabe),\n"
+              L"oder utf-8"},
+     .store = storeChoice<kExportEncodings, &Options::exportUtf8>},
     {.name = "jobs",
      .value = kNumber,
      .allowed = {L"a number from 1 to 64", L"eine Zahl von 1 bis 64"},

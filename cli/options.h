@@ -55,7 +55,12 @@ struct Options {
   std::string css;       // "" when not given
   std::string keywords;  // "" when not given
   std::string settings;  // "" when not given
-  unsigned jobs = 0;     // 0: as many as there are processors
+  bool all = false;      // empty document modules too
+  bool list = false;
+  std::string module;         // "": all
+  std::string exportModules;  // "" when not given
+  bool exportUtf8 = false;
+  unsigned jobs = 0;  // 0: as many as there are processors
   bool skipUnchanged = false;
   bool check = false;
   bool dryRun = false;

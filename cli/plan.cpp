@@ -9,6 +9,8 @@
 
 #include "base/codepage.h"
 #include "cli/messages.h"
+#include "cli/office_inputs.h"
+#include "cli/office_run.h"
 
 namespace tintline {
 namespace {
@@ -35,20 +37,6 @@ void checkMode(const Options& options) {
   if (!options.css.empty()) lacks(L"--css", other);
   if (std::ranges::any_of(options.colors, [](const auto& color) { return color.has_value(); }))
     lacks(L"--color", other);
-}
-
-void checkOptions(const Options& options) {
-  if (options.inputs.empty()) throw UsageError(messages::kNoInput());
-  checkMode(options);
-  if (!options.output.empty() && !options.outputDir.empty())
-    throw UsageError(messages::kFileAndFolder());
-  if (!options.css.empty() &&
-      (options.format != Format::Page || options.style == StyleMode::Inline))
-    throw UsageError(messages::kStyleSheetNeedsPage());
-  const auto standardInputs = std::ranges::count(options.inputs, kStandardStream);
-  if (standardInputs > 0 && !options.outputDir.empty())
-    throw UsageError(messages::kStandardInputHasNoName());
-  if (standardInputs > 1) throw UsageError(messages::kStandardInputOnce());
 }
 
 enum class Name : std::uint8_t { Short, Long };  // Modul1.htm, Modul1.bas.htm
@@ -116,11 +104,27 @@ void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Setting
 
 }  // namespace
 
+void checkOptions(const Options& options) {
+  if (options.inputs.empty()) throw UsageError(messages::kNoInput());
+  checkMode(options);
+  if (!options.output.empty() && !options.outputDir.empty())
+    throw UsageError(messages::kFileAndFolder());
+  if (isOfficeRun(options) && !options.outputDir.empty())
+    throw UsageError(messages::kNoFolderForOfficeRun());
+  if (!options.css.empty() &&
+      (options.format != Format::Page || options.style == StyleMode::Inline))
+    throw UsageError(messages::kStyleSheetNeedsPage());
+  const auto standardInputs = std::ranges::count(options.inputs, kStandardStream);
+  if (standardInputs > 0 && !options.outputDir.empty())
+    throw UsageError(messages::kStandardInputHasNoName());
+  if (standardInputs > 1) throw UsageError(messages::kStandardInputOnce());
+}
+
 std::vector<Task> planTasks(const Options& options, std::vector<Input> modules,
                             const SettingsFiles& settings) {
-  checkOptions(options);
-  if (modules.size() > 1 && options.outputDir.empty() && options.mode == Mode::Classic &&
-      !options.check)
+  const auto converted =
+      std::ranges::count_if(modules, [](const Input& input) { return input.failure.empty(); });
+  if (converted > 1 && options.outputDir.empty() && options.mode == Mode::Classic && !options.check)
     throw UsageError(messages::kSeveralNeedFolder());
   std::vector<Task> tasks;
   for (Input& input : modules) {
@@ -141,8 +145,10 @@ std::wstring inputFile(const Task& task) {
 }
 
 Message inputName(const Task& task) {
-  return isStandardInput(task.input) ? messages::kStandardInput()
-                                     : valueOf(pathText(task.input.path));
+  const Message file =
+      isStandardInput(task.input) ? messages::kStandardInput() : valueOf(pathText(task.input.path));
+  if (!task.input.module) return file;
+  return messages::kAbout(file, task.input.module->name);
 }
 
 Message targetName(const Task& task) {

@@ -18,9 +18,12 @@ struct Task {
   std::filesystem::path target;  // empty: the standard output
 };
 
+// Throws UsageError when the options do not fit together.
+void checkOptions(const Options& options);
+
 // One task a module, in the order given. Below an output folder a target is called like its
 // source, and with the source's ending in front of its own where two would have the same name; what
-// still has is a failure. Throws UsageError when the options do not fit together, or a result would
+// still has is a failure. Throws UsageError when a result would
 // take the place of something that is read.
 std::vector<Task> planTasks(const Options& options, std::vector<Input> modules,
                             const SettingsFiles& settings);

@@ -2,6 +2,7 @@
 // Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #include "cli/run.h"
 
+#include <memory>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -11,7 +12,11 @@
 #include "cli/classic_run.h"
 #include "cli/exact_run.h"
 #include "cli/inputs.h"
+#include "cli/job.h"
 #include "cli/messages.h"
+#include "cli/office_index.h"
+#include "cli/office_inputs.h"
+#include "cli/office_run.h"
 #include "cli/plan.h"
 #include "cli/print_settings.h"
 #include "cli/report.h"
@@ -56,6 +61,29 @@ ExitCode showPlan(const std::vector<Task>& tasks, const Surroundings& surroundin
   return kSomeFailed;
 }
 
+// What it is shows in its bytes.
+void readStandardInput(Input& input, const Surroundings& surroundings) {
+  const Outcome outcome = outcomeOf([&] {
+    input.bytes =
+        std::make_shared<std::string>(readInput({.input = input, .target = {}}, surroundings));
+    return Outcome();
+  });
+  input.failure = outcome.failure;
+  if (!input.bytes) return;
+  const auto beginning = std::string_view(*input.bytes).substr(0, office_file::kBeginning);
+  input.isOffice = office_file::isOfficeFile(beginning);
+}
+
+// The classic conversion makes one document of modules only as one.
+void joinOfficeModules(std::vector<Input>& inputs) {
+  std::vector<Input> modules;
+  for (const Input& input : inputs)
+    if (input.module) modules.push_back(input);
+  if (modules.size() < 2) return;
+  std::erase_if(inputs, [](const Input& input) { return input.module != nullptr; });
+  inputs.insert(inputs.begin(), joinedModules(modules));
+}
+
 }  // namespace
 
 void Surroundings::tell(const Notice& notice) const { write(noticeText(notice, format, language)); }
@@ -66,7 +94,13 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
     printSettings(loadSettings(files, options, surroundings), options, surroundings);
     return kAllConverted;
   }
+  checkOptions(options);
   Inputs inputs = collectInputs(options);
+  for (Input& input : inputs.modules)
+    if (isStandardInput(input)) readStandardInput(input, surroundings);
+  if (isOfficeRun(options)) return runOffice(std::move(inputs), options, surroundings);
+  inputs = withOfficeModules(std::move(inputs), options);
+  if (options.mode == Mode::Classic && options.outputDir.empty()) joinOfficeModules(inputs.modules);
   const std::vector<Task> tasks = planTasks(options, std::move(inputs.modules), files);
   if (options.verbose) tellPassedOver(inputs.passedOver, surroundings);
   if (options.dryRun) return showPlan(tasks, surroundings);
@@ -86,6 +120,7 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
     runClassic(tasks, options, settings, surroundings, report);
   else
     runExact(tasks, options, settings, surroundings, report);
+  if (!options.check) writeOfficeIndexes(tasks, options);
   return report.close() ? kAllConverted : kSomeFailed;
 }
 

@@ -80,6 +80,7 @@ void writeClassic(std::ostream& datei, Format format, const ClassicResult& resul
     case Format::Rtf:
     case Format::Markdown:
     case Format::Json:
+    case Format::Source:
       break;  // the exact mode's
   }
 }

@@ -32,6 +32,45 @@ listing::Format listingFormat(Format format) {
   }
 }
 
+// The text without the lines of the file header and of attributes.
+std::u8string editorText(const vb::Module& module) {
+  std::u8string text;
+  std::size_t kept = 0;  // all in front of it is in the text, or dropped
+  bool lineBegins = true;
+  for (std::uint32_t i = 0; i + 1 < module.tokens.size(); ++i) {
+    const vb::Token& token = module.tokens[i];
+    const bool attribute =
+        token.kind == vb::TokenKind::Directive && token.word == vb::Word::Attribute;
+    if (lineBegins && (i < module.header.end || attribute)) {
+      const std::size_t begin = token.begin - token.gap;
+      text.append(module.text, kept, begin - kept);
+      while (module.tokens[i].kind != vb::TokenKind::LineEnd &&
+             module.tokens[i].kind != vb::TokenKind::End)
+        ++i;
+      kept = module.tokens[i].kind == vb::TokenKind::End ? module.text.size()
+                                                         : vb::endOf(module.tokens, i);
+      if (module.tokens[i].kind == vb::TokenKind::End) break;
+    } else {
+      lineBegins = token.kind == vb::TokenKind::LineEnd;
+    }
+  }
+  return text.append(module.text, kept);
+}
+
+// The module as the editor shows it, lines counted as there. What header and attributes say of it
+// still holds. A header with controls declares names: then it stays, to be hidden by the listing.
+vb::Module asInEditor(vb::Module module, const vb::WordLists& words) {
+  if (!module.declarations.empty() && module.declarations.front().name < module.header.end)
+    return module;
+  vb::Module shown = vb::readModule(editorText(module), module.name, module.kind, words);
+  shown.kind = module.kind;
+  shown.predeclared = module.predeclared;
+  shown.description = std::move(module.description);
+  for (std::size_t i = 0; i < shown.declarations.size() && i < module.declarations.size(); ++i)
+    shown.declarations[i].defaultMember = module.declarations[i].defaultMember;
+  return shown;
+}
+
 vb::ModuleKind kindOf(const std::filesystem::path& file) {
   using enum vb::ModuleKind;
   static constexpr std::pair<std::wstring_view, vb::ModuleKind> kKinds[] = {
@@ -41,25 +80,6 @@ vb::ModuleKind kindOf(const std::filesystem::path& file) {
   for (const auto& [known, kind] : kKinds)
     if (equalsIgnoreCase(extension, toAnsi(known))) return kind;
   return Standard;
-}
-
-// The name of a file as the address of a link from the folder that it is in.
-std::u8string addressOf(const std::filesystem::path& page) {
-  constexpr std::string_view kPlain = "-._~";
-  constexpr std::u8string_view kHex = u8"0123456789ABCDEF";
-  std::u8string address;
-  for (const char character : pathBytes(page)) {
-    const auto byte = static_cast<unsigned char>(character);
-    const bool letter = (byte | 0x20) >= 'a' && (byte | 0x20) <= 'z';
-    if (letter || (byte >= '0' && byte <= '9') || kPlain.find(character) != kPlain.npos) {
-      address += byte;
-      continue;
-    }
-    address += u8'%';
-    address += kHex[byte >> 4];
-    address += kHex[byte & 15];
-  }
-  return address;
 }
 
 }  // namespace
@@ -91,20 +111,42 @@ listing::UserColors exactColors(const ColorScheme& colors) {
           .strings = chosen(kStrings)};
 }
 
+std::u8string addressOf(const std::filesystem::path& page) {
+  constexpr std::string_view kPlain = "-._~/";
+  constexpr std::u8string_view kHex = u8"0123456789ABCDEF";
+  std::u8string address;
+  const std::filesystem::path slashed(page.generic_string<std::filesystem::path::value_type>());
+  for (const char character : pathBytes(slashed)) {
+    const auto byte = static_cast<unsigned char>(character);
+    const bool letter = (byte | 0x20) >= 'a' && (byte | 0x20) <= 'z';
+    if (letter || (byte >= '0' && byte <= '9') || kPlain.find(character) != kPlain.npos) {
+      address += byte;
+      continue;
+    }
+    address += u8'%';
+    address += kHex[byte >> 4];
+    address += kHex[byte & 15];
+  }
+  return address;
+}
+
 std::u8string exactText(std::wstring_view text) {
   const std::string utf8 = toUtf8(text);
   return std::u8string(utf8.begin(), utf8.end());
 }
 
 vb::Module readExact(std::u8string text, const std::filesystem::path& file,
-                     const vb::WordLists& words, const std::vector<Reformatting>& passes) {
+                     const vb::WordLists& words, const std::vector<Reformatting>& passes,
+                     bool inEditor) {
   for (std::size_t pass = 0;; ++pass) {
     if (text.size() >= std::numeric_limits<std::uint32_t>::max())
       throw std::length_error("exact: a module of 4 GiB");
     if (pass == passes.size()) break;
     text = reformatted(text, passes[pass]);
   }
-  return vb::readModule(std::move(text), exactText(pathText(file.stem())), kindOf(file), words);
+  vb::Module module =
+      vb::readModule(std::move(text), exactText(pathText(file.stem())), kindOf(file), words);
+  return inEditor ? asInEditor(std::move(module), words) : module;
 }
 
 ExactProject::ExactProject(Format format, const listing::Options& options, listing::Place place)

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -25,6 +26,7 @@
 #include "listing/targets.h"
 #include "vb/module.h"
 #include "vb/project.h"
+#include "vb/text.h"
 #include "vb/word.h"
 
 namespace tintline {
@@ -38,13 +40,19 @@ std::u8string exactStyleSheet(std::string_view bytes);
 // The colours that are not those which the program begins with.
 listing::UserColors exactColors(const ColorScheme& colors);
 
+// The name of a file, or a path below the folder of the page, as the address of a link.
+std::u8string addressOf(const std::filesystem::path& page);
+
 // A text as valid UTF-8 in the type of the exact conversion.
 std::u8string exactText(std::wstring_view text);
 
 // A module of a file, given as its text: reformatted and read. Name and kind are those of the
-// file's name, where the text itself does not tell. Throws std::length_error when it is too large.
+// file's name, where the text itself does not tell. `inEditor`: without file header and attributes,
+// as the editor shows it; what they say of the module still counts. Throws std::length_error when
+// it is too large.
 vb::Module readExact(std::u8string text, const std::filesystem::path& file,
-                     const vb::WordLists& words, const std::vector<Reformatting>& passes = {});
+                     const vb::WordLists& words, const std::vector<Reformatting>& passes = {},
+                     bool inEditor = false);
 
 // Modules that are converted together.
 class ExactProject {

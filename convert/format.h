@@ -23,7 +23,8 @@ enum class Format : std::uint8_t {
   Table,      // the converted lines as table rows
   Rtf,
   Markdown,
-  Json
+  Json,
+  Source  // the code of Office files as one text
 };
 
 // Whether a mode has the form.

@@ -4,7 +4,8 @@ _tintline_files() {  # _tintline_files WORD: source files, and folders that lead
   local kind
   compgen -d -- "$1"
   for kind in '[Bb][Aa][Ss]' '[Cc][Ll][Ss]' '[Ff][Rr][Mm]' '[Cc][Tt][Ll]' '[Pp][Aa][Gg]' \
-    '[Dd][Oo][Bb]' '[Dd][Ss][Rr]'; do
+    '[Dd][Oo][Bb]' '[Dd][Ss][Rr]' '[Dd][Oo][Cc]*' '[Dd][Oo][Tt]*' '[Xx][Ll]*' '[Pp][Pp]*' \
+    '[Pp][Oo][Tt]*'; do
     compgen -f -X "!*.$kind" -- "$1"
   done
 }
@@ -18,8 +19,9 @@ _tintline() {
   COMPREPLY=()
   case $before in
     -o | --output | --keywords | --settings | --css) names=$(compgen -f -- "$word") ;;
-    -d | --output-dir) names=$(compgen -d -- "$word") ;;
-    --format) words='page body lines rtf md json preview clipboard table' ;;
+    -d | --output-dir | --export-modules) names=$(compgen -d -- "$word") ;;
+    --format) words='page body lines rtf md json source preview clipboard table' ;;
+    --export-encoding) words='stored utf-8' ;;
     --mode) words='exact classic' ;;
     --style) words='class inline' ;;
     --links) words='none procs module all' ;;
@@ -30,12 +32,13 @@ _tintline() {
     --lang) words='de en' ;;
     --color) words='Prozeduren= Worte= Parameter= Kommentare= Strings=' ;;
     --encoding) words='auto utf-8 utf-16 windows-1252 macintosh shift_jis' ;;
-    --lines | --indent | --wrap | --jobs) ;;  # numbers
+    --lines | --indent | --wrap | --jobs | --module) ;;  # numbers, names
     *)
       if [[ $word == -* ]]; then
         words='-o --output -d --output-dir --mode --format --style --links --titles --header --theme
           --lang --color --css -n --line-numbers --lines --indent --wrap --pasted --encoding
-          --keywords --settings --print-settings --skip-unchanged --check --dry-run --errors --jobs
+          --keywords --settings --print-settings --list --module --all --export-modules
+          --export-encoding --skip-unchanged --check --dry-run --errors --jobs
           -q --quiet -v --verbose -h --help -V --version'
       else
         names=$(_tintline_files "$word")

@@ -15,12 +15,14 @@ import signal
 import subprocess
 import sys
 import time
+from pathlib import Path
 
 from tests.cli.box import MODULE, MODULE_LINES, SETTINGS, TIMEOUT, in_box
 from tests.support.checks import (ENVIRONMENT, equal, holds, holds_not, listed_tests, run_tests, test,
                                   with_full_paths)
 
 CLASSIC = "--mode=classic"
+ROOT = Path(__file__).resolve().parent.parent.parent
 
 
 # --------------------------------------------------------------------------------- usage
@@ -590,6 +592,51 @@ def success_is_silent_but_for_what_is_asked_for(box):
     equal(code, 0)
     assert re.fullmatch(r"12 Dateien, 60 Zeilen in \d+(,\d+)?s verarbeitet\n", told), told
     equal(box.on_terminal("no.bas"), (1, "tintline: no.bas: Datei nicht gefunden\n"))
+
+
+# ------------------------------------------------------------------------------ Office files
+
+BOOK = (ROOT / "tests/golden/office/Mappe.xlsm").read_bytes()
+
+
+@test
+def office_files_give_pages_and_an_index(box):
+    box.put("in/Mappe.xlsm", BOOK)
+    box.put("in/sub/No.docx", b"PK\x05\x06" + bytes(18))  # passed over
+    box.run("-d", "out", "in")
+    pages = ["Eingabe.htm", "Kunde.htm", "Modul1.htm", "Tabelle1.htm", "index.htm"]
+    equal(box.names("out/Mappe.xlsm"), pages)
+    holds(box.get("out/Mappe.xlsm/index.htm"), b'<a href="Modul1.htm">Modul1</a></td>', b"<td>7</td>")
+    box.run("--mode=classic", "-d", "old", "--all", "in/Mappe.xlsm")
+    equal(box.names("old/Mappe.xlsm"), sorted(["DieseArbeitsmappe.htm", *pages]))
+    equal(box.run("--list", "-", stdin=BOOK).splitlines()[1:],
+          box.run("--list", "in/Mappe.xlsm").splitlines()[1:])
+    box.run("in/sub/No.docx", code=1, err="enthält kein VBA-Projekt")
+    box.run("--module=Fehlt", "in/Mappe.xlsm", code=1, err="enthält kein Modul Fehlt")
+    box.put("Cut.xlsm", BOOK[:9000])
+    box.run("--list", "Cut.xlsm", code=1, err="endet zu früh")
+
+
+@test
+def exported_modules_give_the_pages_of_their_office_file(box):
+    for folder in ("a", "b"):
+        box.put(f"{folder}/Mappe.xlsm", BOOK)
+    box.run("--export-modules", "x", "a/Mappe.xlsm", "b/Mappe.xlsm")
+    names = ["DieseArbeitsmappe.cls", "Eingabe.frm", "Eingabe.frx", "Kunde.cls", "Modul1.bas",
+             "Tabelle1.cls"]
+    for folder in ("a", "b"):
+        equal(box.names(f"x/{folder}/Mappe.xlsm"), names)
+    holds(box.get("x/a/Mappe.xlsm/Modul1.bas"), b'"M\xfcller"\r\n', b"Attribute Gruessen.VB_")
+    box.run("-n", "-d", "office", "a/Mappe.xlsm")
+    box.run("-n", "--header=drop", "-d", "files", *(f"x/a/Mappe.xlsm/{name}" for name in names
+                                                    if name[0] != "D" and name[-1] != "x"))
+    for name in box.names("files"):
+        equal(box.get(f"files/{name}"), box.get(f"office/Mappe.xlsm/{name}"))
+    frx = box.get("x/a/Mappe.xlsm/Eingabe.frx")
+    box.put("x/a/Mappe.xlsm/Eingabe.frx", frx + bytes(512))  # the same, written in another way
+    box.run("--export-modules", "x", "--export-encoding=utf-8", "a/Mappe.xlsm", "b/Mappe.xlsm")
+    equal(box.get("x/a/Mappe.xlsm/Eingabe.frx"), frx + bytes(512))
+    holds(box.get("x/a/Mappe.xlsm/Modul1.bas"), '"Müller"'.encode())
 
 
 def main():

@@ -40,6 +40,8 @@ def run_command(line, program, scratch):
         for word in words:
             if word.endswith(example.suffix) and "*" not in word:
                 shutil.copy(example, folder / word)
+            elif word.endswith((".xlsm", ".docm")):
+                shutil.copy(ROOT / "tests/golden/office/Mappe.xlsm", folder / word)
             elif word.endswith(".ini"):
                 shutil.copy(ROOT / "data/vb.ini", folder / word)
     before = set(folder.rglob("*"))

@@ -1,0 +1,103 @@
+// See office_index.h. Tested by tests/cli/run.py.
+#include "cli/office_index.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+#include "base/codepage.h"
+#include "base/file.h"
+#include "cli/office_inputs.h"
+#include "convert/exact.h"
+#include "convert/office_text.h"
+
+namespace tintline {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Without colours of its own: the browser's, light or dark.
+constexpr std::string_view kHead =
+    "<!DOCTYPE html>\n<html lang=\"de\">\n<head>\n<meta charset=\"utf-8\">\n"
+    "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
+    "'unsafe-inline'\">\n"
+    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+    "<meta name=\"color-scheme\" content=\"light dark\">\n";
+constexpr std::string_view kStyle =
+    "<style>\nbody{font:1em/1.5 system-ui,sans-serif;max-width:60em;margin:1em auto;"
+    "padding:0 1em}\ntd,th{text-align:left;padding:.1em 1em .1em 0}\n"
+    "td:last-child,th:last-child{text-align:right}\n</style>\n</head>\n<body>\n<main>\n";
+
+std::string html(std::wstring_view text) {
+  std::string result;
+  for (const char c : toUtf8(text)) {
+    if (c == '&')
+      result += "&amp;";
+    else if (c == '<')
+      result += "&lt;";
+    else if (c == '>')
+      result += "&gt;";
+    else if (c == '"')
+      result += "&quot;";
+    else
+      result += c;
+  }
+  return result;
+}
+
+std::string rowOf(const Task& task, const fs::path& folder) {
+  const OfficeModule& module = *task.input.module;
+  const std::u8string address = addressOf(task.target.lexically_relative(folder));
+  return "<tr><td><a href=\"" + std::string(address.begin(), address.end()) + "\">" +
+         html(module.name) + "</a></td><td>" + html(kindText(module.kind).german) + "</td><td>" +
+         std::to_string(module.lines) + "</td></tr>\n";
+}
+
+// The page of one file: a table for each project.
+std::string pageOf(const std::vector<const Task*>& tasks, const fs::path& folder) {
+  const std::string title = html(pathText(tasks.front()->input.path.filename()));
+  std::string page(kHead);
+  page += "<title>" + title + "</title>\n";
+  page.append(kStyle).append("<h1>" + title + "</h1>\n");
+  const OfficeProject* project = nullptr;
+  for (const Task* task : tasks) {
+    if (task->input.module->project.get() != project) {
+      if (project != nullptr) page += "</table>\n";
+      project = task->input.module->project.get();
+      page += "<h2>" + html(project->name) + (project->locked ? " (gesperrt)" : "") +
+              (project->isSigned ? " (signiert)" : "") + "</h2>\n" +
+              "<table>\n<tr><th>Modul</th><th>Art</th><th>Zeilen</th></tr>\n";
+    }
+    page += rowOf(*task, folder);
+  }
+  return page + "</table>\n</main>\n</body>\n</html>\n";
+}
+
+// No page of a module may be called so.
+fs::path indexName(const std::vector<const Task*>& tasks, const fs::path& folder) {
+  FreeNames names;
+  for (const Task* task : tasks)
+    if (task->target.parent_path() == folder)
+      names.take(folder, pathText(task->target.stem()), L".htm");
+  return names.take(folder, L"index", L".htm");
+}
+
+}  // namespace
+
+void writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options) {
+  if (options.outputDir.empty() || options.format != Format::Page) return;
+  std::map<fs::path, std::vector<const Task*>> files;
+  for (const Task& task : tasks)
+    if (task.input.module)
+      files[argumentPath(options.outputDir) / task.input.module->project->place].push_back(&task);
+  for (const auto& [folder, members] : files) {
+    std::error_code failure;
+    fs::create_directories(folder, failure);
+    if (failure) throw FileError(folder, failure);
+    AtomicFile file(indexName(members, folder));
+    file.stream() << pageOf(members, folder);
+    file.commit();
+  }
+}
+
+}  // namespace tintline
