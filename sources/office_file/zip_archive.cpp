@@ -148,12 +148,11 @@ Bytes ZipArchive::read(const Part& part, Budget& budget, std::size_t limit) cons
   } else {
     result.fault = Fault::TooLarge;
   }
-  if (result.fault != Fault::None || wanted == limit) {
-    if (result.fault == Fault::None && part.size > kMaxPart) result.fault = Fault::TooLarge;
-    return result;
-  }
+  if (result.fault != Fault::None) return result;
   if (result.bytes.size() < wanted)
     result.fault = Fault::Truncated;
+  else if (wanted < part.size)
+    result.fault = part.size > kMaxPart ? Fault::TooLarge : Fault::None;
   else if (crc32Of(result.bytes) != part.checksum)
     result.fault = Fault::WrongChecksum;
   return result;
