@@ -77,8 +77,7 @@ Outcome convert(const Task& task, const Classic& classic, const Surroundings& su
                  classic.frame, classic.clipboard);
   });
   return {.failure = {},
-          .warning = office != nullptr && !office->hint.empty() ? office->hint
-                                                                : replacedText(converted.replaced),
+          .warning = warningOf(task.input, replacedText(converted.replaced)),
           .sourceLines = converted.sourceLines};
 }
 

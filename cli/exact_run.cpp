@@ -123,7 +123,7 @@ class ExactRun {
     const auto usual = office != nullptr ? listing::Header::Drop : listing::Header::Fold;
     const bool asInEditor = options_.header.value_or(usual) == listing::Header::Drop;
     vb::Decoded source = decodeSource(readInput(task, surroundings_), page);
-    Message warning = office != nullptr && !office->hint.empty() ? office->hint : lossText(source);
+    Message warning = warningOf(task.input, lossText(source));
     vb::Module module =
         readExact(std::move(source.text), task.input.place.filename(), words_, passes_, asInEditor);
     checkLines(options_.lines, module.lines);

@@ -140,6 +140,10 @@ bool isOfficeFile(const fs::path& file) {
   return office_file::isOfficeFile(beginning);
 }
 
+Message warningOf(const Input& input, const Message& lost) {
+  return input.module && !input.module->hint.empty() ? input.module->hint : lost;
+}
+
 OfficeDocument readOffice(const Input& input) {
   const auto source = sourceOf(input);
   office_file::OfficeFile file = office_file::readOfficeFile(*source);

@@ -48,6 +48,9 @@ struct OfficeDocument {
   bool isForeign = false;  // nothing of Office's, or without a project: in a folder, no failure
 };
 
+// What the user is warned of: the hint about an Office module, else what decoding its input lost.
+Message warningOf(const Input& input, const Message& lost);
+
 // Throws FileError.
 OfficeDocument readOffice(const Input& input);
 
