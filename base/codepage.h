@@ -26,6 +26,13 @@ unsigned ansiCodePage();
 std::string toUtf8(std::wstring_view text);
 std::wstring fromUtf8(std::string_view text);
 
+// What the bytes of a text are, where both kinds are possible.
+enum class TextEncoding : unsigned char { Ansi, Utf8 };
+
+inline std::wstring toWide(std::string_view text, TextEncoding encoding) {
+  return encoding == TextEncoding::Utf8 ? fromUtf8(text) : fromAnsi(text);
+}
+
 // A path as the user reads it; parts that are no text become U+FFFD.
 std::wstring pathText(const std::filesystem::path& path);
 

@@ -71,7 +71,9 @@ vb::Module asInEditor(vb::Module module, const vb::WordLists& words) {
   return shown;
 }
 
-vb::ModuleKind kindOf(const std::filesystem::path& file) {
+}  // namespace
+
+vb::ModuleKind moduleKindOf(const std::filesystem::path& file) {
   using enum vb::ModuleKind;
   static constexpr std::pair<std::wstring_view, vb::ModuleKind> kKinds[] = {
       {L".cls", Class},        {L".frm", Form},         {L".ctl", UserControl},
@@ -81,8 +83,6 @@ vb::ModuleKind kindOf(const std::filesystem::path& file) {
     if (equalsIgnoreCase(extension, toAnsi(known))) return kind;
   return Standard;
 }
-
-}  // namespace
 
 vb::WordLists exactWords(std::string_view iniFile) {
   const std::u8string text = decodeSource(iniFile).text;
@@ -145,7 +145,7 @@ vb::Module readExact(std::u8string text, const std::filesystem::path& file,
     text = reformatted(text, passes[pass]);
   }
   vb::Module module =
-      vb::readModule(std::move(text), exactText(pathText(file.stem())), kindOf(file), words);
+      vb::readModule(std::move(text), exactText(pathText(file.stem())), moduleKindOf(file), words);
   return inEditor ? asInEditor(std::move(module), words) : module;
 }
 

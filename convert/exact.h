@@ -46,6 +46,9 @@ std::u8string addressOf(const std::filesystem::path& page);
 // A text as valid UTF-8 in the type of the exact conversion.
 std::u8string exactText(std::wstring_view text);
 
+// What a file of that name holds.
+vb::ModuleKind moduleKindOf(const std::filesystem::path& file);
+
 // A module of a file, given as its text: reformatted and read. Name and kind are those of the
 // file's name, where the text itself does not tell. `inEditor`: without file header and attributes,
 // as the editor shows it; what they say of the module still counts. Throws std::length_error when

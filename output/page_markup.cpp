@@ -43,6 +43,12 @@ void readDeclaration(std::string_view property, std::string_view value, Looks& l
     looks.background = readColor(value);
   } else if (equalsIgnoreCase(property, "border")) {
     looks.border = readColor(value.substr(value.rfind(' ') + 1));
+  } else if (equalsIgnoreCase(property, "border-color")) {
+    looks.border = readColor(value);
+  } else if (equalsIgnoreCase(property, "font-weight")) {
+    looks.bold = equalsIgnoreCase(value, "bold") || value == "600" || value == "700";
+  } else if (equalsIgnoreCase(property, "font-style")) {
+    looks.italic = equalsIgnoreCase(value, "italic");
   }
 }
 
@@ -52,6 +58,7 @@ void setAttribute(Tag& tag, std::string_view name, std::string_view value) {
   };
   set("class", tag.className);
   set("style", tag.style);
+  set("id", tag.id);
   set("name", tag.anchor);
   set("href", tag.target);
 }
@@ -160,7 +167,7 @@ std::optional<Reference> readReference(std::string_view text) {
   return {};
 }
 
-std::wstring attributeText(std::string_view value) {
+std::wstring attributeText(std::string_view value, TextEncoding encoding) {
   std::wstring result;
   for (std::size_t i = 0; i < value.size();) {
     if (const auto reference = value[i] == '&' ? readReference(value.substr(i)) : std::nullopt) {
@@ -169,7 +176,7 @@ std::wstring attributeText(std::string_view value) {
       continue;
     }
     const std::size_t end = std::min(value.find('&', i + 1), value.size());
-    result += fromAnsi(value.substr(i, end - i));
+    result += toWide(value.substr(i, end - i), encoding);
     i = end;
   }
   return result;

@@ -1,4 +1,4 @@
-// The markup of the program's own pages, piece by piece: tags with the four
+// The markup of the program's own pages, piece by piece: tags with the five
 // attributes that mean something, character references, style declarations.
 // Any bytes whatsoever may come in: comments of the source stand in the page
 // unescaped, and so does markup that they hold.
@@ -13,6 +13,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/codepage.h"
+
 namespace tintline {
 
 using Color = std::uint32_t;  // 0xRRGGBB
@@ -22,6 +24,8 @@ struct Looks {
   std::optional<Color> color;
   std::optional<Color> background;  // nothing when inherited
   std::optional<Color> border;
+  bool bold = false;
+  bool italic = false;
 };
 
 // The looks of declarations like " color: #0000FF; font: italic bold;". What is
@@ -32,7 +36,7 @@ struct Tag {
   std::string_view name;
   bool closing = false;
   // Values without their quotes; the first of several counts.
-  std::optional<std::string_view> className, style, anchor, target;
+  std::optional<std::string_view> className, style, id, anchor, target;
 };
 
 // Reads tags off a text from left to right, as a browser finds them: "<" and a
@@ -72,6 +76,6 @@ struct Reference {
 std::optional<Reference> readReference(std::string_view text);
 
 // An attribute's value as wide text, references replaced.
-std::wstring attributeText(std::string_view value);
+std::wstring attributeText(std::string_view value, TextEncoding encoding = TextEncoding::Ansi);
 
 }  // namespace tintline

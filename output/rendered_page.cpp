@@ -4,11 +4,12 @@
 
 #include <algorithm>
 #include <map>
-#include <unordered_map>
 #include <utility>
 
 #include "base/codepage.h"
 #include "base/text.h"
+#include "output/exact_page.h"
+#include "output/page_text.h"
 
 namespace tintline {
 namespace {
@@ -44,43 +45,6 @@ StyleSheet readStyleSheet(std::string_view head) {
     rules.remove_prefix(close + 1);
   }
 }
-
-// The text with its runs while it grows.
-class TextBuilder {
- public:
-  std::size_t size() const { return page_.text.size(); }
-  bool atLineStart() const { return page_.text.empty() || page_.text.back() == L'\n'; }
-
-  void append(std::wstring_view text, const TextLooks& looks) {
-    if (text.empty()) return;
-    if (page_.runs.empty() || page_.runs.back().looks != looks)
-      page_.runs.push_back({size(), 0, looks});
-    page_.runs.back().length += text.size();
-    page_.text += text;
-  }
-
-  void addAnchor(std::wstring name) { page_.anchors.push_back({std::move(name), size()}); }
-
-  std::uint32_t addTarget(std::string_view target) {
-    const auto [entry, added] =
-        targets_.try_emplace(target, static_cast<std::uint32_t>(page_.targets.size()));
-    if (added) page_.targets.push_back(attributeText(target));
-    return entry->second;
-  }
-
-  // The page without the line ends behind its last line.
-  RenderedPage take() && {
-    page_.text.resize(page_.text.find_last_not_of(L'\n') + 1);
-    while (!page_.runs.empty() && page_.runs.back().start >= size()) page_.runs.pop_back();
-    if (!page_.runs.empty()) page_.runs.back().length = size() - page_.runs.back().start;
-    for (Anchor& anchor : page_.anchors) anchor.position = std::min(anchor.position, size());
-    return std::move(page_);
-  }
-
- private:
-  RenderedPage page_;
-  std::unordered_map<std::string_view, std::uint32_t> targets_;
-};
 
 enum class Element : std::uint8_t { Span, A, Div, Pre };
 
@@ -127,7 +91,7 @@ class Layout {
 
   std::string_view body_;
   const StyleSheet& sheet_;
-  TextBuilder builder_;
+  PageText builder_;
   TextLooks looks_;
   std::vector<Open> stack_;
   std::size_t inline_[2] = {0, 0};  // open spans and links inside the innermost block
@@ -260,10 +224,13 @@ void Layout::open(Element element, const Tag& tag) {
   }
   if (element == Element::A && tag.target) {
     looks_.link = builder_.addTarget(*tag.target);
+    looks_.underlined = true;
     looks_.color = kLinkColor;
   }
   if (own.color) looks_.color = own.color;
   if (own.background) looks_.background = own.background;
+  looks_.bold = looks_.bold || own.bold;
+  looks_.italic = looks_.italic || own.italic;
 }
 
 // Closes the innermost element of that kind with all it holds. A block is not closed by the
@@ -311,6 +278,7 @@ const TextRun* RenderedPage::runAt(std::size_t position) const {
 }
 
 RenderedPage renderPage(std::string_view html) {
+  if (isExactPage(html)) return renderExactPage(html);
   const std::size_t body = findIgnoreCase(html, "<body");
   const StyleSheet sheet = body == npos ? StyleSheet{} : readStyleSheet(html.substr(0, body));
   return Layout(body == npos ? html : html.substr(body), sheet).run();

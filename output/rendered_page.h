@@ -1,8 +1,8 @@
 // The program's own HTML page as text with looks: what the preview shows where
 // no browser can.
 //
-// The pages are those of output/html_document.h. Comments stand in them as the
-// source has them, so a page may hold any bytes: tags other than the program's
+// The pages are those of output/html_document.h and of listing/. Comments stand in the
+// former as the source has them, so a page may hold any bytes: tags other than the program's
 // own are passed over like a browser passes over tags it does not know, and
 // nothing is ever loaded, run or followed. Time and memory are linear in the
 // page's size.
@@ -25,11 +25,14 @@ struct TextLooks {
   std::optional<Color> color;         // nothing: the window's text colour
   std::optional<Color> background;    // nothing: the window's
   std::optional<std::uint32_t> link;  // index in RenderedPage::targets
+  bool bold = false;
+  bool italic = false;
+  bool underlined = false;
 
   bool operator==(const TextLooks&) const = default;
 };
 
-// Positions count wide characters of the text.
+// Positions count UTF-16 units of the text.
 struct TextRun {
   std::size_t start = 0;
   std::size_t length = 0;
@@ -59,7 +62,8 @@ struct RenderedPage {
 inline constexpr wchar_t kRuleCharacter = L'\u2500';
 inline constexpr std::size_t kRuleLength = 80;
 
-// `html`: a page in the ANSI code page; a text without "<body" is read as a body.
+// `html`: a page in the ANSI code page, where a text without "<body" is read as a body; or an exact
+// page, in UTF-8.
 RenderedPage renderPage(std::string_view html);
 
 }  // namespace tintline

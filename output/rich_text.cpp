@@ -68,7 +68,9 @@ std::string controlWords(const TextLooks& looks, ColorTable& colors) {
   std::string words;
   if (looks.color) words += "\\cf" + std::to_string(colors.number(*looks.color));
   if (looks.background) words += "\\highlight" + std::to_string(colors.number(*looks.background));
-  if (looks.link) words += "\\ul";
+  if (looks.bold) words += "\\b";
+  if (looks.italic) words += "\\i";
+  if (looks.underlined) words += "\\ul";
   return words;
 }
 

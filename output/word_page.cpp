@@ -80,4 +80,10 @@ void writeWordPage(std::ostream& page, const ColorScheme& colors, const Selectab
   frame.HTMLFuss(page);
 }
 
+void writeWordPage(std::ostream& page, std::string_view copy) {
+  page << "<html>\r\n<head>\r\n<meta http-equiv=\"Content-Type\" content=\"text/html; "
+          "charset=utf-8\">\r\n</head>\r\n<body>\r\n"
+       << copy << "\r\n</body>\r\n</html>\r\n";
+}
+
 }  // namespace tintline

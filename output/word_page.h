@@ -4,6 +4,7 @@
 #pragma once
 
 #include <ostream>
+#include <string_view>
 
 #include "engine/color_scheme.h"
 #include "output/clipboard_text.h"
@@ -17,5 +18,8 @@ namespace tintline {
 // but the program's own tags gets through: code may hold tags that would load something.
 // The page is ASCII, so that no reader has to guess a character set.
 void writeWordPage(std::ostream& page, const ColorScheme& colors, const SelectableLines& List2);
+
+// A page around an element in UTF-8 that needs nothing else: a formatted copy of exact code.
+void writeWordPage(std::ostream& page, std::string_view copy);
 
 }  // namespace tintline

@@ -1,4 +1,4 @@
-// The system's clipboard, as plain text.
+// The system's clipboard.
 #pragma once
 
 #include <string>
@@ -10,13 +10,20 @@ class Clipboard {
  public:
   virtual ~Clipboard() = default;
 
-  // Clears the clipboard and puts the text (ANSI code page) on it. Throws
-  // std::runtime_error when the clipboard cannot be used.
-  virtual void setText(std::string_view text) = 0;
+  // A content in several formats, of which the receiver takes the one that it knows best.
+  struct Formats {
+    std::string html;  // "HTML Format"
+    std::string rtf;
+    std::wstring text;
+  };
 
-  // The text on the clipboard in the ANSI code page, "" when there is none. Throws
-  // as above.
-  virtual std::string text() = 0;
+  // Clears the clipboard and puts the text, or the formats in this order, on it. Throws
+  // std::runtime_error when the clipboard cannot be used.
+  virtual void setText(std::wstring_view text) = 0;
+  virtual void setFormats(const Formats& formats) = 0;
+
+  // The text on the clipboard, "" when there is none. Throws as above.
+  virtual std::wstring text() = 0;
 };
 
 }  // namespace tintline

@@ -9,8 +9,8 @@ class TextMeasure {
  public:
   virtual ~TextMeasure() = default;
 
-  // The width of the text (ANSI code page) in pixels.
-  virtual int width(std::string_view text) = 0;
+  // The width of the text in pixels.
+  virtual int width(std::wstring_view text) = 0;
 
   // The width of the font's widest character in pixels.
   virtual int widestCharacter() = 0;

@@ -165,6 +165,7 @@ void EinstellungenSchreiben(const std::filesystem::path& file, const ColorValues
   std::string content = currentContent(file);
   std::string PreCode, PostCode;
   const std::optional<std::string> language = storedValue(content, kLanguageKey);
+  const std::optional<std::string> mode = storedValue(content, kModeKey);
   if (rewrite) {
     PreCode = storedText(content, "PreCode");
     PostCode = storedText(content, "PostCode");
@@ -178,6 +179,7 @@ void EinstellungenSchreiben(const std::filesystem::path& file, const ColorValues
   write("PreCode", PreCode + ",");
   write("PostCode", PostCode + ",");
   if (rewrite && language) write(kLanguageKey, *language);
+  if (rewrite && mode) write(kModeKey, *mode);
   replaceContent(file, content);
 }
 

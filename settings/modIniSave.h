@@ -31,6 +31,9 @@ std::filesystem::path chooseSettingsFile(const std::filesystem::path& programFol
 // uses it; it stays when the window saves.
 inline constexpr std::string_view kLanguageKey = "Sprache";
 
+// The mode of the window, "genau" or "klassisch"; only the window reads it.
+inline constexpr std::string_view kModeKey = "Modus";
+
 // The stored text of a key without its last character (the terminator), "" when
 // file or key are missing. At most 254 characters of a value are read, so at
 // most 253 come back.
@@ -66,7 +69,8 @@ bool fkt_FarbenLaden(const std::filesystem::path& file, ColorScheme& scheme);
 void FarbenSpeichern(const std::filesystem::path& file, ColorScheme& scheme);
 
 // Writes the whole file: the five colour values as given, PreCode and PostCode
-// (and the language, if there is one) kept when `rewrite` is set, else emptied. Throws FileError.
+// (and language and mode, where there are any) kept when `rewrite` is set, else emptied. Throws
+// FileError.
 void EinstellungenSchreiben(const std::filesystem::path& file,
                             const std::array<std::string, kColorCategories>& colors, bool rewrite);
 

@@ -14,7 +14,7 @@ inline constexpr wchar_t kPrePostClass[] = L"TINTLINE_PrePostCode";
 inline constexpr wchar_t kInputClass[] = L"TINTLINE_Eingabe";
 
 // Sent to a list with a line's index in wParam and in lParam the address of a buffer
-// in this program's memory: as LB_GETTEXT, with bytes in the ANSI code page and a NUL
+// in this program's memory: as LB_GETTEXT, with the bytes that the list holds and a NUL
 // behind them. With no buffer it only gives the length. LB_GETTEXT itself copies no
 // texts between processes for lists that draw themselves.
 inline constexpr unsigned kGetLine = 0x8000 + 1;  // WM_APP + 1
@@ -53,6 +53,8 @@ enum ControlId : int {
   kLabel10,
   kExportPfad,
   kToolbar1,
+  kOptKlassisch,
+  kOptGenau,
 
   // frmSplash
   kSplashLogo = 1101,

@@ -5,12 +5,14 @@
 #include <cstdint>
 #include <limits>
 
+#include "app/controls/line_layout.h"
 #include "engine/html_lines.h"
 
 namespace tintline {
 namespace {
 
-std::size_t columnsOf(std::string_view line) {
+// Of lines in UTF-8 it is at least as many: no character has more columns than bytes.
+std::size_t mostColumns(std::string_view line) {
   std::size_t columns = line.find('\t');
   if (columns == std::string_view::npos) return line.size();
   for (const char c : line.substr(columns))
@@ -21,24 +23,25 @@ std::size_t columnsOf(std::string_view line) {
 // What lines ask for; the width of the widest character is looked up once.
 class LineWidth {
  public:
-  explicit LineWidth(TextMeasure& measure)
-      : measure_(measure), widest_(std::max(measure.widestCharacter(), 0)) {}
+  LineWidth(TextMeasure& measure, TextEncoding encoding)
+      : measure_(measure), encoding_(encoding), widest_(std::max(measure.widestCharacter(), 0)) {}
 
   // What the line cannot be wider than.
   int bound(std::string_view line) const {
     constexpr int kMost = std::numeric_limits<int>::max();
-    const auto columns = static_cast<std::uintmax_t>(columnsOf(line));
+    const auto columns = static_cast<std::uintmax_t>(mostColumns(line));
     if (widest_ != 0 && columns > static_cast<std::uintmax_t>(kMost / widest_)) return kMost;
     return static_cast<int>(columns) * widest_;
   }
 
   // What the line asks for.
   int needed(std::string_view line) const {
-    return line.size() <= kDirectLength ? bound(line) : measure_.width(line);
+    return line.size() <= kDirectLength ? bound(line) : measure_.width(toWide(line, encoding_));
   }
 
  private:
   TextMeasure& measure_;
+  TextEncoding encoding_;
   int widest_;
 };
 
@@ -59,11 +62,12 @@ void ListboxHScroll::AddItem(std::string_view text, std::ptrdiff_t index, Mode m
   list_.AddItem(text, place);
   if (mode == kFit) fit();
   if (mode == kGrow)
-    setScrollWidth(std::max(ScrollWidth(), LineWidth(measure_).needed(list_.lines()[place])));
+    setScrollWidth(std::max(ScrollWidth(),
+                            LineWidth(measure_, list_.encoding()).needed(list_.lines()[place])));
 }
 
-void ListboxHScroll::Clear() {
-  list_.Clear();
+void ListboxHScroll::Clear(TextEncoding encoding) {
+  list_.Clear(encoding);
   setScrollWidth(0);
 }
 
@@ -73,7 +77,7 @@ void ListboxHScroll::setScrollWidth(int pixels) { list_.HorizontalExtent = pixel
 
 void ListboxHScroll::fit() {
   const LineList& lines = list_.lines();
-  const LineWidth width(measure_);
+  const LineWidth width(measure_, list_.encoding());
   // The longest line comes first: after it, few others may still be wider.
   std::size_t longest = 0;
   for (std::size_t i = 1; i < lines.size(); ++i)

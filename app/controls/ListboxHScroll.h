@@ -18,9 +18,6 @@
 
 namespace tintline {
 
-// A tab leads to the next column that is a multiple of this, in the list box too.
-inline constexpr std::size_t kTabStop = 4;
-
 // What AddItem refuses; `source` names the procedure.
 struct ListboxError : std::runtime_error {
   ListboxError(const char* message, std::string procedure)
@@ -45,8 +42,8 @@ class ListboxHScroll {
   // is full (kMaxLines).
   void AddItem(std::string_view text, std::ptrdiff_t index, Mode mode);
 
-  // Empties the list box and the scroll range.
-  void Clear();
+  // Empties the list box and the scroll range. Lines that come now are of that encoding.
+  void Clear(TextEncoding encoding = TextEncoding::Ansi);
 
   // The scroll range in pixels; 0 for none.
   int ScrollWidth() const;

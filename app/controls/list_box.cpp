@@ -16,10 +16,11 @@ void ListBox::AddItem(std::string_view line, std::size_t index) {
   changed();
 }
 
-void ListBox::Clear() { setLines({}); }
+void ListBox::Clear(TextEncoding encoding) { setLines({}, encoding); }
 
-void ListBox::setLines(LineList lines) {
+void ListBox::setLines(LineList lines, TextEncoding encoding) {
   lines_ = std::move(lines);
+  encoding_ = encoding;
   selected_.assign(lines_.size(), false);
   selectedCount_ = 0;
   listIndex_ = kNone;

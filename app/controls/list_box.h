@@ -5,10 +5,12 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/controls/control.h"
+#include "base/codepage.h"
 #include "base/line_list.h"
 
 namespace tintline {
@@ -20,16 +22,20 @@ class ListBox : public Control {
   const LineList& lines() const { return lines_; }
   std::size_t ListCount() const { return lines_.size(); }
 
+  // What the bytes of the lines are, and a line as the user reads it.
+  TextEncoding encoding() const { return encoding_; }
+  std::wstring text(std::size_t index) const { return toWide(lines_[index], encoding_); }
+
   // Adds a line, not selected: at the end, or in front of line `index` (at most
   // ListCount()). The selection and the current item stay with their lines.
   void AddItem(std::string_view line) { AddItem(line, ListCount()); }
   void AddItem(std::string_view line, std::size_t index);
 
-  // No lines, no selection.
-  void Clear();
+  // No lines, no selection. Those that come now are of that encoding.
+  void Clear(TextEncoding encoding = TextEncoding::Ansi);
 
   // Replaces all lines; nothing is selected then.
-  void setLines(LineList lines);
+  void setLines(LineList lines, TextEncoding encoding = TextEncoding::Ansi);
 
   // The current item, or kNone; an index without a line counts as kNone.
   std::ptrdiff_t ListIndex() const { return listIndex_; }
@@ -77,6 +83,7 @@ class ListBox : public Control {
   std::ptrdiff_t existing(std::ptrdiff_t index) const;
 
   LineList lines_;
+  TextEncoding encoding_ = TextEncoding::Ansi;
   std::vector<bool> selected_;
   std::size_t selectedCount_ = 0;
   std::ptrdiff_t listIndex_ = kNone;

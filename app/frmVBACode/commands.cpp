@@ -15,6 +15,7 @@ constexpr MenuEntry kDatei[] = {
 
 constexpr MenuEntry kBearbeiten[] = {
     {Command::mnuCopy, L"&Kopieren", L"Strg+C"},
+    {Command::mnuFormatiertKopieren, L"&Formatiert kopieren", L"Strg+Umschalt+C"},
     {Command::mnuInsert, L"&Einfügen", L"Strg+V"},
     kLine,
     {Command::mnuSelectAll, L"Alles &markieren", L"Strg+A"},
@@ -30,6 +31,9 @@ constexpr MenuEntry kKonvertieren[] = {
     {Command::mnuFormat2, L"Einzug ve&rkleinern", L"Strg+-"},
     {Command::mnuZeilenbreite, L"Zeilen&breite", L""},
     {Command::mnuUmbruch, L"Zeilen &umbrechen", L"Strg+U"},
+    kLine,
+    {Command::mnuKlassisch, L"&Klassisch", L"Strg+1"},
+    {Command::mnuGenau, L"&Genau", L"Strg+2"},
     kLine,
     {Command::mnuZeilennummern, L"Zeilen&nummern", L""},
     {Command::mnuVorschau, L"V&orschau", L""},
@@ -70,6 +74,17 @@ constexpr MenuEntry kModulAll[] = {
     {Command::mnuconvertall, L"Alle Module konvertieren", L""},
 };
 
+constexpr MenuEntry kListMenu[] = {
+    {Command::mnuCopy, L"&Kopieren", L"Strg+C"},
+    {Command::mnuFormatiertKopieren, L"&Formatiert kopieren", L"Strg+Umschalt+C"},
+    kLine,
+    {Command::mnuSelectAll, L"Alles &markieren", L"Strg+A"},
+};
+
+constexpr MenuEntry kPreviewMenu[] = {
+    {Command::mnuFormatiertKopieren, L"&Formatiert kopieren", L"Strg+Umschalt+C"},
+};
+
 constexpr ToolbarButton kGap{"", Command::None, L""};
 
 constexpr ToolbarButton kToolbar[] = {
@@ -100,9 +115,12 @@ constexpr Accelerator kAccelerators[] = {
     {kControl, Key::Letter, 'O', Command::mnudatei},
     {kControl, Key::Letter, 'S', Command::cmdExport},
     {kControl, Key::Letter, 'C', Command::mnuCopy},
+    {kControl | kShift, Key::Letter, 'C', Command::mnuFormatiertKopieren},
     {kControl, Key::Letter, 'V', Command::mnuInsert},
     {kControl, Key::Letter, 'A', Command::mnuSelectAll},
     {kControl, Key::Letter, 'U', Command::mnuUmbruch},
+    {kControl, Key::Letter, '1', Command::mnuKlassisch},
+    {kControl, Key::Letter, '2', Command::mnuGenau},
     {kControl, Key::Plus, 0, Command::mnuFormat},
     {kControl, Key::Minus, 0, Command::mnuFormat2},
     {kNoModifier, Key::F1, 0, Command::mnuhelp},
@@ -119,6 +137,10 @@ std::span<const Menu> menuBar() { return kMenuBar; }
 std::span<const MenuEntry> mnuModulExport() { return kModulExport; }
 
 std::span<const MenuEntry> mnuModulAll() { return kModulAll; }
+
+std::span<const MenuEntry> listMenu() { return kListMenu; }
+
+std::span<const MenuEntry> previewMenu() { return kPreviewMenu; }
 
 std::span<const ToolbarButton> toolbar() { return kToolbar; }
 

@@ -43,6 +43,9 @@ enum class Command {
   mnuSchluesselworte,
   mnuhelp,
   mnuInfo,
+  mnuFormatiertKopieren,
+  mnuKlassisch,
+  mnuGenau,
   mnuAbbrechen  // Esc
 };
 
@@ -64,6 +67,10 @@ std::span<const Menu> menuBar();
 std::span<const MenuEntry> mnuModulExport();
 std::span<const MenuEntry> mnuModulAll();
 
+// The menu of a list, and that of the preview.
+std::span<const MenuEntry> listMenu();
+std::span<const MenuEntry> previewMenu();
+
 struct ToolbarButton {
   std::string_view key;  // names the command's picture; "" for a gap between groups
   Command command;
@@ -81,7 +88,7 @@ enum class Key { Letter, F1, F5, F6, F7, Plus, Minus, Escape };
 struct Accelerator {
   unsigned modifiers;
   Key key;
-  char letter;  // for Key::Letter, upper case
+  char letter;  // for Key::Letter, upper case, or a digit
   Command command;
 };
 

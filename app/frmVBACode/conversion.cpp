@@ -94,21 +94,21 @@ class frmVBACode::SelectionRun final : public RunObserver {
 };
 
 void frmVBACode::Verarbeiten() {
+  followMode();
+  if (shownSource_ == Mode::Classic && sourceText_.tooManyLines) return refuseToConvert();
   MousePointer = Pointer::Hourglass;
   hscroll2_.setScrollWidth(0);
   clearResult();
   const float start = ports_.clock.timer();
   const std::size_t count = List1.ListCount();
   WholeRun observer(*this);
-  const ClassicResult conversion = convertClassic(
-      List1.lines(), ProzNamen_, {}, conversionOptions(), frame(), highlighter_, observer);
+  const bool complete = convertChosen({}, observer);
   Auswahl_ = false;
   hscroll2_.fit();
   KopierschalterSetzen();
-  if (conversion.aborted) {
+  if (!complete) {
     tellAborted();
   } else {
-    HTMLText = conversion.body();
     const double seconds = double{ports_.clock.timer()} - start;
     if (count > 0) {
       Label9.Caption = std::to_wstring(count) + L" Zeilen in " +
@@ -120,12 +120,27 @@ void frmVBACode::Verarbeiten() {
   MousePointer = Pointer::Default;
 }
 
+// Fills List2 and the HTML text; false when the user ended the run.
+bool frmVBACode::convertChosen(const ChosenLines& chosen, ConversionObserver& observer) {
+  result_ = {sourceText_.exact, chosen};
+  if (shown_.mode == Mode::Exact) {
+    convertExactly(chosen);
+    return true;
+  }
+  ClassicResult conversion = convertClassic(sourceText_.classic, ProzNamen_, chosen,
+                                            conversionOptions(), frame(), highlighter_, observer);
+  HTMLText = conversion.body();
+  HTMLTabelle = std::move(conversion.table);
+  return !conversion.aborted;
+}
+
 ConversionOptions frmVBACode::conversionOptions() const {
   return {.lineNumbers = shown_.lineNumbers, .blnPaste = blnPaste_};
 }
 
 frmVBACode::ResultOptions frmVBACode::chosenOptions() const {
-  return {.lineNumbers = Check1.Value,
+  return {.mode = chosenMode(),
+          .lineNumbers = Check1.Value,
           .style = optStyle.Value ? StyleMode::Inline : StyleMode::Class};
 }
 
@@ -139,6 +154,18 @@ void frmVBACode::cmdMakro_Click() {
     AusgabeschalterSetzen(resultExists());
 }
 
+void frmVBACode::tellNotConverted() {
+  Label9.Caption =
+      Dateiname_ + L": mehr als " + std::to_wstring(kMaxLines) + L" Zeilen, nicht umgewandelt";
+}
+
+// A result of a part of the lines would be taken for that of all.
+void frmVBACode::refuseToConvert() {
+  DummySeite();
+  HTMLText.clear();
+  tellNotConverted();
+}
+
 // A file may have changed on disk since it was read, a procedure in its application; or
 // the lines are those of a whole module now. What the user did to the lines since then is
 // done again. What cannot be read any more stays as it is shown, and so does its result.
@@ -147,9 +174,8 @@ bool frmVBACode::readSourceAnew() {
   if (source_ == Source::File) {
     auto module = readModule(Dateipfad_);
     if (!module) return false;
-    if (module->tooManyLines) {
-      Label9.Caption =
-          Dateiname_ + L": mehr als " + std::to_wstring(kMaxLines) + L" Zeilen, nicht umgewandelt";
+    if (module->classic.tooManyLines && chosenMode() == Mode::Classic) {
+      tellNotConverted();
       return false;
     }
     showModule(std::move(*module));
@@ -175,13 +201,9 @@ void frmVBACode::convertSelection() {
   Label9.Caption = L"";
   MousePointer = Pointer::Hourglass;
   SelectionRun observer(*this);
-  const ClassicResult conversion =
-      convertClassic(List1.lines(), ProzNamen_, selectedLines_, conversionOptions(), frame(),
-                     highlighter_, observer);
+  convertChosen(selectedLines_, observer);
   Auswahl_ = true;
   hscroll2_.fit();
-  HTMLText = conversion.body();
-  HTMLTabelle = conversion.table;
   HTMLDateierstellen();
   tellSelected();
   MousePointer = Pointer::Default;
@@ -235,8 +257,8 @@ void frmVBACode::runAside(const std::function<void()>& work) {
 
 void frmVBACode::OptionenSetzen(bool enabled) {
   Check1.Enabled = enabled;
-  optClass.Enabled = enabled;
-  optStyle.Enabled = enabled;
+  for (OptionButton* option : {&optClass, &optStyle, &optKlassisch, &optGenau})
+    option->Enabled = enabled;
 }
 
 // Shows the result that is on display once more, with what the user has changed: the same

@@ -56,6 +56,11 @@ frmVBACode::frmVBACode(Application& application)
   optClass.ToolTipText = L"Schreibt die Farben einmal in den Kopf der Seite";
   optStyle.Caption = L"CSS im Style def.";
   optStyle.ToolTipText = L"Schreibt die Farben an jede Stelle, die sie braucht";
+  optKlassisch.Caption = L"Klassisch";
+  optKlassisch.ToolTipText = L"Wandelt Wort für Wort um";
+  optGenau.Caption = L"Genau";
+  optGenau.ToolTipText = L"Liest den Code, wie die Sprache ihn meint";
+  optKlassisch.Value = true;
   wBrowser.ToolTipText = L"Vorschau auf den konvertierten Quellcode";
   optClass.Value = true;
   for (CommandButton* button : {&cmdModul, &cmdVBAClp}) button->Enabled = false;
@@ -81,6 +86,8 @@ void frmVBACode::wireEvents() {
   };
   optClass.Click = chosenInsteadOf(optStyle);
   optStyle.Click = chosenInsteadOf(optClass);
+  optKlassisch.Click = chosenInsteadOf(optGenau);
+  optGenau.Click = chosenInsteadOf(optKlassisch);
   cmdWord.Click = [this] { execute(Command::mnu2word); };
   Check2.Click = [this] { command([] {}); };
   TreeView1.NodeClick = [this](TreeNode& node) { command([&] { TreeView1_NodeClick(node); }); };
@@ -115,10 +122,11 @@ void frmVBACode::guarded(const std::function<void()>& work) {
   }
 }
 
-// The user may have changed the options, now or while the command was at work: a result is
-// shown with the ones that are chosen, and the preview as its box says.
+// The user may have changed the options, now or while the command was at work: the source is shown
+// in the mode that is chosen, a result with the options, and the preview as its box says.
 void frmVBACode::catchUp() {
   if (closeWanted_) return;
+  followMode();
   if (shown_ != chosenOptions()) ErgebnisAuffrischen();
   if (FrameVorschau.Visible() != Check2.Value()) Check2_Click();
 }
@@ -147,6 +155,8 @@ void frmVBACode::dispatch(Command command) {
       return Kopieren();
     case Command::mnuInsert:
       return Einfügen();
+    case Command::mnuFormatiertKopieren:
+      return FormatiertKopieren();
     case Command::mnuSelectAll:
       return AllesMarkieren();
     case Command::mnuModul:
@@ -165,6 +175,11 @@ void frmVBACode::dispatch(Command command) {
       return Zeilenbreite();
     case Command::mnuUmbruch:
       return Umbruch();
+    case Command::mnuKlassisch:
+    case Command::mnuGenau:
+      optGenau.Value = command == Command::mnuGenau;
+      optKlassisch.Value = !optGenau.Value;
+      return;
     case Command::mnuZeilennummern:
       Check1.Value = !Check1.Value;
       return;
@@ -225,6 +240,7 @@ bool frmVBACode::isEnabled(Command command) const {
     case Command::mnuAuswahl:
       return cmdAuswahl.Enabled;
     case Command::mnuFormat:
+    case Command::mnuFormatiertKopieren:
       return code;
     case Command::mnuFormat2:
       return code && narrowable_;
@@ -253,7 +269,9 @@ bool frmVBACode::isEnabled(Command command) const {
 }
 
 bool frmVBACode::isChecked(Command command) const {
-  return (command == Command::mnuZeilennummern && Check1.Value) ||
+  return (command == Command::mnuKlassisch && optKlassisch.Value) ||
+         (command == Command::mnuGenau && optGenau.Value) ||
+         (command == Command::mnuZeilennummern && Check1.Value) ||
          (command == Command::mnuVorschau && Check2.Value);
 }
 

@@ -27,6 +27,8 @@
 #include "app/modWord.h"
 #include "app/ports.h"
 #include "base/file.h"
+#include "convert/exact_source.h"
+#include "convert/format.h"
 #include "convert/reformatting.h"
 #include "engine/conversion.h"
 #include "engine/keyword_table.h"
@@ -34,6 +36,7 @@
 #include "output/clipboard_text.h"
 #include "sources/module_file_reader.h"
 #include "sources/project_analysis.h"
+#include "vb/word.h"
 
 namespace tintline {
 
@@ -51,7 +54,8 @@ class frmVBACode final : public Form {
   CheckBox Check1;  // "Zeilennummern"
   CheckBox Check2;  // "Vorschau"
   OptionButton optClass, optStyle;
-  Frame Frame2;  // around List2
+  OptionButton optKlassisch, optGenau;  // the mode
+  Frame Frame2;                         // around List2
   ListBox List2;
   CommandButton cmdHTMClp, cmdExport, cmdWord;
   Frame FrameVorschau;  // the pane around wBrowser; shown as Check2 says
@@ -62,6 +66,9 @@ class frmVBACode final : public Form {
   // What is true of a command now: for menus, tool bar and keys.
   bool isEnabled(Command command) const;
   bool isChecked(Command command) const;
+  static bool isChoice(Command command) {  // of one of several
+    return command == Command::mnuKlassisch || command == Command::mnuGenau;
+  }
 
   // Runs a command that the user started; nothing when it is not enabled.
   void execute(Command command);
@@ -147,6 +154,7 @@ class frmVBACode final : public Form {
   void Kopieren();
   void mnuCopy_Click();
   void AllesMarkieren();
+  void FormatiertKopieren();
   void HTMLDateierstellen();
   void DummySeite();
 
@@ -160,7 +168,8 @@ class frmVBACode final : public Form {
   // F1 in a dialog: the help's entry for context help.
   void KontexthilfeZeigen();
 
-  // The HTML text and its companion, the table form of a selection.
+  // The HTML text and its companion, the table form of a selection. In the exact mode the text is
+  // the whole page, in UTF-8.
   std::string HTMLText, HTMLTabelle;
 
  private:
@@ -176,8 +185,22 @@ class frmVBACode final : public Form {
   // Where the lines of List1 came from: what cmdMakro converts.
   enum class Source { None, File, Text, Procedure };
 
+  // A source as each of the modes reads it. List1 shows the lines of the mode that is chosen.
+  struct SourceText {
+    LineList classic;
+    bool tooManyLines = false;  // for the classic mode, which has only the first of them
+    ExactSource exact;
+  };
+
+  // A module or procedure that was read.
+  struct ReadSource {
+    ModuleSource classic;
+    ExactModule exact;
+  };
+
   // What a result depends on beside its lines.
   struct ResultOptions {
+    Mode mode;
     bool lineNumbers;
     StyleMode style;
     bool operator==(const ResultOptions&) const = default;
@@ -200,8 +223,10 @@ class frmVBACode final : public Form {
 
   void open(const std::filesystem::path& file);
   void chooseFile(const TreeNode& node);
-  std::optional<ModuleSource> readModule(const std::filesystem::path& file);
-  void showModule(ModuleSource module);
+  std::optional<ReadSource> readModule(const std::filesystem::path& file);
+  void showModule(ReadSource module);
+  std::wstring warningOf(const ReadSource& module) const;
+  std::size_t lineCount(const ReadSource& module) const;
   void clearLists();
   void clearResult();
   void showExportPath(const std::wstring& path);
@@ -209,6 +234,21 @@ class frmVBACode final : public Form {
   void setSource(Source source);
   void nodeWithChildren(TreeNode& node);
   void nodeWithoutChildren(TreeNode& node);
+
+  Mode chosenMode() const { return optGenau.Value ? Mode::Exact : Mode::Classic; }
+  static TextEncoding encodingOf(Mode mode) {
+    return mode == Mode::Exact ? TextEncoding::Utf8 : TextEncoding::Ansi;
+  }
+  void loadMode();
+  void followMode();
+  void setSourceText(ReadSource source);
+  void tellNotConverted();
+  void refuseToConvert();
+  bool convertChosen(const ChosenLines& chosen, ConversionObserver& observer);
+  void convertExactly(const ChosenLines& chosen);
+  ChosenLines chosenOf(const std::vector<bool>& htmlLines) const;
+  listing::Options exactOptions(const ResultOptions& result) const;
+  std::wstring title() const;
 
   void run(const std::function<void()>& work);
   void runAside(const std::function<void()>& work);
@@ -229,7 +269,9 @@ class frmVBACode final : public Form {
 
   void indent(const Reformatting& pass);
   void tellTooManyWrapped();
-  void replaceLines(LineList lines);
+  static std::optional<SourceText> reformatted(const SourceText& text, const Reformatting& pass);
+  void replaceSource(SourceText text);
+  void showSource();
   void reformatAgain();
 
   bool OfficeAufruf(modWord::Connection& connection, std::wstring_view procedure,
@@ -242,16 +284,19 @@ class frmVBACode final : public Form {
   void addDocument(const modWord::Connection& connection, std::size_t index,
                    const ProjectSummary& project);
   void removeDocuments(const modWord::Connection& connection);
-  bool appendLines(const ModuleSource& source);
+  bool fits(std::size_t lines) const;
+  void appendClassic(const LineList& lines);
+  void showAppended(const LineList& lines);
   void tellTooManyLines();
-  ModuleSource readCode(const CodeModule& code, std::int32_t start, std::int32_t count);
-  std::optional<ModuleSource> readProcedure(const TreeNode& node);
-  void showProcedure(ModuleSource code);
+  ReadSource readCode(const CodeModule& code, std::int32_t start, std::int32_t count);
+  std::optional<ReadSource> readProcedure(const TreeNode& node);
+  void showProcedure(ReadSource code);
   void convertModules(const TreeNode& document, const std::vector<std::wstring>& modules,
                       bool headers, std::wstring_view procedure);
   std::optional<std::filesystem::path> chooseExportFolder(const std::wstring& name);
   bool exportModule(const std::wstring& name, const std::function<void()>& work);
   void tellNotExported(const std::wstring& name, const std::wstring& reason);
+  std::string wordPage(bool selected);
   void tellSent(bool some);
 
   static SelectableLines selectable(const ListBox& list);
@@ -268,26 +313,34 @@ class frmVBACode final : public Form {
   ListboxHScroll hscroll1_, hscroll2_;
   KeywordTable keywords_;
   Highlighter highlighter_;
+  vb::WordLists exactWords_;
 
+  SourceText sourceText_;
+  Mode shownSource_ = Mode::Classic;  // the mode whose lines List1 shows
+  struct Converted {
+    ExactSource source;
+    ChosenLines chosen;
+  };
+  Converted result_;  // what the result was made of
   Source source_ = Source::None;
   std::wstring Dateiname_;           // of the loaded file, without folder; "" for none
   std::filesystem::path Dateipfad_;  // its full path
   ProcedureNames ProzNamen_;
-  std::vector<Reformatting> reformatting_;        // to be done again when the lines are read anew
-  ResultOptions shown_{false, StyleMode::Class};  // the result is made with these
-  std::optional<std::size_t> menuNode_;           // the node under the last right click
-  int einzug_ = 0;                                // blanks per block level
-  int zeilenbreite_ = 80;                         // 0: lines are not wrapped
-  bool busy_ = false;                             // a command is at work
-  bool closeWanted_ = false;         // the user closed the window while a command was at work
-  bool bEsc_ = false;                // abort request
-  bool blnPaste_ = false;            // the lines are pasted code
-  bool gesamtmodul_ = false;         // List1 holds one or more whole modules of a project
-  bool Auswahl_ = false;             // the result stems from a selection:
-  std::vector<bool> selectedLines_;  // of these lines
-  bool controlFile_ = false;         // there is a "vb.ini"
-  bool narrowable_ = false;          // button "format2": lines were indented once
-  bool wrappable_ = false;           // button "umbruch": some line is longer than the width
+  std::vector<Reformatting> reformatting_;  // to be done again when the lines are read anew
+  ResultOptions shown_{Mode::Classic, false, StyleMode::Class};  // the result is made with these
+  std::optional<std::size_t> menuNode_;  // the node under the last right click
+  int einzug_ = 0;                       // blanks per block level
+  int zeilenbreite_ = 80;                // 0: lines are not wrapped
+  bool busy_ = false;                    // a command is at work
+  bool closeWanted_ = false;             // the user closed the window while a command was at work
+  bool bEsc_ = false;                    // abort request
+  bool blnPaste_ = false;                // the lines are pasted code
+  bool gesamtmodul_ = false;             // List1 holds one or more whole modules of a project
+  bool Auswahl_ = false;                 // the result stems from a selection:
+  std::vector<bool> selectedLines_;      // of these lines
+  bool controlFile_ = false;             // there is a "vb.ini"
+  bool narrowable_ = false;              // button "format2": lines were indented once
+  bool wrappable_ = false;               // button "umbruch": some line is longer than the width
 };
 
 }  // namespace tintline

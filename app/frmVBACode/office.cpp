@@ -1,5 +1,6 @@
 // Word and Excel in the main window: documents in the tree, their code in the lists,
 // the result in a new Word document. Tested by tests/app/office_test.cpp.
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -9,6 +10,7 @@
 #include "app/frmVBACode/frmVBACode.h"
 #include "base/codepage.h"
 #include "base/file.h"
+#include "convert/exact.h"
 #include "output/word_page.h"
 #include "sources/module_export.h"
 #include "sources/module_header.h"
@@ -58,6 +60,19 @@ std::wstring procedureOf(const TreeNode& node, ProcedureKind& kind) {
   }
   kind = ProcedureKind::Procedure;
   return nameOf(node);
+}
+
+vb::ModuleKind moduleKindOf(std::int32_t type) {
+  switch (type) {
+    case kClassModule:
+      return vb::ModuleKind::Class;
+    case kFormModule:
+      return vb::ModuleKind::Form;
+    case kDocumentModule:
+      return vb::ModuleKind::Document;
+    default:
+      return vb::ModuleKind::Standard;
+  }
 }
 
 void addComponent(TreeView& tree, TreeNode& document, const std::wstring& key,
@@ -207,62 +222,72 @@ bool frmVBACode::Makroeinlesen(const TreeNode& node) {
 }
 
 // Nothing when it cannot be read, which the user was told.
-std::optional<ModuleSource> frmVBACode::readProcedure(const TreeNode& node) {
+std::optional<frmVBACode::ReadSource> frmVBACode::readProcedure(const TreeNode& node) {
   Label9.Caption = L"";
   Label10.Caption = L"";
   MousePointer = Pointer::Hourglass;
-  std::optional<ModuleSource> lines;
+  std::optional<ReadSource> lines;
   OfficeAufruf(*connectionOf(node), L"Makroeinlesen" + std::wstring(kOfForm), [&] {
     const bool declarations = node.Key().ends_with(kDeclarationKey);
     ProcedureKind kind{};
     const std::wstring procedure = procedureOf(node, kind);
-    const CodeModule code =
-        projectOf(node).VBComponents().Item(nameOf(*node.Parent())).CodeModule();
+    const std::wstring module = nameOf(*node.Parent());
+    const CodeModule code = projectOf(node).VBComponents().Item(module).CodeModule();
     lines = declarations ? readCode(code, 1, code.CountOfDeclarationLines())
                          : readCode(code, code.ProcStartLine(procedure, kind),
                                     code.ProcCountLines(procedure, kind));
+    lines->exact.name = exactText(module);
   });
   MousePointer = Pointer::Default;
   Label9.Caption = L"";
-  if (!lines || !lines->tooManyLines) return lines;
+  if (!lines || !lines->classic.tooManyLines) return lines;
   tellTooManyLines();
   return {};
 }
 
 // The index of procedures stays that of the last module.
-void frmVBACode::showProcedure(ModuleSource code) {
-  clearLists();
+void frmVBACode::showProcedure(ReadSource code) {
   gesamtmodul_ = false;
-  blnPaste_ = false;
-  List1.setLines(std::move(code.List1));
-  hscroll1_.fit();
-  Pruefen();
+  setSourceText(std::move(code));
   Label9.Caption = std::to_wstring(List1.ListCount()) + L" Zeilen eingelesen";
 }
 
 bool frmVBACode::Modulbearbeiten(Project& project, const std::wstring& module, bool header) {
-  const CodeModule code = project.VBComponents().Item(module).CodeModule();
+  const Component component = project.VBComponents().Item(module);
+  const CodeModule code = component.CodeModule();
   if (header) {
-    ModuleSource lines;
-    for (const std::string& line : Modulkopf(toAnsi(module))) lines.List1.append(line);
-    if (!appendLines(lines)) return false;
+    LineList lines;
+    for (const std::string& line : Modulkopf(toAnsi(module))) lines.append(line);
+    if (!fits(lines.size())) return tellTooManyLines(), false;
+    appendClassic(lines);  // the exact page has headings
   }
-  const ModuleSource lines = readCode(code, 1, code.CountOfLines());
-  if (!appendLines(lines)) return false;
-  ProzNamen_.insert(ProzNamen_.end(), lines.ProzNamen.begin(), lines.ProzNamen.end());
+  ReadSource read = readCode(code, 1, code.CountOfLines());
+  const LineList exact = exactLines(read.exact.text);
+  if (read.classic.tooManyLines || !fits(std::max(read.classic.List1.size(), exact.size())))
+    return tellTooManyLines(), false;
+  appendClassic(read.classic.List1);
+  if (shownSource_ == Mode::Exact) showAppended(exact);
+  read.exact.name = exactText(module);
+  read.exact.kind = moduleKindOf(component.Type());
+  sourceText_.exact.add(std::move(read.exact));
+  const ProcedureNames& names = read.classic.ProzNamen;
+  ProzNamen_.insert(ProzNamen_.end(), names.begin(), names.end());
   return true;
 }
 
 // The whole stretch is asked for in one call. Its lines and names are those that a file
 // with the same code has.
-ModuleSource frmVBACode::readCode(const CodeModule& code, std::int32_t start, std::int32_t count) {
+frmVBACode::ReadSource frmVBACode::readCode(const CodeModule& code, std::int32_t start,
+                                            std::int32_t count) {
   if (count <= 0) return {};
-  return tintline::ModulDateiLesen(
-      toAnsi(code.Lines(start, count)) + "\r\n", [this, count](std::size_t line) {
-        Label9.Caption =
-            L"Lese Zeile: " + std::to_wstring(line) + L" (" + std::to_wstring(count) + L")";
-        ports_.messageLoop.yield();
-      });
+  const std::wstring text = code.Lines(start, count) + L"\r\n";
+  const auto progress = [this, count](std::size_t line) {
+    Label9.Caption =
+        L"Lese Zeile: " + std::to_wstring(line) + L" (" + std::to_wstring(count) + L")";
+    ports_.messageLoop.yield();
+  };
+  return {.classic = tintline::ModulDateiLesen(toAnsi(text), progress),
+          .exact = {.name = {}, .text = exactText(text)}};
 }
 
 // ------------------------------------------------------------------------ conversion
@@ -405,18 +430,30 @@ void frmVBACode::AlleModuleExportieren(const TreeNode& node) {
 }
 
 // -------------------------------------------------------------------------- transfer
+// Of the whole result, or of the lines that are selected in List2.
+std::string frmVBACode::wordPage(bool selected) {
+  std::ostringstream text;
+  if (shown_.mode == Mode::Exact) {
+    const ChosenLines chosen = selected ? chosenOf(List2.selection()) : result_.chosen;
+    writeWordPage(text,
+                  formattedCopy(result_.source, chosen, exactOptions(shown_), exactWords_).html);
+  } else {
+    SelectableLines lines = selectable(List2);
+    if (!selected) lines.selected = [](std::size_t) { return false; };
+    writeWordPage(text, application_.colors, lines);
+  }
+  return std::move(text).str();
+}
+
 // The page goes over as a file: the application itself knows best how to read it.
 void frmVBACode::cmdWord_Click() {
   if (!hasResult()) return;
   // One line is selected behind every click on its source line.
   const bool some = List2.SelCount() > 1;
-  SelectableLines lines = selectable(List2);
-  if (!some) lines.selected = [](std::size_t) { return false; };
-  std::ostringstream text;
-  writeWordPage(text, application_.colors, lines);
+  const std::string text = wordPage(some);
   MousePointer = Pointer::Hourglass;
   try {
-    const TemporaryPage page(ports_.files.temporaryFolder() / "TINTLINE-Word.htm", text.view());
+    const TemporaryPage page(ports_.files.temporaryFolder() / "TINTLINE-Word.htm", text);
     if (OfficeAufruf(Word, L"cmdWord_Click" + std::wstring(kOfForm),
                      [&] { Word.insertDocument(ports_.office, page.path()); }))
       tellSent(some);

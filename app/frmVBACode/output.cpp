@@ -99,7 +99,10 @@ std::wstring frmVBACode::defaultName() const {
 bool frmVBACode::writeExportFile(const std::filesystem::path& file) {
   try {
     AtomicFile target(file);
-    writeExport(target.stream(), frame(), ProzNamen_, HTMLText);
+    if (shown_.mode == Mode::Exact)
+      target.stream() << HTMLText;
+    else
+      writeExport(target.stream(), frame(), ProzNamen_, HTMLText);
     target.commit();
     return true;
   } catch (const FileError& error) {
@@ -131,20 +134,27 @@ void frmVBACode::AllesMarkieren() {
 }
 
 void frmVBACode::HTMLKopieren() {
-  const std::filesystem::path& settings = application_.settingsFile;
+  const auto code = [this](std::string_view key) {
+    std::string text = modIniSave::fkt_IniWertLesen(application_.settingsFile, key);
+    return List2.encoding() == TextEncoding::Utf8 ? toUtf8(fromAnsi(text)) : text;
+  };
   ports_.clipboard.setText(
-      tintline::HTMLKopieren(modIniSave::fkt_IniWertLesen(settings, "PreCode"), selectable(List2),
-                             modIniSave::fkt_IniWertLesen(settings, "PostCode")));
+      toWide(tintline::HTMLKopieren(code("PreCode"), selectable(List2), code("PostCode")),
+             List2.encoding()));
 }
 
 void frmVBACode::Kopieren() {
-  ports_.clipboard.setText(tintline::Kopieren(selectable(List1)));
+  ports_.clipboard.setText(toWide(tintline::Kopieren(selectable(List1)), List1.encoding()));
   Pruefen();
 }
 
 void frmVBACode::HTMLDateierstellen() {
-  writeScratchPage(
-      [this](std::ostream& datei) { tintline::HTMLDateierstellen(datei, frame(), HTMLText); });
+  writeScratchPage([this](std::ostream& datei) {
+    if (shown_.mode == Mode::Exact)
+      datei << HTMLText;
+    else
+      tintline::HTMLDateierstellen(datei, frame(), HTMLText);
+  });
   wBrowser.Visible = true;
 }
 

@@ -20,11 +20,11 @@ void frmVBACode::Formatieren2() {
 }
 
 void frmVBACode::indent(const Reformatting& pass) {
-  LineList lines = *reformatted(List1.lines(), pass);  // may throw: then nothing has changed
+  SourceText text = *reformatted(sourceText_, pass);  // may throw: then nothing has changed
   einzug_ = pass.unit;
   Frame1.Caption = std::wstring(kSourceCaption) + L" (Tab=" + std::to_wstring(einzug_) + L")";
   List1.Enabled = false;
-  replaceLines(std::move(lines));
+  replaceSource(std::move(text));
   // The last of several passes alone gives what all of them give.
   if (!reformatting_.empty() && reformatting_.back().width == 0) reformatting_.pop_back();
   reformatting_.push_back(pass);
@@ -52,9 +52,9 @@ void frmVBACode::Zeilenbreite() {
 void frmVBACode::Umbruch() {
   const Reformatting pass{
       .pass = Reformatting::Pass::Umbruch, .unit = einzug_, .width = zeilenbreite_};
-  auto lines = reformatted(List1.lines(), pass);
-  if (!lines) return tellTooManyWrapped();
-  replaceLines(std::move(*lines));
+  auto text = reformatted(sourceText_, pass);
+  if (!text) return tellTooManyWrapped();
+  replaceSource(std::move(*text));
   if (zeilenbreite_ != 0) reformatting_.push_back(pass);
 }
 
@@ -65,12 +65,31 @@ void frmVBACode::tellTooManyWrapped() {
 }
 
 // Whether there is something to wrap.
-void frmVBACode::Pruefen() { wrappable_ = hasLongerLine(List1.lines(), zeilenbreite_); }
+void frmVBACode::Pruefen() {
+  const auto kind = shownSource_ == Mode::Exact ? LineText::Utf8 : LineText::Ansi;
+  wrappable_ = hasLongerLine(List1.lines(), zeilenbreite_, kind);
+}
+
+// In both readings; nothing when there were too many lines in the classic one.
+std::optional<frmVBACode::SourceText> frmVBACode::reformatted(const SourceText& text,
+                                                              const Reformatting& pass) {
+  auto classic = tintline::reformatted(text.classic, pass);
+  if (!classic) return {};
+  SourceText result{std::move(*classic), text.tooManyLines, text.exact};
+  result.exact.reformat(pass);
+  return result;
+}
+
+void frmVBACode::replaceSource(SourceText text) {
+  sourceText_ = std::move(text);
+  showSource();
+}
 
 // Lines that keep their places keep their selection.
-void frmVBACode::replaceLines(LineList lines) {
+void frmVBACode::showSource() {
   ListBox::Marks marks = List1.marks();
-  List1.setLines(std::move(lines));
+  List1.setLines(shownSource_ == Mode::Exact ? sourceText_.exact.lines() : sourceText_.classic,
+                 encodingOf(shownSource_));
   List1.setMarks(std::move(marks));
   hscroll1_.fit();
   Pruefen();
@@ -80,14 +99,14 @@ void frmVBACode::replaceLines(LineList lines) {
 // Lines that were read anew get what the user did to the lines before them.
 void frmVBACode::reformatAgain() {
   if (reformatting_.empty()) return;
-  LineList lines = List1.lines();
+  SourceText text = sourceText_;
   for (const Reformatting& pass : reformatting_) {
-    if (auto next = reformatted(lines, pass))
-      lines = std::move(*next);
+    if (auto next = reformatted(text, pass))
+      text = std::move(*next);
     else
       tellTooManyWrapped();
   }
-  replaceLines(std::move(lines));
+  replaceSource(std::move(text));
 }
 
 }  // namespace tintline

@@ -1,5 +1,6 @@
 // Where the source lines come from: module files, the nodes of the tree, the
 // clipboard. Tested by tests/app/commands_test.cpp.
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 #include <utility>
@@ -9,6 +10,8 @@
 #include "base/codepage.h"
 #include "base/file.h"
 #include "convert/classic.h"
+#include "convert/exact.h"
+#include "convert/source_text.h"
 #include "sources/module_file_reader.h"
 #include "sources/pasted_text.h"
 
@@ -79,22 +82,26 @@ bool frmVBACode::ModulDateiLesen(const std::filesystem::path& file) {
 }
 
 // Nothing when it cannot be read, which Label9 tells.
-std::optional<ModuleSource> frmVBACode::readModule(const std::filesystem::path& file) {
+std::optional<frmVBACode::ReadSource> frmVBACode::readModule(const std::filesystem::path& file) {
   Label9.Caption = L"";
   Label10.Caption = L"";
   MousePointer = Pointer::Hourglass;
   const float start = ports_.clock.timer();
-  std::optional<ModuleSource> module;
+  std::optional<ReadSource> module;
   try {
-    module = tintline::ModulDateiLesen(readFile(file), [this](std::size_t lines) {
+    const std::string bytes = readFile(file);
+    module.emplace();
+    module->classic = tintline::ModulDateiLesen(bytes, [this](std::size_t lines) {
       Label9.Caption = L"Lese Zeile: " + std::to_wstring(lines);
       ports_.messageLoop.yield();
     });
+    module->exact = {.name = exactText(pathText(file.stem())),
+                     .kind = moduleKindOf(file),
+                     .text = decodeSource(bytes).text};
     const double seconds = double{ports_.clock.timer()} - start;
-    const std::wstring warning =
-        module->tooManyLines ? tooManyLinesText() : replacedText(module->replaced).german;
+    const std::wstring warning = warningOf(*module);
     Label9.Caption = warning.empty()
-                         ? std::to_wstring(module->List1.size()) + L" Zeilen eingelesen in " +
+                         ? std::to_wstring(lineCount(*module)) + L" Zeilen eingelesen in " +
                                decimal(std::floor(seconds * 10) / 10) + L"s"
                          : pathText(file.filename()) + L": " + warning;
   } catch (const FileError& error) {
@@ -104,25 +111,47 @@ std::optional<ModuleSource> frmVBACode::readModule(const std::filesystem::path& 
   return module;
 }
 
-void frmVBACode::showModule(ModuleSource module) {
+// In the mode that is chosen; the exact one reads any character and any length.
+std::wstring frmVBACode::warningOf(const ReadSource& module) const {
+  if (chosenMode() == Mode::Exact) return {};
+  return module.classic.tooManyLines ? tooManyLinesText()
+                                     : replacedText(module.classic.replaced).german;
+}
+
+std::size_t frmVBACode::lineCount(const ReadSource& module) const {
+  return chosenMode() == Mode::Exact ? exactLines(module.exact.text).size()
+                                     : module.classic.List1.size();
+}
+
+void frmVBACode::showModule(ReadSource module) {
+  ProcedureNames names = std::move(module.classic.ProzNamen);
+  setSourceText(std::move(module));
+  ProzNamen_ = std::move(names);
+  cmdModul.Enabled = false;
+}
+
+// Replaces all that is there, the result too.
+void frmVBACode::setSourceText(ReadSource source) {
   clearLists();
   blnPaste_ = false;
-  List1.setLines(std::move(module.List1));
-  hscroll1_.fit();
-  ProzNamen_ = std::move(module.ProzNamen);
-  cmdModul.Enabled = false;
-  Pruefen();
+  sourceText_.classic = std::move(source.classic.List1);
+  sourceText_.tooManyLines = source.classic.tooManyLines;
+  sourceText_.exact.add(std::move(source.exact));
+  showSource();
 }
 
 void frmVBACode::clearLists() {
-  hscroll1_.Clear();
+  sourceText_ = {};
+  shownSource_ = chosenMode();
+  hscroll1_.Clear(encodingOf(shownSource_));
   clearResult();
   KopierschalterSetzen();
   Pruefen();
 }
 
 void frmVBACode::clearResult() {
-  hscroll2_.Clear();
+  hscroll2_.Clear(encodingOf(chosenMode()));
+  result_ = {};
   HTMLText.clear();
   HTMLTabelle.clear();
   shown_ = chosenOptions();
@@ -219,14 +248,20 @@ void frmVBACode::nodeWithoutChildren(TreeNode& node) {
 }
 
 void frmVBACode::Einfügen() {
-  const std::string text = ports_.clipboard.text();
+  const std::wstring text = ports_.clipboard.text();
   if (text.empty()) {
     Label9.Caption = L"In der Zwischenablage ist kein Text";
     return;
   }
-  ModuleSource pasted = tintline::Einfügen(text);
-  const std::size_t before = List1.ListCount(), added = pasted.List1.size();
-  if (!appendLines(pasted)) return;
+  ModuleSource pasted = tintline::Einfügen(toAnsi(text));
+  const LineList exact = exactLines(exactText(text));
+  const std::size_t before = List1.ListCount();
+  if (pasted.tooManyLines || !fits(std::max(pasted.List1.size(), exact.size())))
+    return tellTooManyLines();
+  appendClassic(pasted.List1);
+  sourceText_.exact.append(exactText(text));
+  if (shownSource_ == Mode::Exact) showAppended(exact);
+  const std::size_t added = List1.ListCount() - before;
   setSource(Source::Text);
   for (std::string& name : pasted.ProzNamen) ProzNamen_.push_back(std::move(name));
   blnPaste_ = true;
@@ -240,15 +275,19 @@ void frmVBACode::Einfügen() {
   Label10.Caption = L"";
 }
 
-// False, and the user is told, when they are too many: then none is added.
-bool frmVBACode::appendLines(const ModuleSource& source) {
-  if (source.tooManyLines || List1.ListCount() + source.List1.size() > kMaxLines) {
-    tellTooManyLines();
-    return false;
-  }
-  for (std::size_t line = 0; line < source.List1.size(); ++line)
-    hscroll1_.AddItem(source.List1[line], -1, ListboxHScroll::kGrow);
-  return true;
+// Whether the lists have room for so many more lines.
+bool frmVBACode::fits(std::size_t lines) const {
+  return std::max(sourceText_.classic.size(), List1.ListCount()) + lines <= kMaxLines;
+}
+
+void frmVBACode::appendClassic(const LineList& lines) {
+  for (std::size_t i = 0; i < lines.size(); ++i) sourceText_.classic.append(lines[i]);
+  if (shownSource_ == Mode::Classic) showAppended(lines);
+}
+
+void frmVBACode::showAppended(const LineList& lines) {
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    hscroll1_.AddItem(lines[i], -1, ListboxHScroll::kGrow);
 }
 
 void frmVBACode::tellTooManyLines() {

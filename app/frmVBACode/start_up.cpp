@@ -9,6 +9,7 @@
 #include "app/frmVBACode/frmVBACode.h"
 #include "base/file.h"
 #include "base/resources.h"
+#include "convert/exact.h"
 #include "settings/modIniSave.h"
 
 namespace tintline {
@@ -51,6 +52,7 @@ void frmVBACode::Inilesen() {
   splash.Refresh();
   splash.ProgressBar1.Visible = true;
   modIniSave::fkt_FarbenLaden(application_.settingsFile, application_.colors);
+  loadMode();
   cmdModul.Enabled = false;
   SchluesselworteLaden(kKeywordsFile);
   gesamtmodul_ = false;
@@ -82,7 +84,9 @@ void frmVBACode::SchluesselworteLaden(std::string_view fileName) {
   controlFile_ = std::filesystem::exists(file, missing);
   if (!controlFile_) return StandardSchluesselworteLaden();
 
-  KeywordLoad load = tintline::SchluesselworteLaden(readControlFile(file));
+  const std::string bytes = readControlFile(file);
+  exactWords_ = exactWords(bytes);
+  KeywordLoad load = tintline::SchluesselworteLaden(bytes);
   keywords_ = std::move(load.table);
   if (load.outcome == KeywordOutcome::Keywords1Missing) {
     ports_.dialogs.message(

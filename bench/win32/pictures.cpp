@@ -54,6 +54,9 @@ void picturesOfAll(const fs::path& folder) {
   main.setChecked(id::kCheck2, true);
   main.convert();
   savePicture(main.window(), folder / L"hauptfenster.png");
+  main.run(Command::mnuGenau);
+  savePicture(main.window(), folder / L"genau.png");
+  main.run(Command::mnuKlassisch);
   for (const DialogPicture& dialog : kDialogs) pictureOfDialog(main, dialog, folder);
   main.close();
 }

@@ -20,7 +20,7 @@ class commands : public ProgramTest {
   }
 
   void paste(std::string_view text) {
-    ports.clipboard.content = text;
+    ports.clipboard.content = fromUtf8(text);
     execute("paste", Command::mnuInsert);
   }
 

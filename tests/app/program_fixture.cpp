@@ -5,6 +5,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "output/exact_page.h"
+
 namespace tintline::test {
 namespace {
 
@@ -19,7 +21,7 @@ std::string described(const ListBox& list) {
     if (list.ListCount() > kShortList && i > 1 && i + 1 < list.ListCount()) continue;
     const bool current = list.ListIndex() == static_cast<std::ptrdiff_t>(i);
     text.append(current ? "\n   >" : "\n    ").append(list.Selected(i) ? "*" : "|");
-    text.append(toUtf8(fromAnsi(list.lines()[i]))) += '|';
+    text.append(toUtf8(list.text(i))) += '|';
   }
   return text;
 }
@@ -28,6 +30,11 @@ void add(const TreeNode& node, std::string& text) {
   text += '\n' + std::string(2 * node.path().size() + 2, ' ');
   text += toUtf8(node.Text()) + " [" + node.Image() + "/" + node.SelectedImage() + "]";
   for (const auto& child : node.Children()) add(*child, text);
+}
+
+// Exact pages change with their style sheet.
+std::string sizeOf(std::string_view html) {
+  return isExactPage(html) ? "exact page" : std::to_string(html.size()) + " bytes";
 }
 
 std::string yesNo(bool yes) { return yes ? "yes" : "no"; }
@@ -108,7 +115,7 @@ void Program::select(ListBox& list, const std::vector<std::size_t>& lines) {
 }
 
 void Program::tryEverything() {
-  for (int command = 1; command <= static_cast<int>(Command::mnuInfo); ++command)
+  for (int command = 1; command < static_cast<int>(Command::mnuAbbrechen); ++command)
     if (command != static_cast<int>(Command::mnubeenden))
       form.execute(static_cast<Command>(command));
   for (const CommandButton* button :
@@ -154,11 +161,12 @@ Program::State Program::state() {
       {"topmost", form.Topmost() ? "yes" : ""},
       {"options", std::string(form.Check1.Value ? "numbers " : "") +
                       (form.optStyle.Value ? "style " : "") +
-                      (form.optClass.Value ? "class " : "") + (form.Check2.Value ? "preview" : "")},
+                      (form.optClass.Value ? "class " : "") +
+                      (form.optGenau.Value ? "exact " : "") + (form.Check2.Value ? "preview" : "")},
       {"preview", yesNo(form.FrameVorschau.Visible && form.wBrowser.Visible)},
       {"List1", described(form.List1)},
       {"List2", described(form.List2)},
-      {"HTML", std::to_string(form.HTMLText.size()) + " bytes"},
+      {"HTML", sizeOf(form.HTMLText)},
       {"table", std::to_string(form.HTMLTabelle.size()) + " bytes"},
       {"page", page()},
       {"tree", tree()},
@@ -166,7 +174,9 @@ Program::State Program::state() {
       {"node", form.TreeView1.SelectedItem() == nullptr
                    ? ""
                    : readable(form.TreeView1.SelectedItem()->Text())},
-      {"clipboard", readable(fromAnsi(ports.clipboard.content))},
+      {"clipboard", readable(ports.clipboard.content)},
+      {"clipboard HTML", readable(fromUtf8(ports.clipboard.formats.html))},
+      {"clipboard RTF", readable(fromAnsi(ports.clipboard.formats.rtf))},
   };
   std::string colours;
   for (const auto& fields : app.colors) {
@@ -192,9 +202,10 @@ std::string Program::page() {
   const std::string text = readFile(file);
   const bool body = text.find("<pre>\r\n" + form.HTMLText + "\r\n</pre>") != std::string::npos;
   const bool dummy = text.find("In diesem Bereich") != std::string::npos;
-  return std::string(body    ? "result"
-                     : dummy ? "placeholder"
-                             : "other") +
+  return std::string(text == form.HTMLText ? "exact result"
+                     : body                ? "result"
+                     : dummy               ? "placeholder"
+                                           : "other") +
          " in " + readable(pathText(file)) + (form.wBrowser.navigations() > 1 ? "" : " first");
 }
 
@@ -271,8 +282,7 @@ void Program::addFiles(State& state) {
     files[readable(pathText(entry.path()))] =
         text.size() <= kShown
             ? readable(fromAnsi(text))
-            : std::to_string(text.size()) + " bytes" +
-                  (text.find(form.HTMLText) == std::string::npos ? "" : ", the result");
+            : sizeOf(text) + (text.find(form.HTMLText) == std::string::npos ? "" : ", the result");
   }
   state.insert(state.end(), files.begin(), files.end());
 }

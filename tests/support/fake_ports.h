@@ -20,10 +20,12 @@ namespace tintline::test {
 
 class FakeClipboard final : public Clipboard {
  public:
-  void setText(std::string_view text) override { check(), content = text; }
-  std::string text() override { return check(), content; }
+  void setText(std::wstring_view text) override { check(), content = text, formats = {}; }
+  void setFormats(const Formats& all) override { check(), content = all.text, formats = all; }
+  std::wstring text() override { return check(), content; }
 
-  std::string content;
+  std::wstring content;
+  Formats formats;      // of what was copied last, empty when that was plain text
   bool broken = false;  // as when another program holds the clipboard open
 
  private:
@@ -105,10 +107,10 @@ class FakeMessageLoop final : public MessageLoop {
 // A font in which "W" is the widest character.
 class FakeTextMeasure final : public TextMeasure {
  public:
-  int width(std::string_view text) override {
+  int width(std::wstring_view text) override {
     ++measured;
     int pixels = 0;
-    for (const char c : text) pixels += c == 'W' ? widest : 5;
+    for (const wchar_t c : text) pixels += c == L'W' ? widest : 5;
     return pixels;
   }
   int widestCharacter() override { return widest; }

@@ -1,10 +1,6 @@
 // See fonts.h.
 #include "win32/controls/fonts.h"
 
-#include <algorithm>
-
-#include "app/controls/ListboxHScroll.h"
-
 namespace tintline {
 namespace {
 
@@ -56,18 +52,6 @@ SIZE textSize(HFONT font, std::wstring_view text) {
   SIZE size{};
   GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
   return size;
-}
-
-std::string expandTabs(std::string_view line) {
-  std::string expanded;
-  expanded.reserve(line.size() + kTabStop);
-  for (const char c : line) {
-    if (c == '\t')
-      expanded.append(kTabStop - expanded.size() % kTabStop, ' ');
-    else
-      expanded += c;
-  }
-  return expanded;
 }
 
 }  // namespace tintline

@@ -39,7 +39,4 @@ CharacterSize characterSize(HFONT font);
 // The size of a text of one line, its "&" taken as they stand.
 SIZE textSize(HFONT font, std::wstring_view text);
 
-// A line as lists show it: tabs filled up with blanks to every fourth column.
-std::string expandTabs(std::string_view line);
-
 }  // namespace tintline

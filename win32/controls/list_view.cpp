@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "app/controls/line_layout.h"
 #include "app/controls/selection_colors.h"
-#include "base/codepage.h"
 #include "win32/control_ids.h"
 
 namespace tintline {
@@ -33,7 +33,7 @@ ListView::ListView(WidgetHost& host, ListBox& model, int id, int designCharacter
     : Widget(host, model, id, {WC_LISTBOXW, kStyle, WS_EX_CLIENTEDGE}),
       model_(model),
       designCharacterWidth_(designCharacterWidth) {
-  SetWindowSubclass(hwnd(), answerTexts, 0, reinterpret_cast<DWORD_PTR>(this));
+  SetWindowSubclass(hwnd(), listProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
   shownLines_ = model.lineVersion() - 1;  // not shown yet
 }
 
@@ -121,6 +121,18 @@ void ListView::userSelected() {
   model_.userSelected(std::move(selection), send(LB_GETCARETINDEX));
 }
 
+// A menu is about something: a line that is not selected is selected first.
+void ListView::rightPressed(LPARAM place) {
+  SetFocus(hwnd());
+  const auto line = static_cast<std::size_t>(send(LB_GETTOPINDEX)) +
+                    static_cast<std::size_t>(HIWORD(place) / character_.height);
+  if (line >= model_.ListCount() || model_.Selected(line)) return;
+  send(LB_SETSEL, FALSE, -1);
+  send(LB_SETSEL, TRUE, static_cast<LPARAM>(line));
+  send(LB_SETCARETINDEX, line, FALSE);
+  userSelected();
+}
+
 // -------------------------------------------------------------------- drawing
 void ListView::draw(const DRAWITEMSTRUCT& item) {
   if (static_cast<std::size_t>(item.itemID) >= model_.ListCount()) return;
@@ -142,18 +154,24 @@ void ListView::drawLine(const DRAWITEMSTRUCT& item) const {
   if ((item.itemState & ODS_DISABLED) != 0) SetTextColor(item.hDC, GetSysColor(COLOR_GRAYTEXT));
   const Selected font(item.hDC, font_.get());
 
-  const std::string line = expandTabs(model_.lines()[item.itemID]);
+  const LineLayout line = layOutLine(model_.text(item.itemID));
   const int left = static_cast<int>(item.rcItem.left) + kMargin;
   RECT seen{};
   GetClipBox(item.hDC, &seen);
-  const auto first =
-      static_cast<std::size_t>(std::max<LONG>(0, (seen.left - left) / character_.width));
-  const auto count = static_cast<std::size_t>((seen.right - seen.left) / character_.width + 2);
-  const std::wstring text =
-      first < line.size() ? fromAnsi(std::string_view(line).substr(first, count)) : L"";
-  ExtTextOutW(item.hDC, left + static_cast<int>(first) * character_.width,
+  const auto unitAt = [&](LONG x) {  // the first unit behind the column that is there
+    const auto column = static_cast<std::size_t>(std::max<LONG>(0, x - left)) /
+                        static_cast<std::size_t>(character_.width);
+    return static_cast<std::size_t>(std::ranges::upper_bound(line.columns, column) -
+                                    line.columns.begin());
+  };
+  const std::size_t first = std::max<std::size_t>(unitAt(seen.left), 1) - 1;
+  const std::size_t end = std::min(unitAt(seen.right), line.text.size());
+  std::vector<int> widths;
+  for (std::size_t i = first; i < end; ++i)
+    widths.push_back(static_cast<int>(line.columns[i + 1] - line.columns[i]) * character_.width);
+  ExtTextOutW(item.hDC, left + static_cast<int>(line.columns[first]) * character_.width,
               static_cast<int>(item.rcItem.top), ETO_OPAQUE | ETO_CLIPPED, &item.rcItem,
-              text.c_str(), static_cast<UINT>(text.size()), nullptr);
+              line.text.data() + first, static_cast<UINT>(widths.size()), widths.data());
 }
 
 // ------------------------------------------------------- for who reads the list
@@ -166,15 +184,18 @@ LRESULT ListView::copyLine(std::size_t index, char* buffer) const {
 
 LRESULT ListView::copyText(std::size_t index, wchar_t* buffer) const {
   if (index >= model_.ListCount()) return LB_ERR;
-  const std::wstring line = fromAnsi(model_.lines()[index]);
+  const std::wstring line = model_.text(index);
   if (buffer != nullptr) buffer[line.copy(buffer, line.size())] = L'\0';
   return static_cast<LRESULT>(line.size());
 }
 
-LRESULT CALLBACK ListView::answerTexts(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                       UINT_PTR, DWORD_PTR self) {
-  const auto& list = *reinterpret_cast<const ListView*>(self);
+LRESULT CALLBACK ListView::listProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                         UINT_PTR, DWORD_PTR self) {
+  auto& list = *reinterpret_cast<ListView*>(self);
   switch (message) {
+    case WM_RBUTTONDOWN:
+      list.rightPressed(lParam);
+      break;
     case kGetLine:
       return list.copyLine(wParam, reinterpret_cast<char*>(lParam));
     case LB_GETTEXTLEN:
@@ -182,8 +203,9 @@ LRESULT CALLBACK ListView::answerTexts(HWND window, UINT message, WPARAM wParam,
     case LB_GETTEXT:
       return list.copyText(wParam, reinterpret_cast<wchar_t*>(lParam));
     default:
-      return DefSubclassProc(window, message, wParam, lParam);
+      break;
   }
+  return DefSubclassProc(window, message, wParam, lParam);
 }
 
 }  // namespace tintline

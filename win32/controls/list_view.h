@@ -36,12 +36,13 @@ class ListView final : public Widget {
   void showCurrent();
   void showExtent();
   void userSelected();
+  void rightPressed(LPARAM place);
   void drawLine(const DRAWITEMSTRUCT& item) const;
   bool isCurrent(const DRAWITEMSTRUCT& item) const;
   LRESULT copyLine(std::size_t index, char* buffer) const;
   LRESULT copyText(std::size_t index, wchar_t* buffer) const;
-  static LRESULT CALLBACK answerTexts(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                      UINT_PTR, DWORD_PTR self);
+  static LRESULT CALLBACK listProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                        UINT_PTR, DWORD_PTR self);
 
   LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
     return SendMessageW(hwnd(), message, wParam, lParam);

@@ -52,7 +52,9 @@ MainWindow::MainWindow(MessagePump& pump, frmVBACode& form, Shell& shell, int de
   menu_ = makeMenuBar();
   SetMenu(hwnd(), menu_.release());  // the window owns it from now on
   addControls(designCharacterWidth);
-  form_.PopupMenu = [this](std::span<const MenuEntry> entries) { popUp(entries); };
+  form_.PopupMenu = [this](std::span<const MenuEntry> entries) {
+    popUp(entries, controls_.tree->menuPlace());
+  };
 }
 
 // Their order is the tab order; what lies below others comes last.
@@ -68,6 +70,9 @@ void MainWindow::addControls(int designCharacterWidth) {
   c.vbaClp = &add<ButtonWidget>(form_.cmdVBAClp, id::kCmdVBAClp);
   c.check1 = &add<ToggleWidget<CheckBox>>(form_.Check1, id::kCheck1, kCheckStyle);
   c.check2 = &add<ToggleWidget<CheckBox>>(form_.Check2, id::kCheck2, kCheckStyle);
+  c.optKlassisch = &add<ToggleWidget<OptionButton>>(form_.optKlassisch, id::kOptKlassisch,
+                                                    kOptionStyle | WS_GROUP | WS_TABSTOP);
+  c.optGenau = &add<ToggleWidget<OptionButton>>(form_.optGenau, id::kOptGenau, kOptionStyle);
   c.optClass = &add<ToggleWidget<OptionButton>>(form_.optClass, id::kOptClass,
                                                 kOptionStyle | WS_GROUP | WS_TABSTOP);
   c.optStyle = &add<ToggleWidget<OptionButton>>(form_.optStyle, id::kOptStyle, kOptionStyle);
@@ -118,6 +123,9 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_INITMENUPOPUP:
       updateMenu(reinterpret_cast<HMENU>(wParam), form_);
       return 0;
+    case WM_CONTEXTMENU:
+      if (contextMenu(reinterpret_cast<HWND>(wParam), lParam)) return 0;
+      break;
     case WM_DROPFILES:
       filesDropped(wParam);
       return 0;
@@ -159,10 +167,25 @@ void MainWindow::closeRequested() {
   if (form_.QueryUnload()) form_.Unload();
 }
 
-// Of a node of the tree. Its states are set when it opens, as those of the menu bar.
-void MainWindow::popUp(std::span<const MenuEntry> entries) {
+// The menu of a list or of the preview, which gets the keyboard: the commands go by that.
+bool MainWindow::contextMenu(HWND control, LPARAM where) {
+  HWND pane = browser_.pane().window();
+  const bool preview = control == pane || IsChild(pane, control);
+  if (!preview && control != controls_.list1->hwnd() && control != controls_.list2->hwnd())
+    return false;
+  POINT place = pointOf(where);
+  if (where == -1) {  // by key
+    place = {px(kGap), px(kGap)};
+    ClientToScreen(control, &place);
+  }
+  if (!IsChild(control, GetFocus())) SetFocus(control);
+  popUp(preview ? previewMenu() : listMenu(), place);
+  return true;
+}
+
+// Its states are set when it opens, as those of the menu bar.
+void MainWindow::popUp(std::span<const MenuEntry> entries, POINT place) {
   const UniqueMenu menu = makePopupMenu(entries);
-  const POINT place = controls_.tree->menuPlace();
   const int chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, place.x, place.y,
                                     0, hwnd(), nullptr);
   if (chosen != 0) command(chosen, 0);
@@ -187,9 +210,11 @@ void MainWindow::fontsChanged() { browser_.pane().dpiChanged(); }
 LayoutMetrics MainWindow::metrics() const {
   const auto text = static_cast<int>(textSize(font(), L"Ag").cy);
   int options = 0;
-  for (const auto* caption : {&form_.Check1.Caption(), &form_.Check2.Caption(),
-                              &form_.optClass.Caption(), &form_.optStyle.Caption()})
+  for (const auto* caption :
+       {&form_.Check1.Caption(), &form_.Check2.Caption(), &form_.optKlassisch.Caption(),
+        &form_.optGenau.Caption(), &form_.optClass.Caption(), &form_.optStyle.Caption()})
     options += widthFor(*caption, kCheckMark + 2 * kGap);
+  options += px(4 * kGap);  // between the groups
   return {.dpi = dpi(),
           .toolBar = controls_.toolBar->height() + px(4),
           .status = text + px(8),
@@ -248,10 +273,14 @@ void MainWindow::placeOptions(const RECT& row) {
   };
   put(c.check1, form_.Check1.Caption);
   put(c.check2, form_.Check2.Caption);
+  if (!twoRows) left += px(2 * kGap);  // what is chosen together stands together
+  put(c.optKlassisch, form_.optKlassisch.Caption);
+  put(c.optGenau, form_.optGenau.Caption);
   if (twoRows) {
     left = static_cast<int>(row.left) + px(2);
     top += sizes.option;
   }
+  if (!twoRows) left += px(2 * kGap);
   put(c.optClass, form_.optClass.Caption);
   put(c.optStyle, form_.optStyle.Caption);
 }

@@ -48,12 +48,14 @@ class MainWindow final : public FormWindow {
   void drag(POINT point);
 
   void filesDropped(WPARAM drop);
-  void popUp(std::span<const MenuEntry> entries);
+  void popUp(std::span<const MenuEntry> entries, POINT place);
+  bool contextMenu(HWND control, LPARAM place);
 
   struct Controls {
     TreeWidget* tree;
-    Widget *list1, *modul, *makro, *auswahl, *vbaClp, *check1, *check2, *optClass, *optStyle,
-        *list2, *htmClp, *exportButton, *word, *frame1, *frame2, *framePreview;
+    Widget *list1, *modul, *makro, *auswahl, *vbaClp, *check1, *check2, *optKlassisch, *optGenau,
+        *optClass, *optStyle, *list2, *htmClp, *exportButton, *word, *frame1, *frame2,
+        *framePreview;
     std::array<StatusWidget*, 3> status;
     ToolBarWidget* toolBar;
   };

@@ -69,6 +69,8 @@ void updateMenu(HMENU menu, const frmVBACode& form) {
     EnableMenuItem(menu, place, MF_BYPOSITION | (form.isEnabled(command) ? MF_ENABLED : MF_GRAYED));
     CheckMenuItem(menu, place,
                   MF_BYPOSITION | (form.isChecked(command) ? MF_CHECKED : MF_UNCHECKED));
+    if (form.isChecked(command) && frmVBACode::isChoice(command))
+      CheckMenuRadioItem(menu, place, place, place, MF_BYPOSITION);
   }
 }
 

@@ -53,6 +53,7 @@ bool BrowserSite::mayTranslate(const MSG& message) {
   switch (message.wParam) {
     case 'A':
     case 'C':
+      return control && GetKeyState(VK_SHIFT) >= 0;
     case VK_INSERT:
       return control;
     case VK_UP:
@@ -160,7 +161,8 @@ HRESULT BrowserSite::EnableModeless(BOOL) { return S_OK; }
 HRESULT BrowserSite::TranslateAccelerator(MSG*, WORD) { return S_FALSE; }
 
 // --------------------------------------------------------------------- IDocHostUIHandler
-HRESULT BrowserSite::ShowContextMenu(DWORD, POINT*, IUnknown*, IDispatch*) {
+HRESULT BrowserSite::ShowContextMenu(DWORD, POINT* place, IUnknown*, IDispatch*) {
+  if (events_.onMenu && place != nullptr) events_.onMenu(*place);
   return S_OK;  // shown, as far as the browser knows
 }
 

@@ -28,6 +28,7 @@ struct BrowserEvents {
   std::function<void()> onLoaded;
   std::function<void()> onFailed;  // called from inside the browser: do not destroy it there
   std::function<void(const std::wstring& address)> onExternalLink;
+  std::function<void(POINT place)> onMenu;  // wanted at that place of the screen
 };
 
 class BrowserSite final : public IOleClientSite,

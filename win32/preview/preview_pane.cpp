@@ -93,7 +93,13 @@ void PreviewPane::startBrowser() {
       window(),
       BrowserEvents{.onLoaded = [this] { KillTimer(window(), kPatience); },
                     .onFailed = [this] { PostMessageW(window(), kBrowserFailed, 0, 0); },
-                    .onExternalLink = [this](const std::wstring& address) { tellLink(address); }});
+                    .onExternalLink = [this](const std::wstring& address) { tellLink(address); },
+                    .onMenu =
+                        [this](POINT place) {
+                          PostMessageW(GetParent(window()), WM_CONTEXTMENU,
+                                       reinterpret_cast<WPARAM>(window()),
+                                       MAKELPARAM(place.x, place.y));
+                        }});
 }
 
 void PreviewPane::startRichEdit() {

@@ -234,6 +234,13 @@ const TextRun* RichEditView::linkAt(POINT place) const {
   return nullptr;
 }
 
+// The window around knows what is in it.
+void RichEditView::askForMenu(POINT place) const {
+  ClientToScreen(window(), &place);
+  SendMessageW(parent_, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(parent_),
+               MAKELPARAM(place.x, place.y));
+}
+
 bool RichEditView::showHand() const {
   POINT place{};
   GetCursorPos(&place);
@@ -304,6 +311,9 @@ LRESULT RichEditView::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETCURSOR:
       if (LOWORD(lParam) == HTCLIENT && showHand()) return TRUE;
       break;
+    case WM_RBUTTONUP:  // not every engine makes a request for a menu of it
+      askForMenu(pointOf(lParam));
+      return 0;
     case WM_LBUTTONDOWN:
       pressed_ = linkAt(pointOf(lParam));
       break;

@@ -59,6 +59,7 @@ class RichEditView {
   CHARRANGE selection() const;
   void select(std::size_t from, std::size_t to) const;
   void show(RenderedPage page);
+  void askForMenu(POINT place) const;
   void appendPieces(ULONGLONG milliseconds);
   void appendPiece(std::size_t end);
   void onTimer();

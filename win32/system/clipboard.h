@@ -10,8 +10,9 @@ namespace tintline {
 // Waits a moment when another program holds the clipboard.
 class SystemClipboard final : public Clipboard {
  public:
-  void setText(std::string_view text) override;
-  std::string text() override;
+  void setText(std::wstring_view text) override;
+  void setFormats(const Formats& formats) override;
+  std::wstring text() override;
 };
 
 }  // namespace tintline

@@ -1,6 +1,7 @@
 // See text_measure.h.
 #include "win32/system/text_measure.h"
 
+#include "app/controls/line_layout.h"
 #include "win32/controls/fonts.h"
 
 namespace tintline {
@@ -8,8 +9,8 @@ namespace tintline {
 ListTextMeasure::ListTextMeasure()
     : characterWidth_(characterSize(listFont(kDesignDpi).get()).width) {}
 
-int ListTextMeasure::width(std::string_view text) {
-  return static_cast<int>(expandTabs(text).size()) * characterWidth_;
+int ListTextMeasure::width(std::wstring_view text) {
+  return static_cast<int>(layOutLine(text).columns.back()) * characterWidth_;
 }
 
 }  // namespace tintline

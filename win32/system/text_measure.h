@@ -7,13 +7,13 @@
 
 namespace tintline {
 
-// The font has one width for all characters, so a count of them is enough: thousands of
+// The font has one width for all characters, so a count of columns is enough: thousands of
 // lines are measured while the user waits. The width is that at 96 dpi, whatever monitor
 // the lists are on; they convert it (see ListView).
 class ListTextMeasure final : public TextMeasure {
  public:
   ListTextMeasure();
-  int width(std::string_view text) override;
+  int width(std::wstring_view text) override;
   int widestCharacter() override { return characterWidth_; }
 
  private:

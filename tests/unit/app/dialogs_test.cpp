@@ -202,7 +202,8 @@ std::string keyText(const Accelerator& keys) {
   const std::map<Key, std::string> names = {
       {Key::F1, "F1"},  {Key::F5, "F5"},   {Key::F6, "F6"},      {Key::F7, "F7"},
       {Key::Plus, "+"}, {Key::Minus, "-"}, {Key::Escape, "Esc"}, {Key::Letter, {keys.letter}}};
-  return ((keys.modifiers & kControl) != 0 ? "Strg+" : "") + names.at(keys.key);
+  return std::string((keys.modifiers & kControl) != 0 ? "Strg+" : "") +
+         ((keys.modifiers & kShift) != 0 ? "Umschalt+" : "") + names.at(keys.key);
 }
 
 TEST(Commands, MenusAndKeysAgree) {

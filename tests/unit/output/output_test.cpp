@@ -8,6 +8,7 @@
 #include "output/clipboard_text.h"
 #include "output/export_name.h"
 #include "output/html_document.h"
+#include "output/html_format.h"
 #include "output/link_target.h"
 #include "output/word_page.h"
 #include "tests/support/convert.h"
@@ -91,6 +92,26 @@ TEST(ClipboardText, HoldsTheSelectedLinesOrAll) {
     if ((row.PreCode + row.PostCode).empty()) {
       EXPECT_EQ(Kopieren(list(row.lines)), row.text);
     }
+  }
+}
+
+// Every place is that of a byte; a receiver cuts there.
+TEST(HtmlFormat, ItsHeadTellsWhereEverythingIs) {
+  for (const std::string& fragment :
+       {std::string("<pre>\xC3\xA4</pre>"), std::string(99'999, 'x')}) {
+    const std::string text = htmlFormat(fragment);
+    const auto place = [&](const std::string& name) {
+      const std::size_t at = text.find("\r\n" + name + ":") + name.size() + 3;
+      EXPECT_EQ(text.substr(at + 10, 2), "\r\n");
+      return std::stoul(text.substr(at, 10));
+    };
+    const std::size_t begin = place("StartFragment"), end = place("EndFragment");
+    EXPECT_EQ(text.substr(begin, end - begin), fragment);
+    EXPECT_TRUE(text.starts_with("Version:1.0\r\n"));
+    EXPECT_TRUE(text.substr(0, begin).ends_with("<html><body>\r\n<!--StartFragment-->"));
+    EXPECT_EQ(text.substr(place("StartHTML"), 6), "<html>");
+    EXPECT_EQ(text.substr(end), "<!--EndFragment-->\r\n</body></html>");
+    EXPECT_EQ(place("EndHTML"), text.size());
   }
 }
 

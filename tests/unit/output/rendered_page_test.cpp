@@ -31,7 +31,10 @@ std::string described(const RenderedPage& page) {
     if (!plain) result << L"[";
     if (looks.color) result << L"c" << std::hex << *looks.color;
     if (looks.background) result << L"g" << std::hex << *looks.background;
+    if (looks.bold) result << L"b";
+    if (looks.italic) result << L"i";
     if (looks.link) result << L">" << page.targets[*looks.link];
+    if (looks.link.has_value() != looks.underlined) result << (looks.link ? L" plain" : L"u");
     if (!plain) result << L"|";
     const std::wstring text = page.text.substr(run.start, run.length);
     result << (text == std::wstring(kRuleLength, kRuleCharacter) ? L"---" : text)
@@ -112,6 +115,37 @@ TEST(RenderedPage, ShowsMarkupAsABrowserDoes) {
   };
   for (const auto& [html, expected] : rows)
     EXPECT_EQ(described(renderPage(html)), expected) << html;
+}
+
+// What such a page holds, as tests/golden has it, and what it cannot hold.
+TEST(RenderedPage, ShowsAnExactPageAsABrowserDoes) {
+  constexpr std::string_view kHead =
+      "<!DOCTYPE html>\n<head><style>\nheader,nav,pre{border-color:#000009}\nnav a{color:#000001}\n"
+      "main h2{background-color:#000002}\n.nf,.nc{color:#000003}\nmain h2 .nf{font-weight:700}\n"
+      "a[id]:empty:before{color:#000004}\n.c{color:#000005}\n.c{font-style:italic}\n"
+      "@media screen and (x){:root{y}.c{color:#000006}}\n</style></head>\n<body>\n";
+  const std::pair<std::string_view, std::string_view> rows[] = {
+      {"<a class=\"skip\" href=\"#code\">Zum Code</a>\n<header><h1>M</h1><p>1\n  "
+       "Zeile</p></header>\n"
+       "<nav><h2>A</h2><ul>\n<li><a href=\"#P\" title=\"Sub\">P</a></li>\n</ul></nav>\n"
+       "<main id=\"code\"><pre><code>x\n</code></pre></main>",
+       "[b|M]\n1 Zeile\n[c9|---]\n[b|A]\n  [c1>#P plain|P]\n[c9|---]\nx{code}"},
+      {"<main><section id=\"P\"><h2><code><a id=7 href=#7></a>S <span "
+       "class=nf>P</span>\n</code></h2>"
+       "<pre><code><a id=8 href=#8></a>\t<span class=c>&lt; "
+       "\xC3\xBC\xF0\x9F\x98\x80</span>\n\nz</code></pre>",
+       "{P}{7}[c4g2>#7 plain|    7][g2|  S ][c3g2b|P]\n{8}[c4>#8 plain|    8]  \t[c5i|< "
+       "\xFC??]\n\nz"},
+      {"<main><pre><code><a class=v href=\"#x\">x</a><a class=nc "
+       "href=\"#y\">y</a>\xE2\x80\xA8\f<b>k",
+       "[>#x plain|x][c3>#y|y]?k"},
+      {"</main></nav><details><summary>K</summary><pre><code>h</code></pre></details>", "K\nh"},
+      {"<main><pre style=\"color:#000007\"><code><span style=\"color:#000008\">n</span>",
+       "[c8|n]"}};
+  for (const auto& [html, expected] : rows) {
+    const RenderedPage page = renderPage(std::string(kHead).append(html));
+    EXPECT_EQ(described(page), expected) << html;
+  }
 }
 
 TEST(RenderedPage, FindsAnchorsAndRuns) {

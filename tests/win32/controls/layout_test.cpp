@@ -84,8 +84,7 @@ TEST(fonts, textIsAsWideAsItIsMeasured) {
   for (const auto& [line, shown] : {std::pair{"\xC4\xD6\xDC\xDF\x80", "\xC4\xD6\xDC\xDF\x80"},
                                     {"abc\tx", "abc x"},
                                     {"abcd\t\tx", "abcd        x"}}) {
-    EXPECT_EQ(expandTabs(line), shown);
-    EXPECT_EQ(measure.width(line), textSize(font.get(), fromAnsi(shown)).cx) << line;
+    EXPECT_EQ(measure.width(fromAnsi(line)), textSize(font.get(), fromAnsi(shown)).cx) << line;
   }
 }
 

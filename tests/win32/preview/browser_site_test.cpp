@@ -15,8 +15,10 @@ struct BrowserSiteTest : testing::Test {
   ComPtr<BrowserSite> site = ComPtr<BrowserSite>::adopt(new BrowserSite(
       nullptr, {.onLoaded = [this] { ++loaded; },
                 .onFailed = [this] { ++failed; },
-                .onExternalLink = [this](const std::wstring& link) { links.push_back(link); }}));
+                .onExternalLink = [this](const std::wstring& link) { links.push_back(link); },
+                .onMenu = [this](POINT place) { menu = place.x; }}));
   int loaded = 0, failed = 0;
+  LONG menu = 0;
   std::vector<std::wstring> links;
 
   HRESULT invoke(DISPID member, std::vector<VARIANT> arguments, VARIANT* result = nullptr) {
@@ -103,7 +105,11 @@ TEST_F(BrowserSiteTest, nothingOpensAWindowAndADetachedSiteIsQuiet) {
   EXPECT_EQ(invoke(DISPID_BEFORENAVIGATE2, {}), DISP_E_BADPARAMCOUNT);
   EXPECT_EQ(invoke(DISPID_NAVIGATEERROR, {}), S_OK);
   EXPECT_EQ(failed, 1);
+  POINT place{7, 9};
+  EXPECT_EQ(site->ShowContextMenu(0, &place, nullptr, nullptr), S_OK);
+  EXPECT_EQ(menu, 7) << "ours instead of the browser's";
   site->detach();
+  EXPECT_EQ(site->ShowContextMenu(0, nullptr, nullptr, nullptr), S_OK);
   EXPECT_EQ(invoke(DISPID_NAVIGATEERROR, {}), S_OK);
   EXPECT_FALSE(maySee(L"https://example.org/"));
   EXPECT_EQ(failed, 1);

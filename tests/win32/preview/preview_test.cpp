@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "base/file.h"
+#include "convert/exact_source.h"
+#include "convert/source_text.h"
 #include "tests/support/temp_folder.h"
 #include "tests/win32/host_window.h"
 #include "win32/preview/preview_pane.h"
@@ -81,16 +83,23 @@ struct PreviewTest : testing::Test {
       return c ? RGB(*c >> 16 & 0xFF, *c >> 8 & 0xFF, *c & 0xFF) : 0;
     };
     const auto has = [&](DWORD effect) { return (format.dwEffects & effect) != 0; };
-    EXPECT_EQ(has(CFE_UNDERLINE), run.looks.link.has_value()) << run.start;
-    EXPECT_FALSE(has(CFE_BOLD | CFE_ITALIC)) << run.start;
+    EXPECT_EQ(has(CFE_UNDERLINE), run.looks.underlined) << run.start;
+    EXPECT_EQ(has(CFE_BOLD), run.looks.bold) << run.start;
+    EXPECT_EQ(has(CFE_ITALIC), run.looks.italic) << run.start;
     EXPECT_EQ(has(CFE_AUTOCOLOR) ? 0 : format.crTextColor, color(run.looks.color)) << run.start;
     EXPECT_EQ(has(CFE_AUTOBACKCOLOR) ? 0 : format.crBackColor, color(run.looks.background));
   }
 };
 
 TEST_F(PreviewTest, textAndLooksAreThoseOfThePage) {
-  for (const char* name : {"class", "form"}) {  // the second with styles in its elements
-    const std::string html = readFile("tests/golden/sample/expected-" + std::string(name) + ".htm");
+  ExactSource source;
+  source.add(
+      {u8"Kunde", vb::ModuleKind::Class, decodeSource(readFile("data/examples/Kunde.cls")).text});
+  source.append(u8"' \u65E5\U0001F600 {\\}");
+  for (const std::string& html :
+       {readFile("tests/golden/sample/expected-class.htm"),
+        readFile("tests/golden/sample/expected-form.htm"),  // with styles in its elements
+        convertExact(source, {}, {.lineNumbers = true}, {}, u8"Kunde.cls").page}) {
     show(html);
     const RenderedPage rendered = renderPage(html);
     EXPECT_EQ(text(), rendered.text);

@@ -1,0 +1,97 @@
+// The exact mode in the main window: its choice, its conversion, and code copied with colours.
+// Tested by tests/app/exact_test.cpp.
+#include "convert/exact.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/application.h"
+#include "app/frmVBACode/frmVBACode.h"
+#include "base/codepage.h"
+#include "output/html_format.h"
+#include "settings/modIniSave.h"
+
+namespace tintline {
+namespace {
+
+constexpr std::string_view kExact = "genau", kClassic = "klassisch";
+
+}  // namespace
+
+void frmVBACode::loadMode() {
+  const bool exact =
+      modIniSave::fkt_IniWertLesen(application_.settingsFile, modIniSave::kModeKey) == kExact;
+  optGenau.Value = exact;
+  optKlassisch.Value = !exact;
+  shownSource_ = chosenMode();
+}
+
+// List1 shows the lines as the chosen mode reads them.
+void frmVBACode::followMode() {
+  if (shownSource_ == chosenMode()) return;
+  shownSource_ = chosenMode();
+  showSource();
+  const std::string_view name = shownSource_ == Mode::Exact ? kExact : kClassic;
+  modIniSave::IniWertSchreiben(application_.settingsFile, modIniSave::kModeKey,
+                               std::string(name) + ",");
+}
+
+void frmVBACode::convertExactly(const ChosenLines& chosen) {
+  ExactResult result = convertExact(sourceText_.exact, chosen, exactOptions(shown_), exactWords_,
+                                    exactText(title()));
+  List2.setLines(std::move(result.lines), TextEncoding::Utf8);
+  HTMLText = std::move(result.page);
+}
+
+listing::Options frmVBACode::exactOptions(const ResultOptions& result) const {
+  listing::Options options;
+  options.lineNumbers = result.lineNumbers;
+  options.colors = exactColors(application_.colors);
+  if (result.style == StyleMode::Inline) {  // to be pasted into other pages
+    options.style = listing::Style::Inline;
+    options.links = listing::Links::None;
+  }
+  return options;
+}
+
+// What a browser shows as the name of the page.
+std::wstring frmVBACode::title() const {
+  if (source_ == Source::File) return Dateiname_;
+  const std::vector<ExactModule>& modules = sourceText_.exact.modules();
+  if (modules.size() == 1 && !modules.front().name.empty()) {
+    const std::u8string& name = modules.front().name;
+    return fromUtf8({reinterpret_cast<const char*>(name.data()), name.size()});
+  }
+  const TreeNode* const node = TreeView1.SelectedItem();
+  return modules.size() > 1 && node != nullptr ? node->path().front() : L"VB(A)-Code";
+}
+
+// The lines of the result's source that these lines of List2 stand for.
+ChosenLines frmVBACode::chosenOf(const std::vector<bool>& htmlLines) const {
+  if (!result_.chosen) return htmlLines;
+  std::vector<bool> chosen(result_.chosen->size());
+  std::size_t shown = 0;
+  for (std::size_t i = 0; i < chosen.size() && shown < htmlLines.size(); ++i)
+    if ((*result_.chosen)[i]) chosen[i] = htmlLines[shown++];
+  return chosen;
+}
+
+// What the user has marked in the list that he works in, or all of it; in neither of them what the
+// preview shows.
+void frmVBACode::FormatiertKopieren() {
+  const bool source = ActiveControl == &List1 || !resultExists();
+  const ListBox& list = source ? List1 : List2;
+  ChosenLines chosen = source ? ChosenLines() : result_.chosen;
+  if (ActiveControl == &list && list.SelCount() > 0)
+    chosen = source ? list.selection() : chosenOf(list.selection());
+  FormattedCopy copy = formattedCopy(source ? sourceText_.exact : result_.source, chosen,
+                                     exactOptions(chosenOptions()), exactWords_);
+  const auto count = std::count(copy.text.begin(), copy.text.end(), L'\n');
+  ports_.clipboard.setFormats(
+      {.html = htmlFormat(copy.html), .rtf = std::move(copy.rtf), .text = std::move(copy.text)});
+  Label9.Caption =
+      std::to_wstring(count) + (count == 1 ? L" Zeile" : L" Zeilen") + L" mit Farben kopiert";
+  Label10.Caption = L"";
+}
+
+}  // namespace tintline
