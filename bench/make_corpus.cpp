@@ -8,6 +8,7 @@
 //   large500/  some 10 MB: 28 modules that are as long as 500 procedures are
 //   names/N/   eight modules, each with N procedure names that occur nowhere but
 //              in their own heads; N is 10, 100, 500 or 1000
+//   project/   250, 500 and 1000 modules of 40 KB, in folders called 1, 2 and 4
 //   growth/    twenty modules of 100 KB, the same of 200 KB and of 400 KB
 //   single/    100.bas (100 lines), longest.bas (close to 32,767 lines)
 #include <cmath>
@@ -194,6 +195,10 @@ int run(const std::filesystem::path& folder) {
     for (std::size_t i = 0; i < 20; ++i)
       save(numbered(folder / "growth" / std::to_string(factor), i + 1),
            ModuleWriter(factor * 100 * kKB, factor * 140, 6000 + i).write().text);
+  for (const std::size_t factor : {1U, 2U, 4U})
+    for (std::size_t i = 0; i < factor * 250; ++i)
+      save(numbered(folder / "project" / std::to_string(factor), i + 1),
+           ModuleWriter(40 * kKB, 58, 20000 + i).write().text);
   return good ? 0 : 1;
 }
 

@@ -77,7 +77,7 @@ class Bench:
         return median(run[WALL] for run in self.runs[name] if run)
 
     def peak(self, name):
-        return max(run[PEAK] for run in self.runs[name]) / 1024
+        return max(run[PEAK] for run in self.runs[name] if run) / 1024
 
     def ratio(self, name, other, clock=WALL):
         pairs = zip(self.runs[name], self.runs[other])
@@ -118,6 +118,7 @@ OTHERS = {
     "source-highlight": ["source-highlight", "-q", "-s", "vbscript", "-f", "html", "--output-dir"],
 }
 OTHERS_EVERY = 3  # rounds: they take seconds
+PROJECT_EVERY = 3
 # Lines of two megabytes and four of each kind of character.
 LONG_LINES = {"names": "Wert1", "words": "Wert1 ", "calls": "Ruf Wert1 ", "quotes": '"', "opening": "(",
               "nested calls": "f(", "pairs": "(a)", "indexes": "a(b)", "commas": "a,",
@@ -138,6 +139,9 @@ LOOSE = ("procedures", "variables", "comments")  # not inside of a procedure
 MANY_COUNTS = (4000, 8000)  # the classic mode has a limit of 32,767 lines
 MANY_FILES = 5  # of the same content, so that a run takes long enough
 MODES = {"classic": CLASSIC, "exact": [*EXACT, "module"]}
+PROJECT = ["-q", "--project", "--jobs", "1"]
+PROJECT_PAGES = "exact pages of the project"
+UNCHANGED = "project, all as it was"
 NAMES = [10, 100, 500, 1000]
 GROWTH = [1, 2, 4]
 JOB_ROUNDS = 60
@@ -156,6 +160,15 @@ def plan(bench, corpus):
             bench.add(name, [*command, bench.folder(f"out/{name}"), *files("modules")], OTHERS_EVERY)
     for mode, options in MODES.items():
         plan_growth(bench, files, mode, options)
+    bench.add(PROJECT_PAGES, [bench.tool("tintline"), "--jobs", "1", *EXACT, "all", "-d",
+                              bench.folder(f"out/{PROJECT_PAGES}"), corpus / "project/4"],
+              PROJECT_EVERY)
+    for factor in GROWTH:
+        site = bench.folder(f"out/project {factor}")
+        command = [bench.tool("tintline"), *PROJECT, "-d", site, corpus / f"project/{factor}"]
+        again = ["sh", "-c", 'rm -r "$1"; shift; exec "$@"', "sh", site, *command]
+        bench.add(f"project {factor}", again, PROJECT_EVERY)
+    bench.add(UNCHANGED, command, PROJECT_EVERY)
     for count in NAMES:
         bench.add(f"names {count}", [bench.tool("tintline"), "--jobs", "1", *CLASSIC, "-d",
                                      bench.folder(f"out/names {count}"), *files(f"names/{count}")])
@@ -273,6 +286,25 @@ def report_many(bench, bars):
                       f"{times:.2f}", bars.at_most(times, 2.1))
 
 
+def report_projects(bench, bars, files):
+    """Sites of whole projects, against pages of the same modules."""
+    table = Table("a site, one job", "sources", "time", "× exact pages", "× half the sources",
+                  "peak memory", "reach")
+    for factor in GROWTH:
+        name, size = f"project {factor}", size_of(files(f"project/{factor}"))
+        pages = bench.ratio(name, PROJECT_PAGES) if factor == GROWTH[-1] else None
+        growth = bench.ratio(name, f"project {factor // 2}") if factor > 1 else None
+        reach = bars.at_most(bench.peak(name), 4 * size / MIB + 64, " MiB")
+        reach += f", {bars.at_most(growth, 2.4)}" if growth else ""
+        reach += f", {bars.at_most(pages, 3)}" if pages else ""
+        table.row(f"{len(files(f'project/{factor}'))} modules", f"{size / MIB:.1f} MiB",
+                  f"{bench.wall(name) * 1e3:.0f} ms", f"{pages:.2f}" if pages else "",
+                  f"{growth:.2f}" if growth else "", f"{bench.peak(name):.1f} MiB", reach)
+    table.row(UNCHANGED, "", f"{bench.wall(UNCHANGED) * 1e3:.0f} ms",
+              f"{bench.ratio(UNCHANGED, PROJECT_PAGES):.2f}", "",
+              f"{bench.peak(UNCHANGED):.1f} MiB", "")
+
+
 def report_long_lines(bench, bars):
     table = Table("a line of 4 MiB, and one of 2 MiB", "time", "times", "reach")
     for mode in MODES:
@@ -358,6 +390,7 @@ def main():
         report_others(bench, bars)
         report_growth(bench, bars, files)
         report_many(bench, bars)
+        report_projects(bench, bars, files)
         report_long_lines(bench, bars)
         report_start(bench, bars)
         report_jobs(bench, bars, files)

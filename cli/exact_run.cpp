@@ -34,26 +34,6 @@ std::size_t hashOf(const vb::Module& module) {
   return std::hash<std::u8string_view>()(module.text);
 }
 
-listing::Options listingOptions(const Options& options, const Settings& settings) {
-  listing::Options result;
-  result.links = options.links.value_or(result.links);
-  result.titles = options.titles.value_or(result.titles);
-  result.header = options.header.value_or(result.header);
-  result.theme = options.theme.value_or(result.theme);
-  result.lineNumbers = options.lineNumbers;
-  if (options.style == StyleMode::Inline) {
-    result.style = listing::Style::Inline;
-    if (!options.links) result.links = listing::Links::None;
-  }
-  for (const LineRange& range : options.lines)
-    result.lines.push_back({.first = static_cast<std::uint32_t>(range.first),
-                            .last = static_cast<std::uint32_t>(range.last)});
-  result.language = settings.language;
-  result.colors = userColors(settings, options);
-  result.css = settings.css;
-  return result;
-}
-
 // Links from one page to another.
 bool linksPages(Format format, const listing::Options& options) {
   return options.links == listing::Links::All &&
@@ -68,7 +48,7 @@ std::size_t lineOf(std::u8string_view text, std::size_t place) {
   return line;
 }
 
-// The warning about what no character stands for; empty when all of it is text.
+// What decoding a source lost, for the user; empty: nothing.
 Message lossText(const vb::Decoded& source) {
   if (source.replaced == 0) return {};
   const Message page =
@@ -77,11 +57,6 @@ Message lossText(const vb::Decoded& source) {
                 source.replaced == 1 ? messages::kLostCharacter(page)
                                      : messages::kLostCharacters(source.replaced, page));
 }
-
-struct Read {
-  vb::Module module;
-  Message warning;  // of what was lost
-};
 
 // A module of a project between its two passes.
 struct Member {
@@ -115,19 +90,10 @@ class ExactRun {
   }
 
  private:
-  Read read(const Task& task) const {
-    const OfficeModule* const office = task.input.module.get();
-    const vb::CodePage page =
-        office != nullptr ? office->codePage : options_.encoding.value_or(kAutomatic);
-    // Of an Office module the user knows what the editor shows.
-    const auto usual = office != nullptr ? listing::Header::Drop : listing::Header::Fold;
-    const bool asInEditor = options_.header.value_or(usual) == listing::Header::Drop;
-    vb::Decoded source = decodeSource(readInput(task, surroundings_), page);
-    Message warning = warningOf(task.input, lossText(source));
-    vb::Module module =
-        readExact(std::move(source.text), task.input.place.filename(), words_, passes_, asInEditor);
-    checkLines(options_.lines, module.lines);
-    return {.module = std::move(module), .warning = std::move(warning)};
+  ReadModule read(const Task& task) const {
+    ReadModule source = readModule(task, options_, words_, passes_, surroundings_);
+    checkLines(options_.lines, source.module.lines);
+    return source;
   }
 
   // Each input is a project of its own.
@@ -136,7 +102,7 @@ class ExactRun {
     inParallel(order.size(), jobs_, [&](std::size_t place) {
       const Task& task = tasks_[order[place]];
       report_.finished(order[place], outcomeOf([&] {
-                         const Read source = read(task);
+                         const ReadModule source = read(task);
                          ExactProject project(options_.format, listing_, listing::Place::OwnPages);
                          project.add(source.module, {});
                          project.close();
@@ -145,7 +111,7 @@ class ExactRun {
     });
   }
 
-  Outcome write(const Task& task, const ExactProject& project, const Read& source,
+  Outcome write(const Task& task, const ExactProject& project, const ReadModule& source,
                 std::uint32_t index) const {
     writeTarget(task, options_, surroundings_, [&](std::ostream& out) {
       project.write(source.module, index, exactText(pathText(task.input.place.filename())), out);
@@ -173,7 +139,7 @@ class ExactRun {
     std::size_t next = 0;  // all in front of it are in the project
     inParallel(members.size(), std::min(jobs_, members.size()), [&](std::size_t i) {
       const Outcome outcome = outcomeOf([&] {
-        Read source = this->read(tasks_[members[i].task]);
+        ReadModule source = this->read(tasks_[members[i].task]);
         members[i].module = std::move(source.module);
         members[i].warning = std::move(source.warning);
         return Outcome();
@@ -273,6 +239,41 @@ class ExactRun {
 };
 
 }  // namespace
+
+ReadModule readModule(const Task& task, const Options& options, const vb::WordLists& words,
+                      const std::vector<Reformatting>& passes, const Surroundings& surroundings) {
+  const OfficeModule* const office = task.input.module.get();
+  const vb::CodePage page =
+      office != nullptr ? office->codePage : options.encoding.value_or(kAutomatic);
+  // Of an Office module the user knows what the editor shows.
+  const auto usual = office != nullptr ? listing::Header::Drop : listing::Header::Fold;
+  const bool asInEditor = options.header.value_or(usual) == listing::Header::Drop;
+  vb::Decoded source = decodeSource(readInput(task, surroundings), page);
+  Message warning = warningOf(task.input, lossText(source));
+  return {.module = readExact(std::move(source.text), task.input.place.filename(), words, passes,
+                              asInEditor),
+          .warning = std::move(warning)};
+}
+
+listing::Options listingOptions(const Options& options, const Settings& settings) {
+  listing::Options result;
+  result.links = options.links.value_or(result.links);
+  result.titles = options.titles.value_or(result.titles);
+  result.header = options.header.value_or(result.header);
+  result.theme = options.theme.value_or(result.theme);
+  result.lineNumbers = options.lineNumbers;
+  if (options.style == StyleMode::Inline) {
+    result.style = listing::Style::Inline;
+    if (!options.links) result.links = listing::Links::None;
+  }
+  for (const LineRange& range : options.lines)
+    result.lines.push_back({.first = static_cast<std::uint32_t>(range.first),
+                            .last = static_cast<std::uint32_t>(range.last)});
+  result.language = settings.language;
+  result.colors = userColors(settings, options);
+  result.css = settings.css;
+  return result;
+}
 
 void runExact(const std::vector<Task>& tasks, const Options& options, const Settings& settings,
               const Surroundings& surroundings, Report& report) {

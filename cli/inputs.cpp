@@ -32,6 +32,8 @@ constexpr std::u8string_view kCompanions[] = {u8".frx", u8".ctx", u8".pgx", u8".
                                               u8".vbp", u8".vbw", u8".vbg", u8".res", u8".bmp",
                                               u8".ico", u8".gif", u8".jpg", u8".png"};
 
+constexpr std::u8string_view kProjectFiles[] = {u8".vbp"};
+
 template <std::size_t N>
 bool endsInOneOf(const fs::path& path, const std::u8string_view (&endings)[N]) {
   const std::u8string ending = exactText(pathText(path.extension()));
@@ -47,10 +49,10 @@ struct Listing {
 
 class Collector {
  public:
-  explicit Collector(const Options& options) {
+  explicit Collector(const Options& options) : project_(options.project) {
     if (!options.outputDir.empty()) output_ = findFile(argumentPath(options.outputDir)).identity;
     for (const std::string& argument : options.inputs) addArgument(argument);
-    if (!inputs_.modules.empty()) return;
+    if (!inputs_.modules.empty() || !inputs_.projectFiles.empty()) return;
     for (PassedOver& passedOver : std::exchange(inputs_.passedOver, {}))
       addFailure(std::move(passedOver.path), std::move(passedOver.reason));
   }
@@ -71,7 +73,8 @@ class Collector {
     fs::path path = argumentPath(argument);
     FoundFile file = findFile(path);
     if (file.kind == FoundFile::Kind::Folder) return addFolder(path);
-    if (endsInOneOf(path, kCompanions) && file.kind == FoundFile::Kind::File)
+    if (!isProjectFile(path) && endsInOneOf(path, kCompanions) &&
+        file.kind == FoundFile::Kind::File)
       return passOver(std::move(path), messages::kNoModuleFile());
     fs::path name = path.filename();
     addFile(std::move(path), std::move(name), std::move(file), false);
@@ -84,12 +87,18 @@ class Collector {
              .second)
       return;
     const bool isOffice = file.kind == FoundFile::Kind::File && mayBeOffice(path);
-    inputs_.modules.push_back({.path = std::move(path),
-                               .place = std::move(place),
-                               .file = std::move(file),
-                               .folder = std::move(folder),
-                               .inFolder = inFolder,
-                               .isOffice = isOffice});
+    auto& inputs = isProjectFile(path) ? inputs_.projectFiles : inputs_.modules;
+    inputs.push_back({.path = std::move(path),
+                      .place = std::move(place),
+                      .file = std::move(file),
+                      .folder = std::move(folder),
+                      .inFolder = inFolder,
+                      .isOffice = isOffice});
+  }
+
+  // One that lists modules and is no module itself.
+  bool isProjectFile(const fs::path& path) const {
+    return project_ && endsInOneOf(path, kProjectFiles);
   }
 
   // Office files are told by what is in them; what is called like a module is none.
@@ -143,8 +152,9 @@ class Collector {
   void sortIn(const fs::directory_entry& entry, Listing& listing) {
     std::error_code none;
     const bool isFolder = entry.is_directory(none);
-    const bool isModule = !isFolder && (endsInOneOf(entry.path(), kModules) ||
-                                        (entry.is_regular_file(none) && mayBeOffice(entry.path())));
+    const bool isModule =
+        !isFolder && (endsInOneOf(entry.path(), kModules) || isProjectFile(entry.path()) ||
+                      (entry.is_regular_file(none) && mayBeOffice(entry.path())));
     if ((!isFolder && !isModule) || isHidden(entry.path())) return;
     if (!isFolder) {
       listing.modules.push_back(entry.path().filename());
@@ -167,6 +177,7 @@ class Collector {
     return identity->second;
   }
 
+  const bool project_;
   Inputs inputs_;
   fs::path::string_type output_;  // identity of the folder for results; empty: there is none
   std::map<fs::path::string_type, fs::path::string_type> folders_;  // their identities

@@ -40,7 +40,8 @@ struct PassedOver {
 };
 
 struct Inputs {
-  std::vector<Input> modules;  // as the arguments come; those of a folder by their names
+  std::vector<Input> modules;       // as the arguments come; those of a folder by their names
+  std::vector<Input> projectFiles;  // with --project
   std::vector<PassedOver> passedOver;
 };
 

@@ -87,6 +87,21 @@ Outcome outcomeOf(const std::function<Outcome()>& work) {
   }
 }
 
+std::vector<std::wstring> inputFiles(const std::vector<Task>& tasks) {
+  std::vector<std::wstring> files;
+  files.reserve(tasks.size());
+  for (const Task& task : tasks) files.push_back(inputFile(task));
+  return files;
+}
+
+Telling tellingOf(const Options& options, const Surroundings& surroundings) {
+  return {.progress =
+              surroundings.terminal && !options.quiet && surroundings.format == NoticeFormat::Text,
+          .summary = options.verbose,
+          .format = surroundings.format,
+          .language = surroundings.language};
+}
+
 std::size_t jobsOf(const Options& options, std::size_t tasks) {
   if (tasks == 1) return 1;
   return options.jobs != 0 ? options.jobs : std::max(1U, std::thread::hardware_concurrency());

@@ -43,6 +43,10 @@ void writeTarget(const Task& task, const Options& options, const Surroundings& s
 // go on.
 Outcome outcomeOf(const std::function<Outcome()>& work);
 
+// The inputs as a Report has them, and what it tells.
+std::vector<std::wstring> inputFiles(const std::vector<Task>& tasks);
+Telling tellingOf(const Options& options, const Surroundings& surroundings);
+
 // How many inputs are worked on at the same time.
 std::size_t jobsOf(const Options& options, std::size_t tasks);
 

@@ -49,6 +49,11 @@ inline constexpr Text<0> kStandardInputOnce{L"the standard input (-) can be read
                                             L"die Standardeingabe (-) lässt sich nur einmal lesen"};
 inline constexpr Text<2> kOverwritesSource{"would-overwrite", L"the output {1} would overwrite {2}",
                                            L"die Ausgabe {1} würde {2} überschreiben"};
+inline constexpr Text<1> kOnlyWithProject{L"{1} needs --project", L"{1} gibt es nur mit --project"};
+inline constexpr Text<1> kNotWithProject{L"{1} does not go with --project",
+                                         L"{1} geht nicht mit --project"};
+inline constexpr Text<0> kProjectNeedsFolder{L"--project needs --output-dir",
+                                             L"--project braucht --output-dir"};
 
 inline constexpr Text<0> kNoFolderForOfficeRun{
     "wrong-usage", L"--list, --export-modules and --format source exclude --output-dir",
@@ -133,7 +138,24 @@ inline constexpr Text<0> kChangedMeanwhile{"changed-meanwhile",
                                            L"the file changed during the conversion",
                                            L"die Datei hat sich während der Umwandlung geändert"};
 
+// ---------------------------------------------------------------------------- whole projects
+inline constexpr Text<0> kLeadsElsewhere{
+    "leads-elsewhere", L"is named by a project file, but is no module file in a folder near it",
+    L"steht in einer Projektdatei, ist aber keine Moduldatei in einem Ordner bei ihr"};
+inline constexpr Text<0> kPageOfNoModule{"stale-page", L"belongs to no module any more",
+                                         L"gehört zu keinem Modul mehr"};
+inline constexpr Text<2> kNoFileThere{"broken-link", L"line {1}: {2} leads to no file",
+                                      L"Zeile {1}: {2} führt zu keiner Datei"};
+inline constexpr Text<2> kNoIdThere{"broken-link", L"line {1}: {2} leads to a file without this id",
+                                    L"Zeile {1}: {2} führt in eine Datei ohne diese Sprungmarke"};
+inline constexpr Text<2> kLeadsOutside{"broken-link", L"line {1}: {2} leads out of the folder",
+                                       L"Zeile {1}: {2} führt aus dem Ordner hinaus"};
+inline constexpr Text<0> kNoPages{"no-pages", L"holds no HTML pages", L"enthält keine HTML-Seiten"};
+inline constexpr Text<2> kLinksLand{L"{1} links in {2} pages, all land\n",
+                                    L"{1} Verweise auf {2} Seiten, alle kommen an\n"};
+
 // -------------------------------------------------------------------------------- the progress
+inline constexpr Text<2> kReadProgress{L"{1} of {2} files read", L"{1} von {2} Dateien gelesen"};
 inline constexpr Text<2> kProgress{L"{1} of {2} files", L"{1} von {2} Dateien"};
 inline constexpr Text<0> kOneFile{L"1 file", L"1 Datei"};
 inline constexpr Text<1> kFiles{L"{1} files", L"{1} Dateien"};

@@ -42,12 +42,14 @@ class Expander {
   Inputs expand(Inputs inputs) {
     tellPlacesApart(inputs.modules);
     result_.passedOver = std::move(inputs.passedOver);
+    result_.projectFiles = std::move(inputs.projectFiles);
     for (Input& input : inputs.modules)
       if (input.isOffice)
         add(input);
       else
         result_.modules.push_back(std::move(input));
-    if (result_.modules.empty())  // then what was passed over was all there is
+    if (result_.modules.empty() &&
+        result_.projectFiles.empty())  // then what was passed over was all there is
       for (PassedOver& passedOver : std::exchange(result_.passedOver, {})) {
         Input& failed = result_.modules.emplace_back();
         failed.path = std::move(passedOver.path);

@@ -89,9 +89,11 @@ template <class Value>
 using Choice = std::pair<std::string_view, Value>;
 
 constexpr Choice<Format> kFormats[] = {
-    {"page", Format::Page},     {"body", Format::Body},       {"lines", Format::Lines},
-    {"rtf", Format::Rtf},       {"md", Format::Markdown},     {"json", Format::Json},
-    {"source", Format::Source}, {"preview", Format::Preview}, {"clipboard", Format::Clipboard},
+    {"page", Format::Page},       {"body", Format::Body},
+    {"lines", Format::Lines},     {"rtf", Format::Rtf},
+    {"md", Format::Markdown},     {"json", Format::Json},
+    {"csv", Format::Csv},         {"source", Format::Source},
+    {"preview", Format::Preview}, {"clipboard", Format::Clipboard},
     {"table", Format::Table}};
 constexpr Choice<Mode> kModes[] = {{"exact", Mode::Exact}, {"classic", Mode::Classic}};
 constexpr Choice<listing::Links> kLinks[] = {{"none", listing::Links::None},
@@ -195,6 +197,7 @@ constexpr OptionRow kOptions[] = {
               L"  rtf    for word processors\n"
               L"  md     Markdown: an index and the code\n"
               L"  json   what is known of the code, as data\n"
+              L"  csv    the same of a project, as three tables\n"
               L"  source code of Office files as one text, for git\n"
               L"classic only:\n"
               L"  preview    the page of the preview\n"
@@ -208,6 +211,7 @@ constexpr OptionRow kOptions[] = {
               L"  rtf    für Textverarbeitungen\n"
               L"  md     Markdown: Übersicht und Code\n"
               L"  json   was vom Code bekannt ist, als Daten\n"
+              L"  csv    dasselbe von einem Projekt, drei Tabellen\n"
               L"  source Code von Office-Dateien als Text, für git\n"
               L"nur klassisch:\n"
               L"  preview    die Seite der Vorschau\n"
@@ -333,6 +337,20 @@ constexpr OptionRow kOptions[] = {
               L"sind, sonst in der Codepage von Windows; oder eine\n"
               L"Codepage: utf-8, windows-1252, macintosh, 932 ..."},
      .store = storeEncoding},
+    {.name = "project",
+     .help = {L"document whole projects: FILE is a folder or a\n"
+              L"project file (.vbp); a site of HTML pages goes into\n"
+              L"FOLDER (-d), with --format json or csv data",
+              L"dokumentiert ganze Projekte: DATEI ist ein Ordner\n"
+              L"oder eine Projektdatei (.vbp); nach ORDNER (-d)\n"
+              L"kommen HTML-Seiten, mit --format json/csv Daten"},
+     .store = storeFlag<&Options::project>},
+    {.name = "check-links",
+     .help = {L"convert nothing; tell which links of the HTML pages\n"
+              L"in the folder FILE do not land",
+              L"wandelt nichts um, sondern sagt, welche Verweise der\n"
+              L"HTML-Seiten im Ordner DATEI ins Leere führen"},
+     .store = storeFlag<&Options::checkLinks>},
     {.name = "keywords",
      .value = kFile,
      .help = {L"control file with keywords (default: a vb.ini where\n"

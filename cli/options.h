@@ -46,6 +46,8 @@ struct Options {
   int wrap = 0;  // line width, 0: lines are not broken
   bool pasted = false;
   std::optional<vb::CodePage> encoding;  // or kAutomatic
+  bool project = false;                  // the inputs are projects
+  bool checkLinks = false;               // the inputs are folders with pages
   std::optional<listing::Links> links;
   std::optional<bool> titles;
   std::optional<listing::Header> header;

@@ -39,6 +39,30 @@ void checkMode(const Options& options) {
     lacks(L"--color", other);
 }
 
+// What whole projects have, and what only modules have.
+void checkProject(const Options& options) {
+  const auto refuse = [](const std::wstring& what) {
+    throw UsageError(messages::kNotWithProject(what));
+  };
+  const std::wstring format = L"--format " + argumentText(formatName(options.format));
+  if (!options.project) {
+    if (options.format == Format::Csv) throw UsageError(messages::kOnlyWithProject(format));
+    return;
+  }
+  if (options.mode == Mode::Classic)
+    throw UsageError(messages::kOnlyInMode(L"--project", L"exact"));
+  const bool isData = options.format == Format::Json || options.format == Format::Csv;
+  if (options.format != Format::Page && !isData) refuse(format);
+  if (options.style == StyleMode::Inline) refuse(L"--style inline");
+  if (!options.lines.empty()) refuse(L"--lines");
+  if (options.dryRun) refuse(L"--dry-run");
+  if (options.links && options.links != listing::Links::All) refuse(L"--links");
+  if (std::ranges::count(options.inputs, kStandardStream) > 0)
+    refuse(argumentText(kStandardStream));
+  if (options.format != Format::Json && options.outputDir.empty())
+    throw UsageError(messages::kProjectNeedsFolder());
+}
+
 enum class Name : std::uint8_t { Short, Long };  // Modul1.htm, Modul1.bas.htm
 
 std::filesystem::path targetOf(const Input& input, const Options& options, Name name) {
@@ -89,6 +113,8 @@ void refuseSameTargets(std::vector<Task>& tasks) {
   }
 }
 
+}  // namespace
+
 void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const SettingsFiles& settings) {
   FileNames read;
   for (const Task& task : tasks) read[task.input.file.identity] = inputName(task);
@@ -102,11 +128,10 @@ void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Setting
   }
 }
 
-}  // namespace
-
 void checkOptions(const Options& options) {
   if (options.inputs.empty()) throw UsageError(messages::kNoInput());
   checkMode(options);
+  checkProject(options);
   if (!options.output.empty() && !options.outputDir.empty())
     throw UsageError(messages::kFileAndFolder());
   if (isOfficeRun(options) && !options.outputDir.empty())

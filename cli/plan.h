@@ -21,10 +21,13 @@ struct Task {
 // Throws UsageError when the options do not fit together.
 void checkOptions(const Options& options);
 
+// Throws UsageError when a target is a file that is read, as an input or as one of the settings.
+void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const SettingsFiles& settings);
+
 // One task a module, in the order given. Below an output folder a target is called like its
 // source, and with the source's ending in front of its own where two would have the same name; what
-// still has is a failure. Throws UsageError when a result would
-// take the place of something that is read.
+// still has is a failure. The options fit together. Throws UsageError when a result would take the
+// place of something that is read.
 std::vector<Task> planTasks(const Options& options, std::vector<Input> modules,
                             const SettingsFiles& settings);
 

@@ -2,6 +2,7 @@
 // Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #include "cli/report.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "cli/messages.h"
@@ -23,6 +24,12 @@ Report::Report(std::vector<std::wstring> files, Write write, const Telling& tell
       outcomes_(files_.size()),
       counterDue_(start_ + telling.silence) {}
 
+void Report::noteRead() {
+  const std::lock_guard lock(mutex_);
+  ++read_;
+  if (telling_.progress) showCounter(messages::kReadProgress(read_, files_.size()));
+}
+
 void Report::finished(std::size_t index, Outcome outcome) {
   const std::lock_guard lock(mutex_);
   ++done_;
@@ -32,7 +39,8 @@ void Report::finished(std::size_t index, Outcome outcome) {
   }
   outcomes_[index] = std::move(outcome);
   tellOutcomes();
-  if (telling_.progress && done_ < files_.size()) showCounter();
+  if (telling_.progress && done_ < files_.size())
+    showCounter(messages::kProgress(done_, files_.size()));
 }
 
 bool Report::close() {
@@ -62,12 +70,14 @@ void Report::tell(const Notice& notice) {
   write_(noticeText(notice, telling_.format, telling_.language));
 }
 
-void Report::showCounter() {
+void Report::showCounter(const Message& counter) {
   const auto now = steady_clock::now();
   if (now < counterDue_) return;
   counterDue_ = now + kCounterInterval;
-  counter_ = messages::kProgress(done_, files_.size()).in(telling_.language);
-  write_(L'\r' + counter_);
+  const std::size_t before = counter_.size();
+  counter_ = counter.in(telling_.language);
+  const std::size_t shorter = before - std::min(before, counter_.size());
+  write_(L'\r' + counter_ + std::wstring(shorter, L' '));
 }
 
 void Report::clearCounter() {

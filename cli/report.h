@@ -40,6 +40,9 @@ class Report {
   // `files` are the inputs as Notice has them; `write` puts text on the error stream.
   Report(std::vector<std::wstring> files, Write write, const Telling& telling);
 
+  // One more input is read, before any is done. May be called from several threads.
+  void noteRead();
+
   // Input `index` is done. May be called from several threads.
   void finished(std::size_t index, Outcome outcome);
 
@@ -50,7 +53,7 @@ class Report {
   void tellOutcomes();
   void tellOutcome(std::size_t index);
   void tell(const Notice& notice);
-  void showCounter();
+  void showCounter(const Message& counter);
   void clearCounter();
   void showSummary();
 
@@ -61,6 +64,7 @@ class Report {
 
   std::mutex mutex_;  // guards what follows
   std::vector<std::optional<Outcome>> outcomes_;
+  std::size_t read_ = 0;
   std::size_t done_ = 0;
   std::size_t told_ = 0;  // all inputs in front of this one are done and told
   std::size_t converted_ = 0;

@@ -19,18 +19,13 @@
 #include "cli/office_run.h"
 #include "cli/plan.h"
 #include "cli/print_settings.h"
+#include "cli/project/check_links.h"
+#include "cli/project/project_run.h"
 #include "cli/report.h"
 #include "cli/settings.h"
 
 namespace tintline {
 namespace {
-
-std::vector<std::wstring> inputFiles(const std::vector<Task>& tasks) {
-  std::vector<std::wstring> files;
-  files.reserve(tasks.size());
-  for (const Task& task : tasks) files.push_back(inputFile(task));
-  return files;
-}
 
 void tellPassedOver(const std::vector<PassedOver>& passedOver, const Surroundings& surroundings) {
   for (const auto& [path, reason] : passedOver)
@@ -95,6 +90,10 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
     return kAllConverted;
   }
   checkOptions(options);
+  if (options.checkLinks) return checkLinks(options, surroundings);
+  if (options.project)
+    return documentProjects(options, files, loadSettings(files, options, surroundings),
+                            surroundings);
   Inputs inputs = collectInputs(options);
   for (Input& input : inputs.modules)
     if (isStandardInput(input)) readStandardInput(input, surroundings);
@@ -110,12 +109,7 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
     std::filesystem::create_directories(argumentPath(options.outputDir), failure);
     if (failure) throw FileError(argumentPath(options.outputDir), failure);
   }
-  Report report(inputFiles(tasks), surroundings.write,
-                {.progress = surroundings.terminal && !options.quiet &&
-                             surroundings.format == NoticeFormat::Text,
-                 .summary = options.verbose,
-                 .format = surroundings.format,
-                 .language = surroundings.language});
+  Report report(inputFiles(tasks), surroundings.write, tellingOf(options, surroundings));
   if (options.mode == Mode::Classic)
     runClassic(tasks, options, settings, surroundings, report);
   else

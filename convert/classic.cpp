@@ -81,6 +81,7 @@ void writeClassic(std::ostream& datei, Format format, const ClassicResult& resul
     case Format::Markdown:
     case Format::Json:
     case Format::Source:
+    case Format::Csv:
       break;  // the exact mode's
   }
 }

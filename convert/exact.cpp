@@ -154,7 +154,7 @@ ExactProject::ExactProject(Format format, const listing::Options& options, listi
 
 std::uint32_t ExactProject::add(const vb::Module& module, const std::filesystem::path& page) {
   if (needsReferences()) project_.add(module);
-  return targets_.add(module, addressOf(page));
+  return targets_.add(module, listing::addressOf(page.u8string()));
 }
 
 std::unique_ptr<listing::Document> ExactProject::makeDocument(std::u8string_view title,

@@ -24,7 +24,8 @@ enum class Format : std::uint8_t {
   Rtf,
   Markdown,
   Json,
-  Source  // the code of Office files as one text
+  Source,  // the code of Office files as one text
+  Csv      // of whole projects only
 };
 
 // Whether a mode has the form.

@@ -9,7 +9,8 @@
 namespace tintline::listing {
 
 std::unique_ptr<Document> makeDocument(Format format, std::ostream& out, const Options& options,
-                                       const Targets& targets, std::u8string_view title) {
+                                       const Targets& targets, std::u8string_view title,
+                                       const Companion* companion) {
   switch (format) {
     case Format::Rtf:
       return std::make_unique<RtfDocument>(out, options);
@@ -18,7 +19,7 @@ std::unique_ptr<Document> makeDocument(Format format, std::ostream& out, const O
     case Format::Json:
       return std::make_unique<JsonDocument>(out, options, targets);
     default:
-      return std::make_unique<HtmlDocument>(format, out, options, targets, title);
+      return std::make_unique<HtmlDocument>(format, out, options, targets, title, companion);
   }
 }
 

@@ -16,9 +16,11 @@
 #include <memory>
 #include <ostream>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "listing/options.h"
+#include "listing/output.h"
 #include "listing/targets.h"
 #include "vb/module.h"
 #include "vb/project.h"
@@ -41,6 +43,18 @@ struct Source {
   std::uint32_t index;                        // of the module in the project and its Targets
 };
 
+// What a page shows around the code of its module, and never has copied with it.
+class Companion {
+ public:
+  virtual ~Companion() = default;
+  // Rules of CSS.
+  virtual std::string style() const = 0;
+  // Stands at the end of the page's header.
+  virtual void writeHeader(Output& out) const = 0;
+  // Stands between the head of a procedure, a declaration of the module, and its body.
+  virtual void writeBelowHead(Output& out, std::uint32_t procedure) const = 0;
+};
+
 class Document {
  public:
   virtual ~Document() = default;
@@ -53,8 +67,9 @@ class Document {
 };
 
 // `title` is what a browser shows as the name of the page. `options`, `targets` and `out` must
-// live as long as the document.
+// live as long as the document, likewise `companion`, which only a page of one module has.
 std::unique_ptr<Document> makeDocument(Format format, std::ostream& out, const Options& options,
-                                       const Targets& targets, std::u8string_view title);
+                                       const Targets& targets, std::u8string_view title,
+                                       const Companion* companion = nullptr);
 
 }  // namespace tintline::listing

@@ -197,7 +197,7 @@ void HtmlCode::writeLinked(const vb::Reference& reference, std::u8string_view te
   const ModuleTargets& target = targets_[reference.module];
   const bool own = reference.module == source_.index;
   out_ << "<a" << linkLook(reference) << " href=\"";
-  if (!own && targets_.place() == Place::OwnPages) out_ << target.page();
+  if (!own && targets_.place() == Place::OwnPages) out_ << own_.toRoot() << target.page();
   if (reference.declaration != vb::kNone)
     out_ << target.link(reference.declaration);
   else if (targets_.place() == Place::OnePage)

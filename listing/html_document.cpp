@@ -3,16 +3,12 @@
 
 #include "listing/html_module.h"
 #include "listing/html_text.h"
+#include "listing/page_head.h"
 #include "listing/style_sheet.h"
 #include "listing/token_names.h"
 
 namespace tintline::listing {
 namespace {
-
-// A second wall behind the escaping of all text: nothing runs and nothing is loaded.
-constexpr std::string_view kPolicy =
-    "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
-    "'unsafe-inline'; base-uri 'none'; form-action 'none'\">\n";
 
 // Browsers copy the end of the last line only when there is something behind it.
 constexpr std::string_view kCopiedEnd = "<div class=\"end\"></div>";
@@ -26,14 +22,16 @@ constexpr std::string_view kBodyStyle = "margin:16px;font-family:system-ui,sans-
 }  // namespace
 
 HtmlDocument::HtmlDocument(Format format, std::ostream& out, const Options& options,
-                           const Targets& targets, std::u8string_view title)
+                           const Targets& targets, std::u8string_view title,
+                           const Companion* companion)
     : out_(out),
       format_(format),
       options_(options),
       targets_(targets),
       title_(title),
       words_(wordsOf(options.language)),
-      markup_(options) {}
+      markup_(options),
+      companion_(companion) {}
 
 void HtmlDocument::add(const Source& source) {
   if (!begun_) begin(&source);
@@ -44,7 +42,7 @@ void HtmlDocument::add(const Source& source) {
     out_ << "<section id=\"" << own.topId() << "\"><h2>" << toHtml(source.module.name) << "</h2><p>"
          << summaryOf(source.module, words_) << "</p>\n";
   }
-  HtmlModule module(out_, options_, markup_, targets_, source, several() ? "h3" : "h2");
+  HtmlModule module(out_, options_, markup_, targets_, source, several() ? "h3" : "h2", companion_);
   if (module.write()) out_ << kCopiedEnd;
   if (several()) out_ << "</section>\n";
 }
@@ -77,17 +75,11 @@ void HtmlDocument::begin(const Source* first) {
 }
 
 void HtmlDocument::writeHead() {
-  out_ << "<!DOCTYPE html>\n<html lang=\"" << words_.tag
-       << "\">\n<head>\n<meta charset=\"utf-8\">\n"
-       << kPolicy
-       << "<meta http-equiv=\"X-UA-Compatible\" content=\"IE=edge\">\n"
-          "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">\n"
-          "<meta name=\"generator\" content=\"TINTLINE\">\n<title>"
-       << toHtml(title_) << "</title>\n";
-  if (!isInline())
-    out_ << "<style>\n"
-         << styleSheet(options_, several()) << embeddedStyle(options_.css) << "</style>\n";
-  out_ << "</head>\n";
+  std::string style;
+  if (!isInline()) style = styleSheet(options_, several());
+  if (companion_ != nullptr) style += companion_->style();
+  if (!isInline()) style += embeddedStyle(options_.css);
+  listing::writeHead(out_, words_, title_, style);
   if (isInline())
     out_ << "<body style=\"" << kBodyStyle << "\">\n";
   else
@@ -102,6 +94,7 @@ void HtmlDocument::writePageHeader(const Source* first) {
   if (isOne) out_ << "<p>" << summaryOf(first->module, words_) << "</p>";
   if (isOne && !first->module.description.empty())
     out_ << "<p>" << toHtml(first->module.description) << "</p>";
+  if (companion_ != nullptr) companion_->writeHeader(out_);
   out_ << "</header>\n";
 }
 

@@ -18,7 +18,7 @@ namespace tintline::listing {
 class HtmlDocument : public Document {
  public:
   HtmlDocument(Format format, std::ostream& out, const Options& options, const Targets& targets,
-               std::u8string_view title);
+               std::u8string_view title, const Companion* companion = nullptr);
   void add(const Source& source) override;
   void close() override;
 
@@ -40,6 +40,7 @@ class HtmlDocument : public Document {
   const std::u8string title_;
   const Words& words_;
   const Markup markup_;
+  const Companion* const companion_;
   bool begun_ = false;
 };
 

@@ -9,12 +9,14 @@ constexpr std::uint32_t kLongHead = 3;  // lines: a longer one would hide too mu
 }  // namespace
 
 HtmlModule::HtmlModule(Output& out, const Options& options, const Markup& markup,
-                       const Targets& targets, const Source& source, std::string_view heading)
+                       const Targets& targets, const Source& source, std::string_view heading,
+                       const Companion* companion)
     : out_(out),
       options_(options),
       source_(source),
       own_(targets[source.index]),
       heading_(heading),
+      companion_(companion),
       choice_(source.module, options),
       code_(out, options, markup, targets, source, true),
       parts_(source.module) {}
@@ -77,6 +79,7 @@ void HtmlModule::openBlock() {
 void HtmlModule::closeBlock() {
   if (place_.part == Part::Head) {
     out_ << "</code></" << heading_ << ">";
+    if (companion_ != nullptr) companion_->writeBelowHead(out_, place_.section->declaration);
     return;
   }
   out_ << "</code></pre>";

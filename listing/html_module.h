@@ -15,9 +15,9 @@ namespace tintline::listing {
 
 class HtmlModule {
  public:
-  // `heading` is the element of heads: "h2".
+  // `heading` is the element of heads: "h2"; `companion` may be missing.
   HtmlModule(Output& out, const Options& options, const Markup& markup, const Targets& targets,
-             const Source& source, std::string_view heading);
+             const Source& source, std::string_view heading, const Companion* companion);
 
   // Returns whether the last line that was written has an end.
   bool write();
@@ -42,6 +42,7 @@ class HtmlModule {
   const Source& source_;
   const ModuleTargets& own_;
   const std::string_view heading_;
+  const Companion* const companion_;
   const LineChoice choice_;
   HtmlCode code_;
   Parts parts_;

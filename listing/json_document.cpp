@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "listing/data_text.h"
 #include "listing/line_choice.h"
 #include "listing/links.h"
 #include "listing/module_targets.h"
@@ -18,37 +19,6 @@ namespace {
 
 using vb::DeclarationKind;
 using vb::TokenKind;
-
-constexpr std::string_view kModuleKinds[] = {"standard",    "class",        "form",
-                                             "userControl", "propertyPage", "userDocument",
-                                             "designer",    "document"};
-constexpr std::string_view kDeclarationKinds[] = {
-    "sub",        "function", "property", "declare", "event", "type",      "field", "enum",
-    "enumMember", "constant", "variable", "control", "label", "parameter", "local"};
-constexpr std::string_view kAccessors[] = {"null", "\"get\"", "\"let\"", "\"set\""};
-constexpr std::string_view kVisibilities[] = {"\"public\"", "\"private\"", "\"friend\"", "null"};
-
-template <class Enum, std::size_t N>
-std::string_view nameOf(const std::string_view (&names)[N], Enum value) {
-  return names[static_cast<std::size_t>(value)];
-}
-
-void writeString(Output& out, std::u8string_view text) {
-  out << "\"";
-  std::size_t begin = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char8_t c = text[i];
-    if (c >= 0x20 && c != '"' && c != '\\') continue;
-    out << text.substr(begin, i - begin);
-    begin = i + 1;
-    if (c >= 0x20)
-      out << "\\" << text.substr(i, 1);
-    else
-      out << (c < 0x10 ? "\\u000" : "\\u001")
-          << std::string_view("0123456789abcdef").substr(c % 16, 1);
-  }
-  out << text.substr(begin) << "\"";
-}
 
 // Where a token stands, in characters.
 struct Position {
@@ -133,8 +103,8 @@ struct JsonDocument::Writer {
 
   void write() {
     out << "{\"name\":";
-    writeString(out, module.name);
-    out << ",\"kind\":\"" << nameOf(kModuleKinds, module.kind) << "\",\"lines\":" << module.lines
+    writeJsonString(out, module.name);
+    out << ",\"kind\":\"" << dataName(module.kind) << "\",\"lines\":" << module.lines
         << ",\"tokens\":[";
     const std::vector<Position> links = writeTokens();
     out << "],\"declarations\":[";
@@ -180,12 +150,14 @@ struct JsonDocument::Writer {
     for (std::uint32_t i = 0; i < module.declarations.size(); ++i) {
       const vb::Declaration& declaration = module.declarations[i];
       out << (i == 0 ? "{\"id\":" : ",{\"id\":");
-      writeString(out, ids[i]);
-      out << ",\"kind\":\"" << nameOf(kDeclarationKinds, declaration.kind) << "\",\"name\":";
-      writeString(out, vb::plainName(module.textOf(declaration.name)));
-      out << ",\"accessor\":" << nameOf(kAccessors, declaration.accessor)
-          << ",\"visibility\":" << nameOf(kVisibilities, declaration.visibility)
-          << ",\"line\":" << declaration.line << ",\"endLine\":" << declaration.endLine
+      writeJsonString(out, ids[i]);
+      out << ",\"kind\":\"" << dataName(declaration.kind) << "\",\"name\":";
+      writeJsonString(out, vb::plainName(module.textOf(declaration.name)));
+      out << ",\"accessor\":";
+      writeJsonWord(out, dataName(declaration.accessor));
+      out << ",\"visibility\":";
+      writeJsonWord(out, dataName(declaration.visibility));
+      out << ",\"line\":" << declaration.line << ",\"endLine\":" << declaration.endLine
           << ",\"parameters\":";
       writeParameters(i);
       out << ",\"type\":";
@@ -194,7 +166,7 @@ struct JsonDocument::Writer {
       if (declaration.scope == vb::kNone)
         out << "null";
       else
-        writeString(out, ids[declaration.scope]);
+        writeJsonString(out, ids[declaration.scope]);
       out << "}";
     }
   }
@@ -210,7 +182,7 @@ struct JsonDocument::Writer {
       const vb::Declaration& parameter = module.declarations[i];
       if (parameter.kind != DeclarationKind::Parameter || parameter.scope != procedure) break;
       if (i > procedure + 1) out << ",";
-      writeString(out, vb::plainName(module.textOf(parameter.name)));
+      writeJsonString(out, vb::plainName(module.textOf(parameter.name)));
     }
     out << "]";
   }
@@ -224,7 +196,7 @@ struct JsonDocument::Writer {
     if (type.empty())
       out << "null";
     else
-      writeString(out, type);
+      writeJsonString(out, type);
   }
 
   void writeLinks(const std::vector<Position>& places) {
@@ -239,12 +211,12 @@ struct JsonDocument::Writer {
       if (reference.module == source.index)
         out << "null";
       else
-        writeString(out, target.name());
+        writeJsonString(out, target.name());
       out << ",";
       if (reference.declaration == vb::kNone)
         out << "null";
       else
-        writeString(out, target.id(reference.declaration));
+        writeJsonString(out, target.id(reference.declaration));
       out << "]";
     }
   }

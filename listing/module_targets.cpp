@@ -158,7 +158,8 @@ std::optional<Group> groupOf(const vb::Declaration& declaration, const EventSour
   }
 }
 
-// A text that orders labels as a German index does: umlauts as their vowels.
+}  // namespace
+
 std::u8string sortKey(std::u8string_view label) {
   const std::u8string text = vb::folded(label);
   if (std::ranges::all_of(text, [](char8_t c) { return c < 0x80; })) return text;
@@ -183,8 +184,6 @@ std::u8string sortKey(std::u8string_view label) {
   }
   return key;
 }
-
-}  // namespace
 
 void appendIdText(std::u8string& id, std::u8string_view name) {
   name = name.substr(0, cutAt(name, kLongestName));
@@ -324,6 +323,8 @@ ModuleTargets::ModuleTargets(const vb::Module& module, const Options& options, s
       page_(std::move(page)),
       name_(module.name),
       isClass_(module.kind != vb::ModuleKind::Standard) {
+  for (const char8_t c : page_)
+    if (c == u8'/') toRoot_ += u8"../";
   Builder{*this, module, options, {}, {}}.build();
 }
 

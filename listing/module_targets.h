@@ -64,6 +64,8 @@ class ModuleTargets {
     return std::u8string_view(prefix_).substr(0, prefix_.empty() ? 0 : prefix_.size() - 1);
   }
   const std::u8string& page() const { return page_; }
+  // What leads from the folder of the page to that from which all pages are named: "../".
+  const std::u8string& toRoot() const { return toRoot_; }
   const std::u8string& name() const { return name_; }
   bool isClass() const { return isClass_; }
 
@@ -94,7 +96,7 @@ class ModuleTargets {
   }
 
   std::u8string prefix_;
-  std::u8string page_;
+  std::u8string page_, toRoot_;
   std::u8string name_;
   bool isClass_;  // or a form ...: a type
   std::u8string text_;
@@ -104,6 +106,9 @@ class ModuleTargets {
 
 // The declarations that an index shows, by group, in the order of the alphabet.
 std::array<std::vector<std::uint32_t>, kGroups> indexOf(const vb::Module& module);
+
+// A text that orders names as a German index does: without case, umlauts as their vowels.
+std::u8string sortKey(std::u8string_view name);
 
 // What an index calls a declaration: "Waehrung (Get)".
 std::u8string labelOf(const vb::Module& module, const vb::Declaration& declaration);

@@ -13,20 +13,11 @@ namespace tintline::listing {
 namespace {
 
 // Of these, $H is the heading of a procedure.
-constexpr std::string_view kLayout = R"(*{box-sizing:border-box}
-html{-webkit-text-size-adjust:100%;text-size-adjust:100%}
-body{margin:0;font:15px/1.5 "Segoe UI",system-ui,sans-serif}
-header,nav,main,section,details,summary{display:block}
-summary{display:list-item}
-pre,code,main $H{font:13px/1.5 Consolas,"Cascadia Mono","DejaVu Sans Mono",Menlo,monospace}
-a{color:inherit}
-:focus-visible{outline:2px solid #3b82f6;outline-offset:1px}
-.skip{position:absolute;left:-999px}
-.skip:focus{left:8px;top:8px;padding:4px 8px;z-index:3}
-header{padding:12px 20px;border-bottom:1px solid}
-h1{margin:0;font-size:20px;line-height:1.3;overflow-wrap:anywhere}
-header p{margin:2px 0 0;font-size:13px;overflow-wrap:anywhere}
-nav{padding:4px 16px 12px 20px;max-height:40vh;overflow:auto;border-bottom:1px solid}
+constexpr std::string_view kCodeFont =
+    R"(pre,code,main $H{font:13px/1.5 Consolas,"Cascadia Mono","DejaVu Sans Mono",Menlo,monospace}
+)";
+constexpr std::string_view kLayout =
+    R"(nav{padding:4px 16px 12px 20px;max-height:40vh;overflow:auto;border-bottom:1px solid}
 nav h2,nav h3{margin:10px 0 2px;font-size:13px;font-weight:600}
 nav h2 a{font-size:15px}
 nav ul{list-style:none;margin:0;padding:0;columns:13em;column-gap:20px}
@@ -79,12 +70,7 @@ constexpr std::string_view kPrint =
 @page{margin:15mm}
 )";
 
-struct Rule {
-  std::string_view selectors;
-  std::string_view property;
-  Tint tint;
-};
-constexpr Rule kRules[] = {
+constexpr ColorRule kRules[] = {
     {"body,.skip:focus", "color", Tint::Text},
     {"body,nav,.skip:focus", "background-color", Tint::Page},
     {"header,nav,pre", "border-color", Tint::Border},
@@ -119,11 +105,23 @@ class StyleWriter {
       css.append(text, 0, at).append(text[at + 1] == 'H' ? heading_ : number_);
     css += text;
   }
-  void colors(const Palette& palette) {
-    for (const Rule& rule : kRules) {
+  void colors(std::span<const ColorRule> colorRules, const Palette& palette) {
+    for (const ColorRule& rule : colorRules) {
       rules(rule.selectors);
       ((((css += '{') += rule.property) += ':') += colorText(palette, rule.tint)) += '}';
     }
+  }
+
+  // In light colours, dark ones where the theme says so; paper stays white.
+  void themes(std::span<const ColorRule> colorRules, const Options& options) {
+    colors(colorRules, lightPalette(options.colors));
+    css += '\n';
+    if (options.theme == Theme::Light) return;
+    css += options.theme == Theme::Auto ? "@media screen and (prefers-color-scheme:dark)"
+                                        : "@media screen";
+    css += "{:root{color-scheme:dark}";
+    colors(colorRules, darkPalette(options.colors));
+    css += "}\n";
   }
 
   std::string css;
@@ -149,21 +147,38 @@ std::string embeddedStyle(std::u8string_view css) {
   return Replace(text, "</", "<\\/") + (text.empty() || text.ends_with('\n') ? "" : "\n");
 }
 
+const std::string_view kBaseStyle = R"(*{box-sizing:border-box}
+html{-webkit-text-size-adjust:100%;text-size-adjust:100%}
+body{margin:0;font:15px/1.5 "Segoe UI",system-ui,sans-serif}
+header,nav,main,section,details,summary{display:block}
+summary{display:list-item}
+)";
+
+const std::string_view kFrameStyle = R"(a{color:inherit}
+:focus-visible{outline:2px solid #3b82f6;outline-offset:1px}
+.skip{position:absolute;left:-999px}
+.skip:focus{left:8px;top:8px;padding:4px 8px;z-index:3}
+header{padding:12px 20px;border-bottom:1px solid}
+h1{margin:0;font-size:20px;line-height:1.3;overflow-wrap:anywhere}
+header p{margin:2px 0 0;font-size:13px;overflow-wrap:anywhere}
+)";
+
+std::string colorStyle(std::span<const ColorRule> rules, const Options& options) {
+  StyleWriter writer(false);
+  writer.themes(rules, options);
+  return std::move(writer.css);
+}
+
 std::string styleSheet(const Options& options, bool severalModules) {
   StyleWriter writer(severalModules);
+  writer.rules(kBaseStyle);
+  writer.rules(kCodeFont);
+  writer.rules(kFrameStyle);
   writer.rules(kLayout);
   writer.rules(kSticky);
   if (options.lineNumbers) writer.rules(kNumbers);
   if (severalModules) writer.rules(kModules);
-  writer.colors(lightPalette(options.colors));
-  writer.css += '\n';
-  if (options.theme != Theme::Light) {  // paper stays white
-    writer.css += options.theme == Theme::Auto ? "@media screen and (prefers-color-scheme:dark)"
-                                               : "@media screen";
-    writer.css += "{:root{color-scheme:dark}";
-    writer.colors(darkPalette(options.colors));
-    writer.css += "}\n";
-  }
+  writer.themes(kRules, options);
   writer.rules(kPrint);
   return std::move(writer.css);
 }

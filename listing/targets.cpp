@@ -60,4 +60,21 @@ const ModuleTargets& Targets::operator[](std::uint32_t module) const {
 }
 Place Targets::place() const { return state_->place; }
 
+std::u8string addressOf(std::u8string_view file) {
+  constexpr std::u8string_view kPlain = u8"-._~/";
+  constexpr std::u8string_view kHex = u8"0123456789ABCDEF";
+  std::u8string address;
+  for (const char8_t byte : file) {
+    const bool letter = (byte | 0x20) >= 'a' && (byte | 0x20) <= 'z';
+    if (letter || (byte >= '0' && byte <= '9') || kPlain.find(byte) != std::u8string_view::npos) {
+      address += byte;
+      continue;
+    }
+    address += u8'%';
+    address += kHex[byte >> 4];
+    address += kHex[byte & 15];
+  }
+  return address;
+}
+
 }  // namespace tintline::listing

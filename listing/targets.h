@@ -28,6 +28,10 @@ enum class Place : std::uint8_t {
 
 class ModuleTargets;
 
+// The address of a file in links, by its name in UTF-8 with "/": what must not stand there is
+// encoded.
+std::u8string addressOf(std::u8string_view file);
+
 // The modules of a project, in the order of vb::Project::add. A module alone is one as well.
 class Targets {
  public:
@@ -37,7 +41,8 @@ class Targets {
   Targets& operator=(Targets&&) noexcept;
 
   // Adds a module and returns its index. `page` is the name of the file that shows it
-  // ("Modul1.htm"), for links from other pages; empty: they cannot lead there. Needs about what
+  // ("Modul1.htm", "folder/Modul1.htm"), for links from other pages; empty: they cannot lead
+  // there. Needs about what
   // the heads of the module need as text.
   std::uint32_t add(const vb::Module& module, std::u8string_view page = {});
 

@@ -20,7 +20,7 @@ _tintline() {
   case $before in
     -o | --output | --keywords | --settings | --css) names=$(compgen -f -- "$word") ;;
     -d | --output-dir | --export-modules) names=$(compgen -d -- "$word") ;;
-    --format) words='page body lines rtf md json source preview clipboard table' ;;
+    --format) words='page body lines rtf md json csv source preview clipboard table' ;;
     --export-encoding) words='stored utf-8' ;;
     --mode) words='exact classic' ;;
     --style) words='class inline' ;;
@@ -37,8 +37,8 @@ _tintline() {
       if [[ $word == -* ]]; then
         words='-o --output -d --output-dir --mode --format --style --links --titles --header --theme
           --lang --color --css -n --line-numbers --lines --indent --wrap --pasted --encoding
-          --keywords --settings --print-settings --list --module --all --export-modules
-          --export-encoding --skip-unchanged --check --dry-run --errors --jobs
+          --project --check-links --keywords --settings --print-settings --list --module --all
+          --export-modules --export-encoding --skip-unchanged --check --dry-run --errors --jobs
           -q --quiet -v --verbose -h --help -V --version'
       else
         names=$(_tintline_files "$word")

@@ -141,7 +141,7 @@ def copied(browser):
 
 def tests(pages, browser, tools):
     """(what is tested, function that fails when it is not so)"""
-    folded = pages.make("folded", "--line-numbers")
+    site = pages.make("site", "--project")
     whole = pages.make("whole", "--header", "show")
     inline = pages.make("inline", "--style", "inline")
     one = pages.folder / "one.htm"
@@ -167,7 +167,7 @@ def tests(pages, browser, tools):
     def is_right(name):
         text = shown(pages.texts[name])
         copies(whole / f"{name}.htm", text)
-        copies(folded / f"{name}.htm", text[header_size(text):])
+        copies(site / f"module/{name}.htm", text[header_size(text):])
         accessible()
 
     def accessible():
@@ -179,8 +179,9 @@ def tests(pages, browser, tools):
             none(browser.run(AXE % rules))
 
     def others_are_accessible():
-        for page in (one, inline / "M1.htm"):
+        for page in (one, inline / "M1.htm", *site.glob("*.htm")):
             shows(page)
+            equal(browser.run(WIDTH), 0)
             accessible()
 
     def by_the_clipboard():
@@ -188,7 +189,7 @@ def tests(pages, browser, tools):
         browser.run(COPY)
         equal(copied(browser), pages.texts["Musterprojekt"])
 
-    checked = [*folded.iterdir(), inline / "M1.htm", whole / "M1.htm", one]
+    checked = [*site.rglob("*.htm"), inline / "M1.htm", whole / "M1.htm", one]
     def classic(*options):
         page = pages.folder / "classic.htm"
         subprocess.run([*pages.tintline, "--mode", "classic", *options, "-o", page,
@@ -202,7 +203,7 @@ def tests(pages, browser, tools):
     yield "classic, without classes", lambda: classic("--style=inline", "--line-numbers")
     yield "the Nu checker finds no error", lambda: none(nu_errors(checked, tools))
     yield "copying by the clipboard", by_the_clipboard
-    yield "a page of all modules, and one without classes", others_are_accessible
+    yield "pages of all modules, of their project, and without classes", others_are_accessible
     for name in pages.texts:
         yield f"{name}: copied, accessible", lambda: is_right(name)
 

@@ -17,6 +17,7 @@ import sys
 import time
 from pathlib import Path
 
+import tests.cli.project  # its tests run with these
 from tests.cli.box import MODULE, MODULE_LINES, SETTINGS, TIMEOUT, in_box
 from tests.support.checks import (ENVIRONMENT, equal, holds, holds_not, listed_tests, run_tests, test,
                                   with_full_paths)
