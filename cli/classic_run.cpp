@@ -5,11 +5,12 @@
 #include <optional>
 #include <utility>
 
+#include "base/parallel.h"
 #include "cli/job.h"
 #include "cli/messages.h"
-#include "cli/office_inputs.h"
 #include "convert/reformatting.h"
 #include "engine/line_highlighter.h"
+#include "runs/office_inputs.h"
 
 namespace tintline {
 namespace {
@@ -71,7 +72,7 @@ Outcome convert(const Task& task, const Classic& classic, const Surroundings& su
   // An Office module is read as the editor shows it, as if its application were running.
   const OfficeModule* const office = task.input.module.get();
   const Converted converted =
-      convertSource(office != nullptr ? office->code : readInput(task, surroundings), classic);
+      convertSource(office != nullptr ? office->code : readInput(task.input), classic);
   writeTarget(task, classic.options, surroundings, [&](std::ostream& datei) {
     writeClassic(datei, classic.options.format, converted.result, converted.ProzNamen,
                  classic.frame, classic.clipboard);

@@ -2,37 +2,26 @@
 // Tested by tests/cli/run.py and tests/golden/run.py.
 #include "cli/exact_run.h"
 
+#include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <map>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include "base/codepage.h"
+#include "base/parallel.h"
 #include "cli/job.h"
-#include "cli/messages.h"
-#include "cli/office_inputs.h"
 #include "convert/exact.h"
-#include "convert/source_text.h"
+#include "runs/module_store.h"
 
 namespace tintline {
 namespace {
 
 // Modules of a project are kept between its two passes while they need no more memory than this
-// times the size of all sources and some room beside it; the others are read once more.
+// times the size of all sources and some room beside it.
 constexpr double kKeptPerSource = 2.5;
 constexpr std::size_t kKeptBeside = 8U << 20;
-
-std::size_t memoryOf(const vb::Module& module) {
-  return module.text.capacity() + module.tokens.capacity() * sizeof(vb::Token) +
-         module.declarations.capacity() * sizeof(vb::Declaration);
-}
-
-std::size_t hashOf(const vb::Module& module) {
-  return std::hash<std::u8string_view>()(module.text);
-}
 
 // Links from one page to another.
 bool linksPages(Format format, const listing::Options& options) {
@@ -40,31 +29,11 @@ bool linksPages(Format format, const listing::Options& options) {
          (format == Format::Page || format == Format::Body || format == Format::Json);
 }
 
-// The number of the line that holds a place in the text, from 1.
-std::size_t lineOf(std::u8string_view text, std::size_t place) {
-  std::size_t line = 1;
-  for (std::size_t i = 0; i < place; ++i)
-    line += text[i] == u8'\n' || (text[i] == u8'\r' && text[i + 1] != u8'\n');
-  return line;
-}
-
-// What decoding a source lost, for the user; empty: nothing.
-Message lossText(const vb::Decoded& source) {
-  if (source.replaced == 0) return {};
-  const Message page =
-      source.codePage == vb::kUtf8 ? valueOf(L"UTF-8") : messages::kCodePage(source.codePage);
-  return atLine(lineOf(source.text, source.text.find(u8"\uFFFD")),
-                source.replaced == 1 ? messages::kLostCharacter(page)
-                                     : messages::kLostCharacters(source.replaced, page));
-}
-
 // A module of a project between its two passes.
 struct Member {
   std::size_t task;
   Message warning{};
-  std::optional<vb::Module> module;      // unless it has to be read once more
   std::optional<std::uint32_t> index{};  // in the project; none: it could not be read
-  std::size_t hash = 0;
 };
 
 // The identity of the folder that modules lie in, and that of their pages.
@@ -76,8 +45,7 @@ class ExactRun {
            const Surroundings& surroundings, Report& report)
       : tasks_(tasks),
         options_(options),
-        words_(exactKeywords(settings)),
-        passes_(passesOf(options)),
+        reading_(readingOf(options, settings)),
         listing_(listingOptions(options, settings)),
         surroundings_(surroundings),
         report_(report),
@@ -91,7 +59,7 @@ class ExactRun {
 
  private:
   ReadModule read(const Task& task) const {
-    ReadModule source = readModule(task, options_, words_, passes_, surroundings_);
+    ReadModule source = readModule(task.input, reading_);
     checkLines(options_.lines, source.module.lines);
     return source;
   }
@@ -123,70 +91,54 @@ class ExactRun {
   std::map<Folders, std::vector<Member>> projects() const {
     std::map<Folders, std::vector<Member>> result;
     for (std::size_t i = 0; i < tasks_.size(); ++i)
-      result[{tasks_[i].input.folder, tasks_[i].target.parent_path()}].push_back(
-          {.task = i, .module = {}});
+      result[{tasks_[i].input.folder, tasks_[i].target.parent_path()}].push_back({.task = i});
     return result;
   }
 
-  // Reads all modules and makes them known to each other, in the order of the inputs.
-  void readAll(std::vector<Member>& members, ExactProject& project) const {
-    std::size_t room = kKeptBeside;
+  // For the modules of members, by their indices there.
+  ModuleStore storeFor(const std::vector<Member>& members) const {
+    double sources = 0;
     for (const Member& member : members)
-      room += static_cast<std::size_t>(kKeptPerSource *
-                                       static_cast<double>(tasks_[member.task].input.file.size));
-    std::mutex mutex;  // guards what follows, and the project
-    std::vector<bool> read(members.size());
-    std::size_t next = 0;  // all in front of it are in the project
-    inParallel(members.size(), std::min(jobs_, members.size()), [&](std::size_t i) {
-      const Outcome outcome = outcomeOf([&] {
-        ReadModule source = this->read(tasks_[members[i].task]);
-        members[i].module = std::move(source.module);
-        members[i].warning = std::move(source.warning);
-        return Outcome();
-      });
-      if (!members[i].module) report_.finished(members[i].task, outcome);
-      const std::lock_guard lock(mutex);
-      read[i] = true;
-      for (; next < members.size() && read[next]; ++next) admit(members[next], project, room);
-    });
+      sources += static_cast<double>(tasks_[member.task].input.file.size);
+    return ModuleStore(
+        members.size(), kKeptBeside + static_cast<std::size_t>(kKeptPerSource * sources),
+        [this, &members](std::size_t i) { return read(tasks_[members[i].task]).module; });
+  }
+
+  // Reads all modules and makes them known to each other, in the order of the inputs.
+  void readAll(std::vector<Member>& members, ExactProject& project, ModuleStore& store) const {
+    using Source = std::optional<ReadModule>;
+    inParallelInOrder<Source>(
+        members.size(), jobs_,
+        [&](std::size_t i) {
+          Source source;
+          const Outcome outcome = outcomeOf([&] {
+            source = read(tasks_[members[i].task]);
+            return Outcome();
+          });
+          if (!source) report_.finished(members[i].task, outcome);
+          return source;
+        },
+        [&](std::size_t i, Source source) {
+          if (!source) return;
+          const Task& task = tasks_[members[i].task];
+          members[i].index = project.add(source->module, task.target.filename());
+          members[i].warning = std::move(source->warning);
+          store.put(i, std::move(source->module), task.input);
+        });
     project.close();
-  }
-
-  void admit(Member& member, ExactProject& project, std::size_t& room) const {
-    if (!member.module) return;
-    const Task& task = tasks_[member.task];
-    member.index = project.add(*member.module, task.target.filename());
-    const std::size_t memory = memoryOf(*member.module);
-    const bool readable = task.input.file.kind == FoundFile::Kind::File;  // a second time
-    if (readable && memory > room) {
-      member.hash = hashOf(*member.module);
-      member.module.reset();
-    } else {
-      room -= std::min(memory, room);
-    }
-  }
-
-  // The module of a member that is in the project, which gives it away.
-  vb::Module take(Member& member) const {
-    if (member.module) {
-      vb::Module module = std::move(*member.module);
-      member.module.reset();
-      return module;
-    }
-    vb::Module module = read(tasks_[member.task]).module;
-    if (hashOf(module) != member.hash) throw JobError(messages::kChangedMeanwhile());
-    return module;
   }
 
   void convertProject(std::vector<Member> members) {
     ExactProject project(options_.format, listing_, listing::Place::OwnPages);
-    readAll(members, project);
-    inParallel(members.size(), std::min(jobs_, members.size()), [&](std::size_t i) {
-      Member& member = members[i];
+    ModuleStore store = storeFor(members);
+    readAll(members, project, store);
+    inParallel(members.size(), jobs_, [&](std::size_t i) {
+      const Member& member = members[i];
       if (!member.index) return;
       report_.finished(member.task, outcomeOf([&] {
                          return write(tasks_[member.task], project,
-                                      {.module = take(member), .warning = member.warning},
+                                      {.module = store.take(i), .warning = member.warning},
                                       *member.index);
                        }));
     });
@@ -194,21 +146,23 @@ class ExactRun {
 
   void writeOneDocument() {
     std::vector<Member> members;
-    for (std::size_t i = 0; i < tasks_.size(); ++i) members.push_back({.task = i, .module = {}});
+    for (std::size_t i = 0; i < tasks_.size(); ++i) members.push_back({.task = i});
     ExactProject project(options_.format, listing_, listing::Place::OnePage);
-    readAll(members, project);
-    std::erase_if(members, [](const Member& member) { return !member.index; });
-    if (members.empty()) return;
-    const Task& first = tasks_[members.front().task];
-    std::vector<std::size_t> lines;
+    ModuleStore store = storeFor(members);
+    readAll(members, project, store);
+    const auto count = std::ranges::count_if(members, &isRead);
+    if (count == 0) return;
+    const Task& first = tasks_[std::ranges::find_if(members, &isRead)->task];
+    std::vector<std::size_t> lines(members.size());
     const Outcome outcome = outcomeOf([&] {
       writeTarget(first, options_, surroundings_, [&](std::ostream& out) {
-        const std::u8string title = documentTitle(first, members.size());
+        const std::u8string title = documentTitle(first, static_cast<std::size_t>(count));
         const auto document = project.makeDocument(title, out);
-        for (Member& member : members) {
-          const vb::Module module = take(member);
-          project.write(module, *member.index, *document);
-          lines.push_back(module.lines);
+        for (std::size_t i = 0; i < members.size(); ++i) {
+          if (!isRead(members[i])) continue;
+          const vb::Module module = store.take(i);
+          project.write(module, *members[i].index, *document);
+          lines[i] = module.lines;
         }
         document->close();
       });
@@ -217,9 +171,12 @@ class ExactRun {
     if (!outcome.failure.empty())
       return surroundings_.tell({.severity = Notice::Severity::Error, .message = outcome.failure});
     for (std::size_t i = 0; i < members.size(); ++i)
-      report_.finished(members[i].task,
-                       {.failure = {}, .warning = members[i].warning, .sourceLines = lines[i]});
+      if (isRead(members[i]))
+        report_.finished(members[i].task,
+                         {.failure = {}, .warning = members[i].warning, .sourceLines = lines[i]});
   }
+
+  static bool isRead(const Member& member) { return member.index.has_value(); }
 
   // That of the output, else of the first module.
   static std::u8string documentTitle(const Task& first, std::size_t modules) {
@@ -230,8 +187,7 @@ class ExactRun {
 
   const std::vector<Task>& tasks_;
   const Options& options_;
-  const vb::WordLists words_;
-  const std::vector<Reformatting> passes_;
+  const Reading reading_;
   const listing::Options listing_;
   const Surroundings& surroundings_;
   Report& report_;
@@ -240,19 +196,11 @@ class ExactRun {
 
 }  // namespace
 
-ReadModule readModule(const Task& task, const Options& options, const vb::WordLists& words,
-                      const std::vector<Reformatting>& passes, const Surroundings& surroundings) {
-  const OfficeModule* const office = task.input.module.get();
-  const vb::CodePage page =
-      office != nullptr ? office->codePage : options.encoding.value_or(kAutomatic);
-  // Of an Office module the user knows what the editor shows.
-  const auto usual = office != nullptr ? listing::Header::Drop : listing::Header::Fold;
-  const bool asInEditor = options.header.value_or(usual) == listing::Header::Drop;
-  vb::Decoded source = decodeSource(readInput(task, surroundings), page);
-  Message warning = warningOf(task.input, lossText(source));
-  return {.module = readExact(std::move(source.text), task.input.place.filename(), words, passes,
-                              asInEditor),
-          .warning = std::move(warning)};
+Reading readingOf(const Options& options, const Settings& settings) {
+  return {.encoding = options.encoding,
+          .header = options.header,
+          .words = exactKeywords(settings),
+          .passes = passesOf(options)};
 }
 
 listing::Options listingOptions(const Options& options, const Settings& settings) {

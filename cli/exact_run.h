@@ -10,20 +10,12 @@
 #include "cli/report.h"
 #include "cli/run.h"
 #include "cli/settings.h"
-#include "convert/reformatting.h"
-#include "vb/module.h"
-#include "vb/word.h"
+#include "runs/read_module.h"
 
 namespace tintline {
 
-struct ReadModule {
-  vb::Module module;
-  Message warning;  // of what was lost
-};
-
-// The module of a task, after the passes. Throws JobError.
-ReadModule readModule(const Task& task, const Options& options, const vb::WordLists& words,
-                      const std::vector<Reformatting>& passes, const Surroundings& surroundings);
+// What the options and the user's words mean for reading.
+Reading readingOf(const Options& options, const Settings& settings);
 
 // What the options and the user's colours mean for a listing.
 listing::Options listingOptions(const Options& options, const Settings& settings);

@@ -1,5 +1,4 @@
-// What the work on inputs is made of, in both modes: reading, writing, what failures become, and
-// several inputs at once.
+// What the options mean for the work on inputs, in both modes.
 //
 // Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #pragma once
@@ -8,30 +7,17 @@
 #include <functional>
 #include <ostream>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "base/message.h"
 #include "cli/options.h"
 #include "cli/plan.h"
 #include "cli/report.h"
 #include "cli/run.h"
 #include "convert/reformatting.h"
+#include "runs/inputs.h"
+#include "runs/task.h"
 
 namespace tintline {
-
-// An input cannot be converted; the reason is for the user.
-class JobError {
- public:
-  explicit JobError(Message reason) : reason_(std::move(reason)) {}
-  const Message& reason() const { return reason_; }
-
- private:
-  Message reason_;
-};
-
-// The bytes of the input. Throws JobError.
-std::string readInput(const Task& task, const Surroundings& surroundings);
 
 // Has `write` write the result to the task's target, which has it whole afterwards or not at
 // all; only looks whether it could be written there, or leaves a target that is the same, where the
@@ -39,9 +25,11 @@ std::string readInput(const Task& task, const Surroundings& surroundings);
 void writeTarget(const Task& task, const Options& options, const Surroundings& surroundings,
                  const std::function<void(std::ostream&)>& write);
 
-// What comes of the work on one input. Whatever goes wrong with it ends here: the others still
-// go on.
-Outcome outcomeOf(const std::function<Outcome()>& work);
+// The inputs that the options name.
+InputChoice inputChoice(const Options& options);
+
+// What --check and --skip-unchanged say.
+Writing writingOf(const Options& options);
 
 // The inputs as a Report has them, and what it tells.
 std::vector<std::wstring> inputFiles(const std::vector<Task>& tasks);
@@ -49,9 +37,6 @@ Telling tellingOf(const Options& options, const Surroundings& surroundings);
 
 // How many inputs are worked on at the same time.
 std::size_t jobsOf(const Options& options, std::size_t tasks);
-
-// Calls work(0) to work(count - 1), in this order, on up to `jobs` threads.
-void inParallel(std::size_t count, std::size_t jobs, const std::function<void(std::size_t)>& work);
 
 // The order in which the tasks are done. With several threads the largest inputs come first: one
 // of them at the end would leave the other threads idle.

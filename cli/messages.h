@@ -1,16 +1,16 @@
-// What the command line tells, in both languages; the texts of the options are in
-// cli/option_table.cpp, the reasons of failed file operations in base/file.cpp.
+// What the command line tells beside runs/messages.h, in both languages; the texts of the options
+// are in cli/option_table.cpp, the reasons of failed file operations in base/file.cpp.
 //
 // Tested by tests/cli/run.py.
 #pragma once
 
 #include "base/message.h"
+#include "runs/messages.h"
 
 namespace tintline::messages {
 
 // ------------------------------------------------------------------- how they are put together
 inline constexpr Text<1> kTold{L"tintline: {1}\n", L"tintline: {1}\n"};
-inline constexpr Text<2> kAbout{L"{1}: {2}", L"{1}: {2}"};  // what it is about, what is told
 inline constexpr Text<1> kJust{L"{1}", L"{1}"};
 inline constexpr Text<2> kOr{L"{1} or {2}", L"{1} oder {2}"};
 inline constexpr Text<2> kList{L"{1}, {2}", L"{1}, {2}"};
@@ -20,10 +20,6 @@ inline constexpr Text<0> kInterrupted{"interrupted", L"interrupted", L"abgebroch
 inline constexpr Text<0> kSeeHelp{
     L"Usage: tintline [OPTIONS] FILE|FOLDER...   (tintline --help tells more)\n",
     L"Aufruf: tintline [OPTIONEN] DATEI|ORDNER...   (mehr mit tintline --help)\n"};
-inline constexpr Text<1> kUnexpected{"internal-error", L"unexpected error: {1}",
-                                     L"unerwarteter Fehler: {1}"};
-inline constexpr Text<0> kStandardInput{L"standard input", L"Standardeingabe"};
-inline constexpr Text<0> kStandardOutput{L"standard output", L"Standardausgabe"};
 
 // ----------------------------------------------------------------------------------- the usage
 inline constexpr Text<1> kUnknownOption{L"unknown option {1}", L"unbekannte Option {1}"};
@@ -47,11 +43,11 @@ inline constexpr Text<0> kStandardInputHasNoName{
     L"die Standardeingabe (-) hat keinen Namen für --output-dir"};
 inline constexpr Text<0> kStandardInputOnce{L"the standard input (-) can be read only once",
                                             L"die Standardeingabe (-) lässt sich nur einmal lesen"};
-inline constexpr Text<2> kOverwritesSource{"would-overwrite", L"the output {1} would overwrite {2}",
-                                           L"die Ausgabe {1} würde {2} überschreiben"};
 inline constexpr Text<1> kOnlyWithProject{L"{1} needs --project", L"{1} gibt es nur mit --project"};
 inline constexpr Text<1> kNotWithProject{L"{1} does not go with --project",
                                          L"{1} geht nicht mit --project"};
+inline constexpr Text<1> kNotWithLinkCheck{L"{1} does not go with --check-links",
+                                           L"{1} geht nicht mit --check-links"};
 inline constexpr Text<0> kProjectNeedsFolder{L"--project needs --output-dir",
                                              L"--project braucht --output-dir"};
 
@@ -94,38 +90,11 @@ inline constexpr Text<1> kFromOption{L"; {1}\n", L"; {1}\n"};
 // ----------------------------------------------------------------------------------- the inputs
 inline constexpr Text<1> kPassedOver{L"passed over, {1}", L"übergangen, {1}"};
 inline constexpr Text<2> kWouldBecome{L"{1} -> {2}\n", L"{1} -> {2}\n"};
-inline constexpr Text<0> kNoModuleFile{"no-module-file", L"is no module file",
-                                       L"ist keine Moduldatei"};
-inline constexpr Text<0> kHoldsNoModules{"no-modules", L"holds no module files",
-                                         L"enthält keine Moduldateien"};
-inline constexpr Text<0> kNoCode{"no-code", L"holds no code (empty documents with --all)",
-                                 L"enthält keinen Code (leere Dokumente mit --all)"};
-inline constexpr Text<1> kNoSuchModule{"no-such-module", L"holds no module {1}",
-                                       L"enthält kein Modul {1}"};
-inline constexpr Text<0> kNoFile{"no-file", L"is no file", L"ist keine Datei"};
-inline constexpr Text<0> kFolderLink{"folder-link", L"is a link that leads to another folder",
-                                     L"führt als Verknüpfung in einen anderen Ordner"};
-inline constexpr Text<0> kTakesResults{"output-folder", L"takes the results",
-                                       L"nimmt die Ergebnisse auf"};
 inline constexpr Text<2> kSameTarget{"same-target", L"{1} would be the result of {2} as well",
                                      L"{1} entstünde auch aus {2}"};
 inline constexpr Text<2> kSameTargetButForCase{
     "same-target", L"{1} would be the result of {2} as well, as case does not count",
     L"{1} entstünde auch aus {2}, da Groß- und Kleinschreibung nicht zählt"};
-inline constexpr Text<2> kUnwritable{"cannot-write", L"cannot write {1}: {2}",
-                                     L"{1} kann nicht geschrieben werden: {2}"};
-inline constexpr Text<1> kTooLarge{"too-large", L"larger than {1} MB", L"größer als {1} MB"};
-inline constexpr Text<1> kCodePage{L"code page {1}", L"Codepage {1}"};
-inline constexpr Text<1> kLostCharacter{"characters-lost",
-                                        L"1 character is none in {1} and became U+FFFD",
-                                        L"1 Zeichen gibt es in {1} nicht, es wurde zu U+FFFD"};
-inline constexpr Text<2> kLostCharacters{"characters-lost",
-                                         L"{1} characters are none in {2} and became U+FFFD",
-                                         L"{1} Zeichen gibt es in {2} nicht, sie wurden zu U+FFFD"};
-inline constexpr Text<0> kResultTooLarge{"result-too-large", L"the result becomes too large",
-                                         L"das Ergebnis wird zu groß"};
-inline constexpr Text<0> kNotEnoughMemory{"out-of-memory", L"not enough memory",
-                                          L"der Speicher reicht nicht"};
 inline constexpr Text<1> kBeyondLastLine{
     "no-such-line", L"--lines goes beyond the end, the last line is {1}",
     L"--lines reicht über das Ende hinaus, letzte Zeile ist {1}"};
@@ -134,16 +103,8 @@ inline constexpr Text<1> kTooManyLines{"too-many-lines", L"more than {1} lines",
 inline constexpr Text<1> kTooManyLinesWrapped{"too-many-lines",
                                               L"more than {1} lines once they are wrapped",
                                               L"mehr als {1} Zeilen nach dem Umbruch"};
-inline constexpr Text<0> kChangedMeanwhile{"changed-meanwhile",
-                                           L"the file changed during the conversion",
-                                           L"die Datei hat sich während der Umwandlung geändert"};
 
 // ---------------------------------------------------------------------------- whole projects
-inline constexpr Text<0> kLeadsElsewhere{
-    "leads-elsewhere", L"is named by a project file, but is no module file in a folder near it",
-    L"steht in einer Projektdatei, ist aber keine Moduldatei in einem Ordner bei ihr"};
-inline constexpr Text<0> kPageOfNoModule{"stale-page", L"belongs to no module any more",
-                                         L"gehört zu keinem Modul mehr"};
 inline constexpr Text<2> kNoFileThere{"broken-link", L"line {1}: {2} leads to no file",
                                       L"Zeile {1}: {2} führt zu keiner Datei"};
 inline constexpr Text<2> kNoIdThere{"broken-link", L"line {1}: {2} leads to a file without this id",

@@ -7,9 +7,11 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
-#include "cli/office_inputs.h"
+#include "cli/messages.h"
 #include "convert/exact.h"
 #include "convert/office_text.h"
+#include "runs/office_inputs.h"
+#include "site/words.h"
 
 namespace tintline {
 namespace {
@@ -18,7 +20,7 @@ namespace fs = std::filesystem;
 
 // Without colours of its own: the browser's, light or dark.
 constexpr std::string_view kHead =
-    "<!DOCTYPE html>\n<html lang=\"de\">\n<head>\n<meta charset=\"utf-8\">\n"
+    "\">\n<head>\n<meta charset=\"utf-8\">\n"
     "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
     "'unsafe-inline'\">\n"
     "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
@@ -45,30 +47,39 @@ std::string html(std::wstring_view text) {
   return result;
 }
 
-std::string rowOf(const Task& task, const fs::path& folder) {
+std::string html(std::u8string_view text) { return html(wideText(text)); }
+
+std::string rowOf(const Task& task, const fs::path& folder, Language language) {
   const OfficeModule& module = *task.input.module;
   const std::u8string address = addressOf(task.target.lexically_relative(folder));
   return "<tr><td><a href=\"" + std::string(address.begin(), address.end()) + "\">" +
-         html(module.name) + "</a></td><td>" + html(kindText(module.kind).german) + "</td><td>" +
-         std::to_string(module.lines) + "</td></tr>\n";
+         html(module.name) + "</a></td><td>" + html(kindText(module.kind).in(language)) +
+         "</td><td>" + std::to_string(module.lines) + "</td></tr>\n";
 }
 
 // The page of one file: a table for each project.
-std::string pageOf(const std::vector<const Task*>& tasks, const fs::path& folder) {
+std::string pageOf(const std::vector<const Task*>& tasks, const fs::path& folder,
+                   Language language) {
+  const site::Words& words = site::wordsOf(language);
   const std::string title = html(pathText(tasks.front()->input.path.filename()));
-  std::string page(kHead);
+  std::string page = "<!DOCTYPE html>\n<html lang=\"";
+  page += std::string(language == Language::German ? "de" : "en").append(kHead);
   page += "<title>" + title + "</title>\n";
   page.append(kStyle).append("<h1>" + title + "</h1>\n");
+  const auto mark = [&](bool isMarked, const Text<0>& word) {
+    return isMarked ? " (" + html(word.in(language)) + ")" : std::string();
+  };
   const OfficeProject* project = nullptr;
   for (const Task* task : tasks) {
     if (task->input.module->project.get() != project) {
       if (project != nullptr) page += "</table>\n";
       project = task->input.module->project.get();
-      page += "<h2>" + html(project->name) + (project->locked ? " (gesperrt)" : "") +
-              (project->isSigned ? " (signiert)" : "") + "</h2>\n" +
-              "<table>\n<tr><th>Modul</th><th>Art</th><th>Zeilen</th></tr>\n";
+      page += "<h2>" + html(project->name) + mark(project->locked, messages::kLocked) +
+              mark(project->isSigned, messages::kSigned) + "</h2>\n<table>\n<tr><th>" +
+              html(words.module) + "</th><th>" + html(words.kind) + "</th><th>" +
+              html(words.lines) + "</th></tr>\n";
     }
-    page += rowOf(*task, folder);
+    page += rowOf(*task, folder, language);
   }
   return page + "</table>\n</main>\n</body>\n</html>\n";
 }
@@ -84,7 +95,7 @@ fs::path indexName(const std::vector<const Task*>& tasks, const fs::path& folder
 
 }  // namespace
 
-void writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options) {
+void writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options, Language language) {
   if (options.outputDir.empty() || options.format != Format::Page) return;
   std::map<fs::path, std::vector<const Task*>> files;
   for (const Task& task : tasks)
@@ -95,7 +106,7 @@ void writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options) 
     fs::create_directories(folder, failure);
     if (failure) throw FileError(folder, failure);
     AtomicFile file(indexName(members, folder));
-    file.stream() << pageOf(members, folder);
+    file.stream() << pageOf(members, folder, language);
     file.commit();
   }
 }

@@ -11,7 +11,7 @@
 namespace tintline {
 
 // Writes "index.htm" for each Office file whose modules are among the tasks, when they are written
-// as pages into a folder. Throws FileError.
-void writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options);
+// as pages into a folder, in the language of pages. Throws FileError.
+void writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options, Language language);
 
 }  // namespace tintline

@@ -10,10 +10,11 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
+#include "cli/job.h"
 #include "cli/messages.h"
-#include "cli/office_inputs.h"
 #include "convert/exact.h"
 #include "convert/office_text.h"
+#include "runs/office_inputs.h"
 #include "sources/module_export.h"
 #include "sources/office_file/module_file.h"
 #include "sources/office_file/module_text.h"
@@ -54,7 +55,7 @@ std::string array(const Items& items, Item item) {
 class OfficeRun {
  public:
   OfficeRun(const Options& options, const Surroundings& surroundings, std::ostream& out)
-      : options_(options), surroundings_(surroundings), out_(out) {}
+      : options_(options), choice_(inputChoice(options)), surroundings_(surroundings), out_(out) {}
 
   ExitCode run(std::vector<Input> inputs) {
     tellPlacesApart(inputs);
@@ -167,7 +168,7 @@ class OfficeRun {
     for (const office_file::Project& project : document.projects) {
       std::vector<const office_file::Module*> modules;
       for (const office_file::Module& module : project.modules)
-        if (isWanted(module, options_)) modules.push_back(&module);
+        if (isWanted(module, choice_)) modules.push_back(&module);
       std::ranges::stable_sort(modules, {}, [](const office_file::Module* module) {
         return std::pair(rankOf(module->kind), module->name);
       });
@@ -195,7 +196,7 @@ class OfficeRun {
       if (document.projects.size() > 1) folder = folders.take(folder, wideText(project.name), {});
       FreeNames names;
       for (const office_file::Module& module : project.modules)
-        if (options_.module.empty() || isWanted(module, options_))
+        if (options_.module.empty() || isWanted(module, choice_))
           exportModule(input, module, project.codePage,
                        names.take(folder, wideText(module.name),
                                   fromUtf8(office_file::extensionOf(module.kind))));
@@ -239,6 +240,7 @@ class OfficeRun {
   }
 
   const Options& options_;
+  const InputChoice choice_;
   const Surroundings& surroundings_;
   std::ostream& out_;
   bool failed_ = false;

@@ -6,9 +6,9 @@
 
 #include <vector>
 
-#include "cli/inputs.h"
 #include "cli/options.h"
 #include "cli/run.h"
+#include "runs/inputs.h"
 
 namespace tintline {
 

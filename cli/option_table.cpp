@@ -338,12 +338,14 @@ constexpr OptionRow kOptions[] = {
               L"Codepage: utf-8, windows-1252, macintosh, 932 ..."},
      .store = storeEncoding},
     {.name = "project",
-     .help = {L"document whole projects: FILE is a folder or a\n"
-              L"project file (.vbp); a site of HTML pages goes into\n"
-              L"FOLDER (-d), with --format json or csv data",
-              L"dokumentiert ganze Projekte: DATEI ist ein Ordner\n"
-              L"oder eine Projektdatei (.vbp); nach ORDNER (-d)\n"
-              L"kommen HTML-Seiten, mit --format json/csv Daten"},
+     .help = {L"document whole projects: FILE is a folder, project\n"
+              L"file (.vbp) or Office file; a site of HTML pages\n"
+              L"goes into FOLDER (-d), with --format json or csv\n"
+              L"data",
+              L"dokumentiert ganze Projekte: DATEI ist ein Ordner,\n"
+              L"eine Projektdatei (.vbp) oder Office-Datei; nach\n"
+              L"ORDNER (-d) kommen HTML-Seiten, mit --format json\n"
+              L"oder csv Daten"},
      .store = storeFlag<&Options::project>},
     {.name = "check-links",
      .help = {L"convert nothing; tell which links of the HTML pages\n"

@@ -9,13 +9,10 @@
 
 #include "base/codepage.h"
 #include "cli/messages.h"
-#include "cli/office_inputs.h"
 #include "cli/office_run.h"
 
 namespace tintline {
 namespace {
-
-using FileNames = std::map<std::filesystem::path::string_type, Message>;
 
 constexpr const wchar_t* modeName(Mode mode) { return mode == Mode::Exact ? L"exact" : L"classic"; }
 
@@ -55,12 +52,21 @@ void checkProject(const Options& options) {
   if (options.format != Format::Page && !isData) refuse(format);
   if (options.style == StyleMode::Inline) refuse(L"--style inline");
   if (!options.lines.empty()) refuse(L"--lines");
-  if (options.dryRun) refuse(L"--dry-run");
+  if (options.list) refuse(L"--list");
+  if (!options.exportModules.empty()) refuse(L"--export-modules");
   if (options.links && options.links != listing::Links::All) refuse(L"--links");
   if (std::ranges::count(options.inputs, kStandardStream) > 0)
     refuse(argumentText(kStandardStream));
   if (options.format != Format::Json && options.outputDir.empty())
     throw UsageError(messages::kProjectNeedsFolder());
+}
+
+// It converts nothing, so nothing can be said of results.
+void checkLinkCheck(const Options& options) {
+  if (!options.checkLinks) return;
+  if (options.project) throw UsageError(messages::kNotWithLinkCheck(L"--project"));
+  if (!options.outputDir.empty()) throw UsageError(messages::kNotWithLinkCheck(L"--output-dir"));
+  if (!options.output.empty()) throw UsageError(messages::kNotWithLinkCheck(L"--output"));
 }
 
 enum class Name : std::uint8_t { Short, Long };  // Modul1.htm, Modul1.bas.htm
@@ -108,7 +114,7 @@ void refuseSameTargets(std::vector<Task>& tasks) {
       const Task& other = *meeting[task == meeting[0] ? 1 : 0];
       task->input.failure =
           (task->target == other.target ? messages::kSameTarget : messages::kSameTargetButForCase)(
-              targetName(*task), inputName(other));
+              targetName(task->target), inputName(other));
     }
   }
 }
@@ -116,22 +122,16 @@ void refuseSameTargets(std::vector<Task>& tasks) {
 }  // namespace
 
 void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const SettingsFiles& settings) {
-  FileNames read;
-  for (const Task& task : tasks) read[task.input.file.identity] = inputName(task);
-  for (const SettingsFile& file : {settings.settings, settings.keywords, settings.css})
-    if (!file.path.empty()) read[findFile(file.path).identity] = valueOf(pathText(file.path));
-  read.erase(FileNames::key_type());  // of what is no file
-  for (const Task& task : tasks) {
-    const auto found = read.find(findFile(task.target).identity);
-    if (found != read.end())
-      throw UsageError(messages::kOverwritesSource(targetName(task), found->second));
-  }
+  Message failure =
+      overwritten(tasks, {settings.settings.path, settings.keywords.path, settings.css.path});
+  if (!failure.empty()) throw UsageError(std::move(failure));
 }
 
 void checkOptions(const Options& options) {
   if (options.inputs.empty()) throw UsageError(messages::kNoInput());
   checkMode(options);
   checkProject(options);
+  checkLinkCheck(options);
   if (!options.output.empty() && !options.outputDir.empty())
     throw UsageError(messages::kFileAndFolder());
   if (isOfficeRun(options) && !options.outputDir.empty())
@@ -169,15 +169,40 @@ std::wstring inputFile(const Task& task) {
   return isStandardInput(task.input) ? fromUtf8(kStandardStream) : pathText(task.input.path);
 }
 
-Message inputName(const Task& task) {
-  const Message file =
-      isStandardInput(task.input) ? messages::kStandardInput() : valueOf(pathText(task.input.path));
-  if (!task.input.module) return file;
-  return messages::kAbout(file, task.input.module->name);
+void tellPassedOver(const std::vector<PassedOver>& passedOver, const Surroundings& surroundings) {
+  for (const auto& [path, reason] : passedOver)
+    surroundings.tell({.severity = Notice::Severity::Note,
+                       .file = pathText(path),
+                       .message = messages::kPassedOver(reason)});
 }
 
-Message targetName(const Task& task) {
-  return task.target.empty() ? messages::kStandardOutput() : valueOf(pathText(task.target));
+// Names the inputs and outputs of a run, and what is known to fail.
+ExitCode showPlan(const std::vector<Task>& tasks, const Surroundings& surroundings) try {
+  ExitCode result = kAllConverted;
+  for (const Task& task : tasks) {
+    if (const Message failure = knownFailure(task.input); !failure.empty()) {
+      surroundings.tell(
+          {.severity = Notice::Severity::Error, .file = inputFile(task), .message = failure});
+      result = kSomeFailed;
+    } else {
+      const Message line = messages::kWouldBecome(inputName(task), targetName(task.target));
+      surroundings.output << toUtf8(line.in(surroundings.language));
+    }
+  }
+  surroundings.output.flush();
+  return result;
+} catch (const FileError& error) {
+  surroundings.tell(
+      {.severity = Notice::Severity::Error,
+       .message = messages::kUnwritable(messages::kStandardOutput(), reasonText(error.reason()))});
+  return kSomeFailed;
+}
+
+void makeOutputFolder(const Options& options) {
+  if (options.outputDir.empty() || options.check) return;
+  std::error_code failure;
+  std::filesystem::create_directories(argumentPath(options.outputDir), failure);
+  if (failure) throw FileError(argumentPath(options.outputDir), failure);
 }
 
 }  // namespace tintline

@@ -7,16 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "cli/inputs.h"
 #include "cli/options.h"
+#include "cli/run.h"
 #include "cli/settings.h"
+#include "runs/inputs.h"
+#include "runs/task.h"
 
 namespace tintline {
-
-struct Task {
-  Input input;
-  std::filesystem::path target;  // empty: the standard output
-};
 
 // Throws UsageError when the options do not fit together.
 void checkOptions(const Options& options);
@@ -34,8 +31,12 @@ std::vector<Task> planTasks(const Options& options, std::vector<Input> modules,
 // An input as a Notice has it.
 std::wstring inputFile(const Task& task);
 
-// An input or a target as the user reads it.
-Message inputName(const Task& task);
-Message targetName(const Task& task);
+void tellPassedOver(const std::vector<PassedOver>& passedOver, const Surroundings& surroundings);
+
+// Names the inputs and outputs of a run, and what is known to fail.
+ExitCode showPlan(const std::vector<Task>& tasks, const Surroundings& surroundings);
+
+// The folder for results, where one is written to. Throws FileError.
+void makeOutputFolder(const Options& options);
 
 }  // namespace tintline

@@ -15,14 +15,9 @@
 
 #include "base/message.h"
 #include "cli/notice.h"
+#include "runs/task.h"
 
 namespace tintline {
-
-struct Outcome {
-  Message failure{};  // empty: the input was converted
-  Message warning{};  // what the user should know of one that was converted
-  std::size_t sourceLines = 0;
-};
 
 // How much a report tells beside failures and warnings.
 struct Telling {

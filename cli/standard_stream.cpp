@@ -7,8 +7,8 @@
 #include <system_error>
 
 #include "base/file.h"
-#include "cli/inputs.h"
 #include "cli/platform.h"
+#include "runs/inputs.h"
 
 namespace tintline {
 namespace {

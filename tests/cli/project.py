@@ -35,6 +35,8 @@ def a_project_file_says_which_modules_there_are(box):
     equal(modules(box), ["_/Shared/A.htm", "sub/Maske.htm"])
     holds(box.get("out/module/sub/Maske.htm"), b'href="../_/Shared/A.htm#Rechne"')
     holds(box.get("out/index.htm").decode("utf-8"), "<h1>Größe</h1>", "Weg.bas: Datei nicht gefunden")
+    box.run("--project", "--lang", "en", "app/Rechnung.vbp", "-d", "out", code=1, err=told)
+    holds(box.get("out/index.htm"), b"Weg.bas: file not found")
     box.run("--project", ".", "-d", "all", code=1, err=told)  # what it does not list is another one
     equal(modules(box, "all"), ["Shared/A.htm", "app/daneben.htm", "app/sub/Maske.htm"])
     holds(box.get("all/index.htm").decode("utf-8"), "<h2>Größe</h2>", "<h2>app</h2>")
@@ -56,7 +58,7 @@ def only_what_changed_is_written_and_nothing_deleted(box):
     equal(times(), before)
     box.put("src/b/m.bas", b"Sub b()\r\n  x = 2\r\nEnd Sub\r\n")
     (box.folder / "src/index.bas").unlink()
-    box.run("--project", "src", "-d", "out", err=["module/index.htm: gehört zu keinem Modul mehr"])
+    box.run("--project", "src", "-d", "out", err=["index.htm: gehört zu keinem Modul mehr"])
     equal(modules(box), pages)
     changed = {name for name, time in times().items() if time != before[name]}
     assert "module/b/m.htm" in changed and "module/a/M.bas.htm" not in changed, changed
@@ -73,7 +75,7 @@ def each_link_of_a_large_site_lands(box):
     box.run("--check-links", "out")
     (box.folder / "out/module/0/M3.htm").write_bytes(b"<a id=P3><a href=../../index.htm#no>")
     lines = box.run("--check-links", "out", code=1, stderr=-2).decode("utf-8").splitlines()
-    holds("\n".join(lines), "out/module/0/M3.htm: Zeile 1: ../../index.htm#no führt in eine Datei ohne",
+    holds("\n".join(lines).replace("\\", "/"), "out/module/0/M3.htm: Zeile 1: ../../index.htm#no führt in eine Datei ohne",
           "out/namen.htm:", "#a3 führt")
     (box.folder / "out/module/0/M3.htm").unlink()
     holds(box.run("--check-links", "out", code=1, stderr=-2).decode("utf-8"),
@@ -110,12 +112,26 @@ def data_of_a_project(box):
 
 
 @test
+def what_would_be_written_is_told_and_not_done(box):
+    box.put("a.bas")
+    told = box.run("--project", "--dry-run", "-d", "out", "a.bas").decode("utf-8")
+    equal(sorted(told.replace("\\", "/").splitlines()),
+          sorted(f"a.bas -> out/{page}" for page in ("module/a.htm", *PAGES)))
+    equal(box.run("--project", "--dry-run", "--format", "json", "a.bas"),
+          b"a.bas -> Standardausgabe\n")
+    box.run("--project", "--check", "-d", "out", "a.bas", "b.bas", code=1, err=["b.bas: "])
+    equal(box.names(), ["a.bas"])
+
+
+@test
 def what_does_not_go_with_projects(box):
     box.put("a.bas")
     for arguments, told in ((["--project", "a.bas"], "--project braucht --output-dir"),
                             (["--format", "csv", "a.bas"], "gibt es nur mit --project"),
                             (["--project", "--format", "rtf", "-d", "o", "a.bas"], "geht nicht mit"),
                             (["--project", "--lines", "1", "-d", "o", "a.bas"], "--lines geht nicht"),
+                            (["--project", "--list", "-d", "o", "a.bas"], "--list geht nicht"),
+                            (["--check-links", "-d", "o", "."], "geht nicht mit --check-links"),
                             (["--project", "--format", "json", "-o", "a.bas", "a.bas"],
                              "würde a.bas überschreiben"),
                             (["--project", "--mode", "classic", "-d", "o", "a.bas"], "--mode exact")):

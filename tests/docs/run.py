@@ -87,7 +87,7 @@ def tests(program, scratch):
         yield f"links of {document.name}", lambda: links_lead_somewhere(document)
     for guide in (ROOT / "README.md", HANDBOOK):
         blocks = re.findall(r"^```.*?^```$|^    .*?$", guide.read_text("utf-8"), re.M | re.S)
-        lines = re.findall(r"^ *((?:.*\| *)?tintline .*)$", "\n".join(blocks), re.M)
+        lines = re.findall(r"^[ \t]*((?:.*\| *)?tintline .*)$", "\n".join(blocks), re.M)
         assert lines, f"{guide.name} shows no command"
         for line in lines:
             yield f"{guide.name}: {line}", lambda: run_command(line, program, scratch)

@@ -1,5 +1,5 @@
 // See check_links.h. Tested by tests/cli/project.py.
-#include "cli/project/check_links.h"
+#include "cli/check_links.h"
 
 #include <algorithm>
 #include <cstddef>

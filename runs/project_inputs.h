@@ -1,4 +1,4 @@
-// Which projects the sources of a run are: those that project files list, and the modules beside
+// Which projects the inputs of a run are: those that project files list, and the modules beside
 // them.
 //
 // Tested by tests/cli/project.py.
@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/options.h"
-#include "cli/plan.h"
+#include "runs/inputs.h"
+#include "runs/task.h"
 
 namespace tintline {
 
@@ -21,15 +21,16 @@ struct SourceProject {
 };
 
 // The pages of all modules are files below one folder, whose names a target holds.
-struct SourceProjects {
+struct ProjectInputs {
   std::u8string title;
   std::vector<SourceProject> projects;
   std::vector<Task> tasks;  // a failure where there is nothing to read
+  std::vector<PassedOver> passedOver{};
 };
 
-// Finds them by the arguments: folders, with all that lies below, project files, modules. A module
-// that no project file lists belongs to its folder; all of them are one project where there is no
-// project file and no two of them have one name. Throws UsageError.
-SourceProjects findProjects(const Options& options);
+// Finds them by what is wanted: folders, with all that lies below, project files, Office files,
+// modules. A module that no project file lists belongs to its folder; all of them are one project
+// where there is no project file and no two of them have one name.
+ProjectInputs findProjects(InputChoice choice);
 
 }  // namespace tintline

@@ -1,5 +1,5 @@
 // See changed_file.h. Tested by tests/cli/run.py.
-#include "cli/changed_file.h"
+#include "base/changed_file.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
-// The modules that the arguments mean. See inputs.h.
+// See inputs.h.
 // Tested by tests/cli/run.py.
-#include "cli/inputs.h"
+#include "runs/inputs.h"
 
 #include <algorithm>
 #include <map>
@@ -11,9 +11,9 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
-#include "cli/messages.h"
-#include "cli/office_inputs.h"
 #include "convert/exact.h"
+#include "runs/messages.h"
+#include "runs/office_inputs.h"
 #include "vb/fold.h"
 
 namespace tintline {
@@ -49,9 +49,9 @@ struct Listing {
 
 class Collector {
  public:
-  explicit Collector(const Options& options) : project_(options.project) {
-    if (!options.outputDir.empty()) output_ = findFile(argumentPath(options.outputDir)).identity;
-    for (const std::string& argument : options.inputs) addArgument(argument);
+  explicit Collector(const InputChoice& choice) : wantsProjects_(choice.projectFiles) {
+    if (!choice.results.empty()) results_ = findFile(choice.results).identity;
+    for (const fs::path& path : choice.paths) addNamed(path);
     if (!inputs_.modules.empty() || !inputs_.projectFiles.empty()) return;
     for (PassedOver& passedOver : std::exchange(inputs_.passedOver, {}))
       addFailure(std::move(passedOver.path), std::move(passedOver.reason));
@@ -65,19 +65,17 @@ class Collector {
     fs::path place;  // below the named folder
   };
 
-  void addArgument(const std::string& argument) {
-    if (argument == kStandardStream) {
+  void addNamed(const fs::path& path) {
+    if (path.empty()) {
       inputs_.modules.push_back({.path = {}, .place = kStandardName, .file = {}, .folder = {}});
       return;
     }
-    fs::path path = argumentPath(argument);
     FoundFile file = findFile(path);
     if (file.kind == FoundFile::Kind::Folder) return addFolder(path);
     if (!isProjectFile(path) && endsInOneOf(path, kCompanions) &&
         file.kind == FoundFile::Kind::File)
-      return passOver(std::move(path), messages::kNoModuleFile());
-    fs::path name = path.filename();
-    addFile(std::move(path), std::move(name), std::move(file), false);
+      return passOver(path, messages::kNoModuleFile());
+    addFile(path, path.filename(), std::move(file), false);
   }
 
   void addFile(fs::path path, fs::path place, FoundFile file, bool inFolder) {
@@ -98,7 +96,7 @@ class Collector {
 
   // One that lists modules and is no module itself.
   bool isProjectFile(const fs::path& path) const {
-    return project_ && endsInOneOf(path, kProjectFiles);
+    return wantsProjects_ && endsInOneOf(path, kProjectFiles);
   }
 
   // Office files are told by what is in them; what is called like a module is none.
@@ -160,7 +158,7 @@ class Collector {
       listing.modules.push_back(entry.path().filename());
     } else if (isFolderLink(entry.path())) {
       passOver(entry.path(), messages::kFolderLink());
-    } else if (!output_.empty() && identityOfFolder(entry.path()) == output_) {
+    } else if (!results_.empty() && identityOfFolder(entry.path()) == results_) {
       passOver(entry.path(), messages::kTakesResults());
     } else {
       listing.folders.push_back(entry.path().filename());
@@ -177,16 +175,16 @@ class Collector {
     return identity->second;
   }
 
-  const bool project_;
+  const bool wantsProjects_;
   Inputs inputs_;
-  fs::path::string_type output_;  // identity of the folder for results; empty: there is none
+  fs::path::string_type results_;  // identity of the folder for results; empty: there is none
   std::map<fs::path::string_type, fs::path::string_type> folders_;  // their identities
   std::unordered_set<fs::path::string_type> known_;                 // files that are there already
 };
 
 }  // namespace
 
-Inputs collectInputs(const Options& options) { return Collector(options).take(); }
+Inputs collectInputs(const InputChoice& choice) { return Collector(choice).take(); }
 
 Message knownFailure(const Input& input) {
   if (!input.failure.empty() || isStandardInput(input)) return input.failure;

@@ -1,5 +1,5 @@
 // See office_inputs.h. Tested by tests/cli/run.py.
-#include "cli/office_inputs.h"
+#include "runs/office_inputs.h"
 
 #include <algorithm>
 #include <fstream>
@@ -9,9 +9,9 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
-#include "cli/messages.h"
 #include "convert/exact.h"
 #include "convert/office_text.h"
+#include "runs/messages.h"
 #include "sources/module_export.h"
 #include "sources/module_header.h"
 #include "sources/office_file/module_file.h"
@@ -37,7 +37,7 @@ std::unique_ptr<office_file::ByteSource> sourceOf(const Input& input) {
 
 class Expander {
  public:
-  explicit Expander(const Options& options) : options_(options) {}
+  explicit Expander(const InputChoice& choice) : choice_(choice) {}
 
   Inputs expand(Inputs inputs) {
     tellPlacesApart(inputs.modules);
@@ -74,10 +74,9 @@ class Expander {
     for (std::size_t i = 0; i < document.projects.size(); ++i) addProject(input, document, i);
     for (const Message& failure : document.failures) addFailure(input, failure);
     if (result_.modules.size() != before) return;
-    if (!options_.module.empty() || !input.inFolder)
-      addFailure(input, options_.module.empty()
-                            ? messages::kNoCode()
-                            : messages::kNoSuchModule(argumentText(options_.module)));
+    if (!choice_.module.empty() || !input.inFolder)
+      addFailure(input, choice_.module.empty() ? messages::kNoCode()
+                                               : messages::kNoSuchModule(choice_.module));
     else
       result_.passedOver.push_back({.path = input.path, .reason = messages::kNoCode()});
   }
@@ -100,7 +99,7 @@ class Expander {
                                                       .isSigned = project.isSigned});
     FreeNames names;
     for (office_file::Module& module : project.modules) {
-      if (!isWanted(module, options_)) continue;
+      if (!isWanted(module, choice_)) continue;
       Input member = input;
       member.isOffice = false;
       member.place = names.take(folder, wideText(module.name),
@@ -127,7 +126,7 @@ class Expander {
     return {};
   }
 
-  const Options& options_;
+  const InputChoice& choice_;
   Inputs result_;
   FreeNames folders_;
 };
@@ -160,10 +159,9 @@ OfficeDocument readOffice(const Input& input) {
   return document;
 }
 
-bool isWanted(const office_file::Module& module, const Options& options) {
-  if (!options.module.empty())
-    return vb::equalFolded(module.name, exactText(argumentText(options.module)));
-  return options.all || module.kind != vb::ModuleKind::Document ||
+bool isWanted(const office_file::Module& module, const InputChoice& choice) {
+  if (!choice.module.empty()) return vb::equalFolded(module.name, exactText(choice.module));
+  return choice.all || module.kind != vb::ModuleKind::Document ||
          office_file::hasCode(module.source);
 }
 
@@ -207,8 +205,8 @@ Input joinedModules(const std::vector<Input>& modules) {
   return joined;
 }
 
-Inputs withOfficeModules(Inputs inputs, const Options& options) {
-  return Expander(options).expand(std::move(inputs));
+Inputs withOfficeModules(Inputs inputs, const InputChoice& choice) {
+  return Expander(choice).expand(std::move(inputs));
 }
 
 }  // namespace tintline

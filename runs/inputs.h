@@ -1,4 +1,4 @@
-// The modules that the arguments mean: files, the standard input, and the module files in folders.
+// The modules that a user means: files, the standard input, and the module files in folders.
 //
 // Tested by tests/cli/run.py.
 #pragma once
@@ -10,8 +10,7 @@
 #include <vector>
 
 #include "base/message.h"
-#include "cli/options.h"
-#include "cli/platform.h"
+#include "runs/found_file.h"
 
 namespace tintline {
 
@@ -34,22 +33,31 @@ struct Input {
   std::shared_ptr<const OfficeModule> module{};  // of an Office file
 };
 
+// What is wanted.
+struct InputChoice {
+  std::vector<std::filesystem::path> paths;  // of files and folders; empty: the standard input
+  std::filesystem::path results{};           // the folder that takes them and is not looked into
+  bool projectFiles = false;                 // these, too
+  std::wstring module{};                     // of Office files only that one; empty: all
+  bool all = false;                          // of Office files empty document modules, too
+};
+
 struct PassedOver {
   std::filesystem::path path;
   Message reason;
 };
 
 struct Inputs {
-  std::vector<Input> modules;       // as the arguments come; those of a folder by their names
-  std::vector<Input> projectFiles;  // with --project
+  std::vector<Input> modules;  // in the order of the choice; those of a folder by their names
+  std::vector<Input> projectFiles;
   std::vector<PassedOver> passedOver;
 };
 
-// Looks for everything that the arguments name. A module that is named in several ways is there
+// Looks for everything that is wanted. A module that is named in several ways is there
 // once, in its first place. What lies beside modules (forms' pictures, project files) and folders
 // without modules are passed over, unless nothing else is named: then they are failures, as is a
 // folder that cannot be read.
-Inputs collectInputs(const Options& options);
+Inputs collectInputs(const InputChoice& choice);
 
 // Why an input cannot be converted, as far as that shows without reading it; else empty.
 Message knownFailure(const Input& input);

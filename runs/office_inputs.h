@@ -11,8 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/inputs.h"
-#include "cli/options.h"
+#include "runs/inputs.h"
 #include "sources/office_file/office_file.h"
 
 namespace tintline {
@@ -54,8 +53,8 @@ Message warningOf(const Input& input, const Message& lost);
 // Throws FileError.
 OfficeDocument readOffice(const Input& input);
 
-// Whether --module and --all want the module.
-bool isWanted(const office_file::Module& module, const Options& options);
+// Whether the choice wants the module.
+bool isWanted(const office_file::Module& module, const InputChoice& choice);
 
 // Names of files, each given once where case does not count.
 class FreeNames {
@@ -78,6 +77,6 @@ Input joinedModules(const std::vector<Input>& modules);
 
 // The inputs with the modules of each Office file in its place. What cannot be read becomes a
 // failure of its own; in folders, files without code are passed over.
-Inputs withOfficeModules(Inputs inputs, const Options& options);
+Inputs withOfficeModules(Inputs inputs, const InputChoice& choice);
 
 }  // namespace tintline

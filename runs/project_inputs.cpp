@@ -1,5 +1,5 @@
-// See source_projects.h. Tested by tests/cli/project.py.
-#include "cli/project/source_projects.h"
+// See project_inputs.h. Tested by tests/cli/project.py.
+#include "runs/project_inputs.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -10,10 +10,10 @@
 
 #include "base/codepage.h"
 #include "base/file.h"
-#include "cli/messages.h"
-#include "cli/office_inputs.h"
 #include "convert/exact.h"
 #include "convert/source_text.h"
+#include "runs/messages.h"
+#include "runs/office_inputs.h"
 #include "site/page_names.h"
 #include "site/project_file.h"
 #include "site/words.h"
@@ -26,28 +26,45 @@ namespace fs = std::filesystem;
 
 std::u8string textOf(const fs::path& path) { return exactText(pathText(path)); }
 
-// The entry of a folder that a name means on systems which disregard case.
-fs::path entryNamed(const fs::path& folder, const fs::path& name) {
-  std::error_code none;
-  if (name == "." || name == ".." || fs::exists(folder / name, none)) return folder / name;
-  const std::u8string wanted = textOf(name);
-  fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, none);
-  for (; !none && entry != fs::directory_iterator(); entry.increment(none))
-    if (vb::equalFolded(textOf(entry->path().filename()), wanted)) return entry->path();
-  return folder / name;
-}
+// Finds what a project file names as the file system spells it, which may count case.
+class Speller {
+ public:
+  // The path from a folder.
+  fs::path spelled(const fs::path& folder, const fs::path& relative) {
+    fs::path found;
+    for (const fs::path& part : relative) found /= entryNamed(folder / found, part);
+    return found;
+  }
 
-// The path from a folder as the file system spells it.
-fs::path spelled(const fs::path& folder, const fs::path& relative) {
-  fs::path found;
-  for (const fs::path& part : relative) found /= entryNamed(folder / found, part).filename();
-  return found;
-}
+ private:
+  fs::path entryNamed(const fs::path& folder, const fs::path& name) {
+    std::error_code none;
+    if (name == "." || name == ".." || fs::exists(folder / name, none)) return name;
+    const Names& names = namesIn(folder.empty() ? fs::path(".") : folder);
+    const auto found = names.find(vb::folded(textOf(name)));
+    return found == names.end() ? name : found->second;
+  }
 
-// The name of the folder that an argument names, or which holds the file that it names.
-std::u8string rootName(const Options& options) {
+  using Names = std::map<std::u8string, fs::path>;  // by what does not tell case
+  const Names& namesIn(const fs::path& folder) {
+    const auto [known, isNew] = folders_.try_emplace(folder);
+    std::error_code failure;
+    if (isNew)
+      for (fs::directory_iterator entry(folder, failure);
+           !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
+        const fs::path name = entry->path().filename();
+        known->second.try_emplace(vb::folded(textOf(name)), name);
+      }
+    return known->second;
+  }
+
+  std::map<fs::path, Names> folders_;
+};
+
+// The name of the folder that the first path leads to, or which holds its file.
+std::u8string rootName(const InputChoice& choice) {
   std::error_code none;
-  fs::path path = fs::absolute(argumentPath(options.inputs.front()), none).lexically_normal();
+  fs::path path = fs::absolute(choice.paths.front(), none).lexically_normal();
   if (findFile(path).kind == FoundFile::Kind::File) path = path.parent_path();
   if (!path.has_filename()) path = path.parent_path();
   return textOf(path.filename());
@@ -55,16 +72,15 @@ std::u8string rootName(const Options& options) {
 
 class Finder {
  public:
-  explicit Finder(const Options& options)
-      : options_(options),
-        inputs_(withOfficeModules(collectInputs(options), options)),
-        root_(rootName(options)) {}
+  explicit Finder(const InputChoice& choice)
+      : inputs_(withOfficeModules(collectInputs(choice), choice)), root_(rootName(choice)) {}
 
-  SourceProjects run() {
+  ProjectInputs run() {
     for (Input& module : inputs_.modules) addTask(std::move(module));
     for (const Input& file : inputs_.projectFiles) addProject(file);
     addRest();
     setTargets();
+    found_.passedOver = std::move(inputs_.passedOver);
     found_.title = found_.projects.size() == 1 ? found_.projects.front().name : root_;
     return std::move(found_);
   }
@@ -80,11 +96,11 @@ class Finder {
   void addProject(const Input& file) {
     std::string bytes;
     try {
-      bytes = readFile(file.path);
+      bytes = readFile(file.path, kLargestInput);
     } catch (const FileError& error) {
-      Input unread = file;
-      unread.failure = reasonText(error.reason());
-      addTask(std::move(unread));
+      Input failed = file;
+      failed.failure = unread(error).reason();
+      addTask(std::move(failed));
       return;
     }
     const site::ProjectFile read = site::readProjectFile(decodeSource(bytes).text);
@@ -111,7 +127,7 @@ class Finder {
       input.failure = messages::kLeadsElsewhere();
       return addTask(std::move(input));
     }
-    const fs::path found = spelled(file.path.parent_path(), relative);
+    const fs::path found = speller_.spelled(file.path.parent_path(), relative);
     input.path = file.path.parent_path() / found;
     input.place = (file.place.parent_path() / found).lexically_normal();
     input.file = findFile(input.path);
@@ -183,17 +199,20 @@ class Finder {
         found_.tasks[task].target = fs::path(pages[next++]).make_preferred();
   }
 
-  const Options& options_;
   Inputs inputs_;
   const std::u8string root_;
-  SourceProjects found_;
+  ProjectInputs found_;
   std::map<fs::path::string_type, std::size_t> known_;  // tasks, by the identity of their files
   std::map<const OfficeProject*, std::size_t> officeProjects_;
+  Speller speller_;
   std::set<std::size_t> used_;  // tasks that belong to a project
 };
 
 }  // namespace
 
-SourceProjects findProjects(const Options& options) { return Finder(options).run(); }
+ProjectInputs findProjects(InputChoice choice) {
+  choice.projectFiles = true;
+  return Finder(choice).run();
+}
 
 }  // namespace tintline
