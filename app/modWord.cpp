@@ -122,7 +122,11 @@ void Connection::forget() {
   application_ = {};
 }
 
-void Connection::giveUp() {
+void Connection::giveUp(const OfficeError& error) {
+  using Kind = OfficeError::Kind;
+  if (error.kind() == Kind::AccessRefused || (error.kind() == Kind::ConnectionLost && !stands()))
+    disconnect();
+  if (error.kind() != Kind::Busy) return;
   projects_.clear();
   if (!application_.created) forget();
 }
@@ -133,9 +137,7 @@ void Connection::readProjects() {
 }
 
 Project& Connection::project(std::size_t index) {
-  if (index == 0 || index > projects_.size())
-    throw OfficeError(OfficeError::Kind::Failed, 9, L"Index außerhalb des gültigen Bereichs",
-                      0x8002000B);
+  if (index == 0 || index > projects_.size()) throw noSuchProject();
   return projects_[index - 1];
 }
 

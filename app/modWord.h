@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/project_source.h"
 #include "ports/office.h"
 #include "sources/office_project.h"
 
@@ -19,14 +20,14 @@ class frmVBACode;
 namespace modWord {
 
 // The connection to one application, and the projects that the last analysis found.
-class Connection {
+class Connection final : public ProjectSource {
  public:
   // `name` is "Word" or "Excel"; it must live as long as the program.
   explicit Connection(std::wstring_view name) : name_(name) {}
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  std::wstring_view name() const { return name_; }
+  std::wstring_view name() const override { return name_; }
   bool connected() const { return application_.object != nullptr; }
 
   // Whether the application can be used further. Excel lives on without its documents, and
@@ -43,16 +44,18 @@ class Connection {
   // another time, and false. Never throws.
   bool disconnect();
 
-  // Ends the connection to an application that is too busy to answer; one that the program
-  // started is only left alone, so that it can be told to quit later.
-  void giveUp();
+  // Ends a connection that cannot be used any more. When only a document was closed, its objects
+  // are disconnected as those of an ended application are: the others can be used further, and the
+  // connection with them. An application that is too busy to answer and that the program started
+  // is only left alone, so that it can be told to quit later.
+  void giveUp(const OfficeError& error) override;
 
   // Reads which projects are open; those of the last time are let go. Throws OfficeError.
   void readProjects();
 
   // By the index in the host's collection, from 1 on; throws OfficeError when there is none.
-  Project& project(std::size_t index);
-  std::size_t projectCount() const { return projects_.size(); }
+  Project& project(std::size_t index) override;
+  std::size_t projectCount() const override { return projects_.size(); }
 
   // A new document with the page, which the application inserts by itself: in a fixed-width
   // font over the width of the paper, without marks of the spelling check. The application

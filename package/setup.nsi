@@ -88,8 +88,8 @@ Page custom ModePage ModePageLeave
 !insertmacro Text SectionMenu "Mit TINTLINE konvertieren" "Mit TINTLINE konvertieren"
 !insertmacro Text AboutProgram "TINTLINE, die Befehlszeile und die Hilfe." \
   "TINTLINE, its command line and its help (in German)."
-!insertmacro Text AboutMenu "Ein Eintrag im Kontextmenü von .bas, .cls und .frm, der die Datei öffnet." \
-  "An entry in the context menu of .bas, .cls and .frm that opens the file."
+!insertmacro Text AboutMenu "Ein Eintrag im Kontextmenü von .bas, .cls, .frm und Office-Dateien mit Makros, der die Datei öffnet." \
+  "An entry in the context menu of .bas, .cls, .frm and Office files with macros that opens the file."
 !insertmacro Text KeepSettings "Sie haben Einstellungen von TINTLINE geändert:$\r$\n$Changed$\r$\n$\r$\nSollen diese Dateien bleiben?" \
   "You changed settings of TINTLINE:$\r$\n$Changed$\r$\n$\r$\nShall these files stay?"
 
@@ -152,11 +152,31 @@ FunctionEnd
   !insertmacro ${MACRO} "LIZENZ.txt"
 !macroend
 
-; For each kind of module file: MACRO KIND
-!macro ForModuleFiles MACRO
+; For each kind of file with code: MACRO KIND
+!macro ForFilesWithCode MACRO
+  ; Modules
   !insertmacro ${MACRO} ".bas"
   !insertmacro ${MACRO} ".cls"
   !insertmacro ${MACRO} ".frm"
+  ; Office files that may hold macros
+  !insertmacro ${MACRO} ".xlsm"
+  !insertmacro ${MACRO} ".xlsb"
+  !insertmacro ${MACRO} ".xltm"
+  !insertmacro ${MACRO} ".xlam"
+  !insertmacro ${MACRO} ".xls"
+  !insertmacro ${MACRO} ".xlt"
+  !insertmacro ${MACRO} ".xla"
+  !insertmacro ${MACRO} ".docm"
+  !insertmacro ${MACRO} ".dotm"
+  !insertmacro ${MACRO} ".doc"
+  !insertmacro ${MACRO} ".dot"
+  !insertmacro ${MACRO} ".pptm"
+  !insertmacro ${MACRO} ".potm"
+  !insertmacro ${MACRO} ".ppsm"
+  !insertmacro ${MACRO} ".ppam"
+  !insertmacro ${MACRO} ".ppt"
+  !insertmacro ${MACRO} ".pot"
+  !insertmacro ${MACRO} ".ppa"
 !macroend
 !define MENU_KEY "Software\Classes\SystemFileAssociations"
 
@@ -202,7 +222,7 @@ SectionEnd
 !macroend
 
 Section /o "$(SectionMenu)" MenuSection
-  !insertmacro ForModuleFiles AddMenu
+  !insertmacro ForFilesWithCode AddMenu
   Call RefreshMenus
 SectionEnd
 
@@ -435,7 +455,7 @@ Section "Uninstall"
   RMDir "$UserSettings"
   Delete "$SMPROGRAMS\TINTLINE.lnk"
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"
-  !insertmacro ForModuleFiles RemoveMenu
+  !insertmacro ForFilesWithCode RemoveMenu
   Call un.RefreshMenus
 SectionEnd
 

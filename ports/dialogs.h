@@ -10,8 +10,9 @@ namespace tintline {
 
 struct FileDialog {
   std::wstring title;
-  std::wstring filter;    // "text|pattern;pattern|text|pattern"
-  std::wstring fileName;  // what the dialog offers, "" for nothing
+  std::wstring filter;                // "text|pattern;pattern|text|pattern"
+  std::wstring fileName;              // what the dialog offers, "" for nothing
+  std::filesystem::path folder = {};  // that it begins in; empty: as the system likes it
 };
 
 // What a file dialog gave: a path, or the number of an error. Cancelling is one.

@@ -101,7 +101,8 @@ class Collector {
 
   // Office files are told by what is in them; what is called like a module is none.
   static bool mayBeOffice(const fs::path& path) {
-    return !endsInOneOf(path, kModules) && !endsInOneOf(path, kCompanions) && isOfficeFile(path);
+    return !endsInOneOf(path, kModules) && !endsInOneOf(path, kCompanions) &&
+           office_file::isOfficeFileAt(path);
   }
 
   // All module files below a folder, without recursion: it may be deep.

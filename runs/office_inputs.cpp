@@ -2,7 +2,6 @@
 #include "runs/office_inputs.h"
 
 #include <algorithm>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <utility>
@@ -132,14 +131,6 @@ class Expander {
 };
 
 }  // namespace
-
-bool isOfficeFile(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  std::string beginning(office_file::kBeginning, '\0');
-  stream.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
-  beginning.resize(static_cast<std::size_t>(stream.gcount()));
-  return office_file::isOfficeFile(beginning);
-}
 
 Message warningOf(const Input& input, const Message& lost) {
   return input.module && !input.module->hint.empty() ? input.module->hint : lost;

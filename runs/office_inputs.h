@@ -16,10 +16,6 @@
 
 namespace tintline {
 
-// Whether the file begins like one of Office's; its name does not count. False for one that cannot
-// be read.
-bool isOfficeFile(const std::filesystem::path& file);
-
 struct OfficeProject {
   std::filesystem::path place;  // of its file
   std::wstring name;

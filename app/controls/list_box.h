@@ -65,6 +65,9 @@ class ListBox : public Control {
   void scrollTo(std::size_t index);
   std::size_t scrollTarget() const { return scrollTarget_; }
 
+  // What an empty list says.
+  Property<std::wstring> Hint{*this, {}};
+
   // The range that can be scrolled through sideways, in pixels.
   Property<int> HorizontalExtent{*this, 0};
 

@@ -7,7 +7,9 @@ namespace {
 constexpr MenuEntry kLine{Command::None, L"", L""};
 
 constexpr MenuEntry kDatei[] = {
+    {Command::mnuneu, L"&Neu", L"Strg+N"},
     {Command::mnudatei, L"&Öffnen…", L"Strg+O"},
+    {Command::mnuZuletzt, L"&Zuletzt geöffnet", L""},
     {Command::cmdExport, L"&Exportieren…", L"Strg+S"},
     kLine,
     {Command::mnubeenden, L"&Beenden", L"Alt+F4"},
@@ -85,6 +87,13 @@ constexpr MenuEntry kPreviewMenu[] = {
     {Command::mnuFormatiertKopieren, L"&Formatiert kopieren", L"Strg+Umschalt+C"},
 };
 
+constexpr MenuEntry kOfficeDatei[] = {
+    kModulAll[0],
+    kModulAll[1],
+    kLine,
+    {Command::mnuSchliessen, L"Office-Datei schließen", L""},
+};
+
 constexpr ToolbarButton kGap{"", Command::None, L""};
 
 constexpr ToolbarButton kToolbar[] = {
@@ -112,6 +121,7 @@ constexpr ToolbarButton kToolbar[] = {
 };
 
 constexpr Accelerator kAccelerators[] = {
+    {kControl, Key::Letter, 'N', Command::mnuneu},
     {kControl, Key::Letter, 'O', Command::mnudatei},
     {kControl, Key::Letter, 'S', Command::cmdExport},
     {kControl, Key::Letter, 'C', Command::mnuCopy},
@@ -141,6 +151,11 @@ std::span<const MenuEntry> mnuModulAll() { return kModulAll; }
 std::span<const MenuEntry> listMenu() { return kListMenu; }
 
 std::span<const MenuEntry> previewMenu() { return kPreviewMenu; }
+std::span<const MenuEntry> mnuOfficeDatei() { return kOfficeDatei; }
+
+std::span<const MenuEntry> mnuOfficeDateiLeer() {
+  return std::span<const MenuEntry>(kOfficeDatei).last(1);
+}
 
 std::span<const ToolbarButton> toolbar() { return kToolbar; }
 

@@ -46,6 +46,11 @@ enum class Command {
   mnuFormatiertKopieren,
   mnuKlassisch,
   mnuGenau,
+  mnuSchliessen,  // of an Office file, in the menu of the tree
+  mnuneu,
+  mnuZuletzt,   // the menu of the files that were opened last
+  mnuZuletzt1,  // the first of them
+  mnuZuletzt8 = mnuZuletzt1 + 7,
   mnuAbbrechen  // Esc
 };
 
@@ -70,6 +75,9 @@ std::span<const MenuEntry> mnuModulAll();
 // The menu of a list, and that of the preview.
 std::span<const MenuEntry> listMenu();
 std::span<const MenuEntry> previewMenu();
+// And for a document of an Office file; for one without modules.
+std::span<const MenuEntry> mnuOfficeDatei();
+std::span<const MenuEntry> mnuOfficeDateiLeer();
 
 struct ToolbarButton {
   std::string_view key;  // names the command's picture; "" for a gap between groups

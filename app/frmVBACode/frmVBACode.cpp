@@ -21,10 +21,15 @@ bool isTooLarge(const std::exception& error) {
          dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
 }
 
+std::size_t recentIndex(Command command) {
+  return static_cast<std::size_t>(command) - static_cast<std::size_t>(Command::mnuZuletzt1);
+}
+
 }  // namespace
 
 frmVBACode::frmVBACode(Application& application)
-    : application_(application),
+    : memory(application.ports.files.userFolder()),
+      application_(application),
       ports_(application.ports),
       hscroll1_(List1, ports_.textMeasure),
       hscroll2_(List2, ports_.textMeasure),
@@ -128,6 +133,7 @@ void frmVBACode::catchUp() {
   if (closeWanted_) return;
   followMode();
   if (shown_ != chosenOptions()) ErgebnisAuffrischen();
+  showHints();
   if (FrameVorschau.Visible() != Check2.Value()) Check2_Click();
 }
 
@@ -142,7 +148,11 @@ void frmVBACode::execute(Command command) {
 }
 
 void frmVBACode::dispatch(Command command) {
+  if (command >= Command::mnuZuletzt1 && command <= Command::mnuZuletzt8)
+    return openRecent(recentIndex(command));
   switch (command) {
+    case Command::mnuneu:
+      return NeuBeginnen();
     case Command::mnudatei:
       return DateiEinlesen();
     case Command::cmdExport:
@@ -216,6 +226,11 @@ void frmVBACode::dispatch(Command command) {
       TreeView1.select(menuNode());
       cmdModul.Enabled = false;  // a document is no module
       return AlleModuleVerarbeiten();
+    case Command::mnuSchliessen:
+      return OfficeDateiSchliessen(*menuNode());
+    case Command::mnuZuletzt:
+    case Command::mnuZuletzt1:
+    case Command::mnuZuletzt8:
     case Command::mnuAbbrechen:
     case Command::None:
       return;  // not enabled, or done by execute
@@ -225,9 +240,13 @@ void frmVBACode::dispatch(Command command) {
 bool frmVBACode::isEnabled(Command command) const {
   if (busy_) return command == Command::mnuAbbrechen || command == Command::mnubeenden;
   const bool code = List1.ListCount() > 0;
+  if (command >= Command::mnuZuletzt1 && command <= Command::mnuZuletzt8)
+    return recentIndex(command) < memory.recent().size();
   switch (command) {
-    case Command::cmdExport:
-      return cmdExport.Enabled;
+    case Command::mnuneu:
+      return code || source_ != Source::None;
+    case Command::cmdExport:  // what was not converted is so first
+      return cmdExport.Enabled || code;
     case Command::mnuCopy:
     case Command::mnuSelectAll:
       return ActiveControl != nullptr && ActiveControl->ListCount() > 0;
@@ -260,6 +279,8 @@ bool frmVBACode::isEnabled(Command command) const {
     case Command::mnuexportall:
     case Command::mnuconvertall:
       return menuNode() != nullptr;
+    case Command::mnuSchliessen:
+      return menuNode() != nullptr && isOfOfficeFile(*menuNode());
     case Command::mnuAbbrechen:
     case Command::None:
       return false;
@@ -335,6 +356,8 @@ void frmVBACode::mnubeenden_Click() {
 void frmVBACode::Form_Load() { Initialisieren(); }
 
 void frmVBACode::Form_Unload() {
+  if (TellPlace) TellPlace();
+  memory.save();
   busy_ = true;  // an application may keep us waiting: nothing starts any more
   Word.disconnect();
   Excel.disconnect();

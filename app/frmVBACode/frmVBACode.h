@@ -25,7 +25,9 @@
 #include "app/controls/web_browser.h"
 #include "app/frmVBACode/commands.h"
 #include "app/modWord.h"
+#include "app/office_files.h"
 #include "app/ports.h"
+#include "app/window_memory.h"
 #include "base/file.h"
 #include "convert/exact_source.h"
 #include "convert/format.h"
@@ -35,6 +37,7 @@
 #include "engine/line_highlighter.h"
 #include "output/clipboard_text.h"
 #include "sources/module_file_reader.h"
+#include "sources/office_file/office_file.h"
 #include "sources/project_analysis.h"
 #include "vb/word.h"
 
@@ -90,11 +93,17 @@ class frmVBACode final : public Form {
   // A file was dropped onto the window.
   void fileDropped(const std::filesystem::path& file);
 
+  // What is remembered from one start to the next; the view tells where the window stands when
+  // it is asked.
+  WindowMemory memory;
+  std::function<void()> TellPlace;
+
   // ------------------------------------------------------------------- start-up
   void Initialisieren();  // the whole start-up behind the splash
   void Inilesen();
 
   // -------------------------------------------------------------------- sources
+  void NeuBeginnen();
   void DateiEinlesen();
   bool ModulDateiLesen(const std::filesystem::path& file);  // false: could not be read
   void DateiknotenEinfuegen(const std::wstring& name, const std::filesystem::path& path);
@@ -222,6 +231,8 @@ class frmVBACode final : public Form {
   void showKeywordProgress(std::size_t entries);
 
   void open(const std::filesystem::path& file);
+  void openRecent(std::size_t index);
+  void showHints();
   void chooseFile(const TreeNode& node);
   std::optional<ReadSource> readModule(const std::filesystem::path& file);
   void showModule(ReadSource module);
@@ -274,19 +285,33 @@ class frmVBACode final : public Form {
   void showSource();
   void reformatAgain();
 
-  bool OfficeAufruf(modWord::Connection& connection, std::wstring_view procedure,
+  bool OfficeAufruf(ProjectSource& source, std::wstring_view procedure,
                     const std::function<void()>& work);
   void tell(const modWord::FailureMessage& failure);
-  modWord::Connection* connectionOf(const TreeNode& node);
+  ProjectSource* sourceOf(const TreeNode& node);
   Project& projectOf(const TreeNode& node);
   TreeNode* menuNode() const { return menuNode_ ? TreeView1.byId(*menuNode_) : nullptr; }
   bool hasModules(const TreeNode& node) const;
-  void addDocument(const modWord::Connection& connection, std::size_t index,
-                   const ProjectSummary& project);
-  void removeDocuments(const modWord::Connection& connection);
   bool fits(std::size_t lines) const;
   void appendClassic(const LineList& lines);
   void showAppended(const LineList& lines);
+  bool isOfOfficeFile(const TreeNode& node) const;
+  // Locked with a password, but read from a file: there it locks nothing.
+  enum class Lock { None, Readable };
+  TreeNode& addDocument(const ProjectSource& source, std::size_t index,
+                        const ProjectSummary& project, Lock lock);
+  void removeDocuments(const ProjectSource& source);
+
+  static bool isOfficeFile(const std::filesystem::path& file);
+  void openOffice(const std::filesystem::path& file);
+  std::optional<office_file::OfficeFile> readOffice(const std::filesystem::path& file);
+  TreeNode* addProjects(const std::filesystem::path& file,
+                        std::vector<office_file::Project> projects);
+  void closeDocuments(const std::vector<std::size_t>& numbers);
+  void tellProblems(const std::wstring& file, const std::vector<office_file::Problem>& problems,
+                    bool nothingRead);
+  void OfficeDateiSchliessen(const TreeNode& document);
+  bool goOn();
   void tellTooManyLines();
   ReadSource readCode(const CodeModule& code, std::int32_t start, std::int32_t count);
   std::optional<ReadSource> readProcedure(const TreeNode& node);
@@ -311,6 +336,7 @@ class frmVBACode final : public Form {
   Application& application_;
   const Ports& ports_;
   ListboxHScroll hscroll1_, hscroll2_;
+  OfficeFiles officeFiles_;
   KeywordTable keywords_;
   Highlighter highlighter_;
   vb::WordLists exactWords_;

@@ -21,11 +21,6 @@ namespace {
 constexpr std::wstring_view kOfForm = L" of Formular frmVBACode";
 constexpr std::wstring_view kDeclarationKey = L"_Declaration";
 
-// Every key below a document begins with that of its application.
-std::wstring keyPrefix(const modWord::Connection& connection) {
-  return std::wstring(connection.name()) + L"_";
-}
-
 const TreeNode& rootOf(const TreeNode& node) {
   return node.Parent() == nullptr ? node : rootOf(*node.Parent());
 }
@@ -115,23 +110,18 @@ class TemporaryPage {
 }  // namespace
 
 // ---------------------------------------------------------------------- connections
-// Does something that needs the application, in the name of that procedure. What fails is
-// told, and false; a connection that cannot be used any more is ended first. When only a
-// document was closed, its objects are disconnected as those of an ended application are: the
-// others can be used further, and the connection with them.
-bool frmVBACode::OfficeAufruf(modWord::Connection& connection, std::wstring_view procedure,
+// Does something that needs the projects, in the name of that procedure. What fails is told, and
+// false; a connection that cannot be used any more is ended first.
+bool frmVBACode::OfficeAufruf(ProjectSource& source, std::wstring_view procedure,
                               const std::function<void()>& work) {
   try {
     work();
     return true;
   } catch (const OfficeError& error) {
-    if (error.kind() == OfficeError::Kind::ConnectionLost && !connection.stands())
-      connection.disconnect();
-    if (error.kind() == OfficeError::Kind::Busy) connection.giveUp();
-    if (error.kind() == OfficeError::Kind::AccessRefused) connection.disconnect();
-    if (connection.projectCount() == 0) removeDocuments(connection);
+    source.giveUp(error);
+    if (source.projectCount() == 0) removeDocuments(source);
     MousePointer = Pointer::Default;
-    tell(modWord::failureMessage(error, connection.name(), procedure));
+    tell(modWord::failureMessage(error, source.name(), procedure));
     return false;
   }
 }
@@ -155,23 +145,29 @@ void frmVBACode::tell(const modWord::FailureMessage& failure) {
   ports_.dialogs.message(failure.text, MessageIcon::Critical, failure.title);
 }
 
-void frmVBACode::removeDocuments(const modWord::Connection& connection) {
+void frmVBACode::removeDocuments(const ProjectSource& source) {
   std::vector<TreeNode*> documents;
   for (const auto& root : TreeView1.roots())
-    if (root->Key().starts_with(keyPrefix(connection))) documents.push_back(root.get());
+    if (root->Key().starts_with(source.keyPrefix())) documents.push_back(root.get());
   for (TreeNode* document : documents) TreeView1.Remove(*document);
   if (TreeView1.SelectedItem() == nullptr) cmdModul.Enabled = false;
 }
 
-// The application that the node's document is open in; null for a loaded file.
-modWord::Connection* frmVBACode::connectionOf(const TreeNode& node) {
-  for (modWord::Connection* connection : {&Word, &Excel})
-    if (rootOf(node).Key().starts_with(keyPrefix(*connection))) return connection;
+// Where the node's document comes from; null for a loaded module file.
+ProjectSource* frmVBACode::sourceOf(const TreeNode& node) {
+  for (ProjectSource* source :
+       {static_cast<ProjectSource*>(&Word), static_cast<ProjectSource*>(&Excel),
+        static_cast<ProjectSource*>(&officeFiles_)})
+    if (rootOf(node).Key().starts_with(source->keyPrefix())) return source;
   return nullptr;
 }
 
 Project& frmVBACode::projectOf(const TreeNode& node) {
-  return connectionOf(node)->project(std::stoul(rootOf(node).Tag));
+  return sourceOf(node)->project(std::stoul(rootOf(node).Tag));
+}
+
+bool frmVBACode::isOfOfficeFile(const TreeNode& node) const {
+  return rootOf(node).Key().starts_with(officeFiles_.keyPrefix());
 }
 
 bool frmVBACode::hasModules(const TreeNode& node) const {
@@ -191,7 +187,7 @@ bool frmVBACode::Baumübersicht(modWord::Connection& connection) {
     connection.readProjects();
     for (std::size_t index = 1; index <= connection.projectCount() && goOn(); ++index)
       if (const auto project = analyseProject(connection.project(index), goOn))
-        addDocument(connection, index, *project);
+        addDocument(connection, index, *project, Lock::None);
   });
   if (file) DateiknotenWiederherstellen();
   TreeView1.Refresh();
@@ -199,16 +195,19 @@ bool frmVBACode::Baumübersicht(modWord::Connection& connection) {
 }
 
 // A document gets into the tree when all of it is known: nothing half-built is ever there.
-void frmVBACode::addDocument(const modWord::Connection& connection, std::size_t index,
-                             const ProjectSummary& project) {
-  const std::wstring key = keyPrefix(connection) + std::to_wstring(index);
-  const std::wstring count =
-      project.isProtected ? L"geschützt" : std::to_wstring(project.components.size());
+TreeNode& frmVBACode::addDocument(const ProjectSource& source, std::size_t index,
+                                  const ProjectSummary& project, Lock lock) {
+  const std::wstring key = source.keyOf(index);
+  const std::wstring locked = L"geschützt";
+  std::wstring count = project.isProtected ? locked : std::to_wstring(project.components.size());
+  if (lock == Lock::Readable) count += L", " + locked;
+  const std::string picture = lock == Lock::Readable ? "lock" : "word";
   TreeNode& document =
-      TreeView1.Add(nullptr, key, project.document + L" (" + count + L")", "word", "word");
+      TreeView1.Add(nullptr, key, project.document + L" (" + count + L")", picture, picture);
   document.Tag = std::to_wstring(index);
   for (std::size_t i = 0; i < project.components.size(); ++i)
     addComponent(TreeView1, document, key + L"_" + std::to_wstring(i + 1), project.components[i]);
+  return document;
 }
 
 // --------------------------------------------------------------------------- reading
@@ -227,7 +226,7 @@ std::optional<frmVBACode::ReadSource> frmVBACode::readProcedure(const TreeNode& 
   Label10.Caption = L"";
   MousePointer = Pointer::Hourglass;
   std::optional<ReadSource> lines;
-  OfficeAufruf(*connectionOf(node), L"Makroeinlesen" + std::wstring(kOfForm), [&] {
+  OfficeAufruf(*sourceOf(node), L"Makroeinlesen" + std::wstring(kOfForm), [&] {
     const bool declarations = node.Key().ends_with(kDeclarationKey);
     ProcedureKind kind{};
     const std::wstring procedure = procedureOf(node, kind);
@@ -293,7 +292,7 @@ frmVBACode::ReadSource frmVBACode::readCode(const CodeModule& code, std::int32_t
 // ------------------------------------------------------------------------ conversion
 void frmVBACode::cmdModul_Click() {
   const TreeNode* node = TreeView1.SelectedItem();
-  if (node == nullptr || connectionOf(*node) == nullptr) return;
+  if (node == nullptr || sourceOf(*node) == nullptr) return;
   if (node->Children().empty() && node->Parent() != nullptr) node = node->Parent();
   if (node->Text() == node->path().front()) return;  // a document is no module
   convertModules(rootOf(*node), {nameOf(*node)}, false, L"cmdModul_Click");
@@ -322,7 +321,7 @@ void frmVBACode::convertModules(const TreeNode& document, const std::vector<std:
     MousePointer = Pointer::Hourglass;
     bool complete = true, aborted = false;
     const bool done =
-        OfficeAufruf(*connectionOf(document), std::wstring(procedure) + std::wstring(kOfForm), [&] {
+        OfficeAufruf(*sourceOf(document), std::wstring(procedure) + std::wstring(kOfForm), [&] {
           Project& project = projectOf(document);
           for (std::size_t i = 0; complete && !aborted && i < modules.size(); ++i) {
             ports_.messageLoop.yield();
@@ -343,8 +342,11 @@ void frmVBACode::convertModules(const TreeNode& document, const std::vector<std:
 // ---------------------------------------------------------------------------- export
 void frmVBACode::TreeView1_RightClick(TreeNode& node) {
   menuNode_ = node.id();
-  if (node.Children().empty() || !hasModules(node) || !PopupMenu) return;
+  if (!PopupMenu) return;
   const std::size_t level = node.path().size();
+  if (level == 1 && isOfOfficeFile(node))
+    return PopupMenu(hasModules(node) ? mnuOfficeDatei() : mnuOfficeDateiLeer());
+  if (node.Children().empty() || !hasModules(node)) return;
   if (level == 2) PopupMenu(mnuModulExport());
   if (level == 1) PopupMenu(mnuModulAll());
 }
@@ -386,7 +388,7 @@ void frmVBACode::ModulExportieren(const TreeNode& node) {
   const std::wstring name = nameOf(node);
   if (node.path().size() != 2 || node.Children().empty() || !hasModules(node))
     return tellNotExported(name, {});
-  OfficeAufruf(*connectionOf(node), L"ModulExportieren" + std::wstring(kOfForm), [&] {
+  OfficeAufruf(*sourceOf(node), L"ModulExportieren" + std::wstring(kOfForm), [&] {
     Project& project = projectOf(node);
     const std::wstring document = documentFolder(project.BuildFileName());
     const auto folder = chooseExportFolder(name);
@@ -406,7 +408,7 @@ void frmVBACode::ModulExportieren(const TreeNode& node) {
 void frmVBACode::AlleModuleExportieren(const TreeNode& node) {
   const std::wstring name = nameOf(node);
   if (node.path().size() != 1 || !hasModules(node)) return tellNotExported(name, {});
-  OfficeAufruf(*connectionOf(node), L"AlleModuleExportieren" + std::wstring(kOfForm), [&] {
+  OfficeAufruf(*sourceOf(node), L"AlleModuleExportieren" + std::wstring(kOfForm), [&] {
     Project& project = projectOf(node);
     const std::wstring document = documentFolder(project.BuildFileName());
     const auto folder = chooseExportFolder(name);

@@ -70,7 +70,8 @@ void frmVBACode::showExportPath(const std::wstring& path) {
 std::optional<std::filesystem::path> frmVBACode::chooseExportFile() {
   const FileDialog dialog{.title = L"HTML-Quellcode speichern",
                           .filter = L"*.htm|*.htm|*.html|*.html",
-                          .fileName = defaultName()};
+                          .fileName = defaultName(),
+                          .folder = memory.exportFolder};
   for (;;) {
     const FileChoice choice = ports_.dialogs.showSave(dialog);
     if (choice.error >= 1 && choice.error != FileChoice::kCancelled)
@@ -78,6 +79,7 @@ std::optional<std::filesystem::path> frmVBACode::chooseExportFile() {
           L"Es ist der Fehler: " + std::to_wstring(choice.error) + L" aufgetreten!",
           MessageIcon::None, {});
     if (choice.error != 0) return {};
+    memory.exportFolder = choice.path.parent_path();
     const std::filesystem::path file =
         choice.path.parent_path() /
         pathFromText(forceExtension(pathText(choice.path.filename()), choice.filterIndex));

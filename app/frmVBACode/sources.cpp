@@ -21,7 +21,12 @@ namespace {
 const FileDialog kOpenDialog{.title = L"VB(A)-Datei einlesen",
                              .filter =
                                  L"Alle (*.bas;*.frm;*.cls)|*.bas;*.frm;*.cls|Module (*.bas)|*.bas|"
-                                 L"Formen (*.frm)|*.frm|Klassen (*.cls)|*.cls",
+                                 L"Formen (*.frm)|*.frm|Klassen (*.cls)|*.cls|"
+                                 L"Office-Dateien (*.xlsm;*.xls;*.docm;*.doc;*.pptm;…)|"
+                                 L"*.xlsm;*.xlsb;*.xltm;*.xlam;*.xls;*.xlt;*.xla;"
+                                 L"*.docm;*.dotm;*.doc;*.dot;"
+                                 L"*.pptm;*.potm;*.ppsm;*.ppam;*.ppt;*.pot;*.pps;*.ppa;"
+                                 L"*.xml;*.mht;vbaProject.bin",
                              .fileName = L""};
 
 // The picture of a file node while it is selected, by the text behind the last dot,
@@ -42,8 +47,49 @@ std::wstring tooManyLinesText() {
 
 void frmVBACode::DateiEinlesen() {
   TreeView1.Refresh();
-  const FileChoice choice = ports_.dialogs.showOpen(kOpenDialog);
-  if (choice.error == 0) open(choice.path);
+  FileDialog dialog = kOpenDialog;
+  dialog.folder = memory.openFolder;
+  const FileChoice choice = ports_.dialogs.showOpen(dialog);
+  if (choice.error != 0) return;
+  memory.openFolder = choice.path.parent_path();
+  open(choice.path);
+}
+
+// Nothing is loaded any more; documents stay in the tree.
+void frmVBACode::NeuBeginnen() {
+  fkt_DateiknotenEntnehmen();
+  TreeView1.select(nullptr);
+  Dateiname_.clear();
+  Dateipfad_.clear();
+  ProzNamen_.clear();
+  blnPaste_ = gesamtmodul_ = false;
+  resetDisplay();
+  clearLists();
+  setSource(Source::None);
+  cmdModul.Enabled = false;
+  QuellschalterSetzen(false);
+  AusgabeschalterSetzen(false);
+  Label9.Caption = L"";
+  Label10.Caption = L"";
+  DummySeite();
+}
+
+// One that is gone is no more offered.
+void frmVBACode::openRecent(std::size_t index) {
+  if (index >= memory.recent().size()) return;
+  const std::filesystem::path file = memory.recent()[index];
+  std::error_code none;
+  if (!std::filesystem::exists(file, none)) memory.forget(file);
+  open(file);
+}
+
+// What can be done where there is nothing to see.
+void frmVBACode::showHints() {
+  const bool code = List1.ListCount() > 0;
+  List1.Hint = TreeView1.SelectedItem() != nullptr && hasModules(*TreeView1.SelectedItem())
+                   ? L"Im Baum eine Prozedur wählen, oder ein Modul umwandeln (F6)"
+                   : L"Moduldatei öffnen (Strg+O) oder hierher ziehen";
+  List2.Hint = code ? L"Noch nicht umgewandelt: F5" : L"";
 }
 
 void frmVBACode::fileDropped(const std::filesystem::path& file) {
@@ -53,6 +99,7 @@ void frmVBACode::fileDropped(const std::filesystem::path& file) {
 void frmVBACode::open(const std::filesystem::path& file) {
   const std::wstring name = pathText(file.filename());
   if (name.empty() || name.find(L'*') != std::wstring::npos) return;
+  if (isOfficeFile(file)) return openOffice(file);
   Dateiname_ = name;
   Dateipfad_ = file;
   resetDisplay();
@@ -61,6 +108,7 @@ void frmVBACode::open(const std::filesystem::path& file) {
     QuellschalterSetzen(true);
     setSource(Source::File);
     DateiknotenEinfuegen(Dateiname_, Dateipfad_);
+    memory.opened(file);
   }
   DummySeite();
 }

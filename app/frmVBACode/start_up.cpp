@@ -32,8 +32,10 @@ std::string readControlFile(const std::filesystem::path& file) {
 void frmVBACode::Initialisieren() {
   application_.splash.Load();
   application_.HelpFile = ports_.files.programFolder() / "TINTLINE2.chm::/topic.txt";
+  memory.load();
   Check2.Value = false;
   clearLists();
+  showHints();
   Inilesen();
   application_.splash.Load();  // again: its label tells the version
   Caption =

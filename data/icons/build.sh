@@ -22,7 +22,7 @@ trap 'rm -r "$work"' EXIT
 # A drawing's file is named after its key, but for keys that toolbar and tree draw differently.
 toolbar=(file word excel wordende ini save copy insert format format2 umbruch modul-convert
   makro auswahl export 2word farbe preview help)
-tree=(open modul frm cls document this dec vb)
+tree=(open modul frm cls document this dec vb lock)
 
 # picture NAME HEIGHT [WIDTH]: the path of the drawing as PNG, made when it is not there yet.
 picture() {

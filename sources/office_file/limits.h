@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <utility>
 
 namespace tintline::office_file {
 
@@ -27,20 +29,32 @@ inline constexpr std::size_t kMaxProjects = 1000;
 // The directory of a package or compound file, which is held in memory.
 inline constexpr std::size_t kMaxDirectory = 16 * kMebibyte;
 
+// Asked now and then while a file is read: whether to go on.
+using GoOn = std::function<bool()>;
+
 // What may still be spent on a file.
 class Budget {
  public:
+  explicit Budget(GoOn goOn = {}) : goOn_(std::move(goOn)) {}
+
   // Whether so many bytes of work may be done; they are spent then.
   bool spend(std::size_t bytes) {
     if (bytes > work_) return false;
     work_ -= bytes;
-    return true;
+    unasked_ += bytes;
+    if (goOn_ && unasked_ >= kMebibyte / 4) {
+      unasked_ = 0;
+      if (!goOn_()) work_ = 0;
+    }
+    return work_ > 0;
   }
   // How much text may still be kept, and keeping some.
   std::size_t room() const { return room_; }
   void keep(std::size_t bytes) { room_ -= bytes < room_ ? bytes : room_; }
 
  private:
+  GoOn goOn_;
+  std::size_t unasked_ = 0;  // bytes since it was asked
   std::size_t work_ = kMaxWork;
   std::size_t room_ = kMaxProject;
 };

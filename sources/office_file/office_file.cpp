@@ -3,6 +3,7 @@
 #include "sources/office_file/office_file.h"
 
 #include <algorithm>
+#include <fstream>
 #include <string>
 #include <utility>
 
@@ -38,6 +39,8 @@ std::u8string joined(const std::u8string& place, std::u8string_view name) {
 
 class Reader {
  public:
+  explicit Reader(const GoOn& goOn) : budget_(goOn) {}
+
   OfficeFile read(ByteSource& source) {
     readAny(source, {}, kMaxDepth, false);
     if (file_.projects.empty() && file_.problems.empty())
@@ -335,6 +338,16 @@ bool isOfficeFile(std::string_view beginning) {
          isWebArchive(beginning);
 }
 
-OfficeFile readOfficeFile(ByteSource& source) { return Reader().read(source); }
+bool isOfficeFileAt(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  std::string beginning(kBeginning, '\0');
+  stream.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
+  beginning.resize(static_cast<std::size_t>(stream.gcount()));
+  return isOfficeFile(beginning);
+}
+
+OfficeFile readOfficeFile(ByteSource& source, const GoOn& goOn) {
+  return Reader(goOn).read(source);
+}
 
 }  // namespace tintline::office_file

@@ -315,5 +315,29 @@ TEST_F(commands, copies_follow_the_list_that_has_the_focus) {
   });
 }
 
+// ------------------------------------------------------------------------------ beginnings
+TEST_F(commands, a_new_beginning_and_files_that_were_opened_before) {
+  const auto hints = [&] {
+    const std::wstring text = form.List1.Hint() + L" / " + form.List2.Hint();
+    step(toUtf8(text));
+  };
+  hints();
+  execute("new, with nothing there", Command::mnuneu);
+  openFile("a.bas", "x\r\n");
+  openFile("b.bas", "y\r\n");
+  hints();
+  exportAs("b.htm", "export what is not converted yet");
+  ports.clipboard.content = L"z";
+  execute("paste", Command::mnuInsert);
+  execute("new", Command::mnuneu);
+  hints();
+  execute("the file before the last",
+          static_cast<Command>(1 + static_cast<int>(Command::mnuZuletzt1)));
+  std::filesystem::remove(ports.files.folder / "b.bas");
+  execute("one that is gone", static_cast<Command>(1 + static_cast<int>(Command::mnuZuletzt1)));
+  EXPECT_FALSE(form.isEnabled(static_cast<Command>(1 + static_cast<int>(Command::mnuZuletzt1))));
+  step("close", [&] { form.Unload(); });
+}
+
 }  // namespace
 }  // namespace tintline::test

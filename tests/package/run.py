@@ -28,7 +28,8 @@ WINDOWS_FILES = sorted([*PROGRAMS, "TINTLINE2.chm", "LIESMICH.txt", "LIZENZ.txt"
 SYSTEM_DLLS = {f"{name}.dll" for name in (
     "comctl32 comdlg32 gdi32 kernel32 msvcrt ole32 oleaut32 shell32 shlwapi user32").split()}
 UNINSTALL_KEY = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\TINTLINE"
-MENU_KEY = r"Software\Classes\SystemFileAssociations\.bas\shell\TINTLINE\command"
+MENU_KEYS = [rf"Software\Classes\SystemFileAssociations\{kind}\shell\TINTLINE\command"
+             for kind in (".bas", ".xlsm")]
 
 
 def run(*command, code=0, encoding="utf-8", **process):
@@ -161,13 +162,14 @@ def installed_and_removed_nothing_is_left(bench):
         prefix.run(bench.setup, "/S", *options)
         bench.check_installed(place, key)
         assert prefix.path(link).exists(), link
-        equal(f"{place}\\TINTLINE.exe" in prefix.registry(key, MENU_KEY), bool(options))
+        for menu_key in MENU_KEYS:
+            equal(f"{place}\\TINTLINE.exe" in prefix.registry(key, menu_key), bool(options))
         # What it makes itself goes as well, when nobody changed it.
         shutil.copyfile("package/TINTLINE.ini", prefix.path(place) / "TINTLINE.ini")
         (prefix.path(place) / "dummy.html").write_bytes(b"<html>")
         prefix.remove(place)
         equal(sorted(prefix.everything() - before), [])
-        for gone in (UNINSTALL_KEY, MENU_KEY):
+        for gone in (UNINSTALL_KEY, *MENU_KEYS):
             equal(prefix.registry(key, gone), "")
 
 
@@ -179,7 +181,7 @@ def a_version_is_replaced_whole_or_not_at_all_and_settings_stay(bench):
     (prefix.path(old) / "TINTLINE.exe").write_bytes(b"of an older version")
     prefix.run(bench.setup, "/S")  # where it lies
     bench.check_installed(old, "HKCU")
-    holds(prefix.registry("HKCU", MENU_KEY), rf"{old}\TINTLINE.exe")
+    holds(prefix.registry("HKCU", MENU_KEYS[-1]), rf"{old}\TINTLINE.exe")
 
     blocked = prefix.path(new) / "TINTLINE2.chm"
     blocked.mkdir(parents=True)

@@ -16,8 +16,8 @@ constexpr std::string_view kToolbarKeys[] = {"file",    "word",  "excel",   "wor
                                              "save",    "copy",  "insert",  "format",   "format2",
                                              "umbruch", "modul", "makro",   "auswahl",  "export",
                                              "2word",   "farbe", "preview", "help"};
-constexpr std::string_view kTreeKeys[] = {"open", "modul", "frm", "cls",
-                                          "word", "this",  "dec", "vb"};
+constexpr std::string_view kTreeKeys[] = {"open", "modul", "frm", "cls", "word",
+                                          "this", "dec",   "vb",  "lock"};
 
 constexpr int kSizes[] = {32, 24, 16};
 

@@ -37,7 +37,8 @@ ListView::ListView(WidgetHost& host, ListBox& model, int id, int designCharacter
   shownLines_ = model.lineVersion() - 1;  // not shown yet
 }
 
-void ListView::setFont(HFONT, unsigned dpi) {
+void ListView::setFont(HFONT font, unsigned dpi) {
+  hintFont_ = font;
   UniqueFont before = std::exchange(font_, listFont(dpi));
   character_ = characterSize(font_.get());
   Widget::setFont(font_.get(), dpi);
@@ -50,6 +51,8 @@ void ListView::setFont(HFONT, unsigned dpi) {
 void ListView::show() {
   const bool newLines = shownLines_ != model_.lineVersion();
   if (newLines) showLines();
+  if (std::exchange(shownHint_, model_.Hint()) != model_.Hint() && model_.ListCount() == 0)
+    InvalidateRect(hwnd(), nullptr, TRUE);
   showExtent();  // in front of what scrolls: its bar takes room from the lines
   if (newLines || shownSelection_ != model_.selectionVersion()) showSelection();
   if (std::exchange(shownScroll_, model_.scrollVersion()) != model_.scrollVersion())
@@ -174,6 +177,24 @@ void ListView::drawLine(const DRAWITEMSTRUCT& item) const {
               line.text.data() + first, static_cast<UINT>(widths.size()), widths.data());
 }
 
+// In the middle of the empty list, over as many lines as it takes.
+void ListView::drawHint() const {
+  const WindowDc dc(hwnd());
+  const Selected font(dc, hintFont_);
+  RECT room{}, text{};
+  GetClientRect(hwnd(), &room);
+  InflateRect(&room, -character_.width, -character_.height / 2);
+  text = room;
+  constexpr UINT kFormat = DT_CENTER | DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL;
+  const std::wstring& hint = model_.Hint();
+  const auto length = static_cast<int>(hint.size());
+  DrawTextW(dc, hint.c_str(), length, &text, kFormat | DT_CALCRECT);
+  room.top += std::max<LONG>(0, (room.bottom - room.top - (text.bottom - text.top)) / 2);
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
+  DrawTextW(dc, hint.c_str(), length, &room, kFormat);
+}
+
 // ------------------------------------------------------- for who reads the list
 LRESULT ListView::copyLine(std::size_t index, char* buffer) const {
   if (index >= model_.ListCount()) return LB_ERR;
@@ -202,6 +223,11 @@ LRESULT CALLBACK ListView::listProcedure(HWND window, UINT message, WPARAM wPara
       return list.copyText(wParam, nullptr);
     case LB_GETTEXT:
       return list.copyText(wParam, reinterpret_cast<wchar_t*>(lParam));
+    case WM_PAINT: {
+      const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+      if (list.model_.ListCount() == 0 && !list.model_.Hint().empty()) list.drawHint();
+      return result;
+    }
     default:
       break;
   }

@@ -38,6 +38,7 @@ class ListView final : public Widget {
   void userSelected();
   void rightPressed(LPARAM place);
   void drawLine(const DRAWITEMSTRUCT& item) const;
+  void drawHint() const;
   bool isCurrent(const DRAWITEMSTRUCT& item) const;
   LRESULT copyLine(std::size_t index, char* buffer) const;
   LRESULT copyText(std::size_t index, wchar_t* buffer) const;
@@ -54,6 +55,8 @@ class ListView final : public Widget {
   CharacterSize character_{1, 1};
   unsigned shownLines_ = 0, shownSelection_ = 0, shownScroll_ = 0;  // versions of the model
   int shownExtent_ = -1;
+  std::wstring shownHint_;
+  HFONT hintFont_ = nullptr;
 };
 
 }  // namespace tintline

@@ -1,6 +1,9 @@
 // See menus.h.
 #include "win32/forms/menus.h"
 
+#include <shlwapi.h>
+
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -9,6 +12,46 @@
 namespace tintline {
 namespace {
 
+// The menu of recent files is filled when it opens. It is told by its data.
+constexpr ULONG_PTR kRecentMenu = 1;
+
+UniqueMenu makeRecentMenu() {
+  UniqueMenu menu(CreatePopupMenu());
+  MENUINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = MIM_MENUDATA;
+  info.dwMenuData = kRecentMenu;
+  SetMenuInfo(menu.get(), &info);
+  AppendMenuW(menu.get(), MF_STRING | MF_GRAYED, 0, L"");
+  return menu;
+}
+
+bool isRecentMenu(HMENU menu) {
+  MENUINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = MIM_MENUDATA;
+  return GetMenuInfo(menu, &info) && info.dwMenuData == kRecentMenu;
+}
+
+// A path as an entry: numbered for the keyboard, its "&" a letter like others.
+std::wstring recentText(std::size_t index, const std::filesystem::path& file) {
+  constexpr int kLongest = 64;  // characters
+  wchar_t shortened[MAX_PATH] = L"";
+  std::wstring text = file.wstring();
+  if (PathCompactPathExW(shortened, text.c_str(), kLongest, 0)) text = shortened;
+  for (std::size_t at = 0; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
+    text.insert(at, 1, L'&');
+  return L"&" + std::to_wstring(index + 1) + L"  " + text;
+}
+
+void fillRecentMenu(HMENU menu, const std::vector<std::filesystem::path>& files) {
+  while (DeleteMenu(menu, 0, MF_BYPOSITION)) continue;
+  for (std::size_t i = 0; i < files.size(); ++i)
+    AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(commandId(Command::mnuZuletzt1)) + i,
+                recentText(i, files[i]).c_str());
+  if (files.empty()) AppendMenuW(menu, MF_STRING | MF_GRAYED, 0, L"(noch keine Datei)");
+}
+
 void append(HMENU menu, const MenuEntry& entry) {
   if (entry.command == Command::None) {
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
@@ -16,6 +59,11 @@ void append(HMENU menu, const MenuEntry& entry) {
   }
   std::wstring text(entry.caption);
   if (!entry.keys.empty()) text.append(L"\t").append(entry.keys);
+  if (entry.command == Command::mnuZuletzt) {
+    AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(makeRecentMenu().release()),
+                text.c_str());  // the menu owns it from now on
+    return;
+  }
   AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(commandId(entry.command)), text.c_str());
 }
 
@@ -61,6 +109,7 @@ UniqueMenu makeMenuBar() {
 }
 
 void updateMenu(HMENU menu, const frmVBACode& form) {
+  if (isRecentMenu(menu)) fillRecentMenu(menu, form.memory.recent());
   for (int i = 0; i < GetMenuItemCount(menu); ++i) {
     const auto command =
         static_cast<Command>(static_cast<int>(GetMenuItemID(menu, i)) - kCommandBase);

@@ -16,7 +16,7 @@ UniqueMenu makeMenuBar();
 
 UniqueMenu makePopupMenu(std::span<const MenuEntry> entries);
 
-// What is enabled and checked, when a menu is about to open.
+// What is enabled and checked, and which files were opened last, when a menu is about to open.
 void updateMenu(HMENU menu, const frmVBACode& form);
 
 UniqueAccelerators makeAccelerators();

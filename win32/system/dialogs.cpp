@@ -54,6 +54,7 @@ FileChoice SystemDialogs::show(const FileDialog& dialog, DWORD flags,
   request.lpstrFile = path.data();
   request.nMaxFile = static_cast<DWORD>(path.size());
   request.lpstrTitle = dialog.title.empty() ? nullptr : dialog.title.c_str();
+  request.lpstrInitialDir = dialog.folder.empty() ? nullptr : dialog.folder.c_str();
   request.Flags = flags | OFN_EXPLORER | OFN_NOCHANGEDIR;
   FileChoice choice;
   if (ask(&request)) {
