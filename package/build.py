@@ -84,6 +84,10 @@ class Package:
             sys.exit(f"{command[0]} failed:\n{done.stdout.decode(errors='replace')}")
 
 
+def kilobytes(files):
+    return sum(-(-path.stat().st_size // 1024) for path in files)
+
+
 def stage_windows(package):
     """The folder of files that a user of Windows gets."""
     folder = package.work / "windows"
@@ -93,6 +97,7 @@ def stage_windows(package):
     licence = "\n".join(path.read_text(encoding="utf-8")
                         for path in (ROOT / "LICENSE", HERE / "NOTICES.txt"))
     for name, text in (("LIESMICH.txt", package.filled(HERE / "LIESMICH.txt")),
+                       ("README.txt", package.filled(HERE / "README.txt")),
                        ("LIZENZ.txt", licence)):
         package.put(folder / name, text.replace("\n", "\r\n").encode("utf-8-sig"))
     return folder
@@ -112,7 +117,8 @@ def make_zip(package, folder):
 def make_setup(package, folder):
     major, minor, patch = package.version.split(".")
     names = {"VERSION": package.version, "VERSION_NUMBERS": f"{major}.{minor}.0.{patch}",
-             "STAGE": folder, "REFERENCE": HERE, "PICTURES": ROOT / "data/icons",
+             "STAGE": folder, "SIZE": kilobytes(folder.iterdir()), "REFERENCE": HERE,
+             "PICTURES": ROOT / "data/icons",
              "TARGET": package.target / f"TINTLINE-{package.version}-setup.exe"}
     package.run("makensis", "-V2", "-WX", "-NOCD", "-INPUTCHARSET", "UTF8",
                 *(f"-D{name}={value}" for name, value in names.items()), str(HERE / "setup.nsi"))
@@ -153,10 +159,9 @@ def write_control(package, root):
     files = sorted(path for path in root.rglob("*") if path.is_file())
     sums = "".join(f"{hashlib.md5(path.read_bytes()).hexdigest()}  {path.relative_to(root)}\n"
                    for path in files)
-    size = sum(-(-path.stat().st_size // 1024) for path in files)
     package.put(root / "DEBIAN/md5sums", sums.encode("utf-8"))
     package.put(root / "DEBIAN/control",
-                package.filled(HERE / "debian/control", SIZE=size).encode("utf-8"))
+                package.filled(HERE / "debian/control", SIZE=kilobytes(files)).encode("utf-8"))
     for folder in [root, *(path for path in root.rglob("*") if path.is_dir())]:
         folder.chmod(FOLDER_MODE)
 

@@ -1,11 +1,11 @@
 Target amd64-unicode
 ; The installer for Windows, made by package/build.py, which gives
-;   VERSION  VERSION_NUMBERS (four)  STAGE (folder with the program's files)
+;   VERSION  VERSION_NUMBERS (four)  STAGE (folder with the program's files)  SIZE (their KB)
 ;   REFERENCE (folder with the settings of a first start)
 ;   PICTURES (folder with icon and picture)  TARGET (the installer).
 ;
 ; Without administrator rights it installs for this user; for all users it asks Windows for
-; them. Silent: x-setup.exe /S [/AllUsers] [/ContextMenu] [/D=FOLDER]
+; them. Silent: x-setup.exe /S [/AllUsers] [/ContextMenu] [/Path] [/D=FOLDER]
 ; Exit codes: 0 done, 1 ended by the user, 2 not possible (TINTLINE or its help is open, rights
 ; are missing, the folder cannot be written).
 ; Tested by tests/package/run.py.
@@ -86,10 +86,13 @@ Page custom ModePage ModePageLeave
   "The older version could not be removed."
 !insertmacro Text SectionProgram "Programm" "Program"
 !insertmacro Text SectionMenu "Mit TINTLINE konvertieren" "Mit TINTLINE konvertieren"
+!insertmacro Text SectionPath "In den Suchpfad (PATH)" "On the search path (PATH)"
 !insertmacro Text AboutProgram "TINTLINE, die Befehlszeile und die Hilfe." \
   "TINTLINE, its command line and its help (in German)."
 !insertmacro Text AboutMenu "Ein Eintrag im Kontextmenü von .bas, .cls, .frm und Office-Dateien mit Makros, der die Datei öffnet." \
   "An entry in the context menu of .bas, .cls, .frm and Office files with macros that opens the file."
+!insertmacro Text AboutPath "Der Ordner kommt in den Suchpfad: jede neue Eingabeaufforderung kennt dann den Befehl tintline." \
+  "The folder is put on the search path: new consoles know the command tintline then."
 !insertmacro Text KeepSettings "Sie haben Einstellungen von TINTLINE geändert:$\r$\n$Changed$\r$\n$\r$\nSollen diese Dateien bleiben?" \
   "You changed settings of TINTLINE:$\r$\n$Changed$\r$\n$\r$\nShall these files stay?"
 
@@ -142,6 +145,7 @@ FunctionEnd
 !macroend
 !insertmacro Shared ""
 !insertmacro Shared "un."
+!include "${__FILEDIR__}\search_path.nsh"
 
 ; For each file that is ours alone, but for the uninstaller: MACRO NAME
 !macro ForProgramFiles MACRO
@@ -149,6 +153,7 @@ FunctionEnd
   !insertmacro ${MACRO} "TINTLINE.com"
   !insertmacro ${MACRO} "TINTLINE2.chm"
   !insertmacro ${MACRO} "LIESMICH.txt"
+  !insertmacro ${MACRO} "README.txt"
   !insertmacro ${MACRO} "LIZENZ.txt"
 !macroend
 
@@ -195,6 +200,7 @@ FunctionEnd
 
 Section "!$(SectionProgram)" ProgramSection
   SectionIn RO
+  AddSize ${SIZE}  ; of what functions write
   !insertmacro ForProgramFiles WaitUntilClosed
   !insertmacro WaitUntilClosed "Uninstall.exe"
   Call WriteNewFiles
@@ -226,9 +232,15 @@ Section /o "$(SectionMenu)" MenuSection
   Call RefreshMenus
 SectionEnd
 
+Section /o "$(SectionPath)" PathSection
+  Call AddToPath
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "OnPath" 1
+SectionEnd
+
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${ProgramSection} "$(AboutProgram)"
   !insertmacro MUI_DESCRIPTION_TEXT ${MenuSection} "$(AboutMenu)"
+  !insertmacro MUI_DESCRIPTION_TEXT ${PathSection} "$(AboutPath)"
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 ; Everything is written, in a folder beside its place, before the older version goes: what cannot
@@ -324,6 +336,11 @@ Function .onInit
   ${IfNot} ${Errors}
     !insertmacro SelectSection ${MenuSection}
   ${EndIf}
+  ClearErrors
+  ${GetOptions} $Parameters "/Path" $1
+  ${IfNot} ${Errors}
+    !insertmacro SelectSection ${PathSection}
+  ${EndIf}
   StrCpy $ForAll 0
   StrCpy $ModeIsGiven 0
   ClearErrors
@@ -373,6 +390,10 @@ Function UseMode
   ReadRegStr $0 SHCTX "${MENU_KEY}\.bas\shell\TINTLINE" ""
   ${If} $0 != ""
     !insertmacro SelectSection ${MenuSection}
+  ${EndIf}
+  ReadRegDWORD $0 SHCTX "${UNINSTALL_KEY}" "OnPath"
+  ${If} $0 = 1
+    !insertmacro SelectSection ${PathSection}
   ${EndIf}
 FunctionEnd
 
@@ -454,6 +475,10 @@ Section "Uninstall"
   ${EndIf}
   RMDir "$UserSettings"
   Delete "$SMPROGRAMS\TINTLINE.lnk"
+  ReadRegDWORD $0 SHCTX "${UNINSTALL_KEY}" "OnPath"
+  ${If} $0 = 1
+    Call un.RemoveFromPath
+  ${EndIf}
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"
   !insertmacro ForFilesWithCode RemoveMenu
   Call un.RefreshMenus
@@ -522,10 +547,12 @@ FunctionEnd
 
 Function un.onInit
   SetShellVarContext current
+  StrCpy $ForAll 0
   StrCpy $UserSettings "$APPDATA\TINTLINE"  ; of this user, also when all users have the program
   ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
   ${If} $0 == $INSTDIR
     SetShellVarContext all
+    StrCpy $ForAll 1
     UserInfo::GetAccountType
     Pop $0
     ${If} $0 != "Admin"

@@ -23,13 +23,16 @@ BUILD_SCRIPT = Path("package/build.py").resolve()
 SAMPLE = Path("data/examples/Musterprojekt.bas").resolve()
 BASE = Path("build/wine").resolve()  # made by cmake/wine-run.sh
 PROGRAMS = ["TINTLINE.exe", "TINTLINE.com"]
-WINDOWS_FILES = sorted([*PROGRAMS, "TINTLINE2.chm", "LIESMICH.txt", "LIZENZ.txt", "vb.ini"])
+WINDOWS_FILES = sorted([*PROGRAMS, "TINTLINE2.chm", "LIESMICH.txt", "README.txt", "LIZENZ.txt",
+                        "vb.ini"])
 # Parts of every Windows 10 and 11 of 64 bits, Server Core aside.
 SYSTEM_DLLS = {f"{name}.dll" for name in (
     "comctl32 comdlg32 gdi32 kernel32 msvcrt ole32 oleaut32 shell32 shlwapi user32").split()}
 UNINSTALL_KEY = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\TINTLINE"
 MENU_KEYS = [rf"Software\Classes\SystemFileAssociations\{kind}\shell\TINTLINE\command"
              for kind in (".bas", ".xlsm")]
+ENVIRONMENTS = {"HKCU": "Environment",
+                "HKLM": r"System\CurrentControlSet\Control\Session Manager\Environment"}
 
 
 def run(*command, code=0, encoding="utf-8", **process):
@@ -70,11 +73,16 @@ class Prefix:
     def run(self, *command, code=0):
         return run("wine", *command, code=code, env=self.environment, stderr=subprocess.DEVNULL)
 
-    def registry(self, root, key):
+    def registry(self, root, key, *which):
         """The values of a key, as the system lists them; "" when it is missing."""
-        said = run("sh", "-c", 'wine reg query "$1" || true', "sh", rf"{root}\{key}",
+        said = run("sh", "-c", 'wine reg query "$@" || true', "sh", rf"{root}\{key}", *which,
                    env=self.environment, stderr=subprocess.DEVNULL)
-        return said if "REG_SZ" in said else ""
+        return said if "_SZ " in said else ""
+
+    def search_path(self, root):
+        """What PATH is made of, of this user or of all; [] when there is none."""
+        said = re.search(r"_SZ +(.*)", self.registry(root, ENVIRONMENTS[root], "/v", "Path"))
+        return said[1].strip().split(";") if said else []
 
     def everything(self):
         """All files and folders, but for those that programs leave for the system to clear."""
@@ -115,6 +123,9 @@ class Bench:
         equal(self.prefix.run(place + r"\TINTLINE.com", "--version"), f"tintline {self.version}\n")
         holds(self.prefix.registry(root_key, UNINSTALL_KEY), self.version, place,
               rf'"{place}\Uninstall.exe" /S')
+        told = self.prefix.registry(root_key, UNINSTALL_KEY).split("EstimatedSize")[1].split()[1]
+        size = sum(path.stat().st_size for path in folder.iterdir()) / 1024
+        assert size * 0.97 < int(told, 16) < size * 1.01, (told, size)
 
 
 @test
@@ -143,10 +154,14 @@ def the_zip_holds_the_program_which_needs_nothing_else(bench):
         none(text for text in ('level="asInvoker"', "longPathAware") if text.encode() not in content)
         none(text for text in ("Die TINTLINE-Autoren", f"\0{bench.version}\0", f"\0{name}\0")
              if text.encode("utf-16-le") not in content)
-    for name, word in (("LIESMICH.txt", bench.version), ("LIZENZ.txt", "GCC Runtime Library")):
+    for name, word in (("LIESMICH.txt", bench.version), ("README.txt", bench.version),
+                       ("LIZENZ.txt", "GCC Runtime Library")):
         holds((folder / name).read_bytes().decode("utf-8-sig"), word, "\r\n")
     program = rf"C:\{bench.zip.stem}\TINTLINE.com"
     equal(bench.prefix.run(program, "-n", SAMPLE), run(bench.tintline, "-n", SAMPLE))
+    for locale, word in (("de_DE.UTF-8", "Aufruf: "), ("C.UTF-8", "Usage: ")):  # of the interface
+        holds(run("wine", program, "--help", stderr=subprocess.DEVNULL,
+                  env={**bench.prefix.environment, "LC_ALL": locale}), word)
 
 
 @test
@@ -154,21 +169,26 @@ def installed_and_removed_nothing_is_left(bench):
     prefix = bench.prefix
     own = prefix.home + r"\AppData\Local\Programs\TINTLINE"
     menu = r"Microsoft\Windows\Start Menu\Programs\TINTLINE.lnk"
+    long = ";".join(rf"%TEMP%\{number}" for number in range(500))
+    prefix.run("reg", "add", r"HKCU\Environment", "/v", "Path", "/t", "REG_EXPAND_SZ", "/d", long)
     for place, key, options, link in (
-            (own, "HKCU", [], prefix.home + "\\AppData\\Roaming\\" + menu),
-            (r"C:\Program Files\TINTLINE", "HKLM", ["/AllUsers", "/ContextMenu"],
+            (own, "HKCU", ["/Path"], prefix.home + "\\AppData\\Roaming\\" + menu),
+            (r"C:\Program Files\TINTLINE", "HKLM", ["/AllUsers", "/ContextMenu", "/Path"],
              "C:\\ProgramData\\" + menu)):
-        before = prefix.everything()
+        before, search_path = prefix.everything(), prefix.search_path(key)
         prefix.run(bench.setup, "/S", *options)
         bench.check_installed(place, key)
         assert prefix.path(link).exists(), link
         for menu_key in MENU_KEYS:
-            equal(f"{place}\\TINTLINE.exe" in prefix.registry(key, menu_key), bool(options))
+            equal(f"{place}\\TINTLINE.exe" in prefix.registry(key, menu_key),
+                  "/ContextMenu" in options)
+        equal(prefix.search_path(key), [*search_path, place])
         # What it makes itself goes as well, when nobody changed it.
         shutil.copyfile("package/TINTLINE.ini", prefix.path(place) / "TINTLINE.ini")
         (prefix.path(place) / "dummy.html").write_bytes(b"<html>")
         prefix.remove(place)
         equal(sorted(prefix.everything() - before), [])
+        equal(prefix.search_path(key), search_path)
         for gone in (UNINSTALL_KEY, *MENU_KEYS):
             equal(prefix.registry(key, gone), "")
 
@@ -177,7 +197,8 @@ def installed_and_removed_nothing_is_left(bench):
 def a_version_is_replaced_whole_or_not_at_all_and_settings_stay(bench):
     prefix, old, new = bench.prefix, r"C:\Alt", r"C:\Neu"
     before = prefix.everything()
-    prefix.run(bench.setup, "/S", "/ContextMenu", rf"/D={old}")
+    prefix.run("reg", "delete", r"HKCU\Environment", "/v", "Path", "/f")
+    prefix.run(bench.setup, "/S", "/ContextMenu", "/Path", rf"/D={old}")
     (prefix.path(old) / "TINTLINE.exe").write_bytes(b"of an older version")
     prefix.run(bench.setup, "/S")  # where it lies
     bench.check_installed(old, "HKCU")
@@ -199,6 +220,7 @@ def a_version_is_replaced_whole_or_not_at_all_and_settings_stay(bench):
     prefix.run(bench.setup, "/S", f"/D={new}")
     bench.check_installed(new, "HKCU")
     assert not prefix.path(old).exists()
+    equal(prefix.search_path("HKCU"), [new])
 
     changed = {name: (Path("package" if name == "TINTLINE.ini" else "data") / name).read_bytes()
                + b"Hund\r\n" for name in ("TINTLINE.ini", "vb.ini")}
@@ -210,6 +232,7 @@ def a_version_is_replaced_whole_or_not_at_all_and_settings_stay(bench):
         equal({path.name: path.read_bytes() for path in prefix.path(new).iterdir()}, changed)
     shutil.rmtree(prefix.path(new))
     equal(sorted(prefix.everything() - before), [])
+    equal(prefix.search_path("HKCU"), [])
 
 
 def check_manual_and_completion(bench, share):
@@ -239,6 +262,9 @@ def the_debian_package_installs_runs_and_goes(bench):
     assert "Depends" not in run("dpkg-deb", "-f", bench.deb)
     equal({line.split()[1] for line in run("dpkg-deb", "-c", bench.deb).splitlines()},
           {"root/root"})
+    program = run("readelf", "-hldW", bench.tintline)
+    holds(program, "DYN (Position-Independent", "GNU_RELRO", "NOW PIE")
+    none(word for word in ("INTERP", "(NEEDED)", "RWE") if word in program)
     root = bench.folder / "root"
     (root / "var/lib/dpkg/updates").mkdir(parents=True)
     (root / "var/lib/dpkg/info").mkdir()
@@ -253,6 +279,19 @@ def the_debian_package_installs_runs_and_goes(bench):
     run(*dpkg, "--purge", "tintline")
     assert not (root / "usr").exists() or not any((root / "usr").iterdir())
     check_manual_and_completion(bench, shared)
+
+
+@test
+def cmake_installs_program_manual_and_completions(bench):
+    run("cmake", "--install", bench.native, "--prefix", "/usr",
+        env={**os.environ, "DESTDIR": str(bench.folder / "installed")})
+    root = bench.folder / "installed/usr"
+    equal(sorted(str(path.relative_to(root)) for path in root.rglob("*") if path.is_file()),
+          ["bin/tintline", "share/bash-completion/completions/tintline",
+           "share/doc/tintline/examples/TINTLINE.ini", "share/doc/tintline/examples/vb.ini",
+           "share/fish/vendor_completions.d/tintline.fish", "share/man/de/man1/tintline.1",
+           "share/man/man1/tintline.1", "share/zsh/site-functions/_tintline"])
+    holds((root / "share/man/man1/tintline.1").read_text("utf-8"), f'"TINTLINE {bench.version}"')
 
 
 def main():
