@@ -1,9 +1,9 @@
-"""Does what README.md and the handbook tell a reader to do, and follows their links.
+"""Does what README.md, the handbook and the manual pages tell a reader to do, and follows links.
 
     python3 -m tests.docs.run --tintline PROGRAM
 
 Every line of their code blocks that calls "tintline" is run as it stands, in a folder that has
-modules under the names in it. Prints each failure and, last, "N passed, N failed".
+modules under the names in it, and every settings file in them is read. Prints each failure and, last, "N passed, N failed".
 """
 import argparse
 import os
@@ -51,6 +51,40 @@ def run_command(line, program, scratch):
     assert said.strip() or made and all(path.stat().st_size for path in made), "nothing written"
 
 
+def code_blocks(text):
+    """What a guide shows as code, or the examples of a manual page, one below the other."""
+    if not text.startswith(".\\\""):
+        return "\n".join(re.findall(r"^```.*?^```$|^    .*?$", text, re.M | re.S))
+    files_and_examples = text[text.index(".I /usr/share/doc"):].replace("\\-", "-")
+    return re.sub(r"^\.B (?=tintline .)", "", files_and_examples, flags=re.M)
+
+
+def read_settings(settings, program, scratch):
+    """A settings file in a guide is one of which there is nothing to complain."""
+    file = Path(scratch) / "shown.ini"
+    file.write_text(settings, encoding="utf-8", newline="\r\n")
+    done = subprocess.run([program, "--settings", file, "--print-settings"], capture_output=True,
+                          check=True, env=ENVIRONMENT)
+    assert not done.stderr, done.stderr
+    said = done.stdout.decode().splitlines()
+    none(line for line in settings.splitlines() if line not in said)
+
+
+def show_changes_in_git(program, folder):
+    """The two lines of the handbook let git show what changed in the code of a workbook."""
+    lines = re.search(r"^    (\S+ diff=\S+) .*\n    (git config .*?)  ", HANDBOOK.read_text("utf-8"),
+                      re.M)
+    folder.mkdir()
+    (folder / ".gitattributes").write_text(lines[1] + "\n")
+    (folder / "Mappe.xlsm").write_bytes(b"")
+    shutil.copy(ROOT / "tests/golden/office/Mappe.xlsm", folder / "neu.xlsm")
+    environment = {**ENVIRONMENT, "PATH": f"{program.parent}:{os.environ['PATH']}",
+                   "GIT_CONFIG_GLOBAL": "/dev/null"}
+    said = output_of("bash", "-ec", f"git init -q; {lines[2]}; cp neu.xlsm Mappe.xlsm; git add .; "
+                     "rm Mappe.xlsm; git diff", cwd=folder, env=environment)
+    assert "\n-Public Sub Gruessen()" in said, said
+
+
 def links_lead_somewhere(document):
     """Those to other sites are not visited."""
     text = document.read_text(encoding="utf-8")
@@ -85,12 +119,15 @@ def tests(program, scratch):
     yield "completions", lambda: completions_know_every_option(program)
     for document in DOCUMENTS:
         yield f"links of {document.name}", lambda: links_lead_somewhere(document)
-    for guide in (ROOT / "README.md", HANDBOOK):
-        blocks = re.findall(r"^```.*?^```$|^    .*?$", guide.read_text("utf-8"), re.M | re.S)
-        lines = re.findall(r"^[ \t]*((?:.*\| *)?tintline .*)$", "\n".join(blocks), re.M)
+    for guide in (ROOT / "README.md", HANDBOOK, *sorted(ROOT.glob("package/man/*"))):
+        blocks = code_blocks(guide.read_text("utf-8"))
+        lines = re.findall(r"^[ \t]*((?:.*\| *)?tintline .*)$", blocks, re.M)
         assert lines, f"{guide.name} shows no command"
         for line in lines:
             yield f"{guide.name}: {line}", lambda: run_command(line, program, scratch)
+        for settings in re.findall(r"^\[TINTLINE\]\n(?:.+=.*\n)+", blocks, re.M):
+            yield f"{guide.name}: settings", lambda: read_settings(settings, program, scratch)
+    yield "git", lambda: show_changes_in_git(program, Path(scratch) / "git")
 
 
 def main():

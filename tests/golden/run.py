@@ -36,19 +36,23 @@ def first_difference(expected, actual):
 
 
 def check(command, expected, arguments):
-    """Fails when the run does not give the expected bytes, and keeps those that it gave."""
+    """Fails when the run does not give the expected bytes, or says anything but what stands in the
+    file that ends in .err, and keeps what it gave."""
     done = subprocess.run(command + arguments, cwd=expected.parent, timeout=TIMEOUT,
                           stdin=subprocess.DEVNULL, capture_output=True, env=ENVIRONMENT)
-    told = done.stderr.decode("utf-8", "replace")
-    right = done.returncode == 0 and (not told or "the code page" in told or "die Codepage" in told)  # a warning of a case
-    assert right, f"exit code {done.returncode}, {told!r}"
-    if expected.exists() and expected.read_bytes() == done.stdout:
+    assert done.returncode == 0, f"exit code {done.returncode}, {done.stderr!r}"
+    told = expected.with_suffix(".err")
+    same(told, done.stderr.replace(b"\r\n", b"\n"), told.read_bytes() if told.exists() else b"")
+    same(expected, done.stdout, expected.read_bytes() if expected.exists() else None)
+
+
+def same(expected, actual, wanted):
+    if actual == wanted:
         return
     new = NEW / expected.parent.name / expected.name
     new.parent.mkdir(parents=True, exist_ok=True)
-    new.write_bytes(done.stdout)
-    what = (first_difference(expected.read_bytes(), done.stdout) if expected.exists()
-            else "there is no such file yet")
+    new.write_bytes(actual)
+    what = "there is no such file yet" if wanted is None else first_difference(wanted, actual)
     raise AssertionError(f"{what}\n  new bytes: {new.relative_to(HERE.parent.parent)}; "
                          f"right? python3 -m tests.golden.run --promote {expected.parent.name}")
 
