@@ -11,6 +11,7 @@
 #include "base/ini.h"
 #include "base/text.h"
 #include "convert/source_text.h"
+#include "listing/line_choice.h"
 
 namespace tintline {
 namespace {
@@ -32,12 +33,12 @@ listing::Format listingFormat(Format format) {
   }
 }
 
-// The text without the lines of the file header and of attributes.
-std::u8string editorText(const vb::Module& module) {
+// The text without the lines of attributes and, where it is not to be kept, of the file header.
+std::u8string editorText(const vb::Module& module, bool keepHeader) {
   std::u8string text;
   std::size_t kept = 0;  // all in front of it is in the text, or dropped
   bool lineBegins = true;
-  for (std::uint32_t i = 0; i + 1 < module.tokens.size(); ++i) {
+  for (std::uint32_t i = keepHeader ? module.header.end : 0; i + 1 < module.tokens.size(); ++i) {
     const vb::Token& token = module.tokens[i];
     const bool attribute =
         token.kind == vb::TokenKind::Directive && token.word == vb::Word::Attribute;
@@ -57,12 +58,27 @@ std::u8string editorText(const vb::Module& module) {
   return text.append(module.text, kept);
 }
 
+// Lines count from behind the header.
+void leaveHeaderOut(vb::Module& module) {
+  std::uint32_t lines = 0;
+  for (std::uint32_t i = 0; i < module.header.end; ++i) lines += listing::lineEndsIn(module, i);
+  module.firstLine -= lines;
+  module.lines -= lines;
+  for (vb::Declaration& declaration : module.declarations) {
+    const bool isControl = declaration.name < module.header.end;
+    declaration.line -= isControl ? declaration.line : lines;
+    declaration.endLine -= isControl ? declaration.endLine : lines;
+  }
+}
+
 // The module as the editor shows it, lines counted as there. What header and attributes say of it
 // still holds. A header with controls declares names: then it stays, to be hidden by the listing.
 vb::Module asInEditor(vb::Module module, const vb::WordLists& words) {
-  if (!module.declarations.empty() && module.declarations.front().name < module.header.end)
-    return module;
-  vb::Module shown = vb::readModule(editorText(module), module.name, module.kind, words);
+  const bool hasControls =
+      !module.declarations.empty() && module.declarations.front().name < module.header.end;
+  vb::Module shown =
+      vb::readModule(editorText(module, hasControls), module.name, module.kind, words);
+  if (hasControls) leaveHeaderOut(shown);
   shown.kind = module.kind;
   shown.predeclared = module.predeclared;
   shown.description = std::move(module.description);

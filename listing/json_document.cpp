@@ -119,7 +119,7 @@ struct JsonDocument::Writer {
     std::vector<Position> places;
     places.reserve(source.references.size());
     const LineChoice choice(module, options);
-    Position place;
+    Position place{.line = module.firstLine};
     std::string_view separator = "[";
     std::size_t end = 0;  // of the token before
     for (std::uint32_t i = 0; module.tokens[i].kind != TokenKind::End; ++i) {
@@ -145,6 +145,14 @@ struct JsonDocument::Writer {
     return places;
   }
 
+  // Of a header that does not count, controls have none.
+  void writeLine(std::uint32_t line) {
+    if (line == 0)
+      out << "null";
+    else
+      out << line;
+  }
+
   void writeDeclarations() {
     const std::vector<std::u8string> ids = allIds(module, targets[source.index]);
     for (std::uint32_t i = 0; i < module.declarations.size(); ++i) {
@@ -157,8 +165,11 @@ struct JsonDocument::Writer {
       writeJsonWord(out, dataName(declaration.accessor));
       out << ",\"visibility\":";
       writeJsonWord(out, dataName(declaration.visibility));
-      out << ",\"line\":" << declaration.line << ",\"endLine\":" << declaration.endLine
-          << ",\"parameters\":";
+      out << ",\"line\":";
+      writeLine(declaration.line);
+      out << ",\"endLine\":";
+      writeLine(declaration.endLine);
+      out << ",\"parameters\":";
       writeParameters(i);
       out << ",\"type\":";
       writeType(declaration);

@@ -40,7 +40,7 @@ std::uint32_t lineEndsIn(const vb::Module& module, std::uint32_t token) {
 std::vector<std::uint32_t> linesOfNames(const vb::Module& module) {
   std::vector<std::uint32_t> lines;
   lines.reserve(module.declarations.size());
-  std::uint32_t token = 0, line = 1;
+  std::uint32_t token = 0, line = module.firstLine;
   for (const vb::Declaration& declaration : module.declarations) {
     for (; token < declaration.name; ++token) line += lineEndsIn(module, token);
     lines.push_back(line);

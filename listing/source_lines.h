@@ -33,10 +33,10 @@ constexpr bool isMarked(vb::TokenKind kind) {
 
 class SourceLines {
  public:
-  explicit SourceLines(const vb::Module& module) : module_(module) {}
+  explicit SourceLines(const vb::Module& module) : module_(module), line_(module.firstLine) {}
 
   bool atEnd() const { return at_ == module_.text.size(); }
-  std::uint32_t line() const { return line_; }    // the number of the next line, from 1
+  std::uint32_t line() const { return line_; }    // the number of the next line
   std::uint32_t token() const { return token_; }  // the first token that has text in it
 
   // Gives the next line without its end to the visitor: `plain(text)` for what looks like other
@@ -119,7 +119,7 @@ class SourceLines {
   const vb::Module& module_;
   std::size_t at_ = 0;
   std::uint32_t token_ = 0;
-  std::uint32_t line_ = 1;
+  std::uint32_t line_;
 };
 
 }  // namespace tintline::listing

@@ -100,6 +100,9 @@ struct Module {
   std::vector<Declaration> declarations;
   TokenRange header;        // the file header with the Attribute lines behind it
   std::uint32_t lines = 0;  // a text that ends in a line end has no line behind it
+  // The number of the text's first line. When the header does not count, it is such (modulo 2^32)
+  // that the line behind the header is 1.
+  std::uint32_t firstLine = 1;
 
   std::u8string_view textOf(std::uint32_t token) const { return vb::textOf(text, tokens, token); }
 };
