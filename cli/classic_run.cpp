@@ -5,10 +5,12 @@
 #include <optional>
 #include <utility>
 
+#include "base/codepage.h"
 #include "base/parallel.h"
 #include "cli/job.h"
 #include "cli/messages.h"
 #include "convert/reformatting.h"
+#include "convert/source_text.h"
 #include "engine/line_highlighter.h"
 #include "runs/office_inputs.h"
 
@@ -20,7 +22,13 @@ struct Classic {
   const Options& options;
   const ClipboardFrame& clipboard;
   KeywordTable keywords;
-  DocumentFrame frame;
+  const ColorScheme& colors;
+};
+
+// How the bytes of an input are taken.
+struct Decoding {
+  std::optional<vb::CodePage> encoding;  // none: as they are
+  std::string charset{};                 // told in its page, when that is not the usual one
 };
 
 struct Converted {
@@ -30,8 +38,20 @@ struct Converted {
   std::size_t replaced;  // characters that do not fit the code page
 };
 
-ModuleSource readSource(std::string_view file, const Options& options) {
-  ModuleSource source = readClassic(file, options.pasted, options.encoding);
+// The bytes of an Office module stay, too, in a page that tells their code page. Where browsers do
+// not know that, or text is wanted, they become text of the usual one.
+Decoding decodingOf(const Input& input, const Options& options) {
+  if (!input.module) return {.encoding = options.encoding};
+  const vb::CodePage page = input.module->codePage;
+  if (options.encoding) return {.encoding = page};
+  if (page == ansiCodePage()) return {};
+  std::string charset = htmlCharset(page);
+  if (charset.empty()) return {.encoding = page};
+  return {.encoding = {}, .charset = std::move(charset)};
+}
+
+ModuleSource readSource(std::string_view file, const Options& options, const Decoding& decoding) {
+  ModuleSource source = readClassic(file, options.pasted, decoding.encoding);
   if (source.tooManyLines) throw JobError(atLine(kMaxLines, messages::kTooManyLines(kMaxLines)));
   return source;
 }
@@ -52,9 +72,10 @@ std::optional<std::vector<bool>> selectedLines(const Options& options, std::size
   return selected;
 }
 
-Converted convertSource(std::string file, const Classic& classic) {
+Converted convertSource(std::string file, const Classic& classic, const Decoding& decoding,
+                        const DocumentFrame& frame) {
   const Options& options = classic.options;
-  ModuleSource source = readSource(file, options);
+  ModuleSource source = readSource(file, options, decoding);
   std::string().swap(file);  // its lines are kept: do not hold them twice
   for (const Reformatting& pass : passesOf(options)) reformat(source.List1, pass);
   Highlighter highlighter(classic.keywords);  // its own: no state reaches the next input
@@ -62,20 +83,19 @@ Converted convertSource(std::string file, const Classic& classic) {
   const std::size_t lines = source.List1.size();
   return {.result = convertClassic(source.List1, source.ProzNamen, selectedLines(options, lines),
                                    {.lineNumbers = options.lineNumbers, .blnPaste = options.pasted},
-                                   classic.frame, highlighter, observer),
+                                   frame, highlighter, observer),
           .ProzNamen = std::move(source.ProzNamen),
           .sourceLines = lines,
           .replaced = source.replaced};
 }
 
 Outcome convert(const Task& task, const Classic& classic, const Surroundings& surroundings) {
-  // An Office module is read as the editor shows it, as if its application were running.
-  const OfficeModule* const office = task.input.module.get();
-  const Converted converted =
-      convertSource(office != nullptr ? office->code : readInput(task.input), classic);
+  const Decoding decoding = decodingOf(task.input, classic.options);
+  const DocumentFrame frame(classic.colors, classic.options.style, decoding.charset);
+  const Converted converted = convertSource(readInput(task.input), classic, decoding, frame);
   writeTarget(task, classic.options, surroundings, [&](std::ostream& datei) {
-    writeClassic(datei, classic.options.format, converted.result, converted.ProzNamen,
-                 classic.frame, classic.clipboard);
+    writeClassic(datei, classic.options.format, converted.result, converted.ProzNamen, frame,
+                 classic.clipboard);
   });
   return {.failure = {},
           .warning = warningOf(task.input, replacedText(converted.replaced)),
@@ -89,7 +109,7 @@ void runClassic(const std::vector<Task>& tasks, const Options& options, const Se
   const Classic classic{.options = options,
                         .clipboard = settings.clipboard,
                         .keywords = classicKeywords(settings),
-                        .frame = DocumentFrame(settings.colors, options.style)};
+                        .colors = settings.colors};
   const std::size_t jobs = jobsOf(options, tasks.size());
   const std::vector<std::size_t> order = workOrder(tasks, jobs);
   inParallel(order.size(), jobs, [&](std::size_t place) {

@@ -14,7 +14,8 @@ InputChoice inputChoice(const Options& options) {
   InputChoice choice{.paths = {},
                      .results = argumentPath(options.outputDir),
                      .module = argumentText(options.module),
-                     .all = options.all};
+                     .all = options.all,
+                     .inEditor = options.mode == Mode::Classic};
   for (const std::string& argument : options.inputs)
     choice.paths.push_back(argument == kStandardStream ? std::filesystem::path()
                                                        : argumentPath(argument));

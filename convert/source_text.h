@@ -18,6 +18,9 @@ inline constexpr vb::CodePage kAutomatic = 0;
 // As text of that code page or kAutomatic; a byte-order mark counts more.
 vb::Decoded decodeSource(std::string_view bytes, vb::CodePage page = kAutomatic);
 
+// The name that browsers know the code page by; empty: they do not know it.
+std::string htmlCharset(vb::CodePage page);
+
 // The same in the ANSI code page, for the classic conversion. `replaced` is the number of
 // characters that became "?".
 std::string ansiSource(std::string_view bytes, vb::CodePage page, std::size_t& replaced);

@@ -15,9 +15,10 @@ void addLine(std::string& page, std::string_view text) { page.append(text).appen
 
 }  // namespace
 
-DocumentFrame::DocumentFrame(ColorScheme colors, StyleMode mode)
+DocumentFrame::DocumentFrame(ColorScheme colors, StyleMode mode, std::string charset)
     : colors_(std::move(colors)),
       mode_(mode),
+      charset_(std::move(charset)),
       replacements_{{{"class='Code'", styleAttribute(kReservierteWorte, false)},
                      {"class='Parms'", styleAttribute(kParameter, false)},
                      {"class='Marks'", styleAttribute(kStrings, false)},
@@ -30,6 +31,8 @@ void DocumentFrame::HTMLKopf(std::ostream& datei) const {
   addLine(head, "<!DOCTYPE HTML PUBLIC '-//W3C//DTD HTML 4.0 Transitional//EN'>");
   addLine(head, "<html>");
   addLine(head, "<head>");
+  if (!charset_.empty())
+    addLine(head, "<meta http-equiv='Content-Type' content='text/html; charset=" + charset_ + "'>");
   if (mode_ == StyleMode::Class) addStyleSheet(head);
   addLine(head, "</head>");
   addLine(head, "<body><a name='Index'></a>");

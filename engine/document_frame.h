@@ -24,7 +24,8 @@ using ProcedureNames = std::vector<std::string>;
 
 class DocumentFrame {
  public:
-  DocumentFrame(ColorScheme colors, StyleMode mode);
+  // `charset` is told in the head of a page, when it is not empty.
+  DocumentFrame(ColorScheme colors, StyleMode mode, std::string charset = {});
 
   StyleMode mode() const { return mode_; }
 
@@ -50,6 +51,7 @@ class DocumentFrame {
 
   ColorScheme colors_;
   StyleMode mode_;
+  std::string charset_;
   std::array<Replacement, 6> replacements_;
 };
 

@@ -40,6 +40,7 @@ struct InputChoice {
   bool projectFiles = false;                 // these, too
   std::wstring module{};                     // of Office files only that one; empty: all
   bool all = false;                          // of Office files empty document modules, too
+  bool inEditor = false;                     // of Office files modules as the editor shows them
 };
 
 struct PassedOver {

@@ -105,15 +105,15 @@ class Expander {
                                 fromUtf8(office_file::extensionOf(module.kind)));
       member.folder = input.folder + fs::path(input.place / std::to_string(number)).native();
       member.file.size = module.source.size();
-      member.module = std::make_shared<OfficeModule>(
-          OfficeModule{.name = wideText(module.name),
-                       .kind = module.kind,
-                       .lines = office_file::editorLines(module.source),
-                       .file = office_file::moduleFile(module),
-                       .code = office_file::editorText(module.source),
-                       .codePage = project.codePage,
-                       .hint = hintOf(document, module),
-                       .project = shared});
+      member.module = std::make_shared<OfficeModule>(OfficeModule{
+          .name = wideText(module.name),
+          .kind = module.kind,
+          .lines = office_file::editorLines(module.source),
+          .text = choice_.inEditor ? office_file::editorText(module.source)
+                                                 : office_file::moduleFile(module),
+          .codePage = project.codePage,
+          .hint = hintOf(document, module),
+          .project = shared});
       std::string().swap(module.source);
       result_.modules.push_back(std::move(member));
     }
@@ -186,11 +186,20 @@ void tellPlacesApart(std::vector<Input>& inputs) {
 Input joinedModules(const std::vector<Input>& modules) {
   Input joined = modules.front();
   OfficeModule all = *joined.module;
-  all.code.clear();
+  const bool isAnsi = std::ranges::all_of(
+      modules, [](const Input& input) { return input.module->codePage == ansiCodePage(); });
+  if (!isAnsi) all.codePage = vb::kUtf8;  // which has the characters of all pages
+  all.text.clear();
   for (const Input& input : modules) {
-    for (const std::string& line : Modulkopf(toAnsi(input.module->name))) all.code += line + "\r\n";
-    all.code += input.module->code;
-    if (all.hint.empty()) all.hint = input.module->hint;
+    const OfficeModule& module = *input.module;
+    for (const std::string& line : Modulkopf(isAnsi ? toAnsi(module.name) : toUtf8(module.name)))
+      all.text += line + "\r\n";
+    if (isAnsi)
+      all.text += module.text;
+    else
+      for (const char8_t c : vb::decode(module.text, module.codePage).text)
+        all.text += static_cast<char>(c);
+    if (all.hint.empty()) all.hint = module.hint;
   }
   joined.module = std::make_shared<OfficeModule>(std::move(all));
   return joined;

@@ -28,8 +28,7 @@ struct OfficeModule {
   std::wstring name;
   vb::ModuleKind kind;
   std::size_t lines;  // as the editor counts them
-  std::string file;   // as the editor exports it
-  std::string code;   // as the editor shows it
+  std::string text;   // as the editor exports it, or as it shows it: InputChoice::inEditor
   vb::CodePage codePage;
   Message hint;  // what the user should know of it
   std::shared_ptr<const OfficeProject> project;

@@ -51,7 +51,7 @@ JobError unread(const FileError& error) {
 
 std::string readInput(const Input& input) {
   if (!input.failure.empty()) throw JobError(input.failure);
-  if (input.module) return input.module->file;
+  if (input.module) return input.module->text;
   if (input.bytes) return *input.bytes;
   try {
     return readFile(input.path, kLargestInput);

@@ -12,6 +12,7 @@
 #include "cli/options.h"
 #include "cli/report.h"
 #include "cli/run.h"
+#include "tests/support/office_fixture.h"
 #include "tests/support/temp_folder.h"
 
 namespace tintline {
@@ -67,6 +68,39 @@ TEST(Run, WhateverHappensToAnInputIsToldAsItsFailure) {
               kSomeFailed);
     EXPECT_EQ(written.str(), "");
     EXPECT_EQ(toUtf8(told), std::string("tintline: standard input: ") + reason + "\n");
+  }
+}
+
+TEST(Run, ClassicPagesOfOfficeModulesKeepTheirBytesWhereBrowsersKnowTheCodePage) {
+  struct Row {
+    std::uint16_t page;
+    std::vector<std::string> options;
+    std::string charset;
+    const char* text;
+  } const rows[] = {{1252, {}, "", "\xDF"},
+                    {1251, {}, "windows-1251", "\xDF"},
+                    {1251, {"--encoding=auto"}, "", "?"},
+                    {437, {}, "", "\xDF"}};  // from "\xE1", which no browser reads
+  for (const auto& [page, options, charset, text] : rows) {
+    const test::TempFolder folder;
+    const char* const stored = page == 437 ? "\xE1" : "\xDF";
+    const std::string file =
+        test::projectFile({.modules = {{.name = u"M", .code = std::string("' ") + stored + "\r\n"}},
+                           .codePage = page});
+    std::vector<std::string> arguments{"--mode=classic", "-"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    std::ostringstream written;
+    run(parseOptions(arguments), {.settingsFolders = {folder.path()},
+                                  .settingsFile = {},
+                                  .keywordsFile = {},
+                                  .readInput = [&] { return file; },
+                                  .output = written,
+                                  .write = [](std::wstring_view) {},
+                                  .terminal = false});
+    const std::string html = written.str();
+    EXPECT_NE(html.find(std::string("' ") + text + " </span>"), html.npos) << html;
+    const std::size_t told = html.find("charset=");
+    EXPECT_EQ(told == html.npos ? "" : html.substr(told + 8, 12), charset);
   }
 }
 
