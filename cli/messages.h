@@ -4,6 +4,10 @@
 // Tested by tests/cli/run.py.
 #pragma once
 
+#include <cstddef>
+#include <string>
+#include <vector>
+
 #include "base/message.h"
 #include "runs/messages.h"
 
@@ -33,6 +37,8 @@ inline constexpr Text<0> kEmptyName{L"an empty text is no file name",
                                     L"ein leerer Text ist kein Dateiname"};
 inline constexpr Text<0> kNoInput{L"no file is given", L"es ist keine Datei angegeben"};
 inline constexpr Text<2> kOnlyInMode{L"{1} needs --mode {2}", L"{1} gibt es nur mit --mode {2}"};
+inline constexpr Text<3> kNoEffect{L"{1} does nothing with {2}, only with {3}",
+                                   L"{1} bewirkt nichts mit {2}, nur mit {3}"};
 inline constexpr Text<0> kFileAndFolder{L"--output and --output-dir exclude each other",
                                         L"--output und --output-dir gehen nicht zusammen"};
 inline constexpr Text<0> kSeveralNeedFolder{
@@ -51,6 +57,9 @@ inline constexpr Text<1> kNotWithLinkCheck{L"{1} does not go with --check-links"
 inline constexpr Text<0> kProjectNeedsFolder{L"--project needs --output-dir",
                                              L"--project braucht --output-dir"};
 
+inline constexpr Text<0> kNoFileForExport{
+    "wrong-usage", L"--export-modules writes into its folder: it excludes --output",
+    L"--export-modules schreibt in seinen Ordner und geht nicht mit --output"};
 inline constexpr Text<0> kNoFolderForOfficeRun{
     "wrong-usage", L"--list, --export-modules and --format source exclude --output-dir",
     L"--list, --export-modules und --format source gehen nicht mit --output-dir"};
@@ -60,9 +69,6 @@ inline constexpr Text<0> kLocked{L"locked", L"gesperrt"};
 inline constexpr Text<0> kSigned{L"signed", L"signiert"};
 
 // --------------------------------------------------------------------------------- the settings
-inline constexpr Text<0> kStyleSheetNeedsPage{
-    L"--css needs --format page and --style class",
-    L"--css gibt es nur mit --format page und --style class"};
 inline constexpr Text<1> kSectionEmpty{"section-empty", L"the section [{1}] is missing or empty",
                                        L"der Abschnitt [{1}] fehlt oder ist leer"};
 inline constexpr Text<0> kNoSetting{"no-setting", L"holds no setting in a section [TINTLINE]",
@@ -128,6 +134,14 @@ inline constexpr Text<3> kSummary{"summary", L"{1}, {2} converted in {3} s",
 // One of two texts, by a number.
 inline Message counted(std::size_t count, const Text<0>& one, const Text<1>& many) {
   return count == 1 ? one() : many(count);
+}
+
+// "A, B or C".
+inline Message oneOf(const std::vector<std::wstring>& names) {
+  Message all = kJust(names.front());
+  for (std::size_t i = 1; i < names.size(); ++i)
+    all = i + 1 < names.size() ? kList(all, names[i]) : kOr(all, names[i]);
+  return all;
 }
 
 }  // namespace tintline::messages

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "base/codepage.h"
-#include "base/file.h"
+#include "cli/job.h"
 #include "cli/messages.h"
 #include "convert/exact.h"
 #include "convert/office_text.h"
@@ -18,13 +18,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Without colours of its own: the browser's, light or dark.
 constexpr std::string_view kHead =
     "\">\n<head>\n<meta charset=\"utf-8\">\n"
     "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
     "'unsafe-inline'\">\n"
-    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-    "<meta name=\"color-scheme\" content=\"light dark\">\n";
+    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n";
 constexpr std::string_view kStyle =
     "<style>\nbody{font:1em/1.5 system-ui,sans-serif;max-width:60em;margin:1em auto;"
     "padding:0 1em}\ntd,th{text-align:left;padding:.1em 1em .1em 0}\n"
@@ -49,6 +47,16 @@ std::string html(std::wstring_view text) {
 
 std::string html(std::u8string_view text) { return html(wideText(text)); }
 
+// A page without colours of its own: the browser's, as far as the theme lets it choose.
+std::string headOf(const Options& options, Language language) {
+  using enum listing::Theme;
+  const listing::Theme theme = options.theme.value_or(Auto);
+  const std::string schemes = theme == Auto ? "light dark" : theme == Dark ? "dark" : "light";
+  return std::string("<!DOCTYPE html>\n<html lang=\"") +
+         (language == Language::German ? "de" : "en") + std::string(kHead) +
+         "<meta name=\"color-scheme\" content=\"" + schemes + "\">\n";
+}
+
 std::string rowOf(const Task& task, const fs::path& folder, Language language) {
   const OfficeModule& module = *task.input.module;
   const std::u8string address = addressOf(task.target.lexically_relative(folder));
@@ -59,11 +67,10 @@ std::string rowOf(const Task& task, const fs::path& folder, Language language) {
 
 // The page of one file: a table for each project.
 std::string pageOf(const std::vector<const Task*>& tasks, const fs::path& folder,
-                   Language language) {
+                   const Options& options, Language language) {
   const site::Words& words = site::wordsOf(language);
   const std::string title = html(pathText(tasks.front()->input.path.filename()));
-  std::string page = "<!DOCTYPE html>\n<html lang=\"";
-  page += std::string(language == Language::German ? "de" : "en").append(kHead);
+  std::string page = headOf(options, language);
   page += "<title>" + title + "</title>\n";
   page.append(kStyle).append("<h1>" + title + "</h1>\n");
   const auto mark = [&](bool isMarked, const Text<0>& word) {
@@ -95,20 +102,27 @@ fs::path indexName(const std::vector<const Task*>& tasks, const fs::path& folder
 
 }  // namespace
 
-void writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options, Language language) {
-  if (options.outputDir.empty() || options.format != Format::Page) return;
+bool writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options, Language language,
+                        const Surroundings& surroundings) {
+  if (options.outputDir.empty() || options.format != Format::Page) return true;
+  if (options.mode == Mode::Classic) language = Language::German;
   std::map<fs::path, std::vector<const Task*>> files;
   for (const Task& task : tasks)
     if (task.input.module)
       files[argumentPath(options.outputDir) / task.input.module->project->place].push_back(&task);
+  bool allWritten = true;
   for (const auto& [folder, members] : files) {
-    std::error_code failure;
-    fs::create_directories(folder, failure);
-    if (failure) throw FileError(folder, failure);
-    AtomicFile file(indexName(members, folder));
-    file.stream() << pageOf(members, folder, language);
-    file.commit();
+    const Task index{.input = {}, .target = indexName(members, folder)};
+    const Outcome outcome = outcomeOf([&] {
+      writeTarget(index, options, surroundings,
+                  [&](std::ostream& out) { out << pageOf(members, folder, options, language); });
+      return Outcome();
+    });
+    if (outcome.failure.empty()) continue;
+    allWritten = false;
+    surroundings.tell({.severity = Notice::Severity::Error, .message = outcome.failure});
   }
+  return allWritten;
 }
 
 }  // namespace tintline

@@ -12,6 +12,7 @@
 #include "base/file.h"
 #include "cli/job.h"
 #include "cli/messages.h"
+#include "cli/plan.h"
 #include "convert/exact.h"
 #include "convert/office_text.h"
 #include "runs/office_inputs.h"
@@ -52,13 +53,17 @@ std::string array(const Items& items, Item item) {
   return text + "]";
 }
 
+// Where that goes; empty: the standard output.
+fs::path argumentTarget(const Options& options) {
+  return options.output == kStandardStream ? fs::path() : argumentPath(options.output);
+}
+
 class OfficeRun {
  public:
   OfficeRun(const Options& options, const Surroundings& surroundings, std::ostream& out)
       : options_(options), choice_(inputChoice(options)), surroundings_(surroundings), out_(out) {}
 
-  ExitCode run(std::vector<Input> inputs) {
-    tellPlacesApart(inputs);
+  ExitCode run(const std::vector<Input>& inputs) {
     for (const Input& input : inputs) {
       if (!input.failure.empty())
         fail(input, input.failure);
@@ -96,17 +101,23 @@ class OfficeRun {
 
   void read(const Input& input, const OfficeDocument& document) {
     if (document.isForeign && input.inFolder) return;
-    if (options_.list)
+    if (options_.dryRun && hasText(options_))
+      tellPlan({.input = input, .target = argumentTarget(options_)});
+    else if (options_.list)
       list(input, document);
     else if (options_.format == Format::Source)
       writeSource(document);
-    if (!options_.exportModules.empty() && !options_.check) exportModules(input, document);
+    if (!options_.exportModules.empty()) exportModules(input, document);
     for (const office_file::Problem& hint : document.hints)
       tell(input, problemText(hint), Notice::Severity::Warning);
     // To compare texts, a file without code is as good as any.
     const bool isFine = options_.format == Format::Source && document.isForeign;
     for (const Message& failure : document.failures)
       isFine ? tell(input, failure, Notice::Severity::Warning) : fail(input, failure);
+  }
+
+  void tellPlan(const Task& task) {
+    out_ << text(messages::kWouldBecome(inputName(task), targetName(task.target)));
   }
 
   // --------------------------------------------------------------------------------- the list
@@ -227,15 +238,12 @@ class OfficeRun {
   }
 
   void write(const Input& input, const fs::path& target, const std::string& bytes) {
+    const Task task{.input = input, .target = target};
+    if (options_.dryRun) return tellPlan(task);
     try {
-      std::error_code failure;
-      fs::create_directories(target.parent_path(), failure);
-      if (failure) throw FileError(target, failure);
-      AtomicFile file(target);
-      file.stream() << bytes;
-      file.commit();
-    } catch (const FileError& error) {
-      fail(input, messages::kUnwritable(pathText(target), reasonText(error.reason())));
+      writeTarget(task, options_, surroundings_, [&](std::ostream& out) { out << bytes; });
+    } catch (const JobError& error) {
+      fail(input, error.reason());
     }
   }
 
@@ -249,20 +257,30 @@ class OfficeRun {
 }  // namespace
 
 bool isOfficeRun(const Options& options) {
-  return options.list || !options.exportModules.empty() || options.format == Format::Source;
+  return hasText(options) || !options.exportModules.empty();
 }
 
-ExitCode runOffice(Inputs inputs, const Options& options, const Surroundings& surroundings) {
-  if (options.output.empty() || options.output == kStandardStream) {
-    const ExitCode code =
-        OfficeRun(options, surroundings, surroundings.output).run(std::move(inputs.modules));
-    surroundings.output.flush();
-    return code;
+bool hasText(const Options& options) { return options.list || options.format == Format::Source; }
+
+ExitCode runOffice(Inputs inputs, const Options& options, const SettingsFiles& settings,
+                   const Surroundings& surroundings) {
+  tellPlacesApart(inputs.modules);
+  if (options.dryRun)
+    return OfficeRun(options, surroundings, surroundings.output).run(inputs.modules);
+  std::vector<Task> tasks;
+  for (const Input& input : inputs.modules)
+    tasks.push_back({.input = input, .target = argumentTarget(options)});
+  if (!argumentTarget(options).empty()) checkNothingReadIsOverwritten(tasks, settings);
+  ExitCode code = kAllConverted;
+  try {
+    writeTarget({.input = {}, .target = argumentTarget(options)}, options, surroundings,
+                [&](std::ostream& out) {
+                  code = OfficeRun(options, surroundings, out).run(inputs.modules);
+                });
+  } catch (const JobError& error) {
+    surroundings.tell({.severity = Notice::Severity::Error, .message = error.reason()});
+    code = kSomeFailed;
   }
-  AtomicFile file(argumentPath(options.output));
-  const ExitCode code =
-      OfficeRun(options, surroundings, file.stream()).run(std::move(inputs.modules));
-  file.commit();
   return code;
 }
 

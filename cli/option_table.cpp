@@ -227,6 +227,7 @@ constexpr OptionRow kOptions[] = {
               L"class: CSS zentral definiert (Vorgabe),\n"
               L"inline: CSS im Style jedes Elements; genau ein <pre>\n"
               L"ohne Übersicht, für Mails und Wikis"},
+     .forms = kClassicForms | exactForms({Format::Page, Format::Body, Format::Lines}),
      .store = storeChoice<kStyles, &Options::style>},
     {.name = "links",
      .value = {L"TARGETS", L"ZIELE"},
@@ -237,6 +238,7 @@ constexpr OptionRow kOptions[] = {
               L"nur genau: worauf Namen verweisen: none nichts,\n"
               L"procs Prozeduren, module alles im Modul, all auch\n"
               L"andere des Ordners (Vorgabe, außer bei inline)"},
+     .forms = exactForms({Format::Page, Format::Body, Format::Lines, Format::Json}),
      .store = storeChoice<kLinks, &Options::links>},
     {.name = "titles",
      .value = {L"on|off", L"on|off"},
@@ -245,6 +247,7 @@ constexpr OptionRow kOptions[] = {
               L"(default: on)",
               L"nur genau: Verweise zeigen den Kopf ihres Ziels\n"
               L"(Vorgabe on)"},
+     .forms = exactForms({Format::Page, Format::Body, Format::Lines}),
      .store = storeChoice<kSwitch, &Options::titles>},
     {.name = "header",
      .value = kKind,
@@ -253,6 +256,7 @@ constexpr OptionRow kOptions[] = {
               L"(the default), show it, drop it",
               L"nur genau, den Kopf der Moduldatei: fold einklappen\n"
               L"(Vorgabe), show zeigen, drop weglassen"},
+     .forms = kExactForms & kCodeForms,
      .store = storeChoice<kHeaders, &Options::header>},
     {.name = "theme",
      .value = kKind,
@@ -261,6 +265,7 @@ constexpr OptionRow kOptions[] = {
               L"browser is set to (auto, the default)",
               L"nur genau: Farben hell (light), dunkel (dark) oder\n"
               L"wie im Browser eingestellt (auto, Vorgabe)"},
+     .forms = kClassForms & exactForms({Format::Page}),
      .store = storeChoice<kThemes, &Options::theme>},
     {.name = "lang",
      .value = {L"LANGUAGE", L"SPRACHE"},
@@ -269,6 +274,8 @@ constexpr OptionRow kOptions[] = {
               L"default) or English (en)",
               L"nur genau: Worte der Seiten deutsch (de, Vorgabe)\n"
               L"oder englisch (en)"},
+     .forms =
+         exactForms({Format::Page, Format::Markdown}) | (kClassForms & exactForms({Format::Body})),
      .store = storeChoice<kLanguages, &Options::language>},
     {.name = "color",
      .value = {L"WHAT=#RRGGBB", L"WAS=#RRGGBB"},
@@ -281,6 +288,8 @@ constexpr OptionRow kOptions[] = {
               L"comments or strings, like comments=#228822",
               L"nur genau: Farbe für Prozeduren, Worte, Parameter,\n"
               L"Kommentare oder Strings, wie Kommentare=#228822"},
+     .forms = exactForms({Format::Page, Format::Rtf}) |
+              (kInlineForms & exactForms({Format::Body, Format::Lines})),
      .store = storeColor},
     {.name = "css",
      .value = kFile,
@@ -288,10 +297,12 @@ constexpr OptionRow kOptions[] = {
               L"behind its own",
               L"nur genau: Formatvorlage (CSS), die in jede Seite\n"
               L"hinter deren eigene kommt"},
+     .forms = kClassForms & exactForms({Format::Page}),
      .store = storeText<&Options::css>},
     {.name = "line-numbers",
      .shortName = 'n',
      .help = {L"put line numbers in front", L"setzt Zeilennummern davor"},
+     .forms = kCodeForms & ~exactForms({Format::Json, Format::Csv}),
      .store = storeFlag<&Options::lineNumbers>},
     {.name = "lines",
      .value = {L"A-B[,C-D...]", L"A-B[,C-D...]"},
@@ -301,6 +312,7 @@ constexpr OptionRow kOptions[] = {
               L"classic: one by one",
               L"wandelt nur diese Zeilen um (gezählt ab 1),\n"
               L"klassisch wie der Befehl \"Auswahl\""},
+     .forms = kCodeForms,
      .store = storeLines},
     {.name = "indent",
      .value = kNumber,
@@ -308,6 +320,7 @@ constexpr OptionRow kOptions[] = {
      .help = {L"before that, indent by N blanks a level (0 to 100)",
               L"rückt vorher N Leerzeichen je Ebene ein,\n"
               L"wie N-mal \"format\" gedrückt (0 bis 100)"},
+     .forms = kCodeForms,
      .store = storeIndent},
     {.name = "wrap",
      .value = kNumber,
@@ -318,11 +331,13 @@ constexpr OptionRow kOptions[] = {
               L"bricht danach Zeilen über N Zeichen um (20 bis 1000,\n"
               L"0: aus), Folgezeilen eine Ebene tiefer (ohne\n"
               L"--indent um 4); --lines zählt die neuen Zeilen"},
+     .forms = kCodeForms,
      .store = storeWrap},
     {.name = "pasted",
      .help = {L"classic only: treat the input as pasted text",
               L"nur klassisch: die Eingabe wie eingefügten Text\n"
               L"behandeln"},
+     .forms = kClassicForms,
      .store = storeFlag<&Options::pasted>},
     {.name = "encoding",
      .value = {L"NAME", L"NAME"},
@@ -336,6 +351,7 @@ constexpr OptionRow kOptions[] = {
               L"auto (bei exact Vorgabe) als UTF-8, wenn sie das\n"
               L"sind, sonst in der Codepage von Windows; oder eine\n"
               L"Codepage: utf-8, windows-1252, macintosh, 932 ..."},
+     .forms = kCodeForms,
      .store = storeEncoding},
     {.name = "project",
      .help = {L"document whole projects: FILE is a folder, project\n"
@@ -421,6 +437,7 @@ constexpr OptionRow kOptions[] = {
               L"or utf-8",
               L"davon: stored, wie in der Datei (Vorgabe),\n"
               L"oder utf-8"},
+     .forms = kFilesForm,
      .store = storeChoice<kExportEncodings, &Options::exportUtf8>},
     {.name = "jobs",
      .value = kNumber,

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "base/message.h"
+#include "cli/forms.h"
 #include "cli/options.h"
 
 namespace tintline {
@@ -24,6 +25,7 @@ struct OptionRow {
   std::span<const std::string_view> choices = {};  // the values, or what they begin with
   Text<0> allowed = {};                            // what they are like, where choices do not tell
   Text<0> help;                                    // lines for the help text
+  Forms forms = kAllForms;                         // on which it has an effect
   bool (*store)(Options& options, std::string_view value);  // false: a wrong value
 
   bool takesValue() const { return !value.in(Language::English).empty(); }

@@ -15,15 +15,9 @@ std::wstring nameOf(const OptionRow& option) { return L"--" + argumentText(optio
 // What can be given: "class or inline", "a number from 1 to 64".
 Message allowedValues(const OptionRow& option) {
   if (Message allowed = option.allowed(); !allowed.empty()) return allowed;
-  Message all;
-  for (std::size_t i = 0; i < option.choices.size(); ++i) {
-    const std::wstring name = argumentText(option.choices[i]);
-    if (i == 0)
-      all = messages::kJust(name);
-    else
-      all = i + 1 < option.choices.size() ? messages::kList(all, name) : messages::kOr(all, name);
-  }
-  return all;
+  std::vector<std::wstring> names;
+  for (const std::string_view choice : option.choices) names.push_back(argumentText(choice));
+  return messages::oneOf(names);
 }
 
 Message withSuggestion(const Message& wrong, std::string_view meant) {
@@ -41,6 +35,7 @@ UsageError unknownOption(std::string_view name) {
 void store(const OptionRow& option, std::string_view value, Options& options) {
   if (option.takesValue() && value.empty())
     throw UsageError(messages::kValueMissing(nameOf(option), option.value()));
+  options.given.push_back(&option);
   if (option.store(options, value)) return;
   const Message wrong =
       messages::kWrongValue(nameOf(option), argumentText(value), allowedValues(option));

@@ -33,10 +33,13 @@ struct LineRange {
 // The file name that stands for the standard input or output.
 inline constexpr std::string_view kStandardStream = "-";
 
+struct OptionRow;
+
 struct Options {
   std::vector<std::string> inputs;
-  std::string output;     // "" when not given
-  std::string outputDir;  // "" when not given
+  std::vector<const OptionRow*> given;  // which the arguments hold
+  std::string output;                   // "" when not given
+  std::string outputDir;                // "" when not given
   Mode mode = Mode::Exact;
   Format format = Format::Page;
   StyleMode style = StyleMode::Class;

@@ -8,33 +8,12 @@
 #include <utility>
 
 #include "base/codepage.h"
+#include "cli/forms.h"
 #include "cli/messages.h"
 #include "cli/office_run.h"
 
 namespace tintline {
 namespace {
-
-constexpr const wchar_t* modeName(Mode mode) { return mode == Mode::Exact ? L"exact" : L"classic"; }
-
-// What only one of the two modes has.
-void checkMode(const Options& options) {
-  const auto lacks = [](const std::wstring& what, Mode other) {
-    throw UsageError(messages::kOnlyInMode(what, modeName(other)));
-  };
-  const Mode other = options.mode == Mode::Exact ? Mode::Classic : Mode::Exact;
-  if (!has(options.mode, options.format))
-    lacks(L"--format " + argumentText(formatName(options.format)), other);
-  if (options.mode == Mode::Exact && options.pasted) lacks(L"--pasted", other);
-  if (options.mode == Mode::Exact) return;
-  if (options.links) lacks(L"--links", other);
-  if (options.titles) lacks(L"--titles", other);
-  if (options.header) lacks(L"--header", other);
-  if (options.theme) lacks(L"--theme", other);
-  if (options.language) lacks(L"--lang", other);
-  if (!options.css.empty()) lacks(L"--css", other);
-  if (std::ranges::any_of(options.colors, [](const auto& color) { return color.has_value(); }))
-    lacks(L"--color", other);
-}
 
 // What whole projects have, and what only modules have.
 void checkProject(const Options& options) {
@@ -129,16 +108,15 @@ void checkNothingReadIsOverwritten(const std::vector<Task>& tasks, const Setting
 
 void checkOptions(const Options& options) {
   if (options.inputs.empty()) throw UsageError(messages::kNoInput());
-  checkMode(options);
+  checkForms(options);
   checkProject(options);
   checkLinkCheck(options);
   if (!options.output.empty() && !options.outputDir.empty())
     throw UsageError(messages::kFileAndFolder());
   if (isOfficeRun(options) && !options.outputDir.empty())
     throw UsageError(messages::kNoFolderForOfficeRun());
-  if (!options.css.empty() &&
-      (options.format != Format::Page || options.style == StyleMode::Inline))
-    throw UsageError(messages::kStyleSheetNeedsPage());
+  if (!options.exportModules.empty() && !hasText(options) && !options.output.empty())
+    throw UsageError(messages::kNoFileForExport());
   const auto standardInputs = std::ranges::count(options.inputs, kStandardStream);
   if (standardInputs > 0 && !options.outputDir.empty())
     throw UsageError(messages::kStandardInputHasNoName());

@@ -70,7 +70,7 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
   Inputs inputs = collectInputs(choice);
   for (Input& input : inputs.modules)
     if (isStandardInput(input)) readStandardInput(input, surroundings);
-  if (isOfficeRun(options)) return runOffice(std::move(inputs), options, surroundings);
+  if (isOfficeRun(options)) return runOffice(std::move(inputs), options, files, surroundings);
   inputs = withOfficeModules(std::move(inputs), choice);
   if (options.mode == Mode::Classic && options.outputDir.empty()) joinOfficeModules(inputs.modules);
   const std::vector<Task> tasks = planTasks(options, std::move(inputs.modules), files);
@@ -83,8 +83,8 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
     runClassic(tasks, options, settings, surroundings, report);
   else
     runExact(tasks, options, settings, surroundings, report);
-  if (!options.check) writeOfficeIndexes(tasks, options, settings.language);
-  return report.close() ? kAllConverted : kSomeFailed;
+  const bool allIndexed = writeOfficeIndexes(tasks, options, settings.language, surroundings);
+  return report.close() && allIndexed ? kAllConverted : kSomeFailed;
 }
 
 }  // namespace tintline

@@ -105,15 +105,15 @@ class Expander {
                                 fromUtf8(office_file::extensionOf(module.kind)));
       member.folder = input.folder + fs::path(input.place / std::to_string(number)).native();
       member.file.size = module.source.size();
-      member.module = std::make_shared<OfficeModule>(OfficeModule{
-          .name = wideText(module.name),
-          .kind = module.kind,
-          .lines = office_file::editorLines(module.source),
-          .text = choice_.inEditor ? office_file::editorText(module.source)
-                                                 : office_file::moduleFile(module),
-          .codePage = project.codePage,
-          .hint = hintOf(document, module),
-          .project = shared});
+      member.module = std::make_shared<OfficeModule>(
+          OfficeModule{.name = wideText(module.name),
+                       .kind = module.kind,
+                       .lines = office_file::editorLines(module.source),
+                       .text = choice_.inEditor ? office_file::editorText(module.source)
+                                                : office_file::moduleFile(module),
+                       .codePage = project.codePage,
+                       .hint = hintOf(document, module),
+                       .project = shared});
       std::string().swap(module.source);
       result_.modules.push_back(std::move(member));
     }

@@ -97,6 +97,16 @@ def wrong_usage_is_explained_and_writes_nothing(box):
         (("--pasted", "a.bas"), "--pasted gibt es nur mit --mode classic"),
         ((CLASSIC, "--format=md", "a.bas"), "--format md gibt es nur mit --mode exact"),
         ((CLASSIC, "--theme=dark", "a.bas"), "--theme gibt es nur mit --mode exact"),
+        (("-n", "--format=json", "a.bas"), "--line-numbers bewirkt nichts mit --format json, nur mit "
+         "--format page, body, lines, rtf oder md"),
+        (("--theme=dark", "--style=inline", "a.bas"),
+         "bewirkt nichts mit --format page --style inline, nur mit --format page"),
+        (("--color=Worte=#123456", "--format=body", "a.bas"),
+         "nur mit --format page, body --style inline, lines --style inline oder rtf"),
+        (("--export-encoding=utf-8", "a.bas"), "mit --format page, nur mit --export-modules"),
+        (("--list", "--lines=1", "a.bas"), "--lines bewirkt nichts mit --list, nur mit --format"),
+        (("--list", "--format=rtf", "a.bas"), "--format rtf bewirkt nichts mit --list, nur mit"),
+        (("--export-modules=x", "-oy", "a.bas"), "--export-modules schreibt in seinen Ordner"),
         (("-o", "a.htm", "a.bas", "a.htm"), "die Ausgabe a.htm würde a.htm überschreiben"),
         (("-o", "x.htm", "-d", "out", "a.bas"), "--output und --output-dir"),
         (("-d", "out", "a.bas", "-"), "die Standardeingabe (-) hat keinen Namen"),
@@ -211,7 +221,7 @@ def a_style_sheet_of_the_user_stands_in_the_page_and_stays_there(box):
     box.put("large.css", b" " * ((1 << 20) + 1))
     for arguments, told in ((("--css=no.css",), "no.css: Datei nicht gefunden"),
                             (("--css=large.css",), "large.css: größer als 1 MB"),
-                            (("--css=a.css", "--style=inline"), "--css gibt es nur mit --format"),
+                            (("--css=a.css", "--style=inline"), "--css bewirkt nichts mit --format"),
                             (("--css=a.css", "-oa.css"), "würde a.css überschreiben"),
                             (("--color=Komentare=#123456",), "meinten Sie Kommentare?"),
                             (("--color=Strings=red",), "--color: "),
@@ -620,6 +630,30 @@ def office_files_give_pages_and_an_index(box):
     box.run("--module=Fehlt", "in/Mappe.xlsm", code=1, err="enthält kein Modul Fehlt")
     box.put("Cut.xlsm", BOOK[:9000])
     box.run("--list", "Cut.xlsm", code=1, err="endet zu früh")
+    page = box.run("-d", "en", "--lang=en", "--theme=dark", "in/Mappe.xlsm") + box.get(
+        "en/Mappe.xlsm/index.htm")
+    holds(page, b'lang="en"', b'content="dark"', b"<th>Kind</th>", b"<td>standard module</td>")
+
+
+@test
+def what_office_files_hold_is_written_as_carefully_as_pages(box):
+    box.put("Mappe.xlsm", BOOK)
+    for what in ("--list", "--format=source"):
+        box.run(what, "-o", "Mappe.xlsm", "Mappe.xlsm", code=2, err="würde Mappe.xlsm überschr")
+        equal(box.run("--dry-run", what, "-o", "new/a.txt", "Mappe.xlsm").replace(b"\\", b"/"),
+              b"Mappe.xlsm -> new/a.txt\n")
+        box.run("--check", what, "-o", "new/a.txt", "Mappe.xlsm")
+    holds(box.run("--dry-run", "--export-modules", "x", "Mappe.xlsm").replace(b"\\", b"/"),
+          b"Mappe.xlsm -> x/Mappe.xlsm/Modul1.bas\n", b"-> x/Mappe.xlsm/Eingabe.frx\n")
+    box.run("--check", "--export-modules", "x", "Mappe.xlsm")
+    equal(box.names(), ["Mappe.xlsm"])
+    for options, name in ((("--export-modules", "x"), "x/Mappe.xlsm/Modul1.bas"),
+                          (("--list", "-o", "new/a.txt"), "new/a.txt"),
+                          (("-d", "out"), "out/Mappe.xlsm/index.htm")):
+        box.run("--skip-unchanged", *options, "Mappe.xlsm")
+        os.utime(box.folder / name, (9, 9))
+        box.run("--skip-unchanged", *options, "Mappe.xlsm")
+        equal((box.folder / name).stat().st_mtime, 9)
 
 
 @test
