@@ -113,6 +113,12 @@ bool writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options, 
   bool allWritten = true;
   for (const auto& [folder, members] : files) {
     const Task index{.input = {}, .target = indexName(members, folder)};
+    if (options.dryRun) {
+      const Message line = messages::kWouldBecome(valueOf(pathText(members.front()->input.path)),
+                                                  targetName(index.target));
+      surroundings.output << toUtf8(line.in(surroundings.language)) << std::flush;
+      continue;
+    }
     const Outcome outcome = outcomeOf([&] {
       writeTarget(index, options, surroundings,
                   [&](std::ostream& out) { out << pageOf(members, folder, options, language); });

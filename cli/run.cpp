@@ -75,7 +75,11 @@ ExitCode run(const Options& options, const Surroundings& surroundings) {
   if (options.mode == Mode::Classic && options.outputDir.empty()) joinOfficeModules(inputs.modules);
   const std::vector<Task> tasks = planTasks(options, std::move(inputs.modules), files);
   if (options.verbose) tellPassedOver(inputs.passedOver, surroundings);
-  if (options.dryRun) return showPlan(tasks, surroundings);
+  if (options.dryRun) {
+    const ExitCode code = showPlan(tasks, surroundings);
+    writeOfficeIndexes(tasks, options, Language::German, surroundings);
+    return code;
+  }
   const Settings settings = loadSettings(files, options, surroundings);
   makeOutputFolder(options);
   Report report(inputFiles(tasks), surroundings.write, tellingOf(options, surroundings));

@@ -12,7 +12,7 @@ namespace tintline::office_file {
 namespace {
 
 constexpr std::size_t kHeader = 512, kEntry = 128, kHeaderTable = 76, kHeaderTableEntries = 109;
-constexpr std::uint32_t kNoEntry = 0xFFFFFFFF;
+constexpr std::uint32_t kNoEntry = 0xFFFFFFFF, kEndOfChain = 0xFFFFFFFE;
 constexpr std::size_t kMaxEntries = kMaxDirectory / kEntry;
 enum EntryType : std::uint8_t { kStorage = 1, kStream = 2, kRootStorage = 5 };
 
@@ -115,11 +115,15 @@ Fault CompoundFile::readDirectory(std::uint32_t first, bool longSizes) {
   const std::vector<std::uint32_t> sectors = chain(first, std::min(sectors_, most));
   const std::string directory = readSectors(sectors);
   entries_.resize(std::min(directory.size() / kEntry, kMaxEntries));
-  if (entries_.empty()) return Fault::Damaged;
+  if (entries_.empty()) return first < sectors_ ? Fault::Damaged : Fault::Truncated;
   link(directory);
   for (std::size_t i = 0; i < entries_.size() && !longSizes; ++i)
     entries_[i].size &= 0xFFFFFFFF;  // the upper half may hold anything
-  return sectors.size() == most && most < sectors_ ? Fault::TooLarge : Fault::None;
+  if (sectors.size() == most && most < sectors_) return Fault::TooLarge;
+  // Else storages may be missing, and nobody could tell which.
+  const bool isWhole = table_[sectors.back()] == kEndOfChain &&
+                       directory.size() == sectors.size() << sectorShift_;
+  return isWhole ? Fault::None : Fault::Truncated;
 }
 
 // Walks the trees of siblings below each storage. What was seen once is not entered again.

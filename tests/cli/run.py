@@ -645,6 +645,8 @@ def what_office_files_hold_is_written_as_carefully_as_pages(box):
         box.run("--check", what, "-o", "new/a.txt", "Mappe.xlsm")
     holds(box.run("--dry-run", "--export-modules", "x", "Mappe.xlsm").replace(b"\\", b"/"),
           b"Mappe.xlsm -> x/Mappe.xlsm/Modul1.bas\n", b"-> x/Mappe.xlsm/Eingabe.frx\n")
+    holds(box.run("--dry-run", "-d", "out", "Mappe.xlsm").replace(b"\\", b"/"),
+          b"Mappe.xlsm -> out/Mappe.xlsm/index.htm\n")
     box.run("--check", "--export-modules", "x", "Mappe.xlsm")
     equal(box.names(), ["Mappe.xlsm"])
     for options, name in ((("--export-modules", "x"), "x/Mappe.xlsm/Modul1.bas"),
