@@ -121,8 +121,8 @@ Fault CompoundFile::readDirectory(std::uint32_t first, bool longSizes) {
     entries_[i].size &= 0xFFFFFFFF;  // the upper half may hold anything
   if (sectors.size() == most && most < sectors_) return Fault::TooLarge;
   // Else storages may be missing, and nobody could tell which.
-  const bool isWhole = table_[sectors.back()] == kEndOfChain &&
-                       directory.size() == sectors.size() << sectorShift_;
+  const bool isWhole =
+      table_[sectors.back()] == kEndOfChain && directory.size() == sectors.size() << sectorShift_;
   return isWhole ? Fault::None : Fault::Truncated;
 }
 
