@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kLocalHeader("PK\x03\x04", 4), kDirectoryEntry("PK\x01\x02", 4);
 constexpr std::string_view kEnd("PK\x05\x06", 4), kEnd64("PK\x06\x06", 4),
-    kLocator("PK\x06\x07", 4);
+    kSignature("PK\x05\x05", 4), kLocator("PK\x06\x07", 4);
 constexpr std::size_t kEndSize = 22, kEnd64Size = 56, kLocatorSize = 20, kEntrySize = 46,
                       kLocalSize = 30;
 constexpr std::uint32_t kInZip64 = 0xFFFFFFFF;
@@ -93,14 +93,18 @@ std::optional<ZipArchive> ZipArchive::open(ByteSource& source, Fault& fault) {
     return {};
   }
   if (fault == Fault::None && directory.size() < end.size) fault = Fault::Truncated;
-  return ZipArchive(source, std::move(directory), shift);
+  ZipArchive archive(source, std::move(directory), shift);
+  // Parts that cannot be found may be what is looked for.
+  if (fault == Fault::None && !archive.forEach([](const Part&) { return true; }))
+    fault = Fault::Damaged;
+  return archive;
 }
 
-void ZipArchive::forEach(const std::function<bool(const Part&)>& visit) const {
-  for (std::string_view rest = directory_;
-       rest.size() >= kEntrySize && rest.starts_with(kDirectoryEntry);) {
+bool ZipArchive::forEach(const std::function<bool(const Part&)>& visit) const {
+  std::string_view rest = directory_;
+  while (rest.size() >= kEntrySize && rest.starts_with(kDirectoryEntry)) {
     const std::size_t name = u16(rest, 28), extra = u16(rest, 30), comment = u16(rest, 32);
-    if (rest.size() < kEntrySize + name + extra) return;
+    if (rest.size() < kEntrySize + name + extra) return false;
     Part part{.name = rest.substr(kEntrySize, name),
               .header = u32(rest, 42),
               .compressedSize = u32(rest, 20),
@@ -109,9 +113,10 @@ void ZipArchive::forEach(const std::function<bool(const Part&)>& visit) const {
               .method = u16(rest, 10),
               .flags = u16(rest, 8)};
     readZip64(rest.substr(kEntrySize + name, extra), part);
-    if (!visit(part)) return;
+    if (!visit(part)) return true;
     rest.remove_prefix(std::min(rest.size(), kEntrySize + name + extra + comment));
   }
+  return rest.empty() || rest.starts_with(kSignature);
 }
 
 std::optional<ZipArchive::Part> ZipArchive::find(std::string_view name) const {

@@ -35,8 +35,9 @@ class ZipArchive {
   // part of the directory could be read.
   static std::optional<ZipArchive> open(ByteSource& source, Fault& fault);
 
-  // Calls `visit` for each part, in the order of the directory, until it answers false.
-  void forEach(const std::function<bool(const Part&)>& visit) const;
+  // Calls `visit` for each part, in the order of the directory, until it answers false. Returns
+  // false when a part of the directory is none.
+  bool forEach(const std::function<bool(const Part&)>& visit) const;
 
   // The part of that name, without regard to the case of ASCII letters and to a "/" in front.
   std::optional<Part> find(std::string_view name) const;

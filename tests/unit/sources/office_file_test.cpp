@@ -155,6 +155,12 @@ TEST(officeFile, says_why_there_is_nothing_to_read) {
       {compound(u"VisioDocument"), " !: visio"},
       {std::string("\0\1\0\0Standard Jet DB", 19), " !: access"},
       {"PK\x03\x04 and no directory", " !: truncated"},
+      {[&] {
+         std::string cut = macroPackage(project);
+         cut[cut.rfind("PK\x01\x02")] = 'p';  // the last part of the directory
+         return cut;
+       }(),
+       " !: damaged"},
       {nested(macroPackage(project), 2),
        "[word/embeddings/a.docm/word/embeddings/a.docm"
        "/xl/vbaProject.bin" +
