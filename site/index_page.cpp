@@ -43,9 +43,11 @@ class IndexPage {
 
  private:
   void write(const Totals& totals) {
-    out_ << "<p>" << totals.modules << " " << (totals.modules == 1 ? words_.module : words_.modules)
-         << " · " << totals.lines << " " << words_.lines << " · " << totals.procedures << " "
-         << words_.procedures << "</p>\n";
+    using listing::counted;
+    const listing::Words& words = page_.listingWords();
+    out_ << "<p>" << counted(totals.modules, words_.oneModule, words_.modules) << " · "
+         << counted(totals.lines, words.line, words.lines) << " · "
+         << counted(totals.procedures, words.procedure, words.procedures) << "</p>\n";
   }
 
   void write(const Project& project, std::u8string_view heading) {
@@ -54,9 +56,7 @@ class IndexPage {
       const vb::ModuleKind kind = project.modules()[order[i]].kind;
       const std::u8string_view name = words_.kinds[static_cast<std::size_t>(kind)];
       page_.heading(heading, name);
-      page_.beginTable(
-          name,
-          {{words_.name}, {words_.description}, {words_.lines, true}, {words_.procedures, true}});
+      page_.beginTable(name, {{words_.name}, {words_.lines, true}, {words_.procedures, true}});
       for (; i < order.size() && project.modules()[order[i]].kind == kind; ++i)
         write(project.modules()[order[i]]);
       page_.endTable();
@@ -66,8 +66,7 @@ class IndexPage {
   void write(const ModuleFacts& module) {
     out_ << "<tr><td>";
     page_.moduleLink(module);
-    out_ << "</td><td>";
-    writeLines(module.description);
+    if (!module.description.empty()) writeLines(module.description);
     out_ << "</td>";
     page_.number(module.counts.lines);
     page_.number(module.procedures.size());
@@ -77,13 +76,14 @@ class IndexPage {
   // The first lines of a description.
   void writeLines(std::u8string_view text) {
     constexpr int kMostLines = 3;
+    out_ << "<span class=note>";
     for (int line = 0; line < kMostLines && !text.empty(); ++line) {
       const std::size_t end = std::min(text.find(u8'\n'), text.size());
-      if (line > 0) out_ << "<br>";
+      if (line > 0) out_ << " ";
       page_.text(text.substr(0, end));
       text.remove_prefix(std::min(text.size(), end + 1));
     }
-    if (!text.empty()) out_ << " …";
+    out_ << (text.empty() ? "</span>" : " …</span>");
   }
 
   void writeFailures() {

@@ -85,8 +85,14 @@ class NamesPage {
         page_.text(text.substr(0, text.find(u8'\n')));
         out_ << "</span>";
       }
-    const auto kind = static_cast<std::size_t>(module.names[entry.declaration].kind);
-    out_ << "</td><td>" << words_.declarations[kind] << "</td><td>";
+    const Name& name = module.names[entry.declaration];
+    out_ << "</td><td>" << words_.declarations[static_cast<std::size_t>(name.kind)];
+    if (name.scope != vb::kNone) {  // the type of a field, the enumeration of a value
+      out_ << "<span class=note>";
+      page_.text(module.nameOf(name.scope));
+      out_ << "</span>";
+    }
+    out_ << "</td><td>";
     page_.moduleLink(project, entry.module);
     out_ << "</td>";
     page_.number(project.callers().of(entry.module, entry.declaration).size());

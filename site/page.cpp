@@ -35,18 +35,19 @@ table{border-collapse:collapse;width:100%}
 th,td{padding:3px 14px 3px 0;text-align:left;vertical-align:top;border-bottom:1px solid;overflow-wrap:anywhere}
 th{width:22%;font-size:13px;font-weight:600;white-space:nowrap}
 th:first-child{width:30%}
+th:first-child:nth-last-child(3){width:80%}
 th.r{width:9%}
 .r{text-align:right;white-space:nowrap;font-variant-numeric:tabular-nums}
 th:last-child,td:last-child{padding-right:0}
-.note{display:block;font-size:13px}
+.note{display:block;font-size:13px;font-weight:400}
 code{font:13px/1.5 Consolas,"Cascadia Mono","DejaVu Sans Mono",Menlo,monospace}
 main a{text-decoration:none}
 main a:hover,main a:focus,p a{text-decoration:underline}
 summary{cursor:pointer;overflow-wrap:anywhere}
 summary+ul{margin:0 0 6px}
 .letters a{display:inline-block;min-width:24px;padding:2px 4px;text-align:center}
-@media(max-width:40em){main{padding-left:12px;padding-right:12px}header{padding-left:12px;padding-right:12px}th,td{padding-right:8px}th{font-size:12px}.wide th,.wide td{padding-right:6px;font-size:12px}.wide th{font-size:11px}}
-@media print{.skip,.letters{display:none}body{font-size:10pt}main{max-width:none;padding:0}a{text-decoration:none}h2,h3{break-after:avoid}tr,li{break-inside:avoid}}
+@media(max-width:40em){main{padding-left:12px;padding-right:12px}header{padding-left:12px;padding-right:12px}th,td{padding-right:8px}th{width:27%;font-size:12px}td{font-size:13px}.wide th,.wide td{padding-right:6px;font-size:12px}.wide th{font-size:11px}}
+@media print{.skip,.letters{display:none}body{font-size:10pt}main{max-width:none;padding:0}header{padding-left:0}a{text-decoration:none}h2,h3{break-after:avoid}tr,li{break-inside:avoid}}
 @page{margin:15mm}
 )";
 constexpr ColorRule kColors[] = {{"body,.skip:focus", "color", Tint::Text},
@@ -78,11 +79,14 @@ std::string pageLinksStyle(const listing::Options& options) {
 
 SitePage::SitePage(std::ostream& stream, const Site& site, const listing::Options& options,
                    Page page)
-    : out_(stream), site_(site), words_(site::wordsOf(options.language)) {
+    : out_(stream),
+      site_(site),
+      words_(site::wordsOf(options.language)),
+      listingWords_(listing::wordsOf(options.language)) {
   const auto index = static_cast<std::size_t>(page);
   std::u8string title = site.title;
   if (page != Page::Index) title = std::u8string(words_.pages[index]) + u8" · " + title;
-  writeHead(out_, listing::wordsOf(options.language), title,
+  writeHead(out_, listingWords_, title,
             std::string(listing::kBaseStyle) + std::string(listing::kFrameStyle) +
                 std::string(kStyle) + listing::colorStyle(kColors, options) +
                 pageLinksStyle(options) + listing::embeddedStyle(options.css));
@@ -110,7 +114,8 @@ void SitePage::moduleLink(const ModuleFacts& module) {
 
 void SitePage::moduleLink(const Project& project, std::uint32_t module) {
   moduleLink(project.modules()[module]);
-  if (site_.projects.size() > 1) out_ << " (" << listing::toHtml(project.name()) << ")";
+  if (site_.projects.size() > 1)
+    out_ << "<span class=note>" << listing::toHtml(project.name()) << "</span>";
 }
 
 void SitePage::nameLink(const Project& project, std::uint32_t module, std::uint32_t declaration,

@@ -33,6 +33,7 @@ class SitePage {
 
   listing::Output& out() { return out_; }
   const Words& words() const { return words_; }
+  const listing::Words& listingWords() const { return listingWords_; }
   const Site& site() const { return site_; }
 
   // Writes the end.
@@ -65,6 +66,7 @@ class SitePage {
   listing::Output out_;
   const Site& site_;
   const Words& words_;
+  const listing::Words& listingWords_;
 };
 
 // "Get" ... of an accessor.

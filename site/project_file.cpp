@@ -33,9 +33,12 @@ std::u8string_view unquoted(std::u8string_view text) {
   return quoted ? text.substr(1, text.size() - 2) : text;
 }
 
+constexpr std::size_t kLongestPath = 4096;  // no system has longer ones that matter
+
 // A path of another machine, a drive or a device, also in forms that only some systems know.
 bool leadsElsewhere(std::u8string_view path) {
-  return path.starts_with(u8'/') || path.find(u8':') != std::u8string_view::npos ||
+  return path.size() > kLongestPath || path.starts_with(u8'/') ||
+         path.find(u8':') != std::u8string_view::npos ||
          path.find(u8'\0') != std::u8string_view::npos;
 }
 

@@ -24,12 +24,12 @@ struct Words {
   std::array<std::u8string_view, kPages> pages;  // their names
   std::u8string_view site;                       // the list of these names
   std::u8string_view skipLink;
-  std::u8string_view projects, module, modules;
-  std::u8string_view name, description, lines, procedures, kind, uses, line;
+  std::u8string_view module;
+  std::u8string_view oneModule, modules;  // behind a number
+  std::u8string_view name, lines, procedures, kind, uses, line;
   std::u8string_view unread;                        // files
   std::array<std::u8string_view, 8> kinds;          // several modules, by vb::ModuleKind
   std::array<std::u8string_view, 15> declarations;  // by vb::DeclarationKind
-  std::u8string_view localConstant;
   std::u8string_view nothing;
   std::u8string_view calledBy;  // in front of a number in parentheses
   std::u8string_view outside;   // of all procedures
@@ -46,11 +46,10 @@ inline constexpr Words kGerman = {
     {u8"Projekt", u8"Namen", u8"Unbenutzt", u8"Aufrufe", u8"Kennzahlen"},
     u8"Seiten des Projekts",
     u8"Zum Inhalt",
-    u8"Projekte",
+    u8"Modul",
     u8"Modul",
     u8"Module",
     u8"Name",
-    u8"Beschreibung",
     u8"Zeilen",
     u8"Prozeduren",
     u8"Art",
@@ -62,7 +61,6 @@ inline constexpr Words kGerman = {
     {u8"Sub", u8"Function", u8"Property", u8"Declare", u8"Ereignis", u8"Typ", u8"Feld",
      u8"Aufzählung", u8"Wert", u8"Konstante", u8"Variable", u8"Steuerelement", u8"Marke",
      u8"Parameter", u8"lokal"},
-    u8"lokale Konstante",
     u8"Nichts.",
     u8"Wird aufgerufen von",
     u8"außerhalb von Prozeduren",
@@ -104,11 +102,10 @@ inline constexpr Words kEnglish = {
     {u8"Project", u8"Names", u8"Unused", u8"Calls", u8"Metrics"},
     u8"Pages of the project",
     u8"Skip to content",
-    u8"Projects",
     u8"Module",
+    u8"module",
     u8"modules",
     u8"Name",
-    u8"Description",
     u8"Lines",
     u8"Procedures",
     u8"Kind",
@@ -119,7 +116,6 @@ inline constexpr Words kEnglish = {
      u8"User documents", u8"Designers", u8"Document modules"},
     {u8"Sub", u8"Function", u8"Property", u8"Declare", u8"Event", u8"Type", u8"Field", u8"Enum",
      u8"Value", u8"Constant", u8"Variable", u8"Control", u8"Label", u8"Parameter", u8"local"},
-    u8"local constant",
     u8"Nothing.",
     u8"Called by",
     u8"outside of procedures",
