@@ -24,7 +24,8 @@ constexpr std::string_view kHead =
     "'unsafe-inline'\">\n"
     "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n";
 constexpr std::string_view kStyle =
-    "<style>\nbody{font:1em/1.5 system-ui,sans-serif;max-width:60em;margin:1em auto;"
+    "<style>\nhtml{background:Canvas;color:CanvasText}\nbody{font:1em/1.5 "
+    "system-ui,sans-serif;max-width:60em;margin:1em auto;"
     "padding:0 1em}\ntd,th{text-align:left;padding:.1em 1em .1em 0}\n"
     "td:last-child,th:last-child{text-align:right}\n</style>\n</head>\n<body>\n<main>\n";
 

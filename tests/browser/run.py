@@ -146,6 +146,7 @@ def tests(pages, browser, tools):
     inline = pages.make("inline", "--style", "inline")
     one = pages.folder / "one.htm"
     pages.convert("-o", str(one), "--line-numbers")
+    office = pages.make("office", "tests/golden/office/Mappe.xlsm") / "Mappe.xlsm/index.htm"
     axe = (tools / "node_modules/axe-core/axe.min.js").read_text("utf-8")
 
     def shows(page):
@@ -179,7 +180,7 @@ def tests(pages, browser, tools):
             none(browser.run(AXE % rules))
 
     def others_are_accessible():
-        for page in (one, inline / "M1.htm", *site.glob("*.htm")):
+        for page in (one, office, inline / "M1.htm", *site.glob("*.htm")):
             shows(page)
             equal(browser.run(WIDTH), 0)
             accessible()
@@ -189,7 +190,7 @@ def tests(pages, browser, tools):
         browser.run(COPY)
         equal(copied(browser), pages.texts["Musterprojekt"])
 
-    checked = [*site.rglob("*.htm"), inline / "M1.htm", whole / "M1.htm", one]
+    checked = [*site.rglob("*.htm"), inline / "M1.htm", whole / "M1.htm", one, office]
     def classic(*options):
         page = pages.folder / "classic.htm"
         subprocess.run([*pages.tintline, "--mode", "classic", *options, "-o", page,
