@@ -295,7 +295,7 @@ def report_projects(bench, bars, files):
         pages = bench.ratio(name, PROJECT_PAGES) if factor == GROWTH[-1] else None
         growth = bench.ratio(name, f"project {factor // 2}") if factor > 1 else None
         reach = bars.at_most(bench.peak(name), 4 * size / MIB + 64, " MiB")
-        reach += f", {bars.at_most(growth, 2.4)}" if growth else ""
+        reach += f", {bars.at_most(growth, 2.1)}" if growth else ""
         reach += f", {bars.at_most(pages, 3)}" if pages else ""
         table.row(f"{len(files(f'project/{factor}'))} modules", f"{size / MIB:.1f} MiB",
                   f"{bench.wall(name) * 1e3:.0f} ms", f"{pages:.2f}" if pages else "",
