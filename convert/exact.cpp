@@ -12,6 +12,7 @@
 #include "base/text.h"
 #include "convert/source_text.h"
 #include "listing/line_choice.h"
+#include "listing/module_targets.h"
 
 namespace tintline {
 namespace {
@@ -151,6 +152,10 @@ std::u8string exactText(std::wstring_view text) {
   return std::u8string(utf8.begin(), utf8.end());
 }
 
+std::wstring wideText(std::u8string_view text) {
+  return fromUtf8({reinterpret_cast<const char*>(text.data()), text.size()});
+}
+
 vb::Module readExact(std::u8string text, const std::filesystem::path& file,
                      const vb::WordLists& words, const std::vector<Reformatting>& passes,
                      bool inEditor) {
@@ -171,6 +176,10 @@ ExactProject::ExactProject(Format format, const listing::Options& options, listi
 std::uint32_t ExactProject::add(const vb::Module& module, const std::filesystem::path& page) {
   if (needsReferences()) project_.add(module);
   return targets_.add(module, listing::addressOf(page.u8string()));
+}
+
+std::u8string ExactProject::linePrefix(std::uint32_t index) const {
+  return targets_[index].prefix();
 }
 
 std::unique_ptr<listing::Document> ExactProject::makeDocument(std::u8string_view title,

@@ -43,8 +43,10 @@ listing::UserColors exactColors(const ColorScheme& colors);
 // The name of a file, or a path below the folder of the page, as the address of a link.
 std::u8string addressOf(const std::filesystem::path& page);
 
-// A text as valid UTF-8 in the type of the exact conversion.
+// A text as valid UTF-8 in the type of the exact conversion, and such a text as users read it.
 std::u8string exactText(std::wstring_view text);
+
+std::wstring wideText(std::u8string_view text);
 
 // What a file of that name holds.
 vb::ModuleKind moduleKindOf(const std::filesystem::path& file);
@@ -69,6 +71,9 @@ class ExactProject {
 
   // To be called once behind the last `add`. What follows may be called by several threads.
   void close() { project_.close(); }
+
+  // What stands in front of a line's number in its id.
+  std::u8string linePrefix(std::uint32_t index) const;
 
   std::unique_ptr<listing::Document> makeDocument(std::u8string_view title,
                                                   std::ostream& out) const;

@@ -48,9 +48,10 @@ std::vector<vb::Module> readModules(const ExactSource& source, const vb::WordLis
   return modules;
 }
 
-// One form of the modules.
+// One form of the modules; `anchors` gets the ids of their lines.
 std::string written(Format format, const std::vector<vb::Module>& modules,
-                    const ChosenLines& chosen, listing::Options options, std::u8string_view title) {
+                    const ChosenLines& chosen, listing::Options options, std::u8string_view title,
+                    LineAnchors* anchors = nullptr) {
   const auto place = modules.size() > 1 ? listing::Place::OnePage : listing::Place::OwnPages;
   ExactProject project(format, options, place);
   // Does `work` for each module while the options say which of its lines are chosen.
@@ -62,7 +63,10 @@ std::string written(Format format, const std::vector<vb::Module>& modules,
       first += modules[i].lines;
     }
   };
-  forEach([&](const vb::Module& module, std::uint32_t) { project.add(module, {}); });
+  forEach([&](const vb::Module& module, std::uint32_t i) {
+    project.add(module, {});
+    if (anchors != nullptr) anchors->add(wideText(project.linePrefix(i)), module.lines);
+  });
   project.close();
   std::ostringstream out;
   const auto document = project.makeDocument(title, out);
@@ -126,8 +130,16 @@ ExactResult convertExact(const ExactSource& source, const ChosenLines& chosen,
                          const listing::Options& options, const vb::WordLists& words,
                          std::u8string_view title) {
   const std::vector<vb::Module> modules = readModules(source, words);
-  return {.lines = splitLines(written(Format::Lines, modules, chosen, options, title)),
-          .page = written(Format::Page, modules, chosen, options, title)};
+  ExactResult result{.lines = splitLines(written(Format::Lines, modules, chosen, options, title)),
+                     .page = {},
+                     .preview = {},
+                     .anchors = {}};
+  result.page = written(Format::Page, modules, chosen, options, title, &result.anchors);
+  listing::Options anchored = options;
+  anchored.lineAnchors = true;
+  const bool same = options.lineNumbers && options.style == listing::Style::Class;
+  result.preview = same ? result.page : written(Format::Page, modules, chosen, anchored, title);
+  return result;
 }
 
 // The modules count as one, so that nothing comes between them.

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/line_list.h"
+#include "convert/line_anchors.h"
 #include "convert/reformatting.h"
 #include "listing/options.h"
 #include "vb/module.h"
@@ -50,8 +51,10 @@ class ExactSource {
 using ChosenLines = std::optional<std::vector<bool>>;
 
 struct ExactResult {
-  LineList lines;    // the HTML of each line that is shown
-  std::string page;  // the document; both in UTF-8
+  LineList lines;       // the HTML of each line that is shown
+  std::string page;     // the document
+  std::string preview;  // the same with an id for each line; all three in UTF-8
+  LineAnchors anchors;  // these ids, of all lines of the source
 };
 
 // Reads and converts the modules; several become one document. Throws std::length_error when the

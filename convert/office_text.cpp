@@ -1,7 +1,7 @@
 // See office_text.h. Tested by tests/cli/run.py.
 #include "convert/office_text.h"
 
-#include "base/codepage.h"
+#include "convert/exact.h"
 
 namespace tintline {
 namespace {
@@ -91,10 +91,6 @@ Message kindText(vb::ModuleKind kind) {
     default:
       return kStandard();
   }
-}
-
-std::wstring wideText(std::u8string_view text) {
-  return fromUtf8({reinterpret_cast<const char*>(text.data()), text.size()});
 }
 
 }  // namespace tintline

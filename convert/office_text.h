@@ -15,7 +15,4 @@ Message problemText(const office_file::Problem& problem);
 std::string_view kindName(vb::ModuleKind kind);
 Message kindText(vb::ModuleKind kind);
 
-// A text of the exact mode as the user reads it.
-std::wstring wideText(std::u8string_view text);
-
 }  // namespace tintline

@@ -118,21 +118,30 @@ HtmlCode::HtmlCode(Output& out, const Options& options, const Markup& markup,
 
 bool HtmlCode::writeLine(std::uint32_t idElsewhere) {
   idElsewhere_ = idElsewhere;
-  if (options_.lineNumbers) writeLineNumber();
+  if (options_.lineNumbers || options_.lineAnchors) writeLineNumber();
   return lines_.visitLine(*this);
 }
 
 void HtmlCode::writeLineNumber() {
   const std::uint32_t line = lines_.line();
   if (options_.style == Style::Inline) {
-    out_ << "<span style=\"" << markup_.lineNumberStyle() << "\">"
-         << lineNumber(source_.module, line) << "</span>";
+    writeInlineNumber(line);
   } else if (own_.prefix().empty()) {
     anchor_.write(out_, line);
   } else {
     out_ << "<a id=\"" << own_.prefix() << line << "\" href=\"#" << own_.prefix() << line
          << "\" data-n=" << line << "></a>";
   }
+}
+
+void HtmlCode::writeInlineNumber(std::uint32_t line) {
+  if (options_.lineAnchors)
+    out_ << "<a id=\"" << own_.prefix() << line << "\" href=\"#" << own_.prefix() << line
+         << "\" style=\"text-decoration:none\">";
+  if (options_.lineNumbers)
+    out_ << "<span style=\"" << markup_.lineNumberStyle() << "\">"
+         << lineNumber(source_.module, line) << "</span>";
+  if (options_.lineAnchors) out_ << "</a>";
 }
 
 // The first token from `token` on that has an id or a link.

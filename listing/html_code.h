@@ -86,6 +86,7 @@ class HtmlCode {
 
  private:
   void writeLineNumber();
+  void writeInlineNumber(std::uint32_t line);
   void findMark(std::uint32_t token);
   bool hasId(std::uint32_t declaration) const;
   bool isLinked(const vb::Reference& reference) const;

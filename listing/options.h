@@ -40,6 +40,7 @@ struct Options {
   Style style = Style::Class;  // of page, body and lines
   Language language = Language::German;
   bool lineNumbers = false;
+  bool lineAnchors = false;           // lines have ids and links to them without their numbers, too
   std::vector<LineRange> lines = {};  // which are shown, in any order; empty: all
   UserColors colors = {};
   std::u8string css = {};  // of the user, behind the style sheet of the page

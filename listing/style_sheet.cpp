@@ -59,6 +59,8 @@ a[id]:empty:target:after{visibility:visible;content:"";position:absolute;left:0;
 @media(max-width:40em){main pre,main $H{padding-left:52px;padding-right:8px}summary{padding-left:52px}a[id]:empty:before{width:42px}}
 )";
 
+constexpr std::string_view kHiddenNumbers = "a[id]:empty{visibility:hidden}\n";
+
 constexpr std::string_view kModules =
     R"(main h2{margin:0;padding:20px 16px 4px;font-size:18px;line-height:1.3;overflow-wrap:anywhere}
 main p{margin:0;padding:0 16px 8px;font-size:13px}
@@ -176,7 +178,10 @@ std::string styleSheet(const Options& options, bool severalModules) {
   writer.rules(kFrameStyle);
   writer.rules(kLayout);
   writer.rules(kSticky);
-  if (options.lineNumbers) writer.rules(kNumbers);
+  if (options.lineNumbers)
+    writer.rules(kNumbers);
+  else if (options.lineAnchors)
+    writer.rules(kHiddenNumbers);
   if (severalModules) writer.rules(kModules);
   writer.themes(kRules, options);
   writer.rules(kPrint);

@@ -109,7 +109,9 @@ std::wstring unitsOf(std::string_view utf8) {
 
 class Layout {
  public:
-  Layout(std::string_view body, const StyleSheet& sheet) : body_(body), sheet_(sheet) {}
+  // `numbered`: the page shows the numbers of its lines, which stand in their ids.
+  Layout(std::string_view body, const StyleSheet& sheet, bool numbered)
+      : body_(body), sheet_(sheet), numbered_(numbered) {}
 
   RenderedPage run() &&;
 
@@ -140,6 +142,7 @@ class Layout {
 
   std::string_view body_;
   const StyleSheet& sheet_;
+  bool numbered_;
   PageText text_{TextEncoding::Utf8};
   TextLooks looks_;
   bool hidden_ = false;  // inside of what only a keyboard shows
@@ -223,7 +226,7 @@ void Layout::open(const ElementName& element, const Tag& tag) {
   if (tag.id && !hidden_) text_.addAnchor(attributeText(*tag.id, TextEncoding::Utf8));
   hidden_ = hidden_ || tag.className == "skip";
   applyLooks(element, tag);
-  if (element.name == "a" && isLineNumber(tag)) writeLineNumber(tag);
+  if (numbered_ && element.name == "a" && isLineNumber(tag)) writeLineNumber(tag);
   if (element.kind == Kind::Item) addVisible(L"  ");
 }
 
@@ -301,8 +304,11 @@ bool isExactPage(std::string_view html) { return html.starts_with("<!DOCTYPE htm
 
 RenderedPage renderExactPage(std::string_view html) {
   const std::size_t body = std::min(html.find("<body"), html.size());
-  const StyleSheet sheet = readStyleSheet(html.substr(0, body));
-  return Layout(html.substr(body), sheet).run();
+  const std::string_view head = html.substr(0, body);
+  const StyleSheet sheet = readStyleSheet(head);
+  const bool numbered = head.find("content:attr(id)") != npos ||
+                        head.find("content:attr(data-n)") != npos;  // of several modules
+  return Layout(html.substr(body), sheet, numbered).run();
 }
 
 }  // namespace tintline

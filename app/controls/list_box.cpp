@@ -68,8 +68,8 @@ void ListBox::setMarks(Marks marks) {
   changed();
 }
 
-void ListBox::scrollTo(std::size_t index) {
-  scrollTarget_ = index;
+void ListBox::setPlace(Place place) {
+  wantedPlace_ = place;
   ++scrollVersion_;
   changed();
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,8 +63,17 @@ class ListBox : public Control {
   void setMarks(Marks marks);
 
   // Brings that line to the top of the list, or as far up as the lines behind it allow.
-  void scrollTo(std::size_t index);
-  std::size_t scrollTarget() const { return scrollTarget_; }
+  void scrollTo(std::size_t index) { setPlace({index, place().left}); }
+
+  // Where the list is scrolled to: the line at its top, and pixels sideways.
+  struct Place {
+    std::size_t top = 0;
+    int left = 0;
+  };
+  Place place() const { return shownPlace ? shownPlace() : wantedPlace_; }
+  void setPlace(Place place);
+  Place wantedPlace() const { return wantedPlace_; }
+  std::function<Place()> shownPlace;  // set by the view, which knows
 
   // What an empty list says.
   Property<std::wstring> Hint{*this, {}};
@@ -92,7 +102,7 @@ class ListBox : public Control {
   std::ptrdiff_t listIndex_ = kNone;
   unsigned lineVersion_ = 0;
   unsigned selectionVersion_ = 0;
-  std::size_t scrollTarget_ = 0;
+  Place wantedPlace_;
   unsigned scrollVersion_ = 0;
 };
 

@@ -246,12 +246,17 @@ void frmVBACode::endRun() {
   OptionenSetzen(true);
 }
 
-// A run that the user did not start himself takes nothing away that he selected.
+// A run that the user did not start himself takes nothing away that he selected, and leaves what
+// he looks at.
 void frmVBACode::runAside(const std::function<void()>& work) {
   ListBox::Marks source = List1.marks(), html = List2.marks();
+  const ListBox::Place sourcePlace = List1.place(), htmlPlace = List2.place();
+  keepsPlaces_ = true;  // until the command ends
   run(work);
   List1.setMarks(std::move(source));
   List2.setMarks(std::move(html));
+  List1.setPlace(sourcePlace);
+  List2.setPlace(htmlPlace);
   KopierschalterSetzen();
 }
 
@@ -288,11 +293,15 @@ void frmVBACode::KopierschalterSetzen() { cmdVBAClp.Enabled = List1.SelCount() >
 void frmVBACode::List1auswerten() {
   KopierschalterSetzen();
   if (const auto line = pairedLine(List1)) List2.selectOnly(*line);
+  if (List1.ListIndex() != ListBox::kNone)
+    showInPreview(static_cast<std::size_t>(List1.ListIndex()));
 }
 
 // The selection in List1 is the user's: of its lines only the current one follows.
 void frmVBACode::ListBoxauswerten() {
   if (const auto line = pairedLine(List2)) List1.setListIndex(static_cast<std::ptrdiff_t>(*line));
+  if (List2.ListIndex() != ListBox::kNone)
+    showInPreview(sourceLineOf(static_cast<std::size_t>(List2.ListIndex())));
 }
 
 // The current line, when it has a partner in the other list: a source line and its HTML line

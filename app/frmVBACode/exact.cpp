@@ -41,6 +41,39 @@ void frmVBACode::convertExactly(const ChosenLines& chosen) {
                                     exactText(title()));
   List2.setLines(std::move(result.lines), TextEncoding::Utf8);
   HTMLText = std::move(result.page);
+  exactPreview_ = std::move(result.preview);
+  lineAnchors_ = std::move(result.anchors);
+}
+
+// The source line that a line of List2 was made of.
+std::size_t frmVBACode::sourceLineOf(std::size_t htmlLine) const {
+  if (!result_.chosen) return htmlLine;
+  std::size_t line = 0;
+  for (std::size_t shown = 0; line < result_.chosen->size(); ++line)
+    if ((*result_.chosen)[line] && shown++ == htmlLine) break;
+  return line;
+}
+
+// Whether the lines of List1 are those that the page of the exact mode was made of.
+bool frmVBACode::pageHasSourceLines() const {
+  return resultExists() && shown_.mode == Mode::Exact && shownSource_ == Mode::Exact &&
+         lineAnchors_.lines() == List1.ListCount();
+}
+
+void frmVBACode::showInPreview(std::size_t sourceLine) {
+  if (!pageHasSourceLines()) return;
+  if (const auto anchor = lineAnchors_.anchorOf(sourceLine)) wBrowser.showAnchor(*anchor);
+}
+
+// A click on the number of a line. Of the user's selection nothing but a single line is replaced.
+void frmVBACode::anchorFollowed(const std::wstring& anchor) {
+  const auto line = pageHasSourceLines() ? lineAnchors_.lineOf(anchor) : std::nullopt;
+  if (!line) return;
+  if (List1.SelCount() <= 1)
+    List1.selectOnly(*line);
+  else
+    List1.setListIndex(static_cast<std::ptrdiff_t>(*line));
+  List1auswerten();
 }
 
 listing::Options frmVBACode::exactOptions(const ResultOptions& result) const {
@@ -58,10 +91,7 @@ listing::Options frmVBACode::exactOptions(const ResultOptions& result) const {
 std::wstring frmVBACode::title() const {
   if (source_ == Source::File) return Dateiname_;
   const std::vector<ExactModule>& modules = sourceText_.exact.modules();
-  if (modules.size() == 1 && !modules.front().name.empty()) {
-    const std::u8string& name = modules.front().name;
-    return fromUtf8({reinterpret_cast<const char*>(name.data()), name.size()});
-  }
+  if (modules.size() == 1 && !modules.front().name.empty()) return wideText(modules.front().name);
   const TreeNode* const node = TreeView1.SelectedItem();
   return modules.size() > 1 && node != nullptr ? node->path().front() : L"VB(A)-Code";
 }

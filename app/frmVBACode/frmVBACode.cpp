@@ -99,6 +99,9 @@ void frmVBACode::wireEvents() {
   TreeView1.RightClick = [this](TreeNode& node) {
     if (!busy_) TreeView1_RightClick(node);
   };
+  wBrowser.AnchorFollowed = [this](const std::wstring& anchor) {
+    command([&] { anchorFollowed(anchor); });
+  };
   List1.Click = [this] { command([this] { List1auswerten(); }); };
   List2.Click = [this] { command([this] { ListBoxauswerten(); }); };
 }
@@ -118,6 +121,7 @@ void frmVBACode::command(const std::function<void()>& work) {
 // The one guard around every command: an unexpected error ends it quietly.
 void frmVBACode::guarded(const std::function<void()>& work) {
   bEsc_ = false;
+  keepsPlaces_ = false;
   try {
     work();
   } catch (const std::exception& error) {

@@ -257,6 +257,10 @@ class frmVBACode final : public Form {
   void refuseToConvert();
   bool convertChosen(const ChosenLines& chosen, ConversionObserver& observer);
   void convertExactly(const ChosenLines& chosen);
+  std::size_t sourceLineOf(std::size_t htmlLine) const;
+  bool pageHasSourceLines() const;
+  void showInPreview(std::size_t sourceLine);
+  void anchorFollowed(const std::wstring& anchor);
   ChosenLines chosenOf(const std::vector<bool>& htmlLines) const;
   listing::Options exactOptions(const ResultOptions& result) const;
   std::wstring title() const;
@@ -347,7 +351,10 @@ class frmVBACode final : public Form {
     ExactSource source;
     ChosenLines chosen;
   };
-  Converted result_;  // what the result was made of
+  Converted result_;          // what the result was made of
+  std::string exactPreview_;  // the page of an exact result with an id for each line
+  LineAnchors lineAnchors_;   // these ids
+  bool keepsPlaces_ = false;  // lists and preview stay where they are
   Source source_ = Source::None;
   std::wstring Dateiname_;           // of the loaded file, without folder; "" for none
   std::filesystem::path Dateipfad_;  // its full path

@@ -153,7 +153,7 @@ void frmVBACode::Kopieren() {
 void frmVBACode::HTMLDateierstellen() {
   writeScratchPage([this](std::ostream& datei) {
     if (shown_.mode == Mode::Exact)
-      datei << HTMLText;
+      datei << std::exchange(exactPreview_, {});
     else
       tintline::HTMLDateierstellen(datei, frame(), HTMLText);
   });
@@ -174,7 +174,7 @@ void frmVBACode::writeScratchPage(const std::function<void(std::ostream&)>& writ
     AtomicFile scratch(folder / kScratchFile);
     scratch.stream() << page.view();
     scratch.commit();
-    wBrowser.Navigate(folder / kScratchFile);
+    wBrowser.Navigate(folder / kScratchFile, keepsPlaces_);
   };
   try {
     show(ports_.files.programFolder());

@@ -88,9 +88,11 @@ void frmVBACode::replaceSource(SourceText text) {
 // Lines that keep their places keep their selection.
 void frmVBACode::showSource() {
   ListBox::Marks marks = List1.marks();
+  const ListBox::Place place = List1.place();
   List1.setLines(shownSource_ == Mode::Exact ? sourceText_.exact.lines() : sourceText_.classic,
                  encodingOf(shownSource_));
   List1.setMarks(std::move(marks));
+  List1.setPlace(place);
   hscroll1_.fit();
   Pruefen();
   KopierschalterSetzen();

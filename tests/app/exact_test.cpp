@@ -43,6 +43,9 @@ TEST_F(exact, mode_shows_the_decoded_text_and_its_page) {
   execute("convert what is read anew", Command::mnuMakro);
   select(form.List1, {2, 3, 6});
   execute("selection", Command::mnuAuswahl);
+  select(form.List2, {1});
+  step("click on a line's number", [&] { form.wBrowser.AnchorFollowed(L"3"); });
+  step("click on a link", [&] { form.wBrowser.AnchorFollowed(L"Zwei"); });
   step("style", [&] { setStyle(); });
   execute("classic, which has as many lines", Command::mnuKlassisch);
   select(form.List1, {});

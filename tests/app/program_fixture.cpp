@@ -169,6 +169,7 @@ Program::State Program::state() {
       {"HTML", sizeOf(form.HTMLText)},
       {"table", std::to_string(form.HTMLTabelle.size()) + " bytes"},
       {"page", page()},
+      {"preview shows", readable(form.wBrowser.anchor())},
       {"tree", tree()},
       {"dialog", dialog()},
       {"node", form.TreeView1.SelectedItem() == nullptr
@@ -203,10 +204,12 @@ std::string Program::page() {
   const bool body = text.find("<pre>\r\n" + form.HTMLText + "\r\n</pre>") != std::string::npos;
   const bool dummy = text.find("In diesem Bereich") != std::string::npos;
   return std::string(text == form.HTMLText ? "exact result"
+                     : isExactPage(text)   ? "exact result with ids"
                      : body                ? "result"
                      : dummy               ? "placeholder"
                                            : "other") +
-         " in " + readable(pathText(file)) + (form.wBrowser.navigations() > 1 ? "" : " first");
+         " in " + readable(pathText(file)) + (form.wBrowser.keepsPlace() ? ", place kept" : "") +
+         (form.wBrowser.navigations() > 1 ? "" : " first");
 }
 
 // What can be started.

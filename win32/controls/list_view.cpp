@@ -35,7 +35,13 @@ ListView::ListView(WidgetHost& host, ListBox& model, int id, int designCharacter
       designCharacterWidth_(designCharacterWidth) {
   SetWindowSubclass(hwnd(), listProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
   shownLines_ = model.lineVersion() - 1;  // not shown yet
+  model.shownPlace = [this] {
+    return ListBox::Place{static_cast<std::size_t>(send(LB_GETTOPINDEX)),
+                          GetScrollPos(hwnd(), SB_HORZ)};
+  };
 }
+
+ListView::~ListView() { model_.shownPlace = nullptr; }
 
 void ListView::setFont(HFONT font, unsigned dpi) {
   hintFont_ = font;
@@ -56,7 +62,14 @@ void ListView::show() {
   showExtent();  // in front of what scrolls: its bar takes room from the lines
   if (newLines || shownSelection_ != model_.selectionVersion()) showSelection();
   if (std::exchange(shownScroll_, model_.scrollVersion()) != model_.scrollVersion())
-    send(LB_SETTOPINDEX, model_.scrollTarget());
+    showPlace(model_.wantedPlace());
+}
+
+void ListView::showPlace(ListBox::Place place) {
+  constexpr int kMost = 0xFFFF;  // pixels that the message has room for
+  send(LB_SETTOPINDEX, place.top);
+  if (place.left != GetScrollPos(hwnd(), SB_HORZ) && place.left <= kMost)
+    send(WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, place.left));
 }
 
 // The place that the user scrolled to stays as long as there are lines there.

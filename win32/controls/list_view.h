@@ -21,6 +21,7 @@ class ListView final : public Widget {
   // `designCharacterWidth`: of the list font at 96 dpi, in which the model's
   // HorizontalExtent is measured.
   ListView(WidgetHost& host, ListBox& model, int id, int designCharacterWidth);
+  ~ListView() override;
 
   // Called when the list gets or loses the keyboard.
   std::function<void(bool)> focused;
@@ -35,6 +36,7 @@ class ListView final : public Widget {
   void showSelection();
   void showCurrent();
   void showExtent();
+  void showPlace(ListBox::Place place);
   void userSelected();
   void rightPressed(LPARAM place);
   void drawLine(const DRAWITEMSTRUCT& item) const;

@@ -21,12 +21,12 @@ struct FreeString {
 using UniqueString = std::unique_ptr<wchar_t, FreeString>;
 
 // The file address of a path, with "#" and "%" of the path escaped.
-UniqueString addressOf(const std::filesystem::path& page) {
+std::wstring addressOf(const std::filesystem::path& page) {
   constexpr DWORD kSize = 4096;
   wchar_t address[kSize];
   DWORD size = kSize;
   throwIfFailed(UrlCreateFromPathW(page.c_str(), address, &size, 0));
-  return UniqueString(SysAllocString(address));
+  return {address, size};
 }
 
 }  // namespace
@@ -74,11 +74,68 @@ void BrowserHost::close() {
   }
 }
 
-void BrowserHost::navigate(const std::filesystem::path& page) {
+void BrowserHost::navigate(const std::filesystem::path& page, bool keepPlace) {
+  place_ = keepPlace ? place() : 0;
+  anchor_.clear();
+  loading_ = true;
+  page_ = page;
   site_->setPage(page);
+  follow(addressOf(page));
+}
+
+void BrowserHost::showAnchor(const std::wstring& id) {
+  if (loading_) {
+    anchor_ = id;
+    return;
+  }
+  site_->setOwnAnchor(id);
+  follow(addressOf(page_) + L"#" + id);
+}
+
+// The browser tells it of jumps inside a page, too.
+void BrowserHost::loaded() {
+  if (!std::exchange(loading_, false)) return;
+  if (place_ > 0) restorePlace(place_);
+  if (!anchor_.empty()) showAnchor(std::exchange(anchor_, {}));
+}
+
+void BrowserHost::follow(const std::wstring& address) const {
+  const UniqueString text(SysAllocString(address.c_str()));
   VARIANT none;
   VariantInit(&none);
-  throwIfFailed(browser_->Navigate(addressOf(page).get(), &none, &none, &none, &none));
+  throwIfFailed(browser_->Navigate(text.get(), &none, &none, &none, &none));
+}
+
+// The elements that a page is scrolled by: in the modes of older pages the body.
+std::vector<ComPtr<IHTMLElement2>> BrowserHost::scrolledElements() const {
+  std::vector<ComPtr<IHTMLElement2>> elements;
+  ComPtr<IDispatch> document;
+  if (browser_->get_Document(document.put()) != S_OK || !document) return elements;
+  ComPtr<IHTMLElement> root, body;
+  if (const auto page = document.query<IHTMLDocument3>()) page->get_documentElement(root.put());
+  if (const auto page = document.query<IHTMLDocument2>()) page->get_body(body.put());
+  for (const auto* element : {&root, &body})
+    if (*element) elements.push_back(element->query<IHTMLElement2>());
+  std::erase_if(elements, [](const auto& element) { return !element; });
+  return elements;
+}
+
+double BrowserHost::place() const {
+  for (const auto& element : scrolledElements()) {
+    long top = 0, height = 0;
+    if (SUCCEEDED(element->get_scrollTop(&top)) && SUCCEEDED(element->get_scrollHeight(&height)) &&
+        top > 0 && height > 0)
+      return static_cast<double>(top) / static_cast<double>(height);
+  }
+  return 0;
+}
+
+void BrowserHost::restorePlace(double place) const {
+  for (const auto& element : scrolledElements()) {
+    long height = 0;
+    if (SUCCEEDED(element->get_scrollHeight(&height)))
+      element->put_scrollTop(static_cast<long>(place * static_cast<double>(height)));
+  }
 }
 
 void BrowserHost::fitWindow() {

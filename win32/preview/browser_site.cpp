@@ -277,10 +277,20 @@ HRESULT BrowserSite::answer(DISPID member, DISPPARAMS* arguments, VARIANT* resul
 void BrowserSite::beforeNavigate(DISPPARAMS& arguments) {
   setCancel(arguments.rgvarg[0]);  // first, whatever happens then
   const std::wstring address = textOf(arguments.rgvarg[5]);
-  if (isOwnPage(address)) return setCancel(arguments.rgvarg[0], false);
+  if (isOwnPage(address)) {
+    setCancel(arguments.rgvarg[0], false);
+    return tellAnchor(address);
+  }
   const LinkTarget target = classifyLink(address);
   if (target.kind == LinkTarget::Kind::External && events_.onExternalLink)
     events_.onExternalLink(target.value);
+}
+
+void BrowserSite::tellAnchor(const std::wstring& address) {
+  const std::size_t mark = address.find_last_of(L'#');
+  if (mark == address.npos || samePath(address, page_)) return;  // "#" in the path of the page
+  const std::wstring id = address.substr(mark + 1);
+  if (id != std::exchange(ownAnchor_, {}) && events_.onAnchor) events_.onAnchor(id);
 }
 
 // The browser names a file by its path or by a file address, in both with the "#" of a link.

@@ -28,7 +28,8 @@ struct BrowserEvents {
   std::function<void()> onLoaded;
   std::function<void()> onFailed;  // called from inside the browser: do not destroy it there
   std::function<void(const std::wstring& address)> onExternalLink;
-  std::function<void(POINT place)> onMenu;  // wanted at that place of the screen
+  std::function<void(const std::wstring& id)> onAnchor;  // the user follows a link in the page
+  std::function<void(POINT place)> onMenu;               // wanted at that place of the screen
 };
 
 class BrowserSite final : public IOleClientSite,
@@ -44,6 +45,9 @@ class BrowserSite final : public IOleClientSite,
 
   // The one page that may be shown from now on, with all its "#" links.
   void setPage(const std::filesystem::path& page);
+
+  // The program leads the browser to that id of the page, which onAnchor is not told of.
+  void setOwnAnchor(const std::wstring& id) { ownAnchor_ = id; }
 
   // Nothing is told any more: the owner goes, the browser may live a little longer.
   void detach();
@@ -140,11 +144,13 @@ class BrowserSite final : public IOleClientSite,
   HRESULT answer(DISPID member, DISPPARAMS* arguments, VARIANT* result);
   void beforeNavigate(DISPPARAMS& arguments);
   bool isOwnPage(const std::wstring& address) const;
+  void tellAnchor(const std::wstring& address);
 
   LONG references_ = 1;
   HWND window_;
   BrowserEvents events_;
   std::wstring page_;
+  std::wstring ownAnchor_;  // where the program itself leads the browser
 };
 
 }  // namespace tintline

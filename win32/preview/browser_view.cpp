@@ -2,6 +2,7 @@
 #include "win32/preview/browser_view.h"
 
 #include <exception>
+#include <utility>
 
 namespace tintline {
 
@@ -13,6 +14,9 @@ BrowserView::BrowserView(HWND parent, ToolTips& tips, WebBrowser& model, int id,
     tips.set(window, came ? model.ToolTipText() : L"");
   };
   pane_.onExternalLink = [&shell](const std::wstring& address) { shell.open(address); };
+  pane_.onAnchor = [&model](const std::wstring& anchor) {
+    if (model.AnchorFollowed) model.AnchorFollowed(anchor);
+  };
   model.setView(this);
 }
 
@@ -22,11 +26,13 @@ void BrowserView::flush(bool frameVisible) {
   if (visible && shown_ != model_.navigations()) {
     shown_ = model_.navigations();
     try {
-      pane_.navigate(model_.page());
+      pane_.navigate(model_.page(), model_.keepsPlace());
     } catch (const std::exception&) {
       // The pane stays as it was: a preview that fails does not stop the work.
     }
   }
+  if (visible && std::exchange(anchor_, model_.anchorVersion()) != model_.anchorVersion())
+    pane_.showAnchor(model_.anchor());
   if (visible != visible_) pane_.setVisible(visible);
   visible_ = visible;
 }

@@ -31,7 +31,8 @@ class BrowserView final : public ControlView {
  private:
   WebBrowser& model_;
   PreviewPane pane_;
-  unsigned shown_ = 0;  // the navigation that the pane shows
+  unsigned shown_ = 0;   // the navigation that the pane shows
+  unsigned anchor_ = 0;  // the jump that the pane has done
   bool visible_ = false;
 };
 

@@ -51,16 +51,21 @@ PreviewPane::PreviewPane(HWND parent, int id, Engine engine) : engine_(engine) {
 
 PreviewPane::~PreviewPane() { window_.reset(); }
 
-void PreviewPane::navigate(const std::filesystem::path& page) {
+void PreviewPane::navigate(const std::filesystem::path& page, bool keepPlace) {
   page_ = std::filesystem::absolute(page).lexically_normal();  // as the browser names it
   if (!browser_ && !richEdit_) startEngine();
-  if (richEdit_) return richEdit_->navigate(page_);
+  if (richEdit_) return richEdit_->navigate(page_, keepPlace);
   try {
     SetTimer(window(), kPatience, kPatienceTime, nullptr);
-    browser_->navigate(page_);
+    browser_->navigate(page_, keepPlace);
   } catch (const Win32Error&) {
     giveUpBrowser();
   }
+}
+
+void PreviewPane::showAnchor(const std::wstring& id) {
+  if (richEdit_) richEdit_->showAnchor(id);
+  if (browser_ && !id.empty()) browser_->showAnchor(id);
 }
 
 void PreviewPane::setVisible(bool visible) { ShowWindow(window(), visible ? SW_SHOWNA : SW_HIDE); }
@@ -91,9 +96,14 @@ void PreviewPane::startEngine() {
 void PreviewPane::startBrowser() {
   browser_ = std::make_unique<BrowserHost>(
       window(),
-      BrowserEvents{.onLoaded = [this] { KillTimer(window(), kPatience); },
+      BrowserEvents{.onLoaded =
+                        [this] {
+                          KillTimer(window(), kPatience);
+                          if (browser_) browser_->loaded();
+                        },
                     .onFailed = [this] { PostMessageW(window(), kBrowserFailed, 0, 0); },
                     .onExternalLink = [this](const std::wstring& address) { tellLink(address); },
+                    .onAnchor = [this](const std::wstring& id) { tellAnchor(id); },
                     .onMenu =
                         [this](POINT place) {
                           PostMessageW(GetParent(window()), WM_CONTEXTMENU,
@@ -104,7 +114,8 @@ void PreviewPane::startBrowser() {
 
 void PreviewPane::startRichEdit() {
   richEdit_ = std::make_unique<RichEditView>(
-      window(), [this](const std::wstring& address) { tellLink(address); });
+      window(), [this](const std::wstring& address) { tellLink(address); },
+      [this](const std::wstring& id) { tellAnchor(id); });
 }
 
 void PreviewPane::giveUpBrowser() {
@@ -112,7 +123,7 @@ void PreviewPane::giveUpBrowser() {
   KillTimer(window(), kPatience);
   browser_.reset();
   startRichEdit();
-  richEdit_->navigate(page_);
+  richEdit_->navigate(page_, false);
 }
 
 void PreviewPane::closeEngines() {
@@ -138,6 +149,10 @@ void PreviewPane::tellChildWindow(UINT event, HWND window) const {
 
 void PreviewPane::tellLink(const std::wstring& address) const {
   if (onExternalLink) onExternalLink(address);
+}
+
+void PreviewPane::tellAnchor(const std::wstring& id) const {
+  if (onAnchor) onAnchor(id);
 }
 
 LRESULT CALLBACK PreviewPane::windowProcedure(HWND window, UINT message, WPARAM wParam,

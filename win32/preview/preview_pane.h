@@ -39,12 +39,20 @@ class PreviewPane {
   // it. Set before the first page.
   std::function<void(const std::wstring& address)> onExternalLink;
 
+  // A link to an id of the page that was clicked. Set before the first page.
+  std::function<void(const std::wstring& id)> onAnchor;
+
   // A window that covers the pane, or a part of it, came or goes; set before the first page.
   std::function<void(HWND window, bool came)> onChildWindow;
 
   // Shows a page of the program. Throws Win32Error when the system has nothing to show it with;
   // FileError when the file cannot be read (a browser that cannot read it is given up).
-  void navigate(const std::filesystem::path& page);
+  // `keepPlace`: it shows the line that the page before it shows at its top, or one at about the
+  // same share of it.
+  void navigate(const std::filesystem::path& page, bool keepPlace = false);
+
+  // Marks what has that id and brings it into view; nothing when the page has none.
+  void showAnchor(const std::wstring& id);
 
   void setVisible(bool visible);
 
@@ -74,6 +82,7 @@ class PreviewPane {
   void fitEngine();
   void tellChildWindow(UINT event, HWND window) const;
   void tellLink(const std::wstring& address) const;
+  void tellAnchor(const std::wstring& id) const;
 
   UniqueWindow window_;
   Engine engine_;

@@ -26,6 +26,8 @@ constexpr UINT kPause = 10;              // between pieces, for everything else
 constexpr std::size_t kSmallestPiece = 4'000;
 constexpr std::size_t kLargestPiece = 200'000;
 
+constexpr LRESULT kLinesAbove = 3;  // a line that is brought into view
+
 constexpr int kLineHeight = kFontHeight * 6 / 5;  // twips, nearly
 
 POINT pointOf(LPARAM lParam) {
@@ -64,6 +66,9 @@ class Standstill {
     SendMessageW(control_, WM_SETREDRAW, TRUE, 0);
     RedrawWindow(control_, nullptr, nullptr, RDW_ERASE | RDW_FRAME | RDW_INVALIDATE);
   }
+  // Instead of what was selected before.
+  void select(CHARRANGE range) { selection_ = range; }
+
   Standstill(const Standstill&) = delete;
   Standstill& operator=(const Standstill&) = delete;
 
@@ -76,8 +81,11 @@ class Standstill {
 
 }  // namespace
 
-RichEditView::RichEditView(HWND parent, ExternalLink onExternalLink)
-    : parent_(parent), onExternalLink_(std::move(onExternalLink)), pieceSize_(kSmallestPiece) {
+RichEditView::RichEditView(HWND parent, ExternalLink onExternalLink, AnchorLink onAnchor)
+    : parent_(parent),
+      onExternalLink_(std::move(onExternalLink)),
+      onAnchor_(std::move(onAnchor)),
+      pieceSize_(kSmallestPiece) {
   // It stays loaded: what was copied out of a control is an object of its library.
   if (LoadLibraryW(L"msftedit.dll") == nullptr) throwLastError();
   replaceControl();
@@ -153,15 +161,38 @@ void RichEditView::select(std::size_t from, std::size_t to) const {
   send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
 }
 
-void RichEditView::navigate(const std::filesystem::path& file) { show(renderPage(readFile(file))); }
+void RichEditView::navigate(const std::filesystem::path& file, bool keepPlace) {
+  show(renderPage(readFile(file)), keepPlace);
+}
 
-void RichEditView::show(RenderedPage page) {
+void RichEditView::showAnchor(const std::wstring& id) {
+  const auto position = id.empty() ? std::nullopt : page_.anchorPosition(id);
+  if (position) jumpTo({*position, std::min(page_.text.find(L'\n', *position), page_.text.size())});
+}
+
+void RichEditView::show(RenderedPage page, bool keepPlace) {
+  const std::size_t place = keepPlace ? placeIn(page) : 0;
   replaceControl();  // and its timer
   pressed_ = nullptr;
   jump_.reset();
+  if (place > 0) jump_ = Jump{place, place};
   page_ = std::move(page);
   shown_ = 0;
   appendPieces(kFirstMoment);
+}
+
+// Where the next page shows what this one shows at its top.
+std::size_t RichEditView::placeIn(const RenderedPage& next) const {
+  const LRESULT line = send(EM_GETFIRSTVISIBLELINE);
+  if (line <= 0) return 0;
+  const auto start = static_cast<std::size_t>(send(EM_LINEINDEX, static_cast<WPARAM>(line)));
+  const auto here = std::ranges::equal_range(page_.anchors, start, {}, &Anchor::position);
+  for (const Anchor& anchor : here)
+    if (const auto position = next.anchorPosition(anchor.name)) return *position;
+  const auto share = static_cast<double>(std::min(start, page_.text.size())) /
+                     static_cast<double>(page_.text.size());
+  const auto about = static_cast<std::size_t>(share * static_cast<double>(next.text.size()));
+  return next.text.rfind(L'\n', about) + 1;  // 0 in the first line
 }
 
 void RichEditView::fitDpi() const {
@@ -189,7 +220,7 @@ void RichEditView::appendPieces(ULONGLONG milliseconds) {
                               kSmallestPiece, kLargestPiece);
     }
   }
-  if (jump_ && *jump_ <= shown_) scrollTo(*std::exchange(jump_, {}));
+  if (jump_ && reached(*jump_)) goTo(*std::exchange(jump_, {}));
   if (!loaded()) SetTimer(window(), kTimer, kPause, nullptr);
 }
 
@@ -267,16 +298,49 @@ void RichEditView::followLink(const TextRun* run) {
   if (target.kind != LinkTarget::Kind::Anchor) return;
   const auto anchor = page_.anchorPosition(target.value);
   if (!anchor) return;
-  if (*anchor <= shown_)
-    scrollTo(*anchor);
-  else
-    jump_ = anchor;
+  jumpTo({*anchor, *anchor});
+  if (onAnchor_) onAnchor_(target.value);
 }
 
-// Puts the caret there and the line at the top of the window.
-void RichEditView::scrollTo(std::size_t position) {
-  select(position, position);
-  const LRESULT line = send(EM_EXLINEFROMCHAR, 0, asLong(position));
+void RichEditView::jumpTo(Jump jump) {
+  jump_.reset();
+  if (reached(jump))
+    goTo(jump);
+  else
+    jump_ = jump;
+}
+
+// Whether it can be done: what is to stand below the place is shown, too.
+bool RichEditView::reached(const Jump& jump) const {
+  return loaded() || jump.to + kSmallestPiece <= shown_;
+}
+
+// A place comes to the top of the window, with the caret; a range is marked where it is, or, when
+// nobody would see it, comes nearly to the top.
+void RichEditView::goTo(Jump jump) {
+  const LRESULT line = lineAt(jump.from);
+  if (jump.from == jump.to) {
+    select(jump.from, jump.from);
+    return scrollTo(line);
+  }
+  {
+    Standstill standstill(window());
+    standstill.select({asLong(jump.from), asLong(jump.to)});
+  }
+  RECT client{};
+  GetClientRect(window(), &client);
+  const POINTL corner{0, client.bottom - 1};
+  const auto below =
+      static_cast<std::size_t>(send(EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&corner)));
+  if (line < send(EM_GETFIRSTVISIBLELINE) || line >= lineAt(below))
+    scrollTo(std::max<LRESULT>(line - kLinesAbove, 0));
+}
+
+LRESULT RichEditView::lineAt(std::size_t position) const {
+  return send(EM_EXLINEFROMCHAR, 0, asLong(position));
+}
+
+void RichEditView::scrollTo(LRESULT line) const {
   send(EM_LINESCROLL, 0, line - send(EM_GETFIRSTVISIBLELINE));
 }
 

@@ -27,8 +27,10 @@ class RichEditView {
  public:
   using ExternalLink = std::function<void(const std::wstring& address)>;
 
+  using AnchorLink = std::function<void(const std::wstring& id)>;
+
   // A control that fills the parent. Throws Win32Error when the system has none of its kind.
-  RichEditView(HWND parent, ExternalLink onExternalLink);
+  RichEditView(HWND parent, ExternalLink onExternalLink, AnchorLink onAnchor);
   ~RichEditView();
   RichEditView(const RichEditView&) = delete;
   RichEditView& operator=(const RichEditView&) = delete;
@@ -36,8 +38,13 @@ class RichEditView {
   // The control; another one for every page, nullptr once the parent has destroyed it.
   HWND window() const { return control_.get(); }
 
-  // Reads the page and shows its beginning. Throws FileError and leaves the old page.
-  void navigate(const std::filesystem::path& file);
+  // Reads the page and shows its beginning, or with `keepPlace` the line that stands at the top
+  // now, which is found by its id, else by its share of the lines. Throws FileError and leaves the
+  // old page.
+  void navigate(const std::filesystem::path& file, bool keepPlace);
+
+  // Marks the line of that id and brings it into view; nothing when the page has none.
+  void showAnchor(const std::wstring& id);
 
   // Whether all of the page is shown.
   bool loaded() const { return shown_ == page_.text.size(); }
@@ -58,7 +65,8 @@ class RichEditView {
   void setFormats() const;
   CHARRANGE selection() const;
   void select(std::size_t from, std::size_t to) const;
-  void show(RenderedPage page);
+  void show(RenderedPage page, bool keepPlace);
+  std::size_t placeIn(const RenderedPage& next) const;
   void askForMenu(POINT place) const;
   void appendPieces(ULONGLONG milliseconds);
   void appendPiece(std::size_t end);
@@ -68,16 +76,25 @@ class RichEditView {
   bool showHand() const;
   LRESULT onButtonUp(WPARAM wParam, LPARAM lParam);
   void followLink(const TextRun* run);
-  void scrollTo(std::size_t position);
+  // A place to go to, or a range to mark and to bring into view.
+  struct Jump {
+    std::size_t from, to;
+  };
+  void jumpTo(Jump jump);
+  bool reached(const Jump& jump) const;
+  void goTo(Jump jump);
+  LRESULT lineAt(std::size_t position) const;
+  void scrollTo(LRESULT line) const;
 
   HWND parent_;
   UniqueWindow control_;
   ExternalLink onExternalLink_;
+  AnchorLink onAnchor_;
   RenderedPage page_;
   std::size_t shown_ = 0;             // characters in the control
   std::size_t pieceSize_;             // characters that load in a short moment
   const TextRun* pressed_ = nullptr;  // the link that the mouse was pressed on
-  std::optional<std::size_t> jump_;   // an anchor to go to when it is shown
+  std::optional<Jump> jump_;          // to be done when its place is shown
 };
 
 }  // namespace tintline

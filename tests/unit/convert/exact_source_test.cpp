@@ -9,6 +9,7 @@
 #include "base/file.h"
 #include "convert/exact.h"
 #include "convert/source_text.h"
+#include "output/rendered_page.h"
 
 namespace tintline {
 namespace {
@@ -30,6 +31,19 @@ TEST(ExactSource, HasOneHtmlLineForEachChosenLine) {
   EXPECT_EQ(convertExact(source, chosen, {}, {}, u8"x").lines.size(), some);
   EXPECT_EQ(convertExact(source, std::vector<bool>(count), {}, {}, u8"x").lines.size(), 0U);
   EXPECT_EQ(source.lines()[count - 1], "d");
+
+  // Each line has an id in the preview, whatever the style.
+  for (const auto style : {listing::Style::Class, listing::Style::Inline}) {
+    const ExactResult result = convertExact(source, {}, {.style = style}, {}, u8"x");
+    ASSERT_EQ(result.anchors.lines(), count);
+    EXPECT_EQ(result.anchors.anchorOf(count), std::nullopt);
+    const RenderedPage preview = renderPage(result.preview);
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::wstring anchor = result.anchors.anchorOf(i).value();
+      EXPECT_EQ(result.anchors.lineOf(anchor), i);
+      EXPECT_TRUE(preview.anchorPosition(anchor)) << i;
+    }
+  }
 }
 
 }  // namespace

@@ -122,7 +122,8 @@ TEST(RenderedPage, ShowsAnExactPageAsABrowserDoes) {
   constexpr std::string_view kHead =
       "<!DOCTYPE html>\n<head><style>\nheader,nav,pre{border-color:#000009}\nnav a{color:#000001}\n"
       "main h2{background-color:#000002}\n.nf,.nc{color:#000003}\nmain h2 .nf{font-weight:700}\n"
-      "a[id]:empty:before{color:#000004}\n.c{color:#000005}\n.c{font-style:italic}\n"
+      "a[id]:empty:before{content:attr(id);color:#000004}\n.c{color:#000005}\n.c{font-style:italic}"
+      "\n"
       "@media screen and (x){:root{y}.c{color:#000006}}\n</style></head>\n<body>\n";
   const std::pair<std::string_view, std::string_view> rows[] = {
       {"<a class=\"skip\" href=\"#code\">Zum Code</a>\n<header><h1>M</h1><p>1\n  "

@@ -16,10 +16,12 @@ struct BrowserSiteTest : testing::Test {
       nullptr, {.onLoaded = [this] { ++loaded; },
                 .onFailed = [this] { ++failed; },
                 .onExternalLink = [this](const std::wstring& link) { links.push_back(link); },
+                .onAnchor = [this](const std::wstring& id) { anchors += id + L" "; },
                 .onMenu = [this](POINT place) { menu = place.x; }}));
   int loaded = 0, failed = 0;
   LONG menu = 0;
   std::vector<std::wstring> links;
+  std::wstring anchors;
 
   HRESULT invoke(DISPID member, std::vector<VARIANT> arguments, VARIANT* result = nullptr) {
     DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
@@ -93,6 +95,17 @@ TEST_F(BrowserSiteTest, onlyTheOwnPageIsShown) {
     EXPECT_EQ(links.size(), row.handedOut ? 1U : 0U);
     EXPECT_TRUE(links.empty() || links[0] == row.address);
   }
+}
+
+TEST_F(BrowserSiteTest, linksInThePageAreToldButNotWhereTheProgramLeads) {
+  site->setPage(L"C:\\C#\\dummy.html");
+  for (const wchar_t* address : {L"C:\\C#\\dummy.html", L"file:///C:/C%23/dummy.html",
+                                 L"C:\\C#\\dummy.html#12", L"file:///C:/C%23/dummy.html#Modul1.3"})
+    EXPECT_TRUE(maySee(address)) << address;
+  site->setOwnAnchor(L"7");
+  for (const wchar_t* id : {L"7", L"7", L"8"})
+    EXPECT_TRUE(maySee((L"C:\\C#\\dummy.html#" + std::wstring(id)).c_str()));
+  EXPECT_EQ(anchors, L"12 Modul1.3 7 8 ");
 }
 
 TEST_F(BrowserSiteTest, nothingOpensAWindowAndADetachedSiteIsQuiet) {

@@ -139,6 +139,47 @@ TEST_F(PreviewTest, linksAreWhereTheirCharactersAreAndLeadOutOnlyWhenChecked) {
   EXPECT_EQ(send(WM_GETDLGCODE, VK_TAB) & (DLGC_WANTTAB | DLGC_WANTALLKEYS), 0);
 }
 
+// By the id of the line at the top, else by its share; a line that is asked for is marked.
+TEST_F(PreviewTest, theNextPageKeepsThePlaceAndLinesAreMarked) {
+  const auto lines = [](int count, bool ids, int behind) {
+    std::string html = "<pre>";
+    for (int i = 1; i <= count; ++i) {
+      const std::string number = std::to_string(i);
+      if (ids) html += "<a name='" + number + "'></a>";
+      html += number + "\n";
+    }
+    return html + std::string(static_cast<std::size_t>(behind), '\n') + ".";
+  };
+  const auto top = [&] {
+    const LRESULT line = send(EM_GETFIRSTVISIBLELINE);
+    wchar_t buffer[32] = {sizeof buffer / sizeof *buffer};
+    send(EM_GETLINE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(buffer));
+    return std::stoi(buffer);
+  };
+  show(lines(500, true, 100));
+  send(EM_LINESCROLL, 0, 249);
+  ASSERT_EQ(top(), 250);
+  const struct {
+    std::string html;
+    int expected;
+  } rows[] = {{"x\n" + lines(500, true, 300), 250}, {lines(1000, false, 200), 438}};
+  for (const auto& [html, expected] : rows) {
+    pane->navigate(page(html), true);
+    EXPECT_NEAR(top(), expected, 5);
+  }
+  show(lines(500, true, 100));
+  for (const auto& [id, from] : {std::pair{L"10", 10}, {L"400", 397}}) {
+    pane->showAnchor(id);
+    const CHARRANGE marked = selection();
+    EXPECT_EQ(text().substr(static_cast<std::size_t>(marked.cpMin),
+                            static_cast<std::size_t>(marked.cpMax - marked.cpMin)),
+              id);
+    EXPECT_EQ(top(), from == 10 ? 1 : from) << "only what nobody sees is brought into view";
+  }
+  pane->showAnchor(L"fehlt");
+  EXPECT_EQ(top(), 397);
+}
+
 TEST_F(PreviewTest, tabsLeadToEveryEighthColumn) {
   show("<pre>\tx\n12345678x\n\t\tx\n1234567890123456x</pre>");
   std::vector<LONG> columns;
