@@ -251,9 +251,10 @@ TEST(officeFile, ends_in_time_and_says_something_for_every_damage) {
     for (std::size_t size = 0; size < file.size(); ++size) {
       const OfficeFile result = read(std::string_view(file).substr(0, size));
       ASSERT_FALSE(result.projects.empty() && result.problems.empty()) << size;
-      if (file.starts_with(kCompoundSignature) && result.projects.empty())
+      if (file.starts_with(kCompoundSignature) && result.projects.empty()) {
         for (const Problem& problem : result.problems)  // what is cut off may have been one
           ASSERT_NE(problem.fault, Fault::NoProject) << size;
+      }
     }
     for (std::size_t at = 0; at < file.size(); at += at < 4096 ? 1 : 7)
       for (const char value : {'\0', '\xFF', static_cast<char>(file[at] + 1)}) {
