@@ -265,7 +265,7 @@ class CsvWriter {
   }
   void word(std::string_view text) {
     separate();
-    out_ << text;
+    if (!text.empty()) out_ << text;
   }
   void number(std::size_t value) {
     separate();
