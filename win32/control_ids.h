@@ -55,6 +55,7 @@ enum ControlId : int {
   kToolbar1,
   kOptKlassisch,
   kOptGenau,
+  kFortschritt,
 
   // frmSplash
   kSplashLogo = 1101,

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/controls/control.h"
+#include "app/controls/line_colors.h"
 #include "base/codepage.h"
 #include "base/line_list.h"
 
@@ -74,6 +75,9 @@ class ListBox : public Control {
   void setPlace(Place place);
   Place wantedPlace() const { return wantedPlace_; }
   std::function<Place()> shownPlace;  // set by the view, which knows
+
+  // How its lines are coloured.
+  Property<LineInks> Inks{*this, {}};
 
   // What an empty list says.
   Property<std::wstring> Hint{*this, {}};

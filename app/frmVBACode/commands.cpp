@@ -112,10 +112,16 @@ constexpr ToolbarButton kToolbar[] = {
     {"format2", Command::mnuFormat2, L"Verkleinert den Einzug"},  // 13
     {"umbruch", Command::mnuUmbruch, L"Bricht lange Zeilen um"},
     kGap,
+    {"makro", Command::mnuMakro, L"Verarbeitet das Makro/die Datei"},
+    {"modul", Command::mnuModul, L"Verarbeitet das gesamte Modul"},
+    {"auswahl", Command::mnuAuswahl, L"Verarbeitet die Auswahl"},
+    kGap,
+    {"preview", Command::mnuVorschau, L"Zeigt nach der Verarbeitung das HTML-Ergebnis an"},
     {"export", Command::cmdExport, L"Speichert das Ergebnis"},
     {"2word", Command::mnu2word,
      L"Überträgt das ganze Ergebnis nach Word; sind mehrere HTML-Zeilen markiert, nur diese"},
     kGap,
+    {"excel", Command::mnuexcel, L"Liest die Makros aus Excel ein"},
     {"farbe", Command::mnuFarben, L"Stellt die Farben ein"},
     {"help", Command::mnuhelp, L"Zeigt die Hilfe an"},
 };

@@ -49,6 +49,7 @@ class frmVBACode::RunObserver : public ConversionObserver {
  protected:
   void showWorking(std::size_t index, std::size_t count) {
     form_.Label10.Caption = progressText(kWorking, index + firstNumber_, count);
+    form_.showProgress(index + 1, count);
   }
 
   frmVBACode& form_;
@@ -240,7 +241,16 @@ void frmVBACode::run(const std::function<void()>& work) {
   endRun();
 }
 
+// Of what takes no time nothing is shown.
+void frmVBACode::showProgress(std::size_t done, std::size_t all) {
+  constexpr std::size_t kLong = 1000;
+  Fortschritt.Max = static_cast<int>(all);
+  Fortschritt.Value = static_cast<int>(done);
+  Fortschritt.Visible = all >= kLong;
+}
+
 void frmVBACode::endRun() {
+  Fortschritt.Visible = false;
   QuellschalterSetzen(true);
   AusgabeschalterSetzen(!HTMLText.empty());
   OptionenSetzen(true);

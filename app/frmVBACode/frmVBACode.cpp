@@ -70,6 +70,7 @@ frmVBACode::frmVBACode(Application& application)
   optClass.Value = true;
   for (CommandButton* button : {&cmdModul, &cmdVBAClp}) button->Enabled = false;
   FrameVorschau.Visible = false;
+  Fortschritt.Visible = false;
   QuellschalterSetzen(false);
   AusgabeschalterSetzen(false);
   wireEvents();
@@ -81,6 +82,9 @@ void frmVBACode::wireEvents() {
   cmdAuswahl.Click = [this] { execute(Command::mnuAuswahl); };
   cmdVBAClp.Click = [this] { execute(Command::cmdVBAClp); };
   cmdHTMClp.Click = [this] { command([this] { HTMLKopieren(); }); };
+  lblExportPfad.Click = [this] {
+    if (!lblExportPfad.Caption().empty()) command([this] { openFile(lblExportPfad.Caption()); });
+  };
   cmdExport.Click = [this] { execute(Command::cmdExport); };
   Check1.Click = [this] { command([] {}); };  // which catches up
   const auto chosenInsteadOf = [this](OptionButton& other) {
@@ -138,6 +142,7 @@ void frmVBACode::catchUp() {
   followMode();
   if (shown_ != chosenOptions()) ErgebnisAuffrischen();
   showHints();
+  showInks();
   if (FrameVorschau.Visible() != Check2.Value()) Check2_Click();
 }
 

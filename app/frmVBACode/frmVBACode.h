@@ -63,8 +63,9 @@ class frmVBACode final : public Form {
   CommandButton cmdHTMClp, cmdExport, cmdWord;
   Frame FrameVorschau;  // the pane around wBrowser; shown as Check2 says
   WebBrowser wBrowser;
-  Label Label9, Label10, lblExportPfad;
-  Control Toolbar1;  // asks isEnabled() for its buttons whenever it has changed
+  Label Label9, Label10, lblExportPfad;  // a click on the last opens the file
+  ProgressBar Fortschritt;               // of a long run, while it goes on
+  Control Toolbar1;                      // asks isEnabled() for its buttons whenever it has changed
 
   // What is true of a command now: for menus, tool bar and keys.
   bool isEnabled(Command command) const;
@@ -233,6 +234,7 @@ class frmVBACode final : public Form {
   void open(const std::filesystem::path& file);
   void openRecent(std::size_t index);
   void showHints();
+  void showInks();
   void chooseFile(const TreeNode& node);
   std::optional<ReadSource> readModule(const std::filesystem::path& file);
   void showModule(ReadSource module);
@@ -267,6 +269,7 @@ class frmVBACode final : public Form {
 
   void run(const std::function<void()>& work);
   void runAside(const std::function<void()>& work);
+  void showProgress(std::size_t done, std::size_t all);
   void endRun();
   void OptionenSetzen(bool enabled);
   bool readSourceAnew();

@@ -83,6 +83,12 @@ void frmVBACode::openRecent(std::size_t index) {
   open(file);
 }
 
+// Both lists in the colours that a page would have.
+void frmVBACode::showInks() {
+  List1.Inks = inksOf(LineInks::Lines::Source, chosenMode(), application_.colors);
+  List2.Inks = inksOf(LineInks::Lines::Html, chosenMode(), application_.colors);
+}
+
 // What can be done where there is nothing to see.
 void frmVBACode::showHints() {
   const bool code = List1.ListCount() > 0;

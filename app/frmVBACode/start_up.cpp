@@ -37,6 +37,7 @@ void frmVBACode::Initialisieren() {
   clearLists();
   showHints();
   Inilesen();
+  showInks();
   application_.splash.Load();  // again: its label tells the version
   Caption =
       L"VB(A)-Code in HTML-Format umwandeln (" + application_.splash.lblVersion.Caption() + L")";

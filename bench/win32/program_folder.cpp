@@ -22,7 +22,11 @@ fs::path buildFolder() {
 
 }  // namespace
 
+// The window begins where it likes: what it remembered of other runs is gone.
 ProgramFolder::ProgramFolder(const std::wstring& name) : path_(scratch_ / name) {
+  std::error_code none;
+  if (const wchar_t* const user = _wgetenv(L"APPDATA"))
+    fs::remove(fs::path(user) / L"TINTLINE" / L"Fenster.ini", none);
   create_directory(path_);
   for (const wchar_t* program : kPrograms) copy_file(buildFolder() / program, path_ / program);
 }

@@ -47,7 +47,8 @@ for size in 16 24 32; do
 done
 
 icotool -c -o tintline.ico "$(picture tintline 16)" "$(picture tintline 24)" \
-  "$(picture tintline 32)" "$(picture tintline 48)" -r "$(picture tintline 256)"
+  "$(picture tintline 32)" "$(picture tintline 48)" "$(picture tintline 64)" \
+  -r "$(picture tintline 96)" -r "$(picture tintline 128)" -r "$(picture tintline 256)"
 
 # What stands beside the last page of the installer.
 convert "$(picture setup 314 164)" -alpha off -type TrueColor bmp3:setup.bmp

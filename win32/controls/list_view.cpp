@@ -9,6 +9,7 @@
 #include "app/controls/line_layout.h"
 #include "app/controls/selection_colors.h"
 #include "win32/control_ids.h"
+#include "win32/controls/system_look.h"
 
 namespace tintline {
 namespace {
@@ -17,14 +18,14 @@ constexpr DWORD kStyle = LBS_NODATA | LBS_OWNERDRAWFIXED | LBS_EXTENDEDSEL | LBS
                          LBS_NOINTEGRALHEIGHT | WS_HSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP;
 constexpr int kMargin = 2;  // pixels at 96 dpi in front of the text
 
-void setLineColors(HDC dc, bool selected, bool focused) {
-  SelectionColors colors{GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
-  if (selected && focused)
-    colors = {GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
-  else if (selected)
-    colors = unfocusedSelection(colors.back, colors.text);
-  SetBkColor(dc, colors.back);
-  SetTextColor(dc, colors.text);
+SelectionColors lineColors(bool selected, bool focused) {
+  const SelectionColors colors{GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
+  if (selected && focused) return {GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
+  return selected ? unfocusedSelection(colors.back, colors.text) : colors;
+}
+
+COLORREF colorRef(listing::Color color) {
+  return RGB(color >> 16 & 0xFF, color >> 8 & 0xFF, color & 0xFF);
 }
 
 }  // namespace
@@ -57,6 +58,10 @@ void ListView::setFont(HFONT font, unsigned dpi) {
 void ListView::show() {
   const bool newLines = shownLines_ != model_.lineVersion();
   if (newLines) showLines();
+  if (shownInks_ != model_.Inks()) {
+    shownInks_ = model_.Inks();
+    InvalidateRect(hwnd(), nullptr, FALSE);
+  }
   if (std::exchange(shownHint_, model_.Hint()) != model_.Hint() && model_.ListCount() == 0)
     InvalidateRect(hwnd(), nullptr, TRUE);
   showExtent();  // in front of what scrolls: its bar takes room from the lines
@@ -163,13 +168,10 @@ bool ListView::isCurrent(const DRAWITEMSTRUCT& item) const {
   return static_cast<std::ptrdiff_t>(item.itemID) == model_.ListIndex();
 }
 
-// One call draws text and background, so nothing flickers; of a long line only what
-// shows is drawn.
+// Each part is drawn with its background in one call, so nothing flickers; of a long line only
+// what shows is drawn.
 void ListView::drawLine(const DRAWITEMSTRUCT& item) const {
-  setLineColors(item.hDC, (item.itemState & ODS_SELECTED) != 0, GetFocus() == hwnd());
-  if ((item.itemState & ODS_DISABLED) != 0) SetTextColor(item.hDC, GetSysColor(COLOR_GRAYTEXT));
   const Selected font(item.hDC, font_.get());
-
   const LineLayout line = layOutLine(model_.text(item.itemID));
   const int left = static_cast<int>(item.rcItem.left) + kMargin;
   RECT seen{};
@@ -180,14 +182,43 @@ void ListView::drawLine(const DRAWITEMSTRUCT& item) const {
     return static_cast<std::size_t>(std::ranges::upper_bound(line.columns, column) -
                                     line.columns.begin());
   };
-  const std::size_t first = std::max<std::size_t>(unitAt(seen.left), 1) - 1;
   const std::size_t end = std::min(unitAt(seen.right), line.text.size());
+  std::size_t from = std::min(std::max<std::size_t>(unitAt(seen.left), 1) - 1, end);
+  RECT area = item.rcItem;
   std::vector<int> widths;
-  for (std::size_t i = first; i < end; ++i)
-    widths.push_back(static_cast<int>(line.columns[i + 1] - line.columns[i]) * character_.width);
-  ExtTextOutW(item.hDC, left + static_cast<int>(line.columns[first]) * character_.width,
-              static_cast<int>(item.rcItem.top), ETO_OPAQUE | ETO_CLIPPED, &item.rcItem,
-              line.text.data() + first, static_cast<UINT>(widths.size()), widths.data());
+  const auto draw = [&](std::size_t to, bool last) {
+    widths.clear();
+    for (std::size_t i = from; i < to; ++i)
+      widths.push_back(static_cast<int>(line.columns[i + 1] - line.columns[i]) * character_.width);
+    const int place = left + static_cast<int>(line.columns[from]) * character_.width;
+    area.right =
+        last ? item.rcItem.right : left + static_cast<LONG>(line.columns[to]) * character_.width;
+    ExtTextOutW(item.hDC, place, static_cast<int>(item.rcItem.top), ETO_OPAQUE | ETO_CLIPPED, &area,
+                line.text.data() + from, static_cast<UINT>(widths.size()), widths.data());
+    area.left = area.right;
+    from = to;
+  };
+  const LineInks plain, &inks = setColors(item) ? model_.Inks() : plain;
+  const COLORREF text = GetTextColor(item.hDC);
+  const listing::Palette& palette = isDark(GetBkColor(item.hDC)) ? inks.dark : inks.light;
+  for (const InkedPart& part : inkedParts(line.text, inks)) {
+    if (part.end <= from && part.end < end) continue;
+    SetTextColor(item.hDC,
+                 part.tint ? colorRef(palette[static_cast<std::size_t>(*part.tint)]) : text);
+    draw(std::min(part.end, end), part.end >= end);
+    if (from >= end) return;
+  }
+  draw(end, true);  // an empty line
+}
+
+// The colours of a line as a whole; whether its parts have others.
+bool ListView::setColors(const DRAWITEMSTRUCT& item) const {
+  const bool selected = (item.itemState & ODS_SELECTED) != 0;
+  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
+  const SelectionColors colors = lineColors(selected, GetFocus() == hwnd());
+  SetBkColor(item.hDC, colors.back);
+  SetTextColor(item.hDC, disabled ? GetSysColor(COLOR_GRAYTEXT) : colors.text);
+  return !selected && !disabled && !isHighContrast();
 }
 
 // In the middle of the empty list, over as many lines as it takes.

@@ -40,6 +40,7 @@ class ListView final : public Widget {
   void userSelected();
   void rightPressed(LPARAM place);
   void drawLine(const DRAWITEMSTRUCT& item) const;
+  bool setColors(const DRAWITEMSTRUCT& item) const;
   void drawHint() const;
   bool isCurrent(const DRAWITEMSTRUCT& item) const;
   LRESULT copyLine(std::size_t index, char* buffer) const;
@@ -58,6 +59,7 @@ class ListView final : public Widget {
   unsigned shownLines_ = 0, shownSelection_ = 0, shownScroll_ = 0;  // versions of the model
   int shownExtent_ = -1;
   std::wstring shownHint_;
+  LineInks shownInks_;
   HFONT hintFont_ = nullptr;
 };
 

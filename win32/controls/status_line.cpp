@@ -71,7 +71,7 @@ int StatusWidget::needed() const { return static_cast<int>(textSize(font_, model
 void StatusWidget::draw(const DRAWITEMSTRUCT& item) {
   const Selected selected(item.hDC, font_);
   SetBkColor(item.hDC, GetSysColor(COLOR_BTNFACE));
-  SetTextColor(item.hDC, GetSysColor(COLOR_BTNTEXT));
+  SetTextColor(item.hDC, GetSysColor(isLink() ? COLOR_HOTLIGHT : COLOR_BTNTEXT));
   SIZE size{};
   const std::wstring text = shortened(model_.Caption(), [&](const std::wstring& part) {
     GetTextExtentPoint32W(item.hDC, part.c_str(), static_cast<int>(part.size()), &size);
@@ -80,7 +80,26 @@ void StatusWidget::draw(const DRAWITEMSTRUCT& item) {
   const int top = static_cast<int>(item.rcItem.top + item.rcItem.bottom - size.cy) / 2;
   ExtTextOutW(item.hDC, item.rcItem.left, top, ETO_OPAQUE | ETO_CLIPPED, &item.rcItem, text.c_str(),
               static_cast<UINT>(text.size()), nullptr);
+  if (isLink()) underline(item.hDC, item.rcItem, text, top);
   tellWhole(text != model_.Caption());
+}
+
+bool StatusWidget::isLink() const { return model_.Click && !model_.Caption().empty(); }
+
+HCURSOR StatusWidget::pointer() const {
+  return isLink() ? LoadCursorW(nullptr, IDC_HAND) : nullptr;
+}
+
+// As links are known by more than their colour.
+void StatusWidget::underline(HDC dc, const RECT& area, const std::wstring& text, int top) {
+  SIZE size{};
+  GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(dc, &metrics);
+  const LONG line = top + metrics.tmAscent + 1;
+  const RECT stroke{area.left, line, std::min(area.left + size.cx, area.right), line + 1};
+  SetBkColor(dc, GetTextColor(dc));
+  ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &stroke, nullptr, 0, nullptr);
 }
 
 // A tip of the model's own says the whole already.

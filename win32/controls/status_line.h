@@ -31,11 +31,14 @@ class StatusWidget final : public LabelWidget {
   StatusWidget(WidgetHost& host, Label& model, int id);
   void setFont(HFONT font, unsigned dpi) override;
   void draw(const DRAWITEMSTRUCT& item) override;
+  HCURSOR pointer() const override;  // a hand over what can be clicked
 
   // The width of the whole text; 0 for none.
   int needed() const;
 
  private:
+  bool isLink() const;
+  static void underline(HDC dc, const RECT& area, const std::wstring& text, int top);
   void tellWhole(bool cut);
 
   HFONT font_ = nullptr;

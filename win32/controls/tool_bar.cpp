@@ -39,7 +39,8 @@ void ToolBarWidget::addButtons() {
       added.iBitmap = pictureOf(Strip::Toolbar, button.key);
       added.idCommand = commandId(button.command);
       added.fsState = TBSTATE_ENABLED;
-      added.fsStyle = BTNS_BUTTON | BTNS_AUTOSIZE;
+      added.fsStyle =
+          BTNS_AUTOSIZE | (button.command == Command::mnuVorschau ? BTNS_CHECK : BTNS_BUTTON);
       added.iString = reinterpret_cast<INT_PTR>(texts.emplace_back(button.toolTip).c_str());
     }
     buttons.push_back(added);
@@ -65,6 +66,9 @@ void ToolBarWidget::show() {
     const bool enabled = form_.isEnabled(button.command);
     if (enabled != (send(TB_ISBUTTONENABLED, number) != 0))
       send(TB_ENABLEBUTTON, number, MAKELPARAM(enabled, 0));
+    const bool checked = form_.isChecked(button.command);
+    if (checked != (send(TB_ISBUTTONCHECKED, number) != 0))
+      send(TB_CHECKBUTTON, number, MAKELPARAM(checked, 0));
   }
 }
 

@@ -1,6 +1,8 @@
 // See tree_view.h.
 #include "win32/controls/tree_view.h"
 
+#include <uxtheme.h>
+#include <vssym32.h>
 #include <windowsx.h>
 
 #include <utility>
@@ -12,7 +14,7 @@
 namespace tintline {
 namespace {
 
-constexpr DWORD kStyle = TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
+constexpr DWORD kStyle = TVS_HASBUTTONS | TVS_FULLROWSELECT | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
                          TVS_DISABLEDRAGDROP | WS_TABSTOP | WS_GROUP;
 
 // To the tree itself: the user chose a node.
@@ -23,6 +25,15 @@ constexpr UINT kInternal = 0x10000;
 
 // The place that WM_CONTEXTMENU has when the menu key or Shift+F10 asked for it.
 constexpr LPARAM kByKey = -1;
+
+// Whether the file manager's look of trees is there, which draws what is selected.
+bool hasExplorerLook() {
+  HTHEME theme = OpenThemeData(nullptr, L"Explorer::TreeView");
+  if (theme == nullptr) return false;
+  const bool draws = IsThemePartDefined(theme, TVP_TREEITEM, 0) != FALSE;
+  CloseThemeData(theme);
+  return draws;
+}
 
 class Flagged {
  public:
@@ -41,8 +52,10 @@ class Flagged {
 TreeWidget::TreeWidget(WidgetHost& host, TreeView& model, int id)
     : Widget(host, model, id, {WC_TREEVIEWW, kStyle, WS_EX_CLIENTEDGE}),
       model_(model),
-      nodes_(*this) {
+      nodes_(*this),
+      ownLook_(hasExplorerLook()) {
   SetWindowSubclass(hwnd(), treeProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+  if (ownLook_) SetWindowTheme(hwnd(), L"Explorer", nullptr);  // as in the file manager
   TreeView_SetExtendedStyle(hwnd(), TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
   model.setTreeView(&nodes_);
   insertAll(model.roots());
@@ -145,7 +158,8 @@ LRESULT TreeWidget::notify(NMHDR& header) {
 LRESULT TreeWidget::color(NMTVCUSTOMDRAW& drawn) const {
   if (drawn.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   const bool selected = (drawn.nmcd.uItemState & CDIS_SELECTED) != 0;
-  if (drawn.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && selected && GetFocus() != hwnd()) {
+  if (drawn.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && selected && GetFocus() != hwnd() &&
+      !ownLook_) {
     const SelectionColors colors =
         unfocusedSelection(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT));
     drawn.clrText = colors.text;

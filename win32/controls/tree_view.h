@@ -73,6 +73,7 @@ class TreeWidget final : public Widget {
 
   TreeView& model_;
   Nodes nodes_;
+  bool ownLook_;  // the system draws what is selected
   UniqueImageList pictures_;
   std::map<std::size_t, HTREEITEM> items_;  // by the node's id
   bool byProgram_ = false;                  // what happens now is no act of the user

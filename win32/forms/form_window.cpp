@@ -28,9 +28,12 @@ void FormWindow::show() {
     makeFonts();
     flush();
     sizeAndCenter();
+    const int how = openingState();
     layout();
+    ShowWindow(hwnd(), how);
+  } else {
+    ShowWindow(hwnd(), IsZoomed(hwnd()) ? SW_SHOW : SW_SHOWNORMAL);
   }
-  ShowWindow(hwnd(), SW_SHOWNORMAL);
   SetForegroundWindow(hwnd());
   UpdateWindow(hwnd());
 }

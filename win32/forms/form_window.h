@@ -58,6 +58,9 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
   // it cannot be sized.
   virtual SIZE clientSize() = 0;
 
+  // Called when the window has its size and is about to show for the first time; gives how.
+  virtual int openingState() { return SW_SHOWNORMAL; }
+
   // The user wants the window closed.
   virtual void closeRequested() { form_.Unload(); }
 

@@ -7,12 +7,14 @@
 #include <string>
 
 #include "win32/control_ids.h"
+#include "win32/controls/opening_place.h"
 #include "win32/forms/menus.h"
 
 namespace tintline {
 namespace {
 
 constexpr SIZE kSmallestClient{720, 440};  // pixels at 96 dpi
+constexpr int kProgressWidth = 160;
 constexpr int kButtonWidth = 84, kButtonHeight = 26, kGap = 6;
 constexpr int kCheckMark = 26;  // a check mark's width with the blank behind it
 
@@ -52,6 +54,7 @@ MainWindow::MainWindow(MessagePump& pump, frmVBACode& form, Shell& shell, int de
   menu_ = makeMenuBar();
   SetMenu(hwnd(), menu_.release());  // the window owns it from now on
   addControls(designCharacterWidth);
+  form_.TellPlace = [this] { rememberPlace(); };
   form_.PopupMenu = [this](std::span<const MenuEntry> entries) {
     popUp(entries, controls_.tree->menuPlace());
   };
@@ -84,6 +87,7 @@ void MainWindow::addControls(int designCharacterWidth) {
   c.status = {&add<StatusWidget>(form_.Label9, id::kLabel9),
               &add<StatusWidget>(form_.Label10, id::kLabel10),
               &add<StatusWidget>(form_.lblExportPfad, id::kExportPfad)};
+  c.progress = &add<ProgressWidget>(form_.Fortschritt, id::kFortschritt);
   c.toolBar = &add<ToolBarWidget>(form_, id::kToolbar1);
   c.frame1 = &add<FrameWidget>(form_.Frame1, id::kFrame1);
   c.frame2 = &add<FrameWidget>(form_.Frame2, id::kFrame2);
@@ -115,6 +119,50 @@ bool MainWindow::translate(MSG& message) {
   if (!pane.usesKey(message) && TranslateAcceleratorW(hwnd(), accelerators_.get(), &message) != 0)
     return true;
   return pane.translate(message) || FormWindow::translate(message);
+}
+
+// Where it stood the last time.
+int MainWindow::openingState() {
+  const WindowMemory::Place& place = form_.memory.place;
+  const WindowMemory::Shares& shares = form_.memory.shares;
+  if (shares.tree > 0) division_.tree = shares.tree;
+  if (shares.preview > 0) division_.preview = shares.preview;
+  if (shares.source > 0) division_.source = shares.source;
+  RECT wanted{};
+  GetWindowRect(hwnd(), &wanted);
+  if (place.width > 0 && place.height > 0)
+    wanted = {place.left, place.top, place.left + place.width, place.top + place.height};
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromRect(&wanted, MONITOR_DEFAULTTONEAREST), &monitor);
+  const int step = GetSystemMetricsForDpi(SM_CYCAPTION, dpi()) + px(kGap);
+  const RECT free = openingPlace(wanted, monitor.rcWork, placesOfOthers(hwnd(), kMainClass), step);
+  SetWindowPos(hwnd(), nullptr, static_cast<int>(free.left), static_cast<int>(free.top),
+               static_cast<int>(sizeOf(free).cx), static_cast<int>(sizeOf(free).cy),
+               SWP_NOZORDER | SWP_NOACTIVATE);
+  return place.maximized ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
+}
+
+void MainWindow::rememberPlace() {
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  if (hwnd() == nullptr || !GetWindowPlacement(hwnd(), &placement)) return;
+  RECT normal = placement.rcNormalPosition;  // counted from the work area
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromWindow(hwnd(), MONITOR_DEFAULTTONEAREST), &monitor);
+  OffsetRect(&normal, static_cast<int>(monitor.rcWork.left - monitor.rcMonitor.left),
+             static_cast<int>(monitor.rcWork.top - monitor.rcMonitor.top));
+  const bool maximized =
+      placement.showCmd == SW_SHOWMAXIMIZED ||
+      (placement.showCmd == SW_SHOWMINIMIZED && (placement.flags & WPF_RESTORETOMAXIMIZED) != 0);
+  form_.memory.place = {.left = static_cast<int>(normal.left),
+                        .top = static_cast<int>(normal.top),
+                        .width = static_cast<int>(sizeOf(normal).cx),
+                        .height = static_cast<int>(sizeOf(normal).cy),
+                        .maximized = maximized};
+  form_.memory.shares = {
+      .tree = division_.tree, .preview = division_.preview, .source = division_.source};
 }
 
 // -------------------------------------------------------------------------- messages
@@ -201,7 +249,7 @@ void MainWindow::filesDropped(WPARAM drop) {
 // ---------------------------------------------------------------------------- layout
 void MainWindow::flushed() {
   if (previewShown_ != form_.FrameVorschau.Visible) layout();
-  if (statusWidths_ != shareStatus()) placeStatus();
+  if (statusWidths_ != shareStatus() || progressShown_ != form_.Fortschritt.Visible) placeStatus();
   browser_.flush(form_.FrameVorschau.Visible);  // in its place: a page without room scrolls away
 }
 
@@ -290,11 +338,22 @@ std::array<int, 3> MainWindow::shareStatus() const {
   std::array<int, 3> needed{};
   for (std::size_t i = 0; i < needed.size(); ++i)
     if (const int text = controls_.status[i]->needed(); text != 0) needed[i] = text + px(2 * kGap);
-  return shareLine(static_cast<int>(sizeOf(statusLine_).cx) + px(2 * kGap), needed);
+  return shareLine(statusRoom() + px(2 * kGap), needed);
+}
+
+// What the labels have: beside the progress, while it shows.
+int MainWindow::statusRoom() const {
+  const int room = static_cast<int>(sizeOf(statusLine_).cx);
+  return form_.Fortschritt.Visible ? room - px(kProgressWidth + kGap) : room;
 }
 
 void MainWindow::placeStatus() {
   statusWidths_ = shareStatus();
+  progressShown_ = form_.Fortschritt.Visible;
+  const int margin = px(5);
+  place(*controls_.progress, static_cast<int>(statusLine_.right) - px(kProgressWidth),
+        static_cast<int>(statusLine_.top) + margin, px(kProgressWidth),
+        static_cast<int>(sizeOf(statusLine_).cy) - 2 * margin);
   auto left = static_cast<int>(statusLine_.left);
   for (std::size_t i = 0; i < statusWidths_.size(); ++i) {
     place(*controls_.status[i], left, static_cast<int>(statusLine_.top),

@@ -36,11 +36,14 @@ class MainWindow final : public FormWindow {
   HCURSOR ownPointer() override;
 
   void layout() override;
+  int openingState() override;
+  void rememberPlace();
   SIZE clientSize() override { return {px(1160), px(740)}; }
   MainLayout currentLayout();
   LayoutMetrics metrics() const;
   void placeOptions(const RECT& row);
   std::array<int, 3> shareStatus() const;
+  int statusRoom() const;
   void placeStatus();
   void limitSize(MINMAXINFO& limits) const;
 
@@ -57,6 +60,7 @@ class MainWindow final : public FormWindow {
         *optClass, *optStyle, *list2, *htmClp, *exportButton, *word, *frame1, *frame2,
         *framePreview;
     std::array<StatusWidget*, 3> status;
+    Widget* progress;
     ToolBarWidget* toolBar;
   };
 
@@ -69,6 +73,7 @@ class MainWindow final : public FormWindow {
   Splitter dragged_ = Splitter::None;
   bool previewShown_ = false;
   RECT statusLine_{};
+  bool progressShown_ = false;
   std::array<int, 3> statusWidths_{};
 };
 

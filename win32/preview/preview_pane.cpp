@@ -41,9 +41,8 @@ void renderCopy() {
 
 PreviewPane::PreviewPane(HWND parent, int id, Engine engine) : engine_(engine) {
   registerClass(windowProcedure);
-  window_.reset(CreateWindowExW(WS_EX_CLIENTEDGE | WS_EX_CONTROLPARENT, kClass, L"",
-                                WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, parent,
-                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+  window_.reset(CreateWindowExW(WS_EX_CONTROLPARENT, kClass, L"", WS_CHILD | WS_CLIPCHILDREN, 0, 0,
+                                0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                 GetModuleHandleW(nullptr), nullptr));
   if (!window_) throwLastError();
   SetWindowLongPtrW(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));

@@ -9,6 +9,7 @@
 
 #include "base/codepage.h"
 #include "win32/controls/fonts.h"
+#include "win32/controls/opening_place.h"
 #include "win32/controls/status_line.h"
 #include "win32/system/text_measure.h"
 
@@ -105,6 +106,27 @@ TEST(statusLine, isSharedAsItsTextsNeedAndTheseAreShortenedInTheMiddle) {
   for (const auto& row : rows) {
     const auto fits = [&row](const std::wstring& text) { return text.size() <= row.room; };
     EXPECT_EQ(shortened(row.text, fits), row.shown);
+  }
+}
+
+TEST(openingPlace, isOnTheScreenAndBesideTheOthers) {
+  const RECT work{0, 40, 1000, 800};
+  const struct {
+    RECT wanted;
+    std::vector<RECT> others;
+    RECT expected;
+  } rows[] = {
+      {{100, 100, 500, 400}, {}, {100, 100, 500, 400}},
+      {{-5000, -100, -4000, 300}, {}, {0, 40, 1000, 440}},  // of a screen that is gone
+      {{700, 700, 2700, 1700}, {}, {0, 40, 1000, 800}},
+      {{100, 100, 500, 400}, {{105, 100, 300, 300}}, {130, 130, 530, 430}},
+      {{100, 100, 500, 400}, {{100, 100, 0, 0}, {130, 130, 0, 0}}, {160, 160, 560, 460}},
+      {{600, 500, 1000, 800}, {{600, 500, 0, 0}}, {0, 40, 400, 340}},  // no room there
+  };
+  for (const auto& row : rows) {
+    const RECT place = openingPlace(row.wanted, work, row.others, 30);
+    EXPECT_TRUE(EqualRect(&place, &row.expected))
+        << &row - rows << ": " << place.left << " " << place.top;
   }
 }
 
