@@ -260,7 +260,7 @@ class CsvWriter {
       out_ << text.substr(0, quote + 1) << "\"";
       text.remove_prefix(quote + 1);
     }
-    out_ << text;
+    if (!text.empty()) out_ << text;
     if (quoted) out_ << "\"";
   }
   void word(std::string_view text) {
