@@ -31,7 +31,8 @@ bool Application::Main(unsigned long lastError) {
 
 void Application::ProgrammBeenden() {
   for (Form* form : {static_cast<Form*>(&splash), static_cast<Form*>(&farbeinstellung),
-                     static_cast<Form*>(&prePostCode), static_cast<Form*>(&mainWindow)})
+                     static_cast<Form*>(&prePostCode), static_cast<Form*>(&prozeduren),
+                     static_cast<Form*>(&mainWindow)})
     form->Unload();
   HTMLHelp::CloseHelp(ports.shell);
   ports.releaseSingleInstance();

@@ -7,6 +7,7 @@
 
 #include "app/frmFarbeinstellung/frmFarbeinstellung.h"
 #include "app/frmPrePostCode/frmPrePostCode.h"
+#include "app/frmProzeduren/frmProzeduren.h"
 #include "app/frmSplash/frmSplash.h"
 #include "app/frmVBACode/frmVBACode.h"
 #include "app/ports.h"
@@ -25,6 +26,7 @@ class Application {
   frmSplash splash;
   frmFarbeinstellung farbeinstellung;
   frmPrePostCode prePostCode;
+  frmProzeduren prozeduren;
   frmVBACode mainWindow;
 
   // The entry: shows the main window and returns. `lastError` is the platform's last

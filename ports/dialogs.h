@@ -41,6 +41,10 @@ class Dialogs {
   virtual std::optional<std::filesystem::path> chooseFolder(
       const std::wstring& title, const std::filesystem::path& startFolder) = 0;
 
+  // The same, or an existing file.
+  virtual std::optional<std::filesystem::path> chooseFolderOrFile(
+      const std::wstring& title, const std::filesystem::path& startFolder) = 0;
+
   // A box with "OK". An empty title stands for the program's name.
   virtual void message(const std::wstring& text, MessageIcon icon, const std::wstring& title) = 0;
 

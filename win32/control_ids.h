@@ -11,6 +11,7 @@ inline constexpr wchar_t kMainClass[] = L"TINTLINE_Main";
 inline constexpr wchar_t kSplashClass[] = L"TINTLINE_Splash";
 inline constexpr wchar_t kColorsClass[] = L"TINTLINE_Farbeinstellung";
 inline constexpr wchar_t kPrePostClass[] = L"TINTLINE_PrePostCode";
+inline constexpr wchar_t kProceduresClass[] = L"TINTLINE_Prozeduren";
 inline constexpr wchar_t kInputClass[] = L"TINTLINE_Eingabe";
 
 // Sent to a list with a line's index in wParam and in lParam the address of a buffer
@@ -96,6 +97,12 @@ enum ControlId : int {
   // The input box
   kInputPrompt = 1401,
   kInputText,
+
+  // frmProzeduren
+  kLblFilter = 1501,
+  kTxtFilter,
+  kLstProzeduren,
+  kLblAnzahl,
 };
 
 }  // namespace id

@@ -14,6 +14,7 @@
 #include "win32/forms/colors_window.h"
 #include "win32/forms/main_window.h"
 #include "win32/forms/pre_post_window.h"
+#include "win32/forms/procedures_window.h"
 #include "win32/forms/splash_window.h"
 #include "win32/message_pump.h"
 #include "win32/office/office.h"
@@ -95,6 +96,10 @@ void makeWindows(Application& program, Platform& platform) {
   };
   program.prePostCode.makeView = [&] {
     return std::make_unique<PrePostWindow>(pump, program.prePostCode);
+  };
+  program.prozeduren.makeView = [&] {
+    return std::make_unique<ProceduresWindow>(pump, program.prozeduren,
+                                              platform.textMeasure.widestCharacter());
   };
 }
 

@@ -94,6 +94,7 @@ class ListBox : public Control {
   // The view reports what the user selected and where the focus is; then comes Click.
   void userSelected(std::vector<bool> selection, std::ptrdiff_t listIndex);
   Event Click;
+  Event DblClick;
 
  private:
   void take(Marks marks);

@@ -11,6 +11,7 @@ constexpr MenuEntry kDatei[] = {
     {Command::mnudatei, L"&Öffnen…", L"Strg+O"},
     {Command::mnuZuletzt, L"&Zuletzt geöffnet", L""},
     {Command::cmdExport, L"&Exportieren…", L"Strg+S"},
+    {Command::mnuDokumentieren, L"&Projekt dokumentieren…", L""},
     kLine,
     {Command::mnubeenden, L"&Beenden", L"Alt+F4"},
 };
@@ -21,6 +22,12 @@ constexpr MenuEntry kBearbeiten[] = {
     {Command::mnuInsert, L"&Einfügen", L"Strg+V"},
     kLine,
     {Command::mnuSelectAll, L"Alles &markieren", L"Strg+A"},
+    kLine,
+    {Command::mnuSuchen, L"&Suchen…", L"Strg+F"},
+    {Command::mnuWeitersuchen, L"&Weitersuchen", L"F3"},
+    {Command::mnuRueckwaerts, L"&Rückwärts suchen", L"Umschalt+F3"},
+    {Command::mnuGeheZu, L"&Gehe zu Zeile…", L"Strg+G"},
+    {Command::mnuProzeduren, L"&Prozeduren…", L"Strg+R"},
 };
 
 constexpr MenuEntry kKonvertieren[] = {
@@ -134,6 +141,11 @@ constexpr Accelerator kAccelerators[] = {
     {kControl | kShift, Key::Letter, 'C', Command::mnuFormatiertKopieren},
     {kControl, Key::Letter, 'V', Command::mnuInsert},
     {kControl, Key::Letter, 'A', Command::mnuSelectAll},
+    {kControl, Key::Letter, 'F', Command::mnuSuchen},
+    {kNoModifier, Key::F3, 0, Command::mnuWeitersuchen},
+    {kShift, Key::F3, 0, Command::mnuRueckwaerts},
+    {kControl, Key::Letter, 'G', Command::mnuGeheZu},
+    {kControl, Key::Letter, 'R', Command::mnuProzeduren},
     {kControl, Key::Letter, 'U', Command::mnuUmbruch},
     {kControl, Key::Letter, '1', Command::mnuKlassisch},
     {kControl, Key::Letter, '2', Command::mnuGenau},

@@ -51,6 +51,12 @@ enum class Command {
   mnuZuletzt,   // the menu of the files that were opened last
   mnuZuletzt1,  // the first of them
   mnuZuletzt8 = mnuZuletzt1 + 7,
+  mnuSuchen,
+  mnuWeitersuchen,
+  mnuRueckwaerts,
+  mnuGeheZu,
+  mnuProzeduren,
+  mnuDokumentieren,
   mnuAbbrechen  // Esc
 };
 
@@ -91,7 +97,7 @@ std::span<const ToolbarButton> toolbar();
 
 // Key combinations.
 enum KeyModifier : unsigned { kNoModifier = 0, kControl = 1, kShift = 2 };
-enum class Key { Letter, F1, F5, F6, F7, Plus, Minus, Escape };
+enum class Key { Letter, F1, F3, F5, F6, F7, Plus, Minus, Escape };
 
 struct Accelerator {
   unsigned modifiers;

@@ -178,6 +178,17 @@ void frmVBACode::dispatch(Command command) {
       return FormatiertKopieren();
     case Command::mnuSelectAll:
       return AllesMarkieren();
+    case Command::mnuSuchen:
+      return Suchen();
+    case Command::mnuWeitersuchen:
+    case Command::mnuRueckwaerts:
+      return Weitersuchen(command == Command::mnuWeitersuchen);
+    case Command::mnuGeheZu:
+      return GeheZuZeile();
+    case Command::mnuProzeduren:
+      return ProzedurenZeigen();
+    case Command::mnuDokumentieren:
+      return ProjektDokumentieren();
     case Command::mnuModul:
       return cmdModul_Click();
     case Command::mnuMakro:
@@ -269,6 +280,11 @@ bool frmVBACode::isEnabled(Command command) const {
       return cmdAuswahl.Enabled;
     case Command::mnuFormat:
     case Command::mnuFormatiertKopieren:
+    case Command::mnuSuchen:
+    case Command::mnuWeitersuchen:
+    case Command::mnuRueckwaerts:
+    case Command::mnuGeheZu:
+    case Command::mnuProzeduren:
       return code;
     case Command::mnuFormat2:
       return code && narrowable_;

@@ -165,6 +165,11 @@ class frmVBACode final : public Form {
   void mnuCopy_Click();
   void AllesMarkieren();
   void FormatiertKopieren();
+  void Suchen();
+  void Weitersuchen(bool forward);
+  void GeheZuZeile();
+  void ProzedurenZeigen();
+  void ProjektDokumentieren();
   void HTMLDateierstellen();
   void DummySeite();
 
@@ -189,6 +194,7 @@ class frmVBACode final : public Form {
   static constexpr std::string_view kScratchFile = "dummy.html";
 
   class RunObserver;
+  class ProjectProgress;
   class WholeRun;
   class SelectionRun;
 
@@ -285,6 +291,12 @@ class frmVBACode final : public Form {
   DocumentFrame frame() const;
   std::wstring decimal(double number) const;
 
+  ListBox& searchedList();
+  void findNext(ListBox& list, bool forward);
+  void goTo(ListBox& list, std::size_t line);
+
+  void document(const std::filesystem::path& source, const std::filesystem::path& folder);
+
   void indent(const Reformatting& pass);
   void tellTooManyWrapped();
   static std::optional<SourceText> reformatted(const SourceText& text, const Reformatting& pass);
@@ -364,6 +376,8 @@ class frmVBACode final : public Form {
   ProcedureNames ProzNamen_;
   std::vector<Reformatting> reformatting_;  // to be done again when the lines are read anew
   ResultOptions shown_{Mode::Classic, false, StyleMode::Class};  // the result is made with these
+  ListBox* searched_ = &List1;                                   // the list that was searched last
+  std::wstring suchtext_;                                        // what was looked for
   std::optional<std::size_t> menuNode_;  // the node under the last right click
   int einzug_ = 0;                       // blanks per block level
   int zeilenbreite_ = 80;                // 0: lines are not wrapped

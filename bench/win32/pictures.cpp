@@ -29,6 +29,7 @@ constexpr DialogPicture kDialogs[] = {
     {Command::mnuFarben, kColorsClass, L"farben.png"},
     {Command::mnuPrePost, kPrePostClass, L"prepost.png"},
     {Command::mnuInfo, kSplashClass, L"info.png"},
+    {Command::mnuProzeduren, kProceduresClass, L"prozeduren.png"},
     {Command::mnuZeilenbreite, kInputClass, L"zeilenbreite.png"},
 };
 

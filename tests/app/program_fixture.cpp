@@ -70,6 +70,7 @@ Program::Program(Transcript& transcript, const std::function<void(FakePorts&)>& 
   app.splash.makeView = splashWindow.maker();
   app.farbeinstellung.makeView = colorWindow.maker();
   app.prePostCode.makeView = prePostWindow.maker();
+  app.prozeduren.makeView = proceduresWindow.maker();
   form.makeView = mainWindow.maker();
   form.setView(&shown_);
   form.Frame1.setView(&shown_);
@@ -249,6 +250,9 @@ std::string Program::dialog() const {
   const frmPrePostCode& codes = app.prePostCode;
   if (codes.isShown())
     return readable(codes.txtPreCode.Text()) + " / " + readable(codes.txtPostCode.Text());
+  const frmProzeduren& procedures = app.prozeduren;
+  if (procedures.isShown())
+    return toUtf8(procedures.lblAnzahl.Caption()) + " " + described(procedures.lstProzeduren);
   const frmFarbeinstellung& colours = app.farbeinstellung;
   if (!colours.isShown()) return {};
   std::string text = toUtf8(colours.txtFarbe.Text() + L" / " + colours.txtHintergrund.Text()) +

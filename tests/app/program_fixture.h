@@ -105,7 +105,7 @@ class Program {
   }
 
   FakePorts ports;
-  FakeWindow splashWindow, colorWindow, prePostWindow, mainWindow;
+  FakeWindow splashWindow, colorWindow, prePostWindow, proceduresWindow, mainWindow;
   Application app;
   frmVBACode& form;
 

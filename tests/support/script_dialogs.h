@@ -49,6 +49,10 @@ class ScriptDialogs final : public Dialogs {
   Folder chooseFolder(const std::wstring& title, const std::filesystem::path& start) override {
     return next(L"folder", Folder(), {title, pathText(start)});
   }
+  Folder chooseFolderOrFile(const std::wstring& title,
+                            const std::filesystem::path& start) override {
+    return chooseFolder(title, start);
+  }
   void message(const std::wstring& text, MessageIcon icon, const std::wstring& title) override {
     const wchar_t* const sign = icon == MessageIcon::None       ? L""
                                 : icon == MessageIcon::Critical ? L" (!)"

@@ -129,6 +129,7 @@ void ListView::showExtent() {
 // ---------------------------------------------------------------- to the model
 void ListView::command(WORD code) {
   if (code == LBN_SELCHANGE || code == LBN_SELCANCEL) userSelected();
+  if (code == LBN_DBLCLK && model_.DblClick) model_.DblClick();
   if ((code == LBN_SETFOCUS || code == LBN_KILLFOCUS) && focused) focused(code == LBN_SETFOCUS);
 }
 

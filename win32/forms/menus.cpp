@@ -74,6 +74,8 @@ std::vector<WORD> keysOf(const Accelerator& accelerator) {
       return {static_cast<WORD>(accelerator.letter)};
     case Key::F1:
       return {VK_F1};
+    case Key::F3:
+      return {VK_F3};
     case Key::F5:
       return {VK_F5};
     case Key::F6:

@@ -97,7 +97,12 @@ std::optional<std::uint32_t> SystemDialogs::chooseColor(std::uint32_t color) {
 
 std::optional<std::filesystem::path> SystemDialogs::chooseFolder(
     const std::wstring& title, const std::filesystem::path& startFolder) {
-  return modBrowseForFolder::fkt_OrdnerWaehlen(owner(), title, startFolder);
+  return modBrowseForFolder::fkt_OrdnerWaehlen(owner(), title, startFolder, false);
+}
+
+std::optional<std::filesystem::path> SystemDialogs::chooseFolderOrFile(
+    const std::wstring& title, const std::filesystem::path& startFolder) {
+  return modBrowseForFolder::fkt_OrdnerWaehlen(owner(), title, startFolder, true);
 }
 
 HWND SystemDialogs::owner() {

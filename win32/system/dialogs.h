@@ -25,6 +25,8 @@ class SystemDialogs final : public Dialogs {
   std::optional<std::uint32_t> chooseColor(std::uint32_t color) override;
   std::optional<std::filesystem::path> chooseFolder(
       const std::wstring& title, const std::filesystem::path& startFolder) override;
+  std::optional<std::filesystem::path> chooseFolderOrFile(
+      const std::wstring& title, const std::filesystem::path& startFolder) override;
 
  private:
   FileChoice show(const FileDialog& dialog, DWORD flags, BOOL(WINAPI* ask)(LPOPENFILENAMEW));

@@ -23,11 +23,12 @@ int CALLBACK OrdnerDialogRueckruf(HWND dialog, UINT message, LPARAM, LPARAM star
 }  // namespace
 
 std::optional<std::filesystem::path> fkt_OrdnerWaehlen(HWND owner, const std::wstring& title,
-                                                       const std::filesystem::path& startFolder) {
+                                                       const std::filesystem::path& startFolder,
+                                                       bool files) {
   BROWSEINFOW request{};
   request.hwndOwner = owner;
   request.lpszTitle = title.c_str();
-  request.ulFlags = BIF_RETURNONLYFSDIRS;
+  request.ulFlags = files ? BIF_BROWSEINCLUDEFILES : BIF_RETURNONLYFSDIRS;
   request.lpfn = OrdnerDialogRueckruf;
   request.lParam = reinterpret_cast<LPARAM>(startFolder.c_str());
   const UniqueItemList chosen(SHBrowseForFolderW(&request));

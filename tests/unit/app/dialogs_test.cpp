@@ -200,8 +200,9 @@ TEST_F(dialogs, damaged_colours_are_shown_as_well_as_they_can_be) {
 
 std::string keyText(const Accelerator& keys) {
   const std::map<Key, std::string> names = {
-      {Key::F1, "F1"},  {Key::F5, "F5"},   {Key::F6, "F6"},      {Key::F7, "F7"},
-      {Key::Plus, "+"}, {Key::Minus, "-"}, {Key::Escape, "Esc"}, {Key::Letter, {keys.letter}}};
+      {Key::F1, "F1"},   {Key::F3, "F3"},      {Key::F5, "F5"},
+      {Key::F6, "F6"},   {Key::F7, "F7"},      {Key::Plus, "+"},
+      {Key::Minus, "-"}, {Key::Escape, "Esc"}, {Key::Letter, {keys.letter}}};
   return std::string((keys.modifiers & kControl) != 0 ? "Strg+" : "") +
          ((keys.modifiers & kShift) != 0 ? "Umschalt+" : "") + names.at(keys.key);
 }

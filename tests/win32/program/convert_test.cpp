@@ -210,6 +210,14 @@ TEST_F(program, dialogs_keep_what_was_confirmed) {
   EXPECT_NE(folder.read(L"TINTLINE.ini").find("ColProz=,#102030,#DFDFDF,3153936,14671839,0,"),
             std::string::npos);
   main().open(sampleModule());
+  const Opened procedures = open(Command::mnuProzeduren, kProceduresClass);
+  procedures.window.control(id::kTxtFilter).setText(L"demo");
+  EXPECT_EQ(procedures.window.control(id::kLstProzeduren).send(LB_GETCOUNT), 1);
+  leave(procedures, id::kOk);
+  procedures.command.finish();
+  EXPECT_EQ(
+      line(id::kList1, static_cast<std::size_t>(main().control(id::kList1).send(LB_GETCARETINDEX))),
+      "Public Sub Demo() ");
   main().convert();
   exportTo(folder / L"bunt.htm");
   EXPECT_EQ(folder.read(L"bunt.htm"), page(sampleModule()));
