@@ -88,11 +88,12 @@ void frmVBACode::replaceSource(SourceText text) {
 // Lines that keep their places keep their selection.
 void frmVBACode::showSource() {
   ListBox::Marks marks = List1.marks();
+  const bool shownBefore = List1.ListCount() > 0;
   const ListBox::Place place = List1.place();
   List1.setLines(shownSource_ == Mode::Exact ? sourceText_.exact.lines() : sourceText_.classic,
                  encodingOf(shownSource_));
   List1.setMarks(std::move(marks));
-  List1.setPlace(place);
+  if (shownBefore) List1.setPlace(place);
   hscroll1_.fit();
   Pruefen();
   KopierschalterSetzen();
