@@ -29,7 +29,7 @@ Project& OfficeFiles::project(std::size_t number) {
 
 std::size_t OfficeFiles::add(const std::filesystem::path& file, office_file::Project project,
                              bool several) {
-  const std::wstring title = freeTitle(file, wideText(project.name), several);
+  const std::wstring title = freeTitle(file, fromUtf8(project.name), several);
   titles_.insert(folded(title));
   documents_.emplace(
       ++last_,

@@ -26,6 +26,10 @@ unsigned ansiCodePage();
 std::string toUtf8(std::wstring_view text);
 std::wstring fromUtf8(std::string_view text);
 
+inline std::wstring fromUtf8(std::u8string_view text) {
+  return fromUtf8(std::string_view(reinterpret_cast<const char*>(text.data()), text.size()));
+}
+
 // What the bytes of a text are, where both kinds are possible.
 enum class TextEncoding : unsigned char { Ansi, Utf8 };
 

@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kHead =
+constexpr std::string_view kDocumentHead =
     "\">\n<head>\n<meta charset=\"utf-8\">\n"
     "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
     "'unsafe-inline'\">\n"
@@ -46,7 +46,7 @@ std::string html(std::wstring_view text) {
   return result;
 }
 
-std::string html(std::u8string_view text) { return html(wideText(text)); }
+std::string html(std::u8string_view text) { return html(fromUtf8(text)); }
 
 // A page without colours of its own: the browser's, as far as the theme lets it choose.
 std::string headOf(const Options& options, Language language) {
@@ -54,7 +54,7 @@ std::string headOf(const Options& options, Language language) {
   const listing::Theme theme = options.theme.value_or(Auto);
   const std::string schemes = theme == Auto ? "light dark" : theme == Dark ? "dark" : "light";
   return std::string("<!DOCTYPE html>\n<html lang=\"") +
-         (language == Language::German ? "de" : "en") + std::string(kHead) +
+         (language == Language::German ? "de" : "en") + std::string(kDocumentHead) +
          "<meta name=\"color-scheme\" content=\"" + schemes + "\">\n";
 }
 

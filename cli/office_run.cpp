@@ -144,7 +144,7 @@ class OfficeRun {
     return toUtf8(message.in(surroundings_.language));
   }
   static std::u8string harmless8(std::u8string_view name) {
-    return exactText(harmless(wideText(name)));
+    return exactText(harmless(fromUtf8(name)));
   }
 
   void listAsData(const Input& input, const OfficeDocument& document) {
@@ -204,12 +204,12 @@ class OfficeRun {
     FreeNames folders;
     for (const office_file::Project& project : document.projects) {
       fs::path folder = root / input.place;
-      if (document.projects.size() > 1) folder = folders.take(folder, wideText(project.name), {});
+      if (document.projects.size() > 1) folder = folders.take(folder, fromUtf8(project.name), {});
       FreeNames names;
       for (const office_file::Module& module : project.modules)
         if (options_.module.empty() || isWanted(module, choice_))
           exportModule(input, module, project.codePage,
-                       names.take(folder, wideText(module.name),
+                       names.take(folder, fromUtf8(module.name),
                                   fromUtf8(office_file::extensionOf(module.kind))));
     }
   }

@@ -61,7 +61,7 @@ static_assert(std::size(kFaults) == static_cast<std::size_t>(Fault::CompiledOnly
 Message problemText(const office_file::Problem& problem) {
   Message text = kFaults[static_cast<std::size_t>(problem.fault)]();
   for (const std::u8string& about : {problem.module, problem.place})
-    if (!about.empty()) text = kAbout(wideText(about), text);
+    if (!about.empty()) text = kAbout(fromUtf8(about), text);
   return text;
 }
 

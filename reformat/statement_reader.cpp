@@ -9,8 +9,6 @@
 namespace tintline {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 using vb::TokenKind;
 using vb::Word;
 
@@ -113,7 +111,7 @@ bool StatementReader::isFixed() {
 void StatementReader::read(std::size_t index, CodeLine& code) const {
   code.gaps.clear();
   code.end = 0;
-  code.comment = kNone;
+  code.comment = kNoPlace;
   code.moves = false;
   const std::size_t begin = begins_[index], end = begins_[index + 1];
   const auto from = std::lower_bound(
@@ -152,7 +150,7 @@ bool StatementReader::isPlaceForBreak(std::size_t token) const {
   const std::u8string_view text = textOf(token);
   if (text != u8"." && text != u8"!") return true;
   const std::size_t before = significantBefore(token);
-  return before == kNone || !endsOperand(tokens_[before], textOf(before));
+  return before == kNoPlace || !endsOperand(tokens_[before], textOf(before));
 }
 
 // Whether the comment can stand in front of its statement. What ends in "_" would go on in the
@@ -160,7 +158,7 @@ bool StatementReader::isPlaceForBreak(std::size_t token) const {
 // to stay.
 bool StatementReader::canMove(std::size_t comment, std::size_t line) const {
   const std::size_t before = significantBefore(comment);
-  if (line + 1 != statement_.end || before == kNone) return false;
+  if (line + 1 != statement_.end || before == kNoPlace) return false;
   const std::u8string_view text = textOf(comment);
   const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size());
   if (contentOf(bytes, LineText::Utf8).ends_with('_') || textOf(before).ends_with(u8'_'))
@@ -168,14 +166,14 @@ bool StatementReader::canMove(std::size_t comment, std::size_t line) const {
   if (text_[tokens_[comment].begin] == u8'\'') return true;
   if (textOf(before) != u8":") return tokens_[before].kind == TokenKind::Label;
   const std::size_t last = significantBefore(before);
-  return last != kNone && tokens_[last].word != Word::Then && tokens_[last].word != Word::Else;
+  return last != kNoPlace && tokens_[last].word != Word::Then && tokens_[last].word != Word::Else;
 }
 
 // The token of the statement in front of this one that is no blank.
 std::size_t StatementReader::significantBefore(std::size_t token) const {
   while (token-- > first_)
     if (tokens_[token].kind != TokenKind::Blank) return token;
-  return kNone;
+  return kNoPlace;
 }
 
 }  // namespace tintline

@@ -16,6 +16,8 @@
 
 namespace tintline {
 
+inline constexpr std::size_t kNoPlace = std::string_view::npos;
+
 // Blanks between two words of a line, where it can be broken.
 struct Gap {
   std::size_t begin;  // position in the line
@@ -25,7 +27,7 @@ struct Gap {
 struct CodeLine {
   std::vector<Gap> gaps;    // from left to right
   std::size_t end = 0;      // behind the last character of the code, 0 when there is none
-  std::size_t comment = 0;  // where the comment begins; npos when there is none
+  std::size_t comment = 0;  // where the comment begins; kNoPlace when there is none
   bool moves = false;       // the comment can stand in front of the statement instead
 };
 

@@ -13,7 +13,6 @@
 namespace tintline {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
 constexpr int kUsualUnit = 4;
 constexpr std::string_view kContinuation = " _";
 constexpr std::size_t kRoom = 10;  // for words in each further line, whatever it begins with
@@ -64,7 +63,7 @@ class Wrapper {
   void wrapCode(const Statement& statement) {
     std::size_t codeEnd = statement.begin;  // the first line that is only comment
     do reader_.read(codeEnd, code_);
-    while (++codeEnd < statement.end && code_.comment == kNone);
+    while (++codeEnd < statement.end && code_.comment == kNoPlace);
     const std::size_t last = statement.end - 1;
     const bool moves = code_.moves && isLonger(List1_[last], width_, kind_);
     setIndentation(List1_[statement.begin]);
@@ -104,7 +103,7 @@ class Wrapper {
   void breakCode(std::string_view line, bool withoutComment) {
     broken_ = line;
     const std::size_t all = withoutComment ? code_.end : contentOf(line, kind_).size();
-    const bool counts = code_.comment == kNone || code_.gaps.empty() ||
+    const bool counts = code_.comment == kNoPlace || code_.gaps.empty() ||
                         fits(deeperWidth_, code_.gaps.back().end, all);
     const std::size_t end = counts ? all : code_.end;
     std::string_view prefix;
@@ -193,7 +192,7 @@ class Wrapper {
     from = skipBlanks(line, from, kind_);
     for (std::string_view lead; !fits(widthOf(lead, kind_), start, end); lead = prefix) {
       const Gap chosen = chooseCommentGap(lead, start, from, prefix.ends_with('\''));
-      if (chosen.begin == kNone) break;
+      if (chosen.begin == kNoPlace) break;
       put({lead, line.substr(start, chosen.begin - start), innerTail(line)});
       start = from = chosen.end;
     }
@@ -201,16 +200,16 @@ class Wrapper {
   }
 
   // The last gap behind `from` in front of which the line that goes on at `start` is short enough,
-  // or the first one; it begins at kNone when there is none.
+  // or the first one; it begins at kNoPlace when there is none.
   Gap chooseCommentGap(std::string_view lead, std::size_t start, std::size_t from,
                        bool behindApostrophe) const {
     const std::size_t end = lengthWithoutMark(broken_);
-    Gap chosen{kNone, kNone};
+    Gap chosen{kNoPlace, kNoPlace};
     std::size_t reached = widthOf(lead, kind_), measured = start;
-    for (Gap gap = nextGap(from, end); gap.begin != kNone; gap = nextGap(gap.end, end)) {
+    for (Gap gap = nextGap(from, end); gap.begin != kNoPlace; gap = nextGap(gap.end, end)) {
       reached += width(measured, gap.begin);
       measured = gap.begin;
-      if (reached > width_ && chosen.begin != kNone) break;
+      if (reached > width_ && chosen.begin != kNoPlace) break;
       if (broken_[gap.begin - 1] == '_' || (behindApostrophe && broken_[gap.end] == '\'')) continue;
       chosen = gap;
       if (reached > width_) break;  // the first, where none leaves room
@@ -225,7 +224,7 @@ class Wrapper {
       if (behind >= end) break;
       if (behind > at) return {at, behind};
     }
-    return {kNone, kNone};
+    return {kNoPlace, kNoPlace};
   }
 
   // The length of the line without its end and the mark that continues it.

@@ -90,10 +90,10 @@ class Expander {
     office_file::Project& project = document.projects[number];
     fs::path folder = input.place;
     if (document.projects.size() > 1)
-      folder = folders_.take(input.place, wideText(project.name), {});
+      folder = folders_.take(input.place, fromUtf8(project.name), {});
     const auto shared =
         std::make_shared<OfficeProject>(OfficeProject{.place = input.place,
-                                                      .name = wideText(project.name),
+                                                      .name = fromUtf8(project.name),
                                                       .locked = project.locked,
                                                       .isSigned = project.isSigned});
     FreeNames names;
@@ -101,12 +101,12 @@ class Expander {
       if (!isWanted(module, choice_)) continue;
       Input member = input;
       member.isOffice = false;
-      member.place = names.take(folder, wideText(module.name),
+      member.place = names.take(folder, fromUtf8(module.name),
                                 fromUtf8(office_file::extensionOf(module.kind)));
       member.folder = input.folder + fs::path(input.place / std::to_string(number)).native();
       member.file.size = module.source.size();
       member.module = std::make_shared<OfficeModule>(
-          OfficeModule{.name = wideText(module.name),
+          OfficeModule{.name = fromUtf8(module.name),
                        .kind = module.kind,
                        .lines = office_file::editorLines(module.source),
                        .text = choice_.inEditor ? office_file::editorText(module.source)

@@ -33,10 +33,6 @@ constexpr std::u8string_view kHandled[] = {
     u8"Report",      u8"AddinInstance", u8"ThisDocument", u8"Session",          u8"Explorer",
     u8"Inspector",   u8"Slide",         u8"Presentation", u8"IDTExtensibility2"};
 
-bool holds(std::span<const std::u8string_view> words, std::u8string_view word) {
-  return std::ranges::any_of(words, [&](auto each) { return vb::equalFolded(each, word); });
-}
-
 // Whether a shortcut is what the value of VB_Invoke_Func says: a letter in front of "\n".
 bool isShortcut(std::u8string_view value) { return value.size() > 2 && value[1] > u8' '; }
 
@@ -96,7 +92,7 @@ class EntryPoints {
       case DeclarationKind::Sub:
       case DeclarationKind::Function:
       case DeclarationKind::Property:
-        return holds(kStarted, name) || isIn(attributed_, name) || isHandler(name) ||
+        return vb::isOneOf(kStarted, name) || isIn(attributed_, name) || isHandler(name) ||
                isRibbonCallback(declaration);
       case DeclarationKind::Variable:
         return declaration.withEvents || isIn(attributed_, name);
@@ -121,7 +117,7 @@ class EntryPoints {
          at = name.find(u8'_', at + 1)) {
       const auto object = name.substr(0, at);
       if (at > 0 && at + 1 < name.size() &&
-          (designed || holds(kHandled, object) || isIn(sources_, object)))
+          (designed || vb::isOneOf(kHandled, object) || isIn(sources_, object)))
         return true;
     }
     return false;

@@ -18,7 +18,7 @@ using listing::Output;
 using listing::Tint;
 
 // As far to the right as the code.
-constexpr std::string_view kStyle =
+constexpr std::string_view kAboutStyle =
     R"(.about{padding:2px 16px 2px 76px;font-size:13px;-webkit-user-select:none;-ms-user-select:none;user-select:none;overflow-wrap:anywhere}
 .about summary{padding:0}
 .about p{margin:2px 0;padding:0;white-space:pre-line}
@@ -31,9 +31,9 @@ constexpr std::string_view kStyle =
 @media(max-width:40em){.about{padding-left:52px;padding-right:8px}}
 @media print{.about{display:none}}
 )";
-constexpr ColorRule kColors[] = {{".about", "color", Tint::Quiet},
-                                 {".about p,.about dl", "color", Tint::Text},
-                                 {".about a", "color", Tint::Name}};
+constexpr ColorRule kAboutColors[] = {{".about", "color", Tint::Quiet},
+                                      {".about p,.about dl", "color", Tint::Text},
+                                      {".about a", "color", Tint::Name}};
 
 class ModulePage : public listing::Companion {
  public:
@@ -46,7 +46,8 @@ class ModulePage : public listing::Companion {
         words_(site::wordsOf(options.language)) {}
 
   std::string style() const override {
-    return pageLinksStyle(options_) + std::string(kStyle) + listing::colorStyle(kColors, options_);
+    return pageLinksStyle(options_) + std::string(kAboutStyle) +
+           listing::colorStyle(kAboutColors, options_);
   }
 
   void writeHeader(Output& out) const override {

@@ -2,7 +2,6 @@
 #include "site/project_file.h"
 
 #include <algorithm>
-#include <span>
 
 #include "vb/fold.h"
 
@@ -15,10 +14,6 @@ constexpr std::u8string_view kModuleKeys[] = {u8"Module",      u8"Class",       
 constexpr std::u8string_view kLibraryTypes[] = {u8"OleDll", u8"OleExe", u8"Control"};
 constexpr std::u8string_view kExtensions[] = {u8".bas", u8".cls", u8".frm", u8".ctl",
                                               u8".pag", u8".dob", u8".dsr"};
-
-bool holds(std::span<const std::u8string_view> words, std::u8string_view word) {
-  return std::ranges::any_of(words, [&](auto each) { return vb::equalFolded(each, word); });
-}
 
 std::u8string_view trimmed(std::u8string_view text) {
   const auto isBlank = [](char8_t c) { return c == u8' ' || c == u8'\t'; };
@@ -55,7 +50,7 @@ ProjectFile::Entry entryOf(std::u8string_view value) {
 
 bool isModuleName(std::u8string_view file) {
   const std::size_t point = file.rfind(u8'.');
-  return point != std::u8string_view::npos && holds(kExtensions, file.substr(point));
+  return point != std::u8string_view::npos && vb::isOneOf(kExtensions, file.substr(point));
 }
 
 ProjectFile readProjectFile(std::u8string_view text) {
@@ -68,12 +63,12 @@ ProjectFile readProjectFile(std::u8string_view text) {
     if (equals == std::u8string_view::npos) continue;
     const std::u8string_view key = trimmed(line.substr(0, equals));
     const std::u8string_view value = line.substr(equals + 1);
-    if (holds(kModuleKeys, key))
+    if (vb::isOneOf(kModuleKeys, key))
       project.modules.push_back(entryOf(value));
     else if (vb::equalFolded(key, u8"Name"))
       project.name = unquoted(value);
     else if (vb::equalFolded(key, u8"Type"))
-      project.isLibrary = holds(kLibraryTypes, trimmed(value));
+      project.isLibrary = vb::isOneOf(kLibraryTypes, trimmed(value));
   }
   return project;
 }

@@ -30,10 +30,6 @@ OfficeError failure(long number, std::wstring description) {
 }
 OfficeError outOfRange() { return failure(9, L"Index außerhalb des gültigen Bereichs"); }
 
-std::wstring wide(std::u8string_view text) {
-  return fromUtf8({reinterpret_cast<const char*>(text.data()), text.size()});
-}
-
 std::int32_t number(const OfficeValue& value) {
   if (const auto* out = std::get_if<OfficeOut>(&value)) return out->value;
   if (const auto* plain = std::get_if<std::int32_t>(&value)) return *plain;
@@ -101,7 +97,7 @@ class Code {
     const std::size_t begin = first == 0 ? 0 : ends_[first - 1];
     const std::size_t end = ends_[first + static_cast<std::size_t>(count) - 1];
     constexpr std::size_t kLineEnd = 2;
-    return wide(std::u8string_view(text_).substr(begin, end - begin - kLineEnd));
+    return fromUtf8(std::u8string_view(text_).substr(begin, end - begin - kLineEnd));
   }
 
   OfficeValue procedureOfLine(Arguments arguments) {
@@ -182,7 +178,7 @@ class ClosedProject : public std::enable_shared_from_this<ClosedProject> {
   // A name counts for the first component that has it.
   explicit ClosedProject(office_file::Project project) : project_(std::move(project)) {
     for (std::size_t i = 0; i < project_.modules.size(); ++i)
-      byName_.try_emplace(wide(project_.modules[i].name), i);
+      byName_.try_emplace(fromUtf8(project_.modules[i].name), i);
   }
 
   OfficeObjectPtr components() {
@@ -206,7 +202,7 @@ class ClosedProject : public std::enable_shared_from_this<ClosedProject> {
   OfficeObjectPtr component(std::size_t index) {
     const auto self = shared_from_this();
     const office_file::Module& module = project_.modules[index];
-    return object({{L"Name", constant(wide(module.name))},
+    return object({{L"Name", constant(fromUtf8(module.name))},
                    {L"Type", constant(std::int32_t{typeOf(module.kind)})},
                    {L"CodeModule",
                     [self, &module](Arguments) {
@@ -225,7 +221,7 @@ class ClosedProject : public std::enable_shared_from_this<ClosedProject> {
 }  // namespace
 
 OfficeObjectPtr closedProject(office_file::Project project, const std::wstring& title) {
-  const std::wstring name = wide(project.name);
+  const std::wstring name = fromUtf8(project.name);
   const auto shared = std::make_shared<ClosedProject>(std::move(project));
   return object(
       {{L"Protection", constant(std::int32_t{0})},

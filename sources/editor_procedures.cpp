@@ -15,10 +15,6 @@ namespace {
 constexpr std::int32_t kMaxLines = 65'534;
 constexpr std::size_t kMaxText = std::size_t{16} << 20;
 
-std::wstring wide(std::u8string_view text) {
-  return fromUtf8({reinterpret_cast<const char*>(text.data()), text.size()});
-}
-
 ProcedureKind kindOf(const vb::Declaration& declared) {
   switch (declared.accessor) {
     case vb::Accessor::Get:
@@ -64,7 +60,7 @@ EditorProcedures editorProcedures(std::u8string text, std::int32_t lines) {
     if (result.procedures.empty())
       taken = result.declarationLines =
           std::min(lastCodeLine(module, declared.head.begin), line - 1);
-    result.procedures.push_back({.name = wide(vb::plainName(module.textOf(declared.name))),
+    result.procedures.push_back({.name = fromUtf8(vb::plainName(module.textOf(declared.name))),
                                  .kind = kindOf(declared),
                                  .start = taken + 1});
     taken = std::max(static_cast<std::int32_t>(declared.endLine), line);

@@ -1,6 +1,7 @@
 // See fold.h. Tested by tests/unit/vb/fold_test.cpp.
 #include "vb/fold.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace tintline::vb {
@@ -84,6 +85,10 @@ bool folding::equalByCharacters(std::u8string_view a, std::u8string_view b) {
   while (!a.empty() && !b.empty())
     if (fold(take(a)) != fold(take(b))) return false;
   return a.empty() && b.empty();
+}
+
+bool isOneOf(std::span<const std::u8string_view> words, std::u8string_view word) {
+  return std::ranges::any_of(words, [&](auto each) { return equalFolded(each, word); });
 }
 
 }  // namespace tintline::vb

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,9 @@ char32_t fold(char32_t character);
 std::u8string folded(std::u8string_view text);
 
 bool equalFolded(std::u8string_view a, std::u8string_view b);
+
+// Whether the word is one of those, case disregarded.
+bool isOneOf(std::span<const std::u8string_view> words, std::u8string_view word);
 
 // ------------------------------------------------------------------------------------------
 // Names are almost always ASCII: eight characters at a time are folded in a register. A text that

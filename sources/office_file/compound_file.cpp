@@ -6,15 +6,17 @@
 #include <utility>
 
 #include "sources/office_file/ascii.h"
+#include "sources/office_file/compound_format.h"
 #include "vb/text.h"
 
 namespace tintline::office_file {
 namespace {
 
-constexpr std::size_t kHeader = 512, kEntry = 128, kHeaderTable = 76, kHeaderTableEntries = 109;
+constexpr std::size_t kHeader = 512, kHeaderTable = 76, kHeaderTableEntries = 109;
 constexpr std::uint32_t kNoEntry = 0xFFFFFFFF, kEndOfChain = 0xFFFFFFFE;
 constexpr std::size_t kMaxEntries = kMaxDirectory / kEntry;
-enum EntryType : std::uint8_t { kStorage = 1, kStream = 2, kRootStorage = 5 };
+
+EntryType typeOf(std::string_view entry) { return static_cast<EntryType>(entry[66]); }
 
 std::u16string nameOf(std::string_view entry) {
   std::u16string name;
@@ -138,7 +140,7 @@ void CompoundFile::link(const std::string& directory) {
     Entry& entry = entries_[index];
     const std::string_view bytes = raw(index);
     entry.name = nameOf(bytes);
-    entry.isStorage = bytes[66] == kStorage || index == kRoot;
+    entry.isStorage = typeOf(bytes) == EntryType::Storage || index == kRoot;
     std::copy_n(bytes.begin() + 80, entry.classId.size(), entry.classId.begin());
     entry.start = u32(bytes, 116);
     entry.size = u64(bytes, 120);
@@ -155,11 +157,11 @@ void CompoundFile::link(const std::string& directory) {
       seen[index] = true;
       siblings.push_back(u32(raw(index), 72));
       siblings.push_back(u32(raw(index), 68));
-      const char type = raw(index)[66];
-      if (type != kStorage && type != kStream) continue;
+      const EntryType type = typeOf(raw(index));
+      if (type != EntryType::Storage && type != EntryType::Stream) continue;
       take(index);
       entries_[storage].children.push_back(index);
-      if (type == kStorage) storages.push_back(index);
+      if (type == EntryType::Storage) storages.push_back(index);
     }
     std::ranges::sort(entries_[storage].children);
   }

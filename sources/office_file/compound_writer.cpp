@@ -9,10 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "sources/office_file/compound_format.h"
+
 namespace tintline::office_file {
 namespace {
 
-constexpr std::size_t kSector = 512, kMiniSector = 64, kCutoff = 4096, kEntry = 128;
+constexpr std::size_t kSector = 512, kMiniSector = 64, kCutoff = 4096;
 constexpr std::size_t kNumbers = kSector / 4;  // in a sector of a table
 constexpr std::size_t kInHeader = 109;         // sectors of the table that the header names
 constexpr std::uint32_t kFree = 0xFFFFFFFF, kEnd = 0xFFFFFFFE, kTable = 0xFFFFFFFD,
@@ -37,8 +39,6 @@ bool isBefore(const std::u16string& a, const std::u16string& b) {
   };
   return std::ranges::lexicographical_compare(a, b, {}, upper, upper);
 }
-
-enum class EntryType : std::uint8_t { Storage = 1, Stream = 2, Root = 5 };
 
 struct Entry {
   std::u16string name;

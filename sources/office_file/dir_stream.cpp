@@ -6,7 +6,7 @@
 namespace tintline::office_file {
 namespace {
 
-enum Record : std::uint16_t {
+enum RecordId : std::uint16_t {
   kCodePage = 0x03,
   kProjectName = 0x04,
   kVersion = 0x09,
@@ -21,7 +21,7 @@ enum Record : std::uint16_t {
   kUnicodeModuleName = 0x47
 };
 constexpr std::size_t kMaxModules = 0xFFFF;  // the project counts them in 16 bits
-constexpr std::size_t kHead = 6;             // id and size
+constexpr std::size_t kDirRecordHead = 6;    // id and size
 constexpr std::size_t kVersionSize = 6;      // its size field says 4
 
 std::u16string utf16(std::string_view bytes) {
@@ -59,11 +59,11 @@ void readModuleRecord(std::uint16_t id, std::string_view data, DirModule& module
 Directory readDirectory(std::string_view dir) {
   Directory directory;
   bool inModule = false;
-  while (dir.size() >= kHead) {
+  while (dir.size() >= kDirRecordHead) {
     const std::uint16_t id = u16(dir, 0);
     if (id == kEndOfProject) return directory;
     const std::size_t size = id == kVersion ? kVersionSize : u32(dir, 2);
-    dir.remove_prefix(kHead);
+    dir.remove_prefix(kDirRecordHead);
     if (size > dir.size()) break;
     const std::string_view data = dir.substr(0, size);
     dir.remove_prefix(size);

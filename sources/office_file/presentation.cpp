@@ -11,7 +11,7 @@
 namespace tintline::office_file {
 namespace {
 
-constexpr std::size_t kHead = 8;  // version and instance, type, length
+constexpr std::size_t kRecordHead = 8;  // version and instance, type, length
 constexpr std::uint16_t kUserEdit = 0x0FF5, kPersistDirectory = 0x1772, kObject = 0x1011;
 constexpr std::uint32_t kEncryptedToken = 0xF3D1C4DF;
 
@@ -23,10 +23,10 @@ struct Record {
 
 // The record at that place; type 0 when there is none.
 Record recordAt(std::string_view document, std::size_t at) {
-  if (at > document.size() || document.size() - at < kHead) return {};
+  if (at > document.size() || document.size() - at < kRecordHead) return {};
   return {.instance = static_cast<std::uint16_t>(u16(document, at) >> 4),
           .type = u16(document, at + 2),
-          .data = document.substr(at + kHead, u32(document, at + 4))};
+          .data = document.substr(at + kRecordHead, u32(document, at + 4))};
 }
 
 // Where the objects of the last state lie. Each edit has a directory of what it changed and names
@@ -57,9 +57,9 @@ std::vector<std::uint32_t> livePlaces(std::string_view document, std::uint32_t l
 // The places of all objects on the outermost level.
 std::vector<std::uint32_t> allPlaces(std::string_view document) {
   std::vector<std::uint32_t> places;
-  for (std::size_t at = 0; at + kHead <= document.size();) {
+  for (std::size_t at = 0; at + kRecordHead <= document.size();) {
     if (u16(document, at + 2) == kObject) places.push_back(static_cast<std::uint32_t>(at));
-    at += kHead + u32(document, at + 4);
+    at += kRecordHead + u32(document, at + 4);
   }
   return places;
 }

@@ -13,7 +13,7 @@
 namespace tintline::office_file {
 namespace {
 
-std::string_view takeLine(std::string_view& text) {
+std::string_view takeProperty(std::string_view& text) {
   const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
   const std::string_view line = text.substr(0, end);
   text.remove_prefix(std::min(end + 1, text.size()));
@@ -93,7 +93,7 @@ ProjectProperties readProperties(std::string_view stream, vb::CodePage page,
                                  const TrueNames& trueNames) {
   ProjectProperties properties;
   while (!stream.empty() && !stream.starts_with('[')) {  // sections for the editor follow
-    const std::string_view line = takeLine(stream);
+    const std::string_view line = takeProperty(stream);
     const std::size_t equals = std::min(line.find('='), line.size());
     const std::string_view key = line.substr(0, equals);
     const std::string_view value = unquoted(line.substr(std::min(equals + 1, line.size())));

@@ -15,7 +15,7 @@ namespace {
 constexpr char kContainerSignature = 1;
 constexpr unsigned kChunkSignature = 3;
 constexpr std::size_t kChunkText = 4096;  // what a chunk gives, but for the last
-constexpr std::size_t kHead = 2;
+constexpr std::size_t kChunkHead = 2;
 constexpr unsigned kCompressedFlag = 0x8000;  // without it a chunk is 4,096 bytes as they are
 
 // The text of one chunk while it grows.
@@ -87,12 +87,12 @@ Bytes decompressed(std::string_view container, std::size_t limit) {
   if (container.front() != kContainerSignature) return {{}, Fault::Damaged};
   container.remove_prefix(1);
   bool last = false;  // a short chunk was read: others may follow, or bytes that mean nothing
-  while (container.size() >= kHead && result.bytes.size() < limit) {
+  while (container.size() >= kChunkHead && result.bytes.size() < limit) {
     const unsigned head = u16(container, 0);
     const std::size_t announced = (head & kCompressedFlag) != 0 ? (head & 0xFFFU) + 1 : kChunkText;
-    const std::size_t size = std::min(announced, container.size() - kHead);
+    const std::size_t size = std::min(announced, container.size() - kChunkHead);
     const std::size_t before = result.bytes.size();
-    Fault fault = decompressChunk(head, container.substr(kHead, size), result.bytes);
+    Fault fault = decompressChunk(head, container.substr(kChunkHead, size), result.bytes);
     if (fault == Fault::None && size < announced) fault = Fault::Truncated;
     if (fault != Fault::None) {
       if (last || container.find_first_not_of('\0') == container.npos)
@@ -102,9 +102,9 @@ Bytes decompressed(std::string_view container, std::size_t limit) {
       return result;
     }
     last = result.bytes.size() - before < kChunkText;
-    container.remove_prefix(kHead + size);
+    container.remove_prefix(kChunkHead + size);
   }
-  if (result.bytes.size() >= limit && container.size() >= kHead) {
+  if (result.bytes.size() >= limit && container.size() >= kChunkHead) {
     result.bytes.resize(limit);
     result.fault = Fault::TooLarge;
   }
@@ -113,9 +113,9 @@ Bytes decompressed(std::string_view container, std::size_t limit) {
 
 std::size_t findSource(std::string_view stream) {
   // A first chunk of literals: a flag byte in front of each eight of them.
-  constexpr std::string_view kBeginning("\0Attribut\0e ", 11);
+  constexpr std::string_view kAttribute("\0Attribut\0e ", 11);
   constexpr std::size_t kInFront = 3;  // the container's signature and the chunk's head
-  for (std::size_t at = 0; (at = stream.find(kBeginning, at)) != stream.npos; ++at)
+  for (std::size_t at = 0; (at = stream.find(kAttribute, at)) != stream.npos; ++at)
     if (at >= kInFront && stream[at - kInFront] == kContainerSignature) return at - kInFront;
   return stream.npos;
 }
