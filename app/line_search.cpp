@@ -1,6 +1,7 @@
 // See line_search.h. Tested by tests/app/search_test.cpp.
 #include "app/line_search.h"
 
+#include "base/codepage.h"
 #include "convert/exact.h"
 #include "vb/fold.h"
 #include "vb/module.h"
@@ -9,7 +10,7 @@ namespace tintline {
 namespace {
 
 std::wstring nameOf(const vb::Module& module, const vb::Declaration& procedure) {
-  const std::wstring name = wideText(vb::plainName(module.textOf(procedure.name)));
+  const std::wstring name = fromUtf8(vb::plainName(module.textOf(procedure.name)));
   switch (procedure.accessor) {
     case vb::Accessor::Get:
       return name + L" (Get)";

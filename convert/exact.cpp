@@ -152,10 +152,6 @@ std::u8string exactText(std::wstring_view text) {
   return std::u8string(utf8.begin(), utf8.end());
 }
 
-std::wstring wideText(std::u8string_view text) {
-  return fromUtf8({reinterpret_cast<const char*>(text.data()), text.size()});
-}
-
 vb::Module readExact(std::u8string text, const std::filesystem::path& file,
                      const vb::WordLists& words, const std::vector<Reformatting>& passes,
                      bool inEditor) {

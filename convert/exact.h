@@ -43,10 +43,8 @@ listing::UserColors exactColors(const ColorScheme& colors);
 // The name of a file, or a path below the folder of the page, as the address of a link.
 std::u8string addressOf(const std::filesystem::path& page);
 
-// A text as valid UTF-8 in the type of the exact conversion, and such a text as users read it.
+// A text as valid UTF-8 in the type of the exact conversion.
 std::u8string exactText(std::wstring_view text);
-
-std::wstring wideText(std::u8string_view text);
 
 // What a file of that name holds.
 vb::ModuleKind moduleKindOf(const std::filesystem::path& file);

@@ -65,7 +65,7 @@ std::string written(Format format, const std::vector<vb::Module>& modules,
   };
   forEach([&](const vb::Module& module, std::uint32_t i) {
     project.add(module, {});
-    if (anchors != nullptr) anchors->add(wideText(project.linePrefix(i)), module.lines);
+    if (anchors != nullptr) anchors->add(fromUtf8(project.linePrefix(i)), module.lines);
   });
   project.close();
   std::ostringstream out;

@@ -1,6 +1,7 @@
 // See office_text.h. Tested by tests/cli/run.py.
 #include "convert/office_text.h"
 
+#include "base/codepage.h"
 #include "convert/exact.h"
 
 namespace tintline {

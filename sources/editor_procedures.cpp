@@ -12,7 +12,7 @@ namespace tintline {
 namespace {
 
 // What no editor holds is not taken apart: memory goes with the number of tokens.
-constexpr std::int32_t kMaxLines = 65'534;
+constexpr std::int32_t kMaxModuleLines = 65'534;
 constexpr std::size_t kMaxText = std::size_t{16} << 20;
 
 ProcedureKind kindOf(const vb::Declaration& declared) {
@@ -45,7 +45,7 @@ std::int32_t lastCodeLine(const vb::Module& module, std::uint32_t token) {
 
 EditorProcedures editorProcedures(std::u8string text, std::int32_t lines) {
   EditorProcedures result{.declarationLines = lines, .procedures = {}};
-  if (lines > kMaxLines || text.size() > kMaxText) return result;
+  if (lines > kMaxModuleLines || text.size() > kMaxText) return result;
   const vb::Module module = vb::readModule(std::move(text), {}, {}, vb::WordLists());
   std::int32_t taken = 0;  // the lines up to here belong to declarations or procedures
   const auto close = [&] {

@@ -91,7 +91,7 @@ listing::Options frmVBACode::exactOptions(const ResultOptions& result) const {
 std::wstring frmVBACode::title() const {
   if (source_ == Source::File) return Dateiname_;
   const std::vector<ExactModule>& modules = sourceText_.exact.modules();
-  if (modules.size() == 1 && !modules.front().name.empty()) return wideText(modules.front().name);
+  if (modules.size() == 1 && !modules.front().name.empty()) return fromUtf8(modules.front().name);
   const TreeNode* const node = TreeView1.SelectedItem();
   return modules.size() > 1 && node != nullptr ? node->path().front() : L"VB(A)-Code";
 }
