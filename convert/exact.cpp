@@ -163,7 +163,8 @@ vb::Module readExact(std::u8string text, const std::filesystem::path& file,
   }
   vb::Module module =
       vb::readModule(std::move(text), exactText(pathText(file.stem())), moduleKindOf(file), words);
-  return inEditor ? asInEditor(std::move(module), words) : module;
+  if (inEditor) return asInEditor(std::move(module), words);
+  return module;
 }
 
 ExactProject::ExactProject(Format format, const listing::Options& options, listing::Place place)

@@ -138,10 +138,11 @@ std::string Program::readable(std::wstring_view text) const {
   if (const std::size_t at = result.find(version); at != std::string::npos)
     result.replace(at, version.size(), "<version>");
   const std::string folder = toUtf8(pathText(ports.files.folder.path()));
-  for (std::size_t at = 0; (at = result.find(folder, at)) != std::string::npos;) {
+  const std::size_t first = result.find(folder);
+  for (std::size_t at = first; (at = result.find(folder, at)) != std::string::npos;)
     result.replace(at, folder.size(), "<folder>");
-    std::replace(result.begin() + static_cast<std::ptrdiff_t>(at), result.end(), '\\', '/');
-  }
+  if (first != std::string::npos)
+    std::replace(result.begin() + static_cast<std::ptrdiff_t>(first), result.end(), '\\', '/');
   for (std::size_t at = 0; (at = result.find("\r\n", at)) != std::string::npos;)
     result.replace(at, 2, "|");
   return result;

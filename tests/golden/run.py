@@ -10,7 +10,7 @@ import shutil
 import subprocess
 import sys
 
-from tests.support.checks import ENVIRONMENT, run_tests, with_full_paths
+from tests.support.checks import ENVIRONMENT, run_program, run_tests, with_full_paths
 
 HERE = pathlib.Path(__file__).resolve().parent
 NEW = HERE.parent.parent / "build" / "golden-new"
@@ -38,8 +38,8 @@ def first_difference(expected, actual):
 def check(command, expected, arguments):
     """Fails when the run does not give the expected bytes, or says anything but what stands in the
     file that ends in .err, and keeps what it gave."""
-    done = subprocess.run(command + arguments, cwd=expected.parent, timeout=TIMEOUT,
-                          stdin=subprocess.DEVNULL, capture_output=True, env=ENVIRONMENT)
+    done = run_program(command + arguments, cwd=expected.parent, timeout=TIMEOUT,
+                       stdin=subprocess.DEVNULL, capture_output=True, env=ENVIRONMENT)
     assert done.returncode == 0, f"exit code {done.returncode}, {done.stderr!r}"
     told = expected.with_suffix(".err")
     same(told, done.stderr.replace(b"\r\n", b"\n"), told.read_bytes() if told.exists() else b"")

@@ -1,6 +1,7 @@
 """What the Python test programs have in common: the list of tests, checks, and the count."""
 import os
 import pathlib
+import subprocess
 import traceback
 
 TESTS = []
@@ -43,6 +44,15 @@ def with_full_paths(command):
     """A command for tests that run in folders of their own: what names a file here still does."""
     return [str(pathlib.Path(word).resolve()) if pathlib.Path(word).exists() else word
             for word in command]
+
+
+def run_program(command, **process):
+    """As subprocess.run. Under Wine a busy machine at times ends a program at its start, with
+    exit code 1 and without a word; ours always says why: then it is started once more."""
+    done = subprocess.run(command, **process)
+    if done.returncode == 1 and not done.stdout and not done.stderr:
+        done = subprocess.run(command, **process)
+    return done
 
 
 def run_tests(tests):
