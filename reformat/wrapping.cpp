@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "base/typed_number.h"
 #include "reformat/statement_reader.h"
 #include "vb/scan.h"
 
@@ -285,16 +286,9 @@ class Wrapper {
 }  // namespace
 
 std::optional<int> parseLineWidth(std::wstring_view text) {
-  while (text.starts_with(L' ')) text.remove_prefix(1);
-  while (text.ends_with(L' ')) text.remove_suffix(1);
-  if (text.empty()) return std::nullopt;
-  int width = 0;
-  for (const wchar_t digit : text) {
-    if (digit < L'0' || digit > L'9') return std::nullopt;
-    width = std::min(width * 10 + (digit - L'0'), kMaxLineWidth + 1);
-  }
-  if (width != 0 && (width < kMinLineWidth || width > kMaxLineWidth)) return std::nullopt;
-  return width;
+  const auto width = parseNumber(text, kMaxLineWidth);
+  if (!width || (*width != 0 && *width < kMinLineWidth)) return std::nullopt;
+  return static_cast<int>(*width);
 }
 
 bool hasLongerLine(const LineList& List1, int width, LineText kind) {

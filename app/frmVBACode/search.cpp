@@ -1,30 +1,13 @@
 // Finding text, lines and procedures in the lists. Tested by tests/app/search_test.cpp.
 #include <algorithm>
-#include <optional>
 #include <string>
-#include <string_view>
 
 #include "app/application.h"
 #include "app/frmVBACode/frmVBACode.h"
 #include "app/line_search.h"
+#include "base/typed_number.h"
 
 namespace tintline {
-namespace {
-
-// The number that the user typed; nothing when it is none from 1 to `most`.
-std::optional<std::size_t> parseNumber(std::wstring_view text, std::size_t most) {
-  while (text.starts_with(L' ')) text.remove_prefix(1);
-  while (text.ends_with(L' ')) text.remove_suffix(1);
-  std::size_t number = 0;
-  for (const wchar_t digit : text) {
-    if (digit < L'0' || digit > L'9') return {};
-    number = std::min(number * 10 + static_cast<std::size_t>(digit - L'0'), most + 1);
-  }
-  if (number == 0 || number > most) return {};
-  return number;
-}
-
-}  // namespace
 
 // The list that the user works in, or worked in when he last searched.
 ListBox& frmVBACode::searchedList() {
@@ -75,7 +58,8 @@ void frmVBACode::GeheZuZeile() {
       ports_.dialogs.input(L"Zeile (1 bis " + std::to_wstring(count) + L"):",
                            std::to_wstring(std::max<std::ptrdiff_t>(list.ListIndex(), 0) + 1));
   if (!answer) return;
-  if (const auto line = parseNumber(*answer, count)) return goTo(list, *line - 1);
+  if (const auto line = parseNumber(*answer, count); line && *line > 0)
+    return goTo(list, *line - 1);
   ports_.dialogs.message(
       L"\"" + *answer + L"\" ist keine Zeile. Erlaubt sind 1 bis " + std::to_wstring(count) + L".",
       MessageIcon::Critical, {});
