@@ -2,6 +2,7 @@
 #include "win32/controls/list_view.h"
 
 #include <commctrl.h>
+#include <uxtheme.h>
 
 #include <algorithm>
 #include <vector>
@@ -35,7 +36,8 @@ ListView::ListView(WidgetHost& host, ListBox& model, int id, int designCharacter
       model_(model),
       designCharacterWidth_(designCharacterWidth) {
   SetWindowSubclass(hwnd(), listProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
-  shownLines_ = model.lineVersion() - 1;  // not shown yet
+  SetWindowTheme(hwnd(), L"Explorer", nullptr);  // scroll bars as in the file manager
+  shownLines_ = model.lineVersion() - 1;         // not shown yet
   model.shownPlace = [this] {
     return ListBox::Place{static_cast<std::size_t>(send(LB_GETTOPINDEX)),
                           GetScrollPos(hwnd(), SB_HORZ)};

@@ -5,15 +5,18 @@
 #include <vssym32.h>
 #include <windowsx.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "app/controls/selection_colors.h"
+#include "win32/controls/fonts.h"
 #include "win32/controls/image_strips.h"
 #include "win32/controls/window.h"
 
 namespace tintline {
 namespace {
 
+constexpr int kRowHeight = 22;  // pixels at 96 dpi, as in the file manager
 constexpr DWORD kStyle = TVS_HASBUTTONS | TVS_FULLROWSELECT | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
                          TVS_DISABLEDRAGDROP | WS_TABSTOP | WS_GROUP;
 
@@ -52,10 +55,10 @@ class Flagged {
 TreeWidget::TreeWidget(WidgetHost& host, TreeView& model, int id)
     : Widget(host, model, id, {WC_TREEVIEWW, kStyle, WS_EX_CLIENTEDGE}),
       model_(model),
-      nodes_(*this),
-      ownLook_(hasExplorerLook()) {
+      nodes_(*this) {
   SetWindowSubclass(hwnd(), treeProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
-  if (ownLook_) SetWindowTheme(hwnd(), L"Explorer", nullptr);  // as in the file manager
+  if (hasExplorerLook()) SetWindowTheme(hwnd(), L"Explorer", nullptr);  // as in the file manager
+  lookChanged();
   TreeView_SetExtendedStyle(hwnd(), TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
   model.setTreeView(&nodes_);
   insertAll(model.roots());
@@ -72,6 +75,17 @@ void TreeWidget::setFont(HFONT font, unsigned dpi) {
   UniqueImageList before = std::exchange(pictures_, loadStrip(Strip::Tree, dpi));
   TreeView_SetImageList(hwnd(), pictures_.get(), TVSIL_NORMAL);
   Widget::setFont(font, dpi);
+  const auto text = static_cast<int>(textSize(font, L"Ag").cy);
+  TreeView_SetItemHeight(hwnd(), std::max(scaled(kRowHeight, dpi), text + scaled(4, dpi)));
+}
+
+// The row below the mouse is marked by the file manager's look only; without it the system would
+// underline it like a link.
+void TreeWidget::lookChanged() {
+  constexpr LONG_PTR kTrack = TVS_TRACKSELECT;
+  ownLook_ = hasExplorerLook();
+  const LONG_PTR style = GetWindowLongPtrW(hwnd(), GWL_STYLE);
+  SetWindowLongPtrW(hwnd(), GWL_STYLE, ownLook_ ? style | kTrack : style & ~kTrack);
 }
 
 // ----------------------------------------------------------------- from the model
@@ -234,6 +248,7 @@ LRESULT CALLBACK TreeWidget::treeProcedure(HWND window, UINT message, WPARAM wPa
     tree.menuByKey();
     return 0;
   }
+  if (message == WM_THEMECHANGED) tree.lookChanged();
   return DefSubclassProc(window, message, wParam, lParam);
 }
 

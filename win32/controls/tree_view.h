@@ -50,6 +50,7 @@ class TreeWidget final : public Widget {
   };
 
   void show() override {}
+  void lookChanged();
   void insertAll(const std::vector<std::unique_ptr<TreeNode>>& nodes);
   void insert(TreeNode& node);
   void update(TreeNode& node);
@@ -73,7 +74,7 @@ class TreeWidget final : public Widget {
 
   TreeView& model_;
   Nodes nodes_;
-  bool ownLook_;  // the system draws what is selected
+  bool ownLook_ = false;  // the system draws what is selected
   UniqueImageList pictures_;
   std::map<std::size_t, HTREEITEM> items_;  // by the node's id
   bool byProgram_ = false;                  // what happens now is no act of the user
