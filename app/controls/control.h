@@ -52,6 +52,10 @@ class Control {
   Property<bool> Visible{*this, true};
   Property<std::wstring> ToolTipText{*this, {}};
 
+  // What screen readers call the control, where it does not show its name itself. To be set before
+  // there is a view.
+  std::wstring AccessibleName;
+
   // The view must live until another one or none is set.
   void setView(ControlView* view) { view_ = view; }
 

@@ -42,6 +42,8 @@ frmFarbeinstellung::frmFarbeinstellung(ColorScheme& colors, std::filesystem::pat
   cboKategorie.ListIndex = 0;
   cmdFarbe.Caption = L"Ändern…";
   cmdHintergrund.Caption = L"Ändern…";
+  cmdFarbe.AccessibleName = L"Textfarbe ändern…";
+  cmdHintergrund.AccessibleName = L"Hintergrundfarbe ändern…";
   chkTransparent.Caption = L"transparent";
   cmdStandard.Caption = L"Standard";
   cmdSpeichern.Caption = L"Speichern";

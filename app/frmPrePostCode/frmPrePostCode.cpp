@@ -19,6 +19,7 @@ frmPrePostCode::frmPrePostCode(std::filesystem::path settingsFile)
   Caption = L"TINTLINE PreCode/PostCode konfigurieren";
   Label1.Caption = L"PreCode:";
   Label2.Caption = L"PostCode:";
+  txtPostCode.AccessibleName = Label2.Caption;  // which comes behind it
   OKButton.Caption = L"Speichern";
   CancelButton.Caption = L"Abbrechen";
   OKButton.Click = [this] { OKButton_Click(); };

@@ -42,6 +42,7 @@ frmProzeduren::frmProzeduren() {
   lblFilter.Caption = L"Filter:";
   OKButton.Caption = L"Gehe zu";
   CancelButton.Caption = L"Abbrechen";
+  lstProzeduren.AccessibleName = L"Prozeduren";
   txtFilter.Change = [this] { filter(); };
   lstProzeduren.Click = [this] { move(0); };
   lstProzeduren.DblClick = [this] { OKButton_Click(); };

@@ -34,6 +34,12 @@ frmVBACode::frmVBACode(Application& application)
       hscroll1_(List1, ports_.textMeasure),
       hscroll2_(List2, ports_.textMeasure),
       highlighter_(keywords_) {
+  TreeView1.AccessibleName = L"Quellbaum";
+  List1.AccessibleName = std::wstring(kSourceCaption);
+  List2.AccessibleName = L"HTML-Code";
+  wBrowser.AccessibleName = L"Vorschau";
+  Fortschritt.AccessibleName = L"Fortschritt";
+  Toolbar1.AccessibleName = L"Symbolleiste";
   Frame1.Caption = std::wstring(kSourceCaption);
   Frame2.Caption = L"HTML-Code";
   FrameVorschau.Caption = L"Vorschau";

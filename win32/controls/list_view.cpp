@@ -10,6 +10,7 @@
 #include "app/controls/line_layout.h"
 #include "app/controls/selection_colors.h"
 #include "win32/control_ids.h"
+#include "win32/controls/list_accessible.h"
 #include "win32/controls/system_look.h"
 
 namespace tintline {
@@ -66,10 +67,17 @@ void ListView::show() {
   }
   if (std::exchange(shownHint_, model_.Hint()) != model_.Hint() && model_.ListCount() == 0)
     InvalidateRect(hwnd(), nullptr, TRUE);
+  showText(spokenName());
   showExtent();  // in front of what scrolls: its bar takes room from the lines
   if (newLines || shownSelection_ != model_.selectionVersion()) showSelection();
   if (std::exchange(shownScroll_, model_.scrollVersion()) != model_.scrollVersion())
     showPlace(model_.wantedPlace());
+}
+
+// Nobody sees it. An empty list says what can be done, too.
+std::wstring ListView::spokenName() const {
+  const bool hint = model_.ListCount() == 0 && !model_.Hint().empty();
+  return hint ? model_.AccessibleName + L". " + model_.Hint() : model_.AccessibleName;
 }
 
 void ListView::showPlace(ListBox::Place place) {
@@ -88,6 +96,7 @@ void ListView::showLines() {
   send(LB_SETTOPINDEX, static_cast<WPARAM>(top));
   send(WM_SETREDRAW, TRUE);
   InvalidateRect(hwnd(), nullptr, FALSE);
+  NotifyWinEvent(EVENT_OBJECT_REORDER, hwnd(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 void ListView::showSelection() {
@@ -260,6 +269,8 @@ LRESULT ListView::copyText(std::size_t index, wchar_t* buffer) const {
 LRESULT CALLBACK ListView::listProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                          UINT_PTR, DWORD_PTR self) {
   auto& list = *reinterpret_cast<ListView*>(self);
+  if (Accessible::isAskedFor(message, lParam))
+    return Accessible::answer<ListAccessible>(wParam, window);
   switch (message) {
     case WM_RBUTTONDOWN:
       list.rightPressed(lParam);

@@ -37,6 +37,7 @@ class ListView final : public Widget {
   void showCurrent();
   void showExtent();
   void showPlace(ListBox::Place place);
+  std::wstring spokenName() const;
   void userSelected();
   void rightPressed(LPARAM place);
   void drawLine(const DRAWITEMSTRUCT& item) const;

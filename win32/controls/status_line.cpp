@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "win32/controls/accessible.h"
 #include "win32/controls/fonts.h"
 #include "win32/controls/gdi.h"
 
@@ -59,7 +60,9 @@ std::wstring shortened(const std::wstring& text,
 }
 
 StatusWidget::StatusWidget(WidgetHost& host, Label& model, int id)
-    : LabelWidget(host, model, id, SS_OWNERDRAW | SS_NOPREFIX | SS_NOTIFY) {}
+    : LabelWidget(host, model, id, SS_OWNERDRAW | SS_NOPREFIX | SS_NOTIFY) {
+  makeAccessibleLink(hwnd(), [this] { return isLink(); });
+}
 
 void StatusWidget::setFont(HFONT font, unsigned dpi) {
   LabelWidget::setFont(font, dpi);

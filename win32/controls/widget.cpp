@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "win32/controls/accessible.h"
 #include "win32/controls/window.h"
 
 namespace tintline {
@@ -13,6 +14,7 @@ Widget::Widget(WidgetHost& host, Control& model, int id, const Spec& spec)
                           spec.style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0, host.window,
                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                           GetModuleHandleW(nullptr), nullptr);
+  if (!model.AccessibleName.empty()) setAccessibleName(hwnd_, model.AccessibleName);
   model.setView(this);
 }
 

@@ -9,6 +9,7 @@ namespace tintline {
 // The pointer rests on the windows that cover the pane, so each of them has the tool tip.
 BrowserView::BrowserView(HWND parent, ToolTips& tips, WebBrowser& model, int id, Shell& shell)
     : model_(model), pane_(parent, id) {
+  SetWindowTextW(pane_.window(), model.AccessibleName.c_str());
   tips.set(pane_.window(), model.ToolTipText);
   pane_.onChildWindow = [&tips, &model](HWND window, bool came) {
     tips.set(window, came ? model.ToolTipText() : L"");

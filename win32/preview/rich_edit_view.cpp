@@ -13,6 +13,8 @@
 #include "base/file.h"
 #include "output/link_target.h"
 #include "output/rich_text.h"
+#include "win32/controls/accessible.h"
+#include "win32/controls/window.h"
 #include "win32/error.h"
 
 namespace tintline {
@@ -29,10 +31,6 @@ constexpr std::size_t kLargestPiece = 200'000;
 constexpr LRESULT kLinesAbove = 3;  // a line that is brought into view
 
 constexpr int kLineHeight = kFontHeight * 6 / 5;  // twips, nearly
-
-POINT pointOf(LPARAM lParam) {
-  return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-}
 
 LONG asLong(std::size_t position) { return static_cast<LONG>(position); }
 
@@ -104,6 +102,7 @@ UniqueWindow RichEditView::makeControl() {
                           ES_AUTOHSCROLL | ES_AUTOVSCROLL | ES_NOHIDESEL,
                       0, 0, place.right, place.bottom, parent_, nullptr, nullptr, nullptr));
   if (!control) throwLastError();
+  setAccessibleName(control.get(), windowText(parent_));
   if (SetWindowSubclass(control.get(), controlProcedure, kSubclass,
                         reinterpret_cast<DWORD_PTR>(this)) == FALSE)
     throw Win32Error(E_FAIL);
