@@ -1,9 +1,11 @@
 // See exact_source.h. Tested by tests/unit/convert/exact_source_test.cpp.
 #include "convert/exact_source.h"
 
+#include <algorithm>
 #include <limits>
-#include <sstream>
+#include <ostream>
 #include <stdexcept>
+#include <streambuf>
 #include <utility>
 
 #include "base/codepage.h"
@@ -38,12 +40,55 @@ std::vector<listing::LineRange> rangesOf(const std::vector<bool>& chosen, std::s
   return ranges;
 }
 
-std::vector<vb::Module> readModules(const ExactSource& source, const vb::WordLists& words) {
+// How much is done, in lines: of each form as many are made as there are to read.
+class Meter {
+ public:
+  Meter(const ExactSource& source, std::size_t forms, const Progress& progress)
+      : progress_(progress) {
+    if (!progress) return;
+    for (const ExactModule& module : source.modules())
+      all_ += (1 + forms) * (1 + static_cast<std::size_t>(std::ranges::count(module.text, u8'\n')));
+  }
+
+  void advance(std::size_t lines) {
+    done_ = std::min(done_ + lines, all_);
+    if (progress_) progress_(done_, all_);
+  }
+
+ private:
+  const Progress& progress_;
+  std::size_t done_ = 0, all_ = 0;
+};
+
+// Takes a text piece by piece, and lets be told of it.
+class TextBuffer final : public std::streambuf {
+ public:
+  explicit TextBuffer(Meter& meter) : meter_(meter) {}
+  std::string take() { return std::move(text_); }
+
+ private:
+  std::streamsize xsputn(const char* piece, std::streamsize size) override {
+    text_.append(piece, static_cast<std::size_t>(size));
+    meter_.advance(static_cast<std::size_t>(std::count(piece, piece + size, '\n')));
+    return size;
+  }
+  int_type overflow(int_type c) override {
+    if (c != traits_type::eof()) text_ += traits_type::to_char_type(c);
+    return traits_type::not_eof(c);
+  }
+
+  Meter& meter_;
+  std::string text_;
+};
+
+std::vector<vb::Module> readModules(const ExactSource& source, const vb::WordLists& words,
+                                    Meter& meter) {
   std::vector<vb::Module> modules;
   for (const ExactModule& module : source.modules()) {
     if (module.text.size() >= std::numeric_limits<std::uint32_t>::max())
       throw std::length_error("exact: a module of 4 GiB");
     modules.push_back(vb::readModule(module.text, module.name, module.kind, words));
+    meter.advance(modules.back().lines);
   }
   return modules;
 }
@@ -51,7 +96,7 @@ std::vector<vb::Module> readModules(const ExactSource& source, const vb::WordLis
 // One form of the modules; `anchors` gets the ids of their lines.
 std::string written(Format format, const std::vector<vb::Module>& modules,
                     const ChosenLines& chosen, listing::Options options, std::u8string_view title,
-                    LineAnchors* anchors = nullptr) {
+                    Meter& meter, LineAnchors* anchors = nullptr) {
   const auto place = modules.size() > 1 ? listing::Place::OnePage : listing::Place::OwnPages;
   ExactProject project(format, options, place);
   // Does `work` for each module while the options say which of its lines are chosen.
@@ -68,11 +113,14 @@ std::string written(Format format, const std::vector<vb::Module>& modules,
     if (anchors != nullptr) anchors->add(fromUtf8(project.linePrefix(i)), module.lines);
   });
   project.close();
-  std::ostringstream out;
+  meter.advance(0);
+  TextBuffer text(meter);
+  std::ostream out(&text);
+  out.exceptions(std::ios::badbit);  // what the meter throws comes through
   const auto document = project.makeDocument(title, out);
   forEach([&](const vb::Module& module, std::uint32_t i) { project.write(module, i, *document); });
   document->close();
-  return std::move(out).str();
+  return text.take();
 }
 
 // No background, and no class or line feed inside: what word processors and mail programs would
@@ -99,6 +147,16 @@ void appendLines(LineList& lines, std::u8string_view text) {
   const LineList added = linesOf(text);
   lines.reserveBytes(lines.bytes() + added.bytes());
   for (std::size_t i = 0; i < added.size(); ++i) lines.append(withoutEnd(added[i]));
+}
+
+std::wstring chosenText(const LineList& lines, const ChosenLines& chosen, Meter& meter) {
+  constexpr std::size_t kStep = 4096;
+  std::wstring text;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (i % kStep == kStep - 1) meter.advance(kStep);
+    if (!chosen || (i < chosen->size() && (*chosen)[i])) text += fromUtf8(lines[i]) + L"\r\n";
+  }
+  return text;
 }
 
 }  // namespace
@@ -128,39 +186,42 @@ LineList ExactSource::lines() const {
 
 ExactResult convertExact(const ExactSource& source, const ChosenLines& chosen,
                          const listing::Options& options, const vb::WordLists& words,
-                         std::u8string_view title) {
-  const std::vector<vb::Module> modules = readModules(source, words);
-  ExactResult result{.lines = splitLines(written(Format::Lines, modules, chosen, options, title)),
-                     .page = {},
-                     .preview = {},
-                     .anchors = {}};
-  result.page = written(Format::Page, modules, chosen, options, title, &result.anchors);
+                         std::u8string_view title, const Progress& progress) {
   listing::Options anchored = options;
   anchored.lineAnchors = true;
   const bool same = options.lineNumbers && options.style == listing::Style::Class;
-  result.preview = same ? result.page : written(Format::Page, modules, chosen, anchored, title);
+  Meter meter(source, same ? 2 : 3, progress);
+  const std::vector<vb::Module> modules = readModules(source, words, meter);
+  ExactResult result{
+      .lines = splitLines(written(Format::Lines, modules, chosen, options, title, meter)),
+      .page = {},
+      .preview = {},
+      .anchors = {}};
+  result.page = written(Format::Page, modules, chosen, options, title, meter, &result.anchors);
+  result.preview =
+      same ? result.page : written(Format::Page, modules, chosen, anchored, title, meter);
   return result;
 }
 
 // The modules count as one, so that nothing comes between them.
 FormattedCopy formattedCopy(const ExactSource& source, const ChosenLines& chosen,
-                            const listing::Options& options, const vb::WordLists& words) {
+                            const listing::Options& options, const vb::WordLists& words,
+                            const Progress& progress) {
   ExactSource joined;
   for (const ExactModule& module : source.modules()) joined.append(module.text);
   const listing::Options plain{.links = listing::Links::None,
                                .style = listing::Style::Inline,
                                .lineNumbers = options.lineNumbers,
                                .colors = options.colors};
-  const std::vector<vb::Module> modules = readModules(joined, words);
-  const LineList html = splitLines(written(Format::Lines, modules, chosen, plain, {}));
+  Meter meter(joined, 3, progress);
+  const std::vector<vb::Module> modules = readModules(joined, words, meter);
+  const LineList html = splitLines(written(Format::Lines, modules, chosen, plain, {}, meter));
   FormattedCopy copy{.html = copyOpener(plain.colors),
-                     .rtf = written(Format::Rtf, modules, chosen, plain, {}),
+                     .rtf = written(Format::Rtf, modules, chosen, plain, {}, meter),
                      .text = {}};
   for (std::size_t i = 0; i < html.size(); ++i) copy.html.append(html[i]) += "<br>";
   copy.html += "</pre>";
-  const LineList lines = joined.lines();
-  for (std::size_t i = 0; i < lines.size(); ++i)
-    if (!chosen || (i < chosen->size() && (*chosen)[i])) copy.text += fromUtf8(lines[i]) + L"\r\n";
+  copy.text = chosenText(joined.lines(), chosen, meter);
   return copy;
 }
 

@@ -4,7 +4,9 @@
 // Tested by tests/unit/convert/exact_source_test.cpp and tests/app/exact_test.cpp.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -57,11 +59,15 @@ struct ExactResult {
   LineAnchors anchors;  // these ids, of all lines of the source
 };
 
+// Told now and then how much of a conversion is done. What it throws ends the conversion and comes
+// out of it.
+using Progress = std::function<void(std::size_t done, std::size_t all)>;
+
 // Reads and converts the modules; several become one document. Throws std::length_error when the
 // result would be too large.
 ExactResult convertExact(const ExactSource& source, const ChosenLines& chosen,
                          const listing::Options& options, const vb::WordLists& words,
-                         std::u8string_view title);
+                         std::u8string_view title, const Progress& progress = {});
 
 // Code to be pasted with its colours.
 struct FormattedCopy {
@@ -72,6 +78,7 @@ struct FormattedCopy {
 
 // Without links. Of the options colours and line numbers count.
 FormattedCopy formattedCopy(const ExactSource& source, const ChosenLines& chosen,
-                            const listing::Options& options, const vb::WordLists& words);
+                            const listing::Options& options, const vb::WordLists& words,
+                            const Progress& progress = {});
 
 }  // namespace tintline

@@ -22,6 +22,7 @@ std::wstring progressText(std::wstring_view what, std::size_t line, std::size_t 
 
 constexpr std::wstring_view kReading = L"Lese Zeile: ";
 constexpr std::wstring_view kWorking = L"Bearbeite Zeile: ";
+constexpr std::size_t kLong = 1000;  // lines of a run that shows its progress
 
 }  // namespace
 
@@ -49,7 +50,7 @@ class frmVBACode::RunObserver : public ConversionObserver {
  protected:
   void showWorking(std::size_t index, std::size_t count) {
     form_.Label10.Caption = progressText(kWorking, index + firstNumber_, count);
-    form_.showProgress(index + 1, count);
+    form_.showProgress(index + 1, count, kLong);
   }
 
   frmVBACode& form_;
@@ -124,10 +125,7 @@ void frmVBACode::Verarbeiten() {
 // Fills List2 and the HTML text; false when the user ended the run.
 bool frmVBACode::convertChosen(const ChosenLines& chosen, ConversionObserver& observer) {
   result_ = {sourceText_.exact, chosen};
-  if (shown_.mode == Mode::Exact) {
-    convertExactly(chosen);
-    return true;
-  }
+  if (shown_.mode == Mode::Exact) return convertExactly(chosen);
   ClassicResult conversion = convertClassic(sourceText_.classic, ProzNamen_, chosen,
                                             conversionOptions(), frame(), highlighter_, observer);
   HTMLText = conversion.body();
@@ -202,11 +200,15 @@ void frmVBACode::convertSelection() {
   Label9.Caption = L"";
   MousePointer = Pointer::Hourglass;
   SelectionRun observer(*this);
-  convertChosen(selectedLines_, observer);
+  const bool complete = convertChosen(selectedLines_, observer);
   Auswahl_ = true;
   hscroll2_.fit();
-  HTMLDateierstellen();
-  tellSelected();
+  if (complete) {
+    HTMLDateierstellen();
+    tellSelected();
+  } else {
+    tellAborted();
+  }
   MousePointer = Pointer::Default;
 }
 
@@ -241,12 +243,11 @@ void frmVBACode::run(const std::function<void()>& work) {
   endRun();
 }
 
-// Of what takes no time nothing is shown.
-void frmVBACode::showProgress(std::size_t done, std::size_t all) {
-  constexpr std::size_t kLong = 1000;
+// Of what takes no time, having less than `least` steps, nothing is shown.
+void frmVBACode::showProgress(std::size_t done, std::size_t all, std::size_t least) {
   Fortschritt.Max = static_cast<int>(all);
   Fortschritt.Value = static_cast<int>(done);
-  Fortschritt.Visible = all >= kLong;
+  Fortschritt.Visible = all >= least;
 }
 
 void frmVBACode::endRun() {

@@ -36,13 +36,38 @@ void frmVBACode::followMode() {
                                std::string(name) + ",");
 }
 
-void frmVBACode::convertExactly(const ChosenLines& chosen) {
-  ExactResult result = convertExact(sourceText_.exact, chosen, exactOptions(shown_), exactWords_,
-                                    exactText(title()));
+// Does what takes its time with long texts, while the user sees how far it is and may end it:
+// false then.
+bool frmVBACode::watched(const std::function<void(const Progress&)>& work) {
+  constexpr std::size_t kLong = 200'000;  // steps, which take about a second
+  struct Ended {};
+  bool complete = true;
+  try {
+    work([this](std::size_t done, std::size_t all) {
+      showProgress(done, all, kLong);
+      ports_.messageLoop.yield();
+      if (std::exchange(bEsc_, false)) throw Ended{};
+    });
+  } catch (const Ended&) {
+    complete = false;
+  }
+  Fortschritt.Visible = false;
+  return complete;
+}
+
+// Fills List2 and the HTML text; false when the user ended the run.
+bool frmVBACode::convertExactly(const ChosenLines& chosen) {
+  ExactResult result;
+  const bool complete = watched([&](const Progress& progress) {
+    result = convertExact(sourceText_.exact, chosen, exactOptions(shown_), exactWords_,
+                          exactText(title()), progress);
+  });
+  if (!complete) return false;
   List2.setLines(std::move(result.lines), TextEncoding::Utf8);
   HTMLText = std::move(result.page);
   exactPreview_ = std::move(result.preview);
   lineAnchors_ = std::move(result.anchors);
+  return true;
 }
 
 // The source line that a line of List2 was made of.
@@ -114,8 +139,12 @@ void frmVBACode::FormatiertKopieren() {
   ChosenLines chosen = source ? ChosenLines() : result_.chosen;
   if (ActiveControl == &list && list.SelCount() > 0)
     chosen = source ? list.selection() : chosenOf(list.selection());
-  FormattedCopy copy = formattedCopy(source ? sourceText_.exact : result_.source, chosen,
-                                     exactOptions(chosenOptions()), exactWords_);
+  FormattedCopy copy;
+  const bool complete = watched([&](const Progress& progress) {
+    copy = formattedCopy(source ? sourceText_.exact : result_.source, chosen,
+                         exactOptions(chosenOptions()), exactWords_, progress);
+  });
+  if (!complete) return tellAborted();
   const auto count = std::count(copy.text.begin(), copy.text.end(), L'\n');
   ports_.clipboard.setFormats(
       {.html = htmlFormat(copy.html), .rtf = std::move(copy.rtf), .text = std::move(copy.text)});

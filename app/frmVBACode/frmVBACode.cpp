@@ -123,6 +123,7 @@ void frmVBACode::command(const std::function<void()>& work) {
   Toolbar1.changed();
   guarded(work);
   guarded([this] { catchUp(); });
+  Fortschritt.Visible = false;
   busy_ = false;
   Toolbar1.changed();
   if (closeWanted_) Unload();

@@ -264,7 +264,8 @@ class frmVBACode final : public Form {
   void tellNotConverted();
   void refuseToConvert();
   bool convertChosen(const ChosenLines& chosen, ConversionObserver& observer);
-  void convertExactly(const ChosenLines& chosen);
+  bool convertExactly(const ChosenLines& chosen);
+  bool watched(const std::function<void(const Progress&)>& work);
   std::size_t sourceLineOf(std::size_t htmlLine) const;
   bool pageHasSourceLines() const;
   void showInPreview(std::size_t sourceLine);
@@ -275,7 +276,7 @@ class frmVBACode final : public Form {
 
   void run(const std::function<void()>& work);
   void runAside(const std::function<void()>& work);
-  void showProgress(std::size_t done, std::size_t all);
+  void showProgress(std::size_t done, std::size_t all, std::size_t least);
   void endRun();
   void OptionenSetzen(bool enabled);
   bool readSourceAnew();
@@ -340,7 +341,8 @@ class frmVBACode final : public Form {
   std::optional<std::filesystem::path> chooseExportFolder(const std::wstring& name);
   bool exportModule(const std::wstring& name, const std::function<void()>& work);
   void tellNotExported(const std::wstring& name, const std::wstring& reason);
-  std::string wordPage(bool selected);
+  std::optional<std::string> wordPage(bool selected);
+  void sendToWord(std::string_view text, bool some);
   void tellSent(bool some);
 
   static SelectableLines selectable(const ListBox& list);

@@ -432,13 +432,18 @@ void frmVBACode::AlleModuleExportieren(const TreeNode& node) {
 }
 
 // -------------------------------------------------------------------------- transfer
-// Of the whole result, or of the lines that are selected in List2.
-std::string frmVBACode::wordPage(bool selected) {
+// Of the whole result, or of the lines that are selected in List2. Nothing when the user wants no
+// more.
+std::optional<std::string> frmVBACode::wordPage(bool selected) {
   std::ostringstream text;
   if (shown_.mode == Mode::Exact) {
     const ChosenLines chosen = selected ? chosenOf(List2.selection()) : result_.chosen;
-    writeWordPage(text,
-                  formattedCopy(result_.source, chosen, exactOptions(shown_), exactWords_).html);
+    const bool complete = watched([&](const Progress& progress) {
+      writeWordPage(
+          text,
+          formattedCopy(result_.source, chosen, exactOptions(shown_), exactWords_, progress).html);
+    });
+    if (!complete) return {};
   } else {
     SelectableLines lines = selectable(List2);
     if (!selected) lines.selected = [](std::size_t) { return false; };
@@ -452,8 +457,15 @@ void frmVBACode::cmdWord_Click() {
   if (!hasResult()) return;
   // One line is selected behind every click on its source line.
   const bool some = List2.SelCount() > 1;
-  const std::string text = wordPage(some);
   MousePointer = Pointer::Hourglass;
+  if (const auto text = wordPage(some))
+    sendToWord(*text, some);
+  else
+    tellAborted();
+  MousePointer = Pointer::Default;
+}
+
+void frmVBACode::sendToWord(std::string_view text, bool some) {
   try {
     const TemporaryPage page(ports_.files.temporaryFolder() / "TINTLINE-Word.htm", text);
     if (OfficeAufruf(Word, L"cmdWord_Click" + std::wstring(kOfForm),
@@ -462,7 +474,6 @@ void frmVBACode::cmdWord_Click() {
   } catch (const FileError& error) {
     tellUnwritable(error);
   }
-  MousePointer = Pointer::Default;
 }
 
 void frmVBACode::tellSent(bool some) {

@@ -65,6 +65,11 @@ TEST_F(exact, mode_is_that_of_the_last_time_and_reads_any_length) {
   for (std::size_t i = 0; i <= kMaxLines; ++i) text += "x\r\n";
   next.openFile("lang.bas", text);
   next.convert();
+  for (const Command command : {Command::mnuMakro, Command::mnuFormatiertKopieren}) {
+    next.ports.messageLoop.at(next.ports.messageLoop.yields + 3,
+                              [&next] { next.form.execute(Command::mnuAbbrechen); });
+    next.execute("ended by the user", command);
+  }
   next.execute("classic", Command::mnuKlassisch);
   next.convert();
 }
