@@ -80,13 +80,15 @@ enum ControlId : int {
   kTxtHintergrund,
   kCmdHintergrund,
   kChkTransparent,
-  kLblBeispiel,
-  kLblMuster,
-  kLblSchema,
+  kLblKlassisch,
+  kLblMusterKlassisch,
+  kLblGenau,
   kLblHinweis,
   kCmdStandard,
   kCmdHilfe,
-  kLblMusterSchema,  // and one more per category
+  kLblMusterGenau,
+  kLblFarbe,
+  kLblHintergrundfarbe,
 
   // frmPrePostCode
   kPreLabel = 1301,

@@ -13,11 +13,6 @@
 namespace tintline {
 namespace {
 
-// A piece of code for each category, in their order.
-constexpr std::array<const wchar_t*, kColorCategories> kSamples = {
-    L"Public Sub Beispiel()", L"If … Then … Else", L"vbCrLf", L"' Ein Kommentar", L"(\"Text\")"};
-constexpr const wchar_t* kPlainInStrings = L"Text";  // quotes and parentheses alone are coloured
-
 // The field that holds the same colour as a number.
 ColorField numberField(ColorField field) { return field == kTextColor ? kTextNumber : kBackNumber; }
 
@@ -35,8 +30,8 @@ frmFarbeinstellung::frmFarbeinstellung(ColorScheme& colors, std::filesystem::pat
   lblKategorie.Caption = L"Kategorie:";
   lblText.Caption = L"Textfarbe:";
   lblHintergrund.Caption = L"Hintergrundfarbe:";
-  lblBeispiel.Caption = L"Beispiel:";
-  lblSchema.Caption = L"Farbschema:";
+  lblKlassisch.Caption = L"Klassisch:";
+  lblGenau.Caption = L"Genau:";
   cboKategorie.List = {L"Prozeduren", L"Reservierte Worte", L"Parameter", L"Kommentare",
                        L"Strings"};
   cboKategorie.ListIndex = 0;
@@ -53,8 +48,8 @@ frmFarbeinstellung::frmFarbeinstellung(ColorScheme& colors, std::filesystem::pat
   cboKategorie.Click = [this] { cboKategorie_Click(); };
   txtFarbe.Change = [this] { txtFarbe_Change(); };
   txtHintergrund.Change = [this] { txtHintergrund_Change(); };
-  cmdFarbe.Click = [this] { cmdFarbe_Click(); };
-  cmdHintergrund.Click = [this] { cmdHintergrund_Click(); };
+  cmdFarbe.Click = lblFarbe.Click = [this] { cmdFarbe_Click(); };
+  cmdHintergrund.Click = lblHintergrundfarbe.Click = [this] { cmdHintergrund_Click(); };
   chkTransparent.Click = [this] { chkTransparent_Click(); };
   cmdStandard.Click = [this] { cmdStandard_Click(); };
   cmdSpeichern.Click = [this] { cmdSpeichern_Click(); };
@@ -137,6 +132,10 @@ TextBox& frmFarbeinstellung::textField(ColorField field) {
   return field == kTextColor ? txtFarbe : txtHintergrund;
 }
 
+ColorSwatch& frmFarbeinstellung::swatch(ColorField field) {
+  return field == kTextColor ? lblFarbe : lblHintergrundfarbe;
+}
+
 // The colour to show for a field: by its text, because that is what pages are written
 // with; by its number when a damaged settings file has no colour there; else black.
 std::uint32_t frmFarbeinstellung::color(std::size_t ofCategory, ColorField field) const {
@@ -180,8 +179,10 @@ void frmFarbeinstellung::showText(ColorField field) {
 // Everything that follows from the table and the texts, but for the texts themselves:
 // the user may be typing in one.
 void frmFarbeinstellung::showResult() {
-  showSample(lblMuster, category());
-  for (std::size_t k = 0; k < kColorCategories; ++k) showSample(lblMusterSchema[k], k);
+  showSwatch(kTextColor);
+  showSwatch(kBackColor);
+  showSample(lblMusterKlassisch, Mode::Classic, edited_);
+  showSample(lblMusterGenau, Mode::Exact, edited_);
   const auto wrong = [](const TextBox& field) { return !FarbCode(toAnsi(field.Text())); };
   lblHinweis.Caption = wrong(txtFarbe)         ? L"Die Textfarbe hat nicht die Form #RRGGBB."
                        : wrong(txtHintergrund) ? L"Die Hintergrundfarbe hat nicht die Form #RRGGBB."
@@ -189,12 +190,16 @@ void frmFarbeinstellung::showResult() {
   cmdSpeichern.Enabled = lblHinweis.Caption().empty();
 }
 
-void frmFarbeinstellung::showSample(SampleLabel& label, std::size_t ofCategory) const {
-  label.Caption = kSamples[ofCategory];
-  label.ForeColor = color(ofCategory, kTextColor);
-  label.BackColor = color(ofCategory, kBackColor);
-  label.Transparent = modColor::isTransparent(edited_, ofCategory);
-  label.Plain = ofCategory == kStrings ? kPlainInStrings : L"";
+void frmFarbeinstellung::showSwatch(ColorField field) {
+  const std::uint32_t shown = color(category(), field);
+  swatch(field).Value = shown;
+  swatch(field).Caption = (field == kTextColor ? lblText : lblHintergrund).Caption() + L" " +
+                          fromAnsi(modColor::fkt_FarbText(shown, systemColor_));
+}
+
+void frmFarbeinstellung::showSample(SampleLabel& label, Mode mode, const ColorScheme& colors) {
+  label.Sample = codeSample(mode, colors);
+  label.Caption = label.Sample().text();
 }
 
 }  // namespace tintline

@@ -7,7 +7,6 @@
 // Tested by tests/unit/app/dialogs_test.cpp.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -17,19 +16,22 @@
 
 #include "app/controls/combo_box.h"
 #include "app/controls/form.h"
+#include "app/frmFarbeinstellung/code_sample.h"
 #include "engine/color_scheme.h"
 #include "ports/dialogs.h"
 #include "ports/shell.h"
 
 namespace tintline {
 
-// A piece of sample code in the colours of its category, as a page shows it.
+// A field of a colour, with its value as text.
+class ColorSwatch final : public Label {
+ public:
+  Property<std::uint32_t> Value{*this, 0};  // 0x00BBGGRR
+};
+
 class SampleLabel final : public Label {
  public:
-  Property<std::uint32_t> ForeColor{*this, 0};  // 0x00BBGGRR
-  Property<std::uint32_t> BackColor{*this, 0xFFFFFF};
-  Property<bool> Transparent{*this, false};  // no background of its own
-  Property<std::wstring> Plain{*this, {}};   // the part of the caption that stays without them
+  Property<CodeSample> Sample{*this, {}};
 };
 
 class frmFarbeinstellung final : public Form {
@@ -38,13 +40,13 @@ class frmFarbeinstellung final : public Form {
   frmFarbeinstellung(ColorScheme& colors, std::filesystem::path settingsFile, Dialogs& dialogs,
                      Shell& shell, modColor::SystemColor systemColor);
 
-  Label lblKategorie, lblText, lblHintergrund, lblBeispiel, lblSchema;
-  ComboBox cboKategorie;                   // the five categories
-  TextBox txtFarbe, txtHintergrund;        // "#RRGGBB"
-  CommandButton cmdFarbe, cmdHintergrund;  // the system's colour dialog
+  Label lblKategorie, lblText, lblHintergrund, lblKlassisch, lblGenau;
+  ComboBox cboKategorie;                      // the five categories
+  ColorSwatch lblFarbe, lblHintergrundfarbe;  // a click is one on the button beside
+  TextBox txtFarbe, txtHintergrund;           // "#RRGGBB"
+  CommandButton cmdFarbe, cmdHintergrund;     // the system's colour dialog
   CheckBox chkTransparent;
-  SampleLabel lblMuster;                                      // the category
-  std::array<SampleLabel, kColorCategories> lblMusterSchema;  // the whole scheme
+  SampleLabel lblMusterKlassisch, lblMusterGenau;  // what pages of the modes make of the colours
   Label lblHinweis;  // what is wrong with a colour text, "" when nothing is
   CommandButton cmdStandard, cmdSpeichern, cmdAbbrechen, cmdHilfe;
 
@@ -78,13 +80,15 @@ class frmFarbeinstellung final : public Form {
 
   std::size_t category() const;
   TextBox& textField(ColorField field);
+  ColorSwatch& swatch(ColorField field);
   std::uint32_t color(std::size_t ofCategory, ColorField field) const;
   void setColor(ColorField field, std::uint32_t color);
   void textChanged(ColorField field);
   void showCategory();
   void showText(ColorField field);
   void showResult();
-  void showSample(SampleLabel& label, std::size_t ofCategory) const;
+  void showSwatch(ColorField field);
+  static void showSample(SampleLabel& label, Mode mode, const ColorScheme& colors);
 
   ColorScheme& colors_;
   std::filesystem::path settingsFile_;

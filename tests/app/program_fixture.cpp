@@ -39,10 +39,21 @@ std::string sizeOf(std::string_view html) {
 
 std::string yesNo(bool yes) { return yes ? "yes" : "no"; }
 
-std::string described(const SampleLabel& sample) {
-  return "\n    " + toUtf8(sample.Caption()) + ": " + std::to_string(sample.ForeColor()) +
-         (sample.Transparent ? " on nothing" : " on " + std::to_string(sample.BackColor())) +
-         (sample.Plain().empty() ? "" : " but for " + toUtf8(sample.Plain()));
+// The first piece of each look.
+std::string described(const SampleLabel& label) {
+  const CodeSample& sample = label.Sample;
+  std::ostringstream text;
+  text << "\n    " << std::hex << sample.ink << " on " << sample.ground;
+  std::vector<TextLooks> seen{{}};
+  for (const CodeSample::Line& line : sample.lines)
+    for (const auto& [words, looks] : line.pieces) {
+      if (std::ranges::find(seen, looks) != seen.end()) continue;
+      seen.push_back(looks);
+      text << " | " << toUtf8(words) << ": " << looks.color.value_or(sample.ink);
+      if (looks.background) text << (line.ground ? " line " : " on ") << *looks.background;
+      text << (looks.bold ? " bold" : "") << (looks.italic ? " italic" : "");
+    }
+  return std::move(text).str();
 }
 
 }  // namespace
@@ -256,12 +267,13 @@ std::string Program::dialog() const {
     return toUtf8(procedures.lblAnzahl.Caption()) + " " + described(procedures.lstProzeduren);
   const frmFarbeinstellung& colours = app.farbeinstellung;
   if (!colours.isShown()) return {};
-  std::string text = toUtf8(colours.txtFarbe.Text() + L" / " + colours.txtHintergrund.Text()) +
-                     (colours.chkTransparent.Value ? " transparent " : " ") +
-                     (colours.cmdSpeichern.Enabled ? "" : "not to be saved ") +
-                     toUtf8(colours.lblHinweis.Caption()) + described(colours.lblMuster);
-  for (const SampleLabel& sample : colours.lblMusterSchema) text += described(sample);
-  return text;
+  std::string text =
+      toUtf8(colours.txtFarbe.Text() + L" / " + colours.txtHintergrund.Text()) +
+      (colours.chkTransparent.Value ? " transparent " : " ") +
+      (colours.cmdSpeichern.Enabled ? "" : "not to be saved ") +
+      toUtf8(colours.lblHinweis.Caption()) + "\n    " +
+      toUtf8(colours.lblFarbe.Caption() + L", " + colours.lblHintergrundfarbe.Caption());
+  return text + described(colours.lblMusterKlassisch) + described(colours.lblMusterGenau);
 }
 
 void Program::addHost(State& state, const char* name, const FakeHost& host) const {

@@ -2,6 +2,8 @@
 #include "win32/forms/colors_window.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "win32/control_ids.h"
 #include "win32/controls/widgets.h"
@@ -9,57 +11,90 @@
 namespace tintline {
 namespace {
 
-constexpr int kMargin = 14, kGap = 8, kFieldWidth = 120, kButtonWidth = 92;  // pixels at 96 dpi
+// Pixels at 96 dpi.
+constexpr int kMargin = 14, kGap = 8, kFieldWidth = 90, kButtonWidth = 92, kSwatchWidth = 40,
+              kSampleMargin = 4;
 
-// A piece of code in its colours.
-class SampleWidget final : public Widget {
+COLORREF colorRef(Color color) { return RGB(color >> 16 & 0xFF, color >> 8 & 0xFF, color & 0xFF); }
+
+void fill(HDC dc, const RECT& area, COLORREF color) {
+  SetBkColor(dc, color);
+  ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &area, L"", 0, nullptr);
+}
+
+// The border tells it from a ground of the same colour.
+class SwatchWidget final : public LabelWidget {
+ public:
+  SwatchWidget(WidgetHost& host, ColorSwatch& model, int id)
+      : LabelWidget(host, model, id, SS_OWNERDRAW | SS_NOTIFY | WS_BORDER), swatch_(model) {}
+
+  void draw(const DRAWITEMSTRUCT& item) override { fill(item.hDC, item.rcItem, swatch_.Value); }
+
+  HCURSOR pointer() const override { return LoadCursorW(nullptr, IDC_HAND); }
+
+ private:
+  void show() override {
+    LabelWidget::show();
+    InvalidateRect(hwnd(), nullptr, FALSE);
+  }
+
+  ColorSwatch& swatch_;
+};
+
+class SampleWidget final : public LabelWidget {
  public:
   SampleWidget(WidgetHost& host, SampleLabel& model, int id)
-      : Widget(host, model, id, {WC_STATICW, SS_OWNERDRAW}), model_(model) {}
+      : LabelWidget(host, model, id, SS_OWNERDRAW | SS_NOPREFIX | WS_BORDER), sample_(model) {}
 
-  void setFont(HFONT, unsigned dpi) override {
-    font_ = listFont(dpi);
-    margin_ = scaled(6, dpi);
-    Widget::setFont(font_.get(), dpi);
+  void setFont(HFONT font, unsigned dpi) override {
+    dpi_ = dpi;
+    character_ = characterSize(listFont(dpi).get());
+    LabelWidget::setFont(font, dpi);
   }
 
   void draw(const DRAWITEMSTRUCT& item) override {
-    const Selected font(item.hDC, font_.get());
-    SetBkColor(item.hDC, kPage);
-    ExtTextOutW(item.hDC, 0, 0, ETO_OPAQUE, &item.rcItem, L"", 0, nullptr);
-    const std::wstring_view text = model_.Caption(), plain = model_.Plain();
-    const std::size_t from = plain.empty() ? text.size() : text.find(plain);
-    RECT area = item.rcItem;
-    area.left += margin_;
-    drawPiece(item.hDC, area, text.substr(0, from), true);
-    drawPiece(item.hDC, area, plain, false);
-    drawPiece(item.hDC, area, text.substr(from + plain.size()), true);
+    const CodeSample& sample = sample_.Sample;
+    fill(item.hDC, item.rcItem, colorRef(sample.ground));
+    RECT row = item.rcItem;
+    row.top += scaled(kSampleMargin, dpi_);
+    for (const CodeSample::Line& line : sample.lines) {
+      row.bottom = row.top + character_.height;
+      drawLine(item.hDC, row, line);
+      row.top = row.bottom;
+    }
   }
 
  private:
-  static constexpr COLORREF kPage = RGB(255, 255, 255), kPageText = RGB(0, 0, 0);
-
-  // Takes the room of the piece from the area.
-  void drawPiece(HDC dc, RECT& area, std::wstring_view text, bool colored) const {
-    SetTextColor(dc, colored ? model_.ForeColor() : kPageText);
-    SetBkColor(dc, colored && !model_.Transparent ? model_.BackColor() : kPage);
-    SIZE size{};
-    const auto length = static_cast<int>(text.size());
-    GetTextExtentPoint32W(dc, text.data(), length, &size);
-    const int top = static_cast<int>(area.top + area.bottom - size.cy) / 2;
-    ExtTextOutW(dc, area.left, top, ETO_CLIPPED, &area, text.data(), static_cast<UINT>(length),
-                nullptr);
-    area.left += size.cx;
+  void drawLine(HDC dc, const RECT& row, const CodeSample::Line& line) const {
+    const CodeSample& sample = sample_.Sample;
+    if (line.ground) fill(dc, row, colorRef(*line.ground));
+    RECT area = row;
+    area.left += scaled(2 * kSampleMargin, dpi_);
+    for (const CodeSample::Piece& piece : line.pieces) {
+      const UniqueFont look = listFont(dpi_, {.bold = piece.looks.bold,
+                                              .italic = piece.looks.italic,
+                                              .underlined = piece.looks.underlined});
+      const Selected font(dc, look.get());
+      SetTextColor(dc, colorRef(piece.looks.color.value_or(sample.ink)));
+      SetBkColor(dc,
+                 colorRef(piece.looks.background.value_or(line.ground.value_or(sample.ground))));
+      const auto length = static_cast<int>(piece.text.size());
+      const std::vector<int> widths(piece.text.size(), character_.width);  // of italic ones, too
+      area.right = std::min(area.left + length * character_.width, row.right);
+      ExtTextOutW(dc, area.left, area.top, ETO_OPAQUE | ETO_CLIPPED, &area, piece.text.data(),
+                  static_cast<UINT>(length), widths.data());
+      area.left = area.right;
+    }
   }
 
   void show() override {
-    showText(model_.Caption);
+    LabelWidget::show();
     InvalidateRect(hwnd(), nullptr, FALSE);  // the colours may be others
   }
 
-  SampleLabel& model_;
-  UniqueFont font_;
-  int margin_ = 0;
+  SampleLabel& sample_;
+  CharacterSize character_{1, 1};
+  unsigned dpi_ = kDesignDpi;
 };
 
 }  // namespace
@@ -71,20 +106,20 @@ ColorsWindow::ColorsWindow(MessagePump& pump, frmFarbeinstellung& form)
   kategorie_ = &add<LabelWidget>(form.lblKategorie, id::kLblKategorie);
   kategorien_ = &add<ComboWidget>(form.cboKategorie, id::kCboKategorie);
   text_ = &add<LabelWidget>(form.lblText, id::kLblText);
+  swatch_ = &add<SwatchWidget>(form.lblFarbe, id::kLblFarbe);
   textFarbe_ = &add<EditWidget>(form.txtFarbe, id::kTxtFarbe);
   farbe_ = &add<ButtonWidget>(form.cmdFarbe, id::kCmdFarbe);
   hintergrund_ = &add<LabelWidget>(form.lblHintergrund, id::kLblHintergrund);
+  hintergrundSwatch_ = &add<SwatchWidget>(form.lblHintergrundfarbe, id::kLblHintergrundfarbe);
   hintergrundFarbe_ = &add<EditWidget>(form.txtHintergrund, id::kTxtHintergrund);
   hintergrundButton_ = &add<ButtonWidget>(form.cmdHintergrund, id::kCmdHintergrund);
   transparent_ =
       &add<ToggleWidget<CheckBox>>(form.chkTransparent, id::kChkTransparent, kCheckStyle);
   hinweis_ = &add<LabelWidget>(form.lblHinweis, id::kLblHinweis, SS_LEFT | SS_NOPREFIX);
-  beispiel_ = &add<LabelWidget>(form.lblBeispiel, id::kLblBeispiel);
-  muster_ = &add<SampleWidget>(form.lblMuster, id::kLblMuster);
-  schema_ = &add<LabelWidget>(form.lblSchema, id::kLblSchema);
-  for (std::size_t i = 0; i < form.lblMusterSchema.size(); ++i)
-    schemaMuster_.push_back(
-        &add<SampleWidget>(form.lblMusterSchema[i], id::kLblMusterSchema + static_cast<int>(i)));
+  klassisch_ = &add<LabelWidget>(form.lblKlassisch, id::kLblKlassisch);
+  musterKlassisch_ = &add<SampleWidget>(form.lblMusterKlassisch, id::kLblMusterKlassisch);
+  genau_ = &add<LabelWidget>(form.lblGenau, id::kLblGenau);
+  musterGenau_ = &add<SampleWidget>(form.lblMusterGenau, id::kLblMusterGenau);
   standard_ = &add<ButtonWidget>(form.cmdStandard, id::kCmdStandard);
   hilfe_ = &add<ButtonWidget>(form.cmdHilfe, id::kCmdHilfe);
   speichern_ = &add<ButtonWidget>(form.cmdSpeichern, id::kOk, BS_DEFPUSHBUTTON);
@@ -110,12 +145,25 @@ int ColorsWindow::labelWidth() const {
   return width;
 }
 
+SIZE ColorsWindow::sampleSize() const {
+  const CodeSample& sample = form_.lblMusterGenau.Sample;
+  std::size_t columns = 0;
+  for (const CodeSample::Line& line : sample.lines) {
+    std::size_t width = 0;
+    for (const CodeSample::Piece& piece : line.pieces) width += piece.text.size();
+    columns = std::max(columns, width);
+  }
+  const CharacterSize character = characterSize(listFont(dpi()).get());
+  return {static_cast<int>(columns) * character.width + px(4 * kSampleMargin) + px(2),
+          static_cast<int>(sample.lines.size()) * character.height + px(2 * kSampleMargin) + px(2)};
+}
+
 SIZE ColorsWindow::clientSize() {
-  const int step = line() + px(kGap);
-  const int rows = 6 * step + static_cast<int>(schemaMuster_.size()) * line();
-  const int buttons = line() + px(2);
-  return {labelWidth() + px(kFieldWidth + kGap + kButtonWidth + 2 * kMargin),
-          rows + buttons + px(3 * kMargin)};
+  const SIZE sample = sampleSize();
+  const int samples = 2 * (static_cast<int>(sample.cy) + px(kGap));
+  const int rows = 5 * (line() + px(kGap)), buttons = line() + px(2);
+  return {labelWidth() + static_cast<int>(sample.cx) + 2 * px(kMargin),
+          rows + samples + buttons + 2 * px(kMargin) + px(kGap)};
 }
 
 void ColorsWindow::layout() {
@@ -139,33 +187,35 @@ void ColorsWindow::layout() {
 // Three rows of label, field and button, and the check box.
 void ColorsWindow::placeFields(int left, int top) {
   const int label = labelWidth(), height = line(), step = height + px(kGap);
-  const int field = left + label, button = field + px(kFieldWidth + kGap);
+  const int swatch = left + label, field = swatch + px(kSwatchWidth + kGap);
+  const int button = field + px(kFieldWidth + kGap);
   const int drop = 12 * height;  // of a drop-down list the opened height counts
   const auto labelAt = [&](const Widget* widget, int row) {
     place(*widget, left, top + row * step + px(4), label, height - px(4));
   };
+  const int all = button + px(kButtonWidth) - swatch;
   labelAt(kategorie_, 0);
-  place(*kategorien_, field, top, px(kFieldWidth + kGap + kButtonWidth), drop);
+  place(*kategorien_, swatch, top, all, drop);
   labelAt(text_, 1);
+  place(*swatch_, swatch, top + step, px(kSwatchWidth), height);
   place(*textFarbe_, field, top + step, px(kFieldWidth), height);
   place(*farbe_, button, top + step, px(kButtonWidth), height);
   labelAt(hintergrund_, 2);
+  place(*hintergrundSwatch_, swatch, top + 2 * step, px(kSwatchWidth), height);
   place(*hintergrundFarbe_, field, top + 2 * step, px(kFieldWidth), height);
   place(*hintergrundButton_, button, top + 2 * step, px(kButtonWidth), height);
-  place(*transparent_, field, top + 3 * step, px(kFieldWidth + kGap + kButtonWidth), height);
+  place(*transparent_, swatch, top + 3 * step, all, height);
 }
 
-// The sample of the category, and below it the whole scheme.
+// One below the other, so that they can be compared.
 void ColorsWindow::placeSamples(int left, int top) {
-  const int height = line(), step = height + px(kGap);
-  const int width = static_cast<int>(clientSize().cx) - 2 * left, label = labelWidth();
-  place(*beispiel_, left, top + px(4), label, height - px(4));
-  place(*muster_, left + label, top, width - label, height);
-  top += step;
-  place(*schema_, left, top + px(4), label, height - px(4));
-  for (const Widget* sample : schemaMuster_) {
-    place(*sample, left + label, top, width - label, height);
-    top += height;
+  const SIZE size = sampleSize();
+  const int label = labelWidth(), height = static_cast<int>(size.cy);
+  for (const auto& [caption, sample] :
+       {std::pair(klassisch_, musterKlassisch_), std::pair(genau_, musterGenau_)}) {
+    place(*caption, left, top + px(4), label, line() - px(4));
+    place(*sample, left + label, top, static_cast<int>(size.cx), height);
+    top += height + px(kGap);
   }
 }
 

@@ -3,8 +3,6 @@
 // Tested by the tests that drive the program.
 #pragma once
 
-#include <vector>
-
 #include "app/frmFarbeinstellung/frmFarbeinstellung.h"
 #include "win32/forms/form_window.h"
 
@@ -21,14 +19,15 @@ class ColorsWindow final : public FormWindow {
   SIZE clientSize() override;
   int line() const;
   int labelWidth() const;
+  SIZE sampleSize() const;
   void placeFields(int left, int top);
   void placeSamples(int left, int top);
 
   frmFarbeinstellung& form_;
-  Widget *kategorie_, *kategorien_, *text_, *textFarbe_, *farbe_, *hintergrund_, *hintergrundFarbe_,
-      *hintergrundButton_, *transparent_, *beispiel_, *muster_, *schema_, *hinweis_, *standard_,
-      *hilfe_, *speichern_, *abbrechen_;
-  std::vector<Widget*> schemaMuster_;
+  Widget *kategorie_, *kategorien_, *text_, *swatch_, *textFarbe_, *farbe_, *hintergrund_,
+      *hintergrundSwatch_, *hintergrundFarbe_, *hintergrundButton_, *transparent_, *hinweis_,
+      *klassisch_, *musterKlassisch_, *genau_, *musterGenau_, *standard_, *hilfe_, *speichern_,
+      *abbrechen_;
 };
 
 }  // namespace tintline
