@@ -11,6 +11,7 @@ constexpr MenuEntry kDatei[] = {
     {Command::mnudatei, L"&Öffnen…", L"Strg+O"},
     {Command::mnuZuletzt, L"&Zuletzt geöffnet", L""},
     {Command::cmdExport, L"&Exportieren…", L"Strg+S"},
+    {Command::mnuGespeichertes, L"&Gespeicherte Seite öffnen", L"Strg+E"},
     {Command::mnuDokumentieren, L"&Projekt dokumentieren…", L""},
     kLine,
     {Command::mnubeenden, L"&Beenden", L"Alt+F4"},
@@ -137,6 +138,7 @@ constexpr Accelerator kAccelerators[] = {
     {kControl, Key::Letter, 'N', Command::mnuneu},
     {kControl, Key::Letter, 'O', Command::mnudatei},
     {kControl, Key::Letter, 'S', Command::cmdExport},
+    {kControl, Key::Letter, 'E', Command::mnuGespeichertes},
     {kControl, Key::Letter, 'C', Command::mnuCopy},
     {kControl | kShift, Key::Letter, 'C', Command::mnuFormatiertKopieren},
     {kControl, Key::Letter, 'V', Command::mnuInsert},
@@ -155,6 +157,12 @@ constexpr Accelerator kAccelerators[] = {
     {kNoModifier, Key::F5, 0, Command::mnuMakro},
     {kNoModifier, Key::F6, 0, Command::mnuModul},
     {kNoModifier, Key::F7, 0, Command::mnuAuswahl},
+    {kControl, Key::F6, 0, Command::mnuNaechsterBereich},
+    {kControl | kShift, Key::F6, 0, Command::mnuVorigerBereich},
+    {kAlt | kShift, Key::Left, 0, Command::mnuTeilerLinks},
+    {kAlt | kShift, Key::Right, 0, Command::mnuTeilerRechts},
+    {kAlt | kShift, Key::Up, 0, Command::mnuTeilerOben},
+    {kAlt | kShift, Key::Down, 0, Command::mnuTeilerUnten},
     {kNoModifier, Key::Escape, 0, Command::mnuAbbrechen},
 };
 

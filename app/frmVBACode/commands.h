@@ -57,8 +57,20 @@ enum class Command {
   mnuGeheZu,
   mnuProzeduren,
   mnuDokumentieren,
+  mnuGespeichertes,
+  mnuNaechsterBereich,  // the keyboard goes to the next part of the window
+  mnuVorigerBereich,
+  mnuTeilerLinks,  // what divides the parts moves
+  mnuTeilerRechts,
+  mnuTeilerOben,
+  mnuTeilerUnten,
   mnuAbbrechen  // Esc
 };
+
+// Whether it is about the window alone: its view does it, at any time.
+constexpr bool isOfWindow(Command command) {
+  return command >= Command::mnuNaechsterBereich && command <= Command::mnuTeilerUnten;
+}
 
 struct MenuEntry {
   Command command;            // None: a line between groups
@@ -96,8 +108,8 @@ struct ToolbarButton {
 std::span<const ToolbarButton> toolbar();
 
 // Key combinations.
-enum KeyModifier : unsigned { kNoModifier = 0, kControl = 1, kShift = 2 };
-enum class Key { Letter, F1, F3, F5, F6, F7, Plus, Minus, Escape };
+enum KeyModifier : unsigned { kNoModifier = 0, kControl = 1, kShift = 2, kAlt = 4 };
+enum class Key { Letter, F1, F3, F5, F6, F7, Plus, Minus, Left, Right, Up, Down, Escape };
 
 struct Accelerator {
   unsigned modifiers;

@@ -88,9 +88,7 @@ void frmVBACode::wireEvents() {
   cmdAuswahl.Click = [this] { execute(Command::mnuAuswahl); };
   cmdVBAClp.Click = [this] { execute(Command::cmdVBAClp); };
   cmdHTMClp.Click = [this] { command([this] { HTMLKopieren(); }); };
-  lblExportPfad.Click = [this] {
-    if (!lblExportPfad.Caption().empty()) command([this] { openFile(lblExportPfad.Caption()); });
-  };
+  lblExportPfad.Click = [this] { execute(Command::mnuGespeichertes); };
   cmdExport.Click = [this] { execute(Command::cmdExport); };
   Check1.Click = [this] { command([] {}); };  // which catches up
   const auto chosenInsteadOf = [this](OptionButton& other) {
@@ -196,6 +194,8 @@ void frmVBACode::dispatch(Command command) {
       return ProzedurenZeigen();
     case Command::mnuDokumentieren:
       return ProjektDokumentieren();
+    case Command::mnuGespeichertes:
+      return openExported();
     case Command::mnuModul:
       return cmdModul_Click();
     case Command::mnuMakro:
@@ -258,9 +258,15 @@ void frmVBACode::dispatch(Command command) {
     case Command::mnuZuletzt:
     case Command::mnuZuletzt1:
     case Command::mnuZuletzt8:
+    case Command::mnuNaechsterBereich:
+    case Command::mnuVorigerBereich:
+    case Command::mnuTeilerLinks:
+    case Command::mnuTeilerRechts:
+    case Command::mnuTeilerOben:
+    case Command::mnuTeilerUnten:
     case Command::mnuAbbrechen:
     case Command::None:
-      return;  // not enabled, or done by execute
+      return;  // not enabled, or done by execute or the view
   }
 }
 
@@ -279,6 +285,8 @@ bool frmVBACode::isEnabled(Command command) const {
       return ActiveControl != nullptr && ActiveControl->ListCount() > 0;
     case Command::cmdVBAClp:
       return cmdVBAClp.Enabled;
+    case Command::mnuGespeichertes:
+      return !lblExportPfad.Caption().empty();
     case Command::mnuModul:
       return cmdModul.Enabled;
     case Command::mnuMakro:

@@ -249,6 +249,7 @@ class frmVBACode final : public Form {
   void clearLists();
   void clearResult();
   void showExportPath(const std::wstring& path);
+  void openExported();
   void resetDisplay();
   void setSource(Source source);
   void nodeWithChildren(TreeNode& node);

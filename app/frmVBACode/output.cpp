@@ -66,6 +66,15 @@ void frmVBACode::showExportPath(const std::wstring& path) {
   lblExportPfad.ToolTipText = path;
 }
 
+// What the status line tells to be there. It may be gone meanwhile.
+void frmVBACode::openExported() {
+  const std::filesystem::path path = pathFromText(lblExportPfad.Caption());
+  std::error_code none;
+  if (std::filesystem::exists(path, none)) return openFile(path);
+  showExportPath({});
+  Label9.Caption = pathText(path.filename()) + L" gibt es nicht mehr";
+}
+
 // The name that the user chose; one that exists, with his consent.
 std::optional<std::filesystem::path> frmVBACode::chooseExportFile() {
   const FileDialog dialog{.title = L"HTML-Quellcode speichern",

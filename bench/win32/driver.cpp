@@ -101,7 +101,7 @@ Window Window::control(int id) const {
   throw Failure("no control " + std::to_string(id));
 }
 
-void Window::pressKey(WORD key, WORD held) const {
+void Window::pressKey(WORD key, const std::vector<WORD>& held) const {
   SetForegroundWindow(handle_);
   if (!eventually([this] { return GetForegroundWindow() == handle_; }, kPatience))
     throw Failure("a window does not come to the front");
@@ -111,13 +111,20 @@ void Window::pressKey(WORD key, WORD held) const {
     input.type = INPUT_KEYBOARD;
     input.ki.wVk = which;
     input.ki.dwFlags = flags;
-    if (which != 0) strokes.push_back(input);
+    strokes.push_back(input);
   };
-  stroke(held, 0);
+  for (const WORD other : held) stroke(other, 0);
   stroke(key, 0);
   stroke(key, KEYEVENTF_KEYUP);
-  stroke(held, KEYEVENTF_KEYUP);
+  for (const WORD other : held) stroke(other, KEYEVENTF_KEYUP);
   SendInput(static_cast<UINT>(strokes.size()), strokes.data(), sizeof(INPUT));
+}
+
+int Window::focusedId() const {
+  GUITHREADINFO state{};
+  state.cbSize = sizeof state;
+  GetGUIThreadInfo(GetWindowThreadProcessId(handle_, nullptr), &state);
+  return state.hwndFocus != nullptr ? GetDlgCtrlID(state.hwndFocus) : 0;
 }
 
 void Window::click(POINT point, WPARAM keys) const {

@@ -49,9 +49,12 @@ class Window {
   Window control(int id) const;
   std::optional<Window> findControl(int id) const;
 
-  // Presses and releases a key on the keyboard, perhaps with another one held (VK_CONTROL),
-  // while this top window is in front.
-  void pressKey(WORD key, WORD held = 0) const;
+  // Presses and releases a key on the keyboard, perhaps with others held ({VK_CONTROL}), while this
+  // top window is in front.
+  void pressKey(WORD key, const std::vector<WORD>& held = {}) const;
+
+  // The control of this top window that has the keyboard: its id, or 0.
+  int focusedId() const;
 
   // A mouse click into it; `keys`: MK_SHIFT, MK_CONTROL.
   void click(POINT point, WPARAM keys = 0) const;

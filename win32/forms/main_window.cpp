@@ -207,7 +207,11 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
 bool MainWindow::command(int id, WORD code) {
   if (id <= commandId(Command::None) || id > commandId(Command::mnuAbbrechen))
     return FormWindow::command(id, code);
-  form_.execute(static_cast<Command>(id - kCommandBase));
+  const auto command = static_cast<Command>(id - kCommandBase);
+  if (isOfWindow(command))
+    arrange(command);
+  else
+    form_.execute(command);
   return true;
 }
 
@@ -222,13 +226,25 @@ bool MainWindow::contextMenu(HWND control, LPARAM where) {
   if (!preview && control != controls_.list1->hwnd() && control != controls_.list2->hwnd())
     return false;
   POINT place = pointOf(where);
-  if (where == -1) {  // by key
-    place = {px(kGap), px(kGap)};
-    ClientToScreen(control, &place);
-  }
+  if (where == -1) place = placeOfMenu(control);  // by key
   if (!IsChild(control, GetFocus())) SetFocus(control);
   popUp(preview ? previewMenu() : listMenu(), place);
   return true;
+}
+
+// In the list below its current line, if that is to be seen.
+POINT MainWindow::placeOfMenu(HWND control) const {
+  POINT place{px(kGap), px(kGap)};
+  RECT line{}, inside{};
+  const LRESULT current = SendMessageW(control, LB_GETCARETINDEX, 0, 0);
+  if ((control == controls_.list1->hwnd() || control == controls_.list2->hwnd()) && current >= 0 &&
+      SendMessageW(control, LB_GETITEMRECT, static_cast<WPARAM>(current),
+                   reinterpret_cast<LPARAM>(&line)) != LB_ERR) {
+    GetClientRect(control, &inside);
+    if (line.top >= 0 && line.bottom <= inside.bottom) place.y = line.bottom;
+  }
+  ClientToScreen(control, &place);
+  return place;
 }
 
 // Its states are set when it opens, as those of the menu bar.
@@ -385,13 +401,63 @@ void MainWindow::startDrag(POINT point) {
 }
 
 void MainWindow::drag(POINT point) {
-  if (dragged_ == Splitter::None) return;
+  if (dragged_ != Splitter::None) moveSplitter(dragged_, point);
+}
+
+void MainWindow::moveSplitter(Splitter splitter, POINT point) {
   RECT client{};
   GetClientRect(hwnd(), &client);
   division_ =
-      moved(dragged_, point, sizeOf(client), division_, metrics(), form_.FrameVorschau.Visible);
+      moved(splitter, point, sizeOf(client), division_, metrics(), form_.FrameVorschau.Visible);
   layout();
   UpdateWindow(hwnd());
+}
+
+// ----------------------------------------------------------------------- by keyboard
+void MainWindow::arrange(Command command) {
+  if (command == Command::mnuNaechsterBereich || command == Command::mnuVorigerBereich)
+    focusNextPane(command == Command::mnuNaechsterBereich);
+  else
+    stepSplitter(command);
+}
+
+std::vector<HWND> MainWindow::panes() {
+  std::vector<HWND> panes = {controls_.tree->hwnd(), controls_.list1->hwnd(),
+                             controls_.list2->hwnd(), browser_.pane().window()};
+  std::erase_if(panes, [](HWND pane) { return !IsWindowVisible(pane) || !IsWindowEnabled(pane); });
+  return panes;
+}
+
+// From a button as well as from a pane: to the first one.
+void MainWindow::focusNextPane(bool forward) {
+  const std::vector<HWND> all = panes();
+  const HWND focus = GetFocus();
+  const auto now = std::ranges::find_if(
+      all, [focus](HWND pane) { return pane == focus || IsChild(pane, focus); });
+  const auto count = static_cast<std::ptrdiff_t>(all.size());
+  const std::ptrdiff_t from = now == all.end() ? (forward ? -1 : 0) : now - all.begin();
+  SetFocus(all[static_cast<std::size_t>((from + (forward ? 1 : count - 1)) % count)]);
+}
+
+// Upwards and downwards that between the lists, sideways that of the pane with the keyboard: the
+// preview's left one, for all others that of the tree.
+void MainWindow::stepSplitter(Command command) {
+  constexpr int kStep = 24;  // pixels at 96 dpi
+  const MainLayout now = currentLayout();
+  const bool sideways = command == Command::mnuTeilerLinks || command == Command::mnuTeilerRechts;
+  const bool preview = IsChild(browser_.pane().window(), GetFocus()) != FALSE;
+  const Splitter splitter = !sideways ? Splitter::Source
+                            : preview ? Splitter::Preview
+                                      : Splitter::Tree;
+  const RECT& area = !sideways ? now.sourceSplitter
+                     : preview ? now.previewSplitter
+                               : now.treeSplitter;
+  const bool back = command == Command::mnuTeilerLinks || command == Command::mnuTeilerOben;
+  const LONG step = back ? -px(kStep) : px(kStep);
+  const LONG half = sizeOf(now.treeSplitter).cx / 2;
+  POINT point{area.left + half, area.top + half};
+  (sideways ? point.x : point.y) += step;
+  moveSplitter(splitter, point);
 }
 
 }  // namespace tintline

@@ -3,6 +3,9 @@
 // Tested by the tests that drive the program.
 #pragma once
 
+#include <array>
+#include <vector>
+
 #include "app/frmVBACode/frmVBACode.h"
 #include "ports/shell.h"
 #include "win32/controls/layout.h"
@@ -49,10 +52,18 @@ class MainWindow final : public FormWindow {
 
   void startDrag(POINT point);
   void drag(POINT point);
+  void moveSplitter(Splitter splitter, POINT point);
+
+  // By keys.
+  void arrange(Command command);
+  std::vector<HWND> panes();
+  void focusNextPane(bool forward);
+  void stepSplitter(Command command);
 
   void filesDropped(WPARAM drop);
   void popUp(std::span<const MenuEntry> entries, POINT place);
   bool contextMenu(HWND control, LPARAM place);
+  POINT placeOfMenu(HWND control) const;
 
   struct Controls {
     TreeWidget* tree;

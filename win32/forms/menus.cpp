@@ -86,6 +86,14 @@ std::vector<WORD> keysOf(const Accelerator& accelerator) {
       return {VK_OEM_PLUS, VK_ADD};
     case Key::Minus:
       return {VK_OEM_MINUS, VK_SUBTRACT};
+    case Key::Left:
+      return {VK_LEFT};
+    case Key::Right:
+      return {VK_RIGHT};
+    case Key::Up:
+      return {VK_UP};
+    case Key::Down:
+      return {VK_DOWN};
     case Key::Escape:
       return {VK_ESCAPE};
   }
@@ -131,6 +139,7 @@ UniqueAccelerators makeAccelerators() {
     BYTE modifiers = FVIRTKEY;
     if ((accelerator.modifiers & kControl) != 0) modifiers |= FCONTROL;
     if ((accelerator.modifiers & kShift) != 0) modifiers |= FSHIFT;
+    if ((accelerator.modifiers & kAlt) != 0) modifiers |= FALT;
     for (const WORD key : keysOf(accelerator))
       table.push_back({modifiers, key, static_cast<WORD>(commandId(accelerator.command))});
   }

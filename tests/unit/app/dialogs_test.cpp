@@ -202,14 +202,18 @@ std::string keyText(const Accelerator& keys) {
   const std::map<Key, std::string> names = {
       {Key::F1, "F1"},   {Key::F3, "F3"},      {Key::F5, "F5"},
       {Key::F6, "F6"},   {Key::F7, "F7"},      {Key::Plus, "+"},
-      {Key::Minus, "-"}, {Key::Escape, "Esc"}, {Key::Letter, {keys.letter}}};
+      {Key::Minus, "-"}, {Key::Escape, "Esc"}, {Key::Letter, {keys.letter}},
+      {Key::Left, "<"},  {Key::Right, ">"},    {Key::Up, "^"},
+      {Key::Down, "v"}};
   return std::string((keys.modifiers & kControl) != 0 ? "Strg+" : "") +
+         ((keys.modifiers & kAlt) != 0 ? "Alt+" : "") +
          ((keys.modifiers & kShift) != 0 ? "Umschalt+" : "") + names.at(keys.key);
 }
 
 TEST(Commands, MenusAndKeysAgree) {
   std::map<Command, std::string> said, real;
   std::set<std::string> access, combinations;  // no access key is there twice in a menu
+  std::set<Command> reached = {Command::None, Command::cmdVBAClp};  // the latter has a button
   const auto add = [&](std::wstring_view menu, std::wstring_view caption) {
     const std::size_t mark = caption.find(L'&');
     if (mark == std::wstring_view::npos) return;
@@ -220,13 +224,23 @@ TEST(Commands, MenusAndKeysAgree) {
     add(L"", menu.caption);
     for (const MenuEntry& entry : menu.entries) {
       add(menu.caption, entry.caption);
+      reached.insert(entry.command);
       if (!entry.keys.empty()) said[entry.command] = toUtf8(entry.keys);
     }
   }
   for (const Accelerator& keys : accelerators())
     EXPECT_TRUE(combinations.insert(real[keys.command] = keyText(keys)).second);
-  said.erase(Command::mnubeenden);    // Alt+F4 is the system's
-  real.erase(Command::mnuAbbrechen);  // in no menu
+  std::wstring number = L"0";
+  for (const auto& menu : {mnuModulExport(), mnuModulAll(), listMenu(), previewMenu()}) {
+    ++number[0];
+    for (const MenuEntry& entry : menu) add(number, entry.caption);
+  }
+  for (const ToolbarButton& button : toolbar())
+    EXPECT_TRUE(reached.contains(button.command)) << button.key << ": by mouse only";
+  said.erase(Command::mnubeenden);            // Alt+F4 is the system's
+  std::erase_if(real, [](const auto& keys) {  // in no menu
+    return keys.first == Command::mnuAbbrechen || isOfWindow(keys.first);
+  });
   EXPECT_EQ(said, real);
 }
 

@@ -102,6 +102,31 @@ TEST_F(program, export_asks_before_it_writes_over_a_file) {
   EXPECT_EQ(readFile(target), page(module));
 }
 
+// The parts of the window and what divides them, with neither mouse nor menu.
+TEST_F(program, is_arranged_by_keys) {
+  start();
+  const auto focusOn = [&](int pane) {
+    app().until([&] { return main().window().focusedId() == pane; }, "the keyboard comes");
+  };
+  const auto width = [&] {
+    RECT place{};
+    GetWindowRect(main().control(id::kTreeView1).handle(), &place);
+    return place.right - place.left;
+  };
+  focusOn(id::kTreeView1);
+  for (const int pane : {id::kList1, id::kList2, id::kTreeView1}) {
+    main().window().pressKey(VK_F6, {VK_CONTROL});
+    focusOn(pane);
+  }
+  main().window().pressKey(VK_F6, {VK_CONTROL, VK_SHIFT});
+  focusOn(id::kList2);
+  const LONG before = width();
+  main().window().pressKey(VK_RIGHT, {VK_MENU, VK_SHIFT});
+  app().until([&] { return width() > before; }, "the tree gets wider");
+  main().window().pressKey(VK_LEFT, {VK_MENU, VK_SHIFT});
+  app().until([&] { return width() <= before; }, "the tree gets narrower");
+}
+
 TEST_F(program, selects_copies_and_pastes) {
   start();
   main().setChecked(id::kCheck1, true);
@@ -145,11 +170,11 @@ TEST_F(program, what_was_copied_from_the_preview_outlives_the_program) {
   if (lstrcmpiW(shown().className().c_str(), MSFTEDIT_CLASS) != 0)
     GTEST_SKIP() << "a browser shows the page";
   shown().click({5, 5});
-  main().window().pressKey('A', VK_CONTROL);
+  main().window().pressKey('A', {VK_CONTROL});
   app().until([&] { return HIWORD(shown().send(EM_GETSEL)) > 15; }, "the selection of the page");
   EXPECT_EQ(main().control(id::kList1).send(LB_GETSELCOUNT), 0);
   setClipboardText(L"");
-  main().window().pressKey('C', VK_CONTROL);
+  main().window().pressKey('C', {VK_CONTROL});
   // Whoever looks into the clipboard keeps others from writing to it.
   app().until([] { return IsClipboardFormatAvailable(CF_TEXT) != FALSE; }, "the copy of the page");
   EXPECT_EQ(main().close(), 0U);
@@ -158,13 +183,13 @@ TEST_F(program, what_was_copied_from_the_preview_outlives_the_program) {
 
 TEST_F(program, takes_keys_and_dropped_files) {
   start();
-  main().window().pressKey('O', VK_CONTROL);
+  main().window().pressKey('O', {VK_CONTROL});
   FileDialogOf(app()).accept(folder.write(L"tasten.bas", "If a Then\r\nb\r\n").wstring());
   untilLines(id::kList1, 2);
   clickLine(id::kList1, 1);
   main().window().pressKey(VK_F7);
   untilLines(id::kList2, 1);
-  main().window().pressKey('A', VK_CONTROL);
+  main().window().pressKey('A', {VK_CONTROL});
   main().window().pressKey(VK_F7);
   untilLines(id::kList2, 2);
 
