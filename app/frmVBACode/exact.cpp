@@ -118,7 +118,9 @@ std::wstring frmVBACode::title() const {
   const std::vector<ExactModule>& modules = sourceText_.exact.modules();
   if (modules.size() == 1 && !modules.front().name.empty()) return fromUtf8(modules.front().name);
   const TreeNode* const node = TreeView1.SelectedItem();
-  return modules.size() > 1 && node != nullptr ? node->path().front() : L"VB(A)-Code";
+  if (modules.size() < 2 || node == nullptr) return L"VB(A)-Code";
+  const std::wstring document = node->path().front();
+  return document.substr(0, document.rfind(L" ("));  // the number of its modules stands behind it
 }
 
 // The lines of the result's source that these lines of List2 stand for.

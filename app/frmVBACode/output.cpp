@@ -4,7 +4,6 @@
 #include <optional>
 #include <sstream>
 #include <string>
-#include <utility>
 
 #include "app/application.h"
 #include "app/frmVBACode/frmVBACode.h"
@@ -162,7 +161,7 @@ void frmVBACode::Kopieren() {
 void frmVBACode::HTMLDateierstellen() {
   writeScratchPage([this](std::ostream& datei) {
     if (shown_.mode == Mode::Exact)
-      datei << std::exchange(exactPreview_, {});
+      datei << exactPreview_;
     else
       tintline::HTMLDateierstellen(datei, frame(), HTMLText);
   });

@@ -208,6 +208,7 @@ void frmVBACode::clearResult() {
   result_ = {};
   HTMLText.clear();
   HTMLTabelle.clear();
+  exactPreview_.clear();
   shown_ = chosenOptions();
 }
 

@@ -36,6 +36,8 @@ TEST_F(exact, mode_shows_the_decoded_text_and_its_page) {
   execute("numbers", Command::mnuZeilennummern);
   select(form.List1, {2});
   select(form.List2, {6});
+  execute("preview", Command::mnuVorschau);
+  execute("preview", Command::mnuVorschau);
   exportAs("a.htm");
   EXPECT_EQ(readFile(ports.files.folder / "a.htm"), readFile(form.wBrowser.page()));
   execute("save colours", Command::mnuFarbenSpeichern);
