@@ -18,6 +18,7 @@ import sys
 import tempfile
 from pathlib import Path
 from statistics import median
+from zipfile import ZipFile
 
 from table import Bars, Table
 
@@ -139,6 +140,12 @@ LOOSE = ("procedures", "variables", "comments")  # not inside of a procedure
 MANY_COUNTS = (4000, 8000)  # the classic mode has a limit of 32,767 lines
 MANY_FILES = 5  # of the same content, so that a run takes long enough
 MODES = {"classic": CLASSIC, "exact": [*EXACT, "module"]}
+LIST_BOOKS, INFLATE_BOOKS = "modules of all workbooks", "their projects inflated"
+# What starts with a small file: a name of the row, the file, options, times /bin/true with a copy.
+STARTS = [("a module of 100 lines, classic", "single/100.bas", MODES["classic"], 2),
+          ("a module of 100 lines, exact", "single/100.bas", MODES["exact"], 2.5),
+          ("a workbook of 14 KB, exact", "office/start.xlsm", MODES["exact"], 3)]
+START_TURNS = 10  # a round: so short that one run says little
 PROJECT = ["-q", "--project", "--jobs", "1"]
 PROJECT_PAGES = "exact pages of the project"
 UNCHANGED = "project, all as it was"
@@ -172,14 +179,25 @@ def plan(bench, corpus):
     for count in NAMES:
         bench.add(f"names {count}", [bench.tool("tintline"), "--jobs", "1", *CLASSIC, "-d",
                                      bench.folder(f"out/names {count}"), *files(f"names/{count}")])
-    short = corpus / "single/100.bas"
-    out = bench.folder("out/start")
-    for turn in range(10):  # so short that one run a round says little
-        for mode, options in MODES.items():
-            bench.add(f"start {mode} {turn}",
-                      [bench.tool("tintline"), *options, "-o", out / "100.htm", short])
-        bench.add(f"true {turn}", ["--copy", short, out / "copy.bas", "/bin/true"])
+    plan_office(bench, files("office/books"))
+    plan_starts(bench, corpus)
     return files
+
+
+def plan_office(bench, books):
+    bench.add(LIST_BOOKS, [bench.tool("tintline"), "--list", "-o",
+                           bench.folder("out/office") / "list.txt", *books])
+    bench.add(INFLATE_BOOKS, [bench.tool("inflate_projects"), *books])
+
+
+def plan_starts(bench, corpus):
+    out = bench.folder("out/start")
+    for turn in range(START_TURNS):
+        for name, file, options, _ in STARTS:
+            source = corpus / file
+            bench.add(f"{name} {turn}",
+                      [bench.tool("tintline"), *options, "-o", out / "page.htm", source])
+            bench.add(f"{name}+copy {turn}", ["--copy", source, out / "copy", "/bin/true"])
 
 
 def many(kind, count):
@@ -315,13 +333,33 @@ def report_long_lines(bench, bars):
                       bars.at_most(times, 2.1))
 
 
-def report_start(bench, bars):
-    table = Table("start and a file of 100 lines", "time", "beside", "times", "reach")
-    true = median(bench.wall(f"true {turn}") for turn in range(10))
-    for mode, limit in (("classic", 2), ("exact", 2.5)):
-        start = median(bench.wall(f"start {mode} {turn}") for turn in range(10))
-        times = median(bench.ratio(f"start {mode} {turn}", f"true {turn}") for turn in range(10))
-        table.row(mode, f"{start * 1e3:.2f} ms",
+def largest_part(book):
+    with ZipFile(book) as package:
+        return max(part.file_size for part in package.infolist())
+
+
+def report_office(bench, bars, files):
+    books = files("office/books")
+    table = Table("closed Office files", "files", "time", "beside", "times",
+                  "the same in processor time", "peak memory", "reach")
+    times = bench.ratio(LIST_BOOKS, INFLATE_BOOKS)
+    most = max(map(largest_part, books)) / MIB + 16
+    table.row(LIST_BOOKS, f"{len(books)}, {size_of(books) / 1e6:.0f} MB",
+              f"{bench.wall(LIST_BOOKS) * 1e3:.0f} ms",
+              f"{INFLATE_BOOKS} by zlib alone: {bench.wall(INFLATE_BOOKS) * 1e3:.0f} ms",
+              f"{times:.2f}", f"{bench.ratio(LIST_BOOKS, INFLATE_BOOKS, PROCESSOR):.2f}",
+              f"{bench.peak(LIST_BOOKS):.1f} MiB",
+              f"{bars.at_most(times, 2)}, {bars.at_most(bench.peak(LIST_BOOKS), most, ' MiB')}")
+
+
+def report_starts(bench, bars):
+    table = Table("start and a small file", "time", "beside", "times", "reach")
+    turns = range(START_TURNS)
+    for name, _, _, limit in STARTS:
+        wall, true = (median(bench.wall(f"{run} {turn}") for turn in turns)
+                      for run in (name, f"{name}+copy"))
+        times = median(bench.ratio(f"{name} {turn}", f"{name}+copy {turn}") for turn in turns)
+        table.row(name, f"{wall * 1e3:.2f} ms",
                   f"/bin/true and a copy of the file: {true * 1e3:.2f} ms", f"{times:.2f}",
                   bars.at_most(times, limit))
 
@@ -381,6 +419,9 @@ def main():
         print(f"Corpus:\n\n```\n{shape.stdout}{shape.stderr}```")
         if shape.returncode != 0:
             sys.exit("the corpus has not the shape that it should have")
+        modules = sorted((work / "corpus/modules").iterdir())
+        subprocess.run([bench.tool("make_office_corpus"), work / "corpus/office", *modules],
+                       check=True)
         files = plan(bench, work / "corpus")
         bench.measure(options.rounds)
         print(f"\n{options.rounds} rounds, {os.cpu_count()} processors, files in "
@@ -392,7 +433,8 @@ def main():
         report_many(bench, bars)
         report_projects(bench, bars, files)
         report_long_lines(bench, bars)
-        report_start(bench, bars)
+        report_office(bench, bars, files)
+        report_starts(bench, bars)
         report_jobs(bench, bars, files)
         print(f"\n{bars.reached} reached, {bars.missed} missed")
     finally:

@@ -20,21 +20,26 @@ constexpr unsigned kCompressedFlag = 0x8000;  // without it a chunk is 4,096 byt
 
 // The text of one chunk while it grows.
 struct ChunkText {
-  std::array<char, kChunkText> text;
+  // Copying goes on in whole blocks, up to one block behind what is copied.
+  static constexpr std::size_t kBlock = 8;
+
+  std::array<char, kChunkText + kBlock> text;
   std::size_t size = 0;
 
   std::size_t room() const { return kChunkText - size; }
 
   // `length` characters that stand `offset` before the end; they may overlap what they make.
   void repeat(std::size_t offset, std::size_t length) {
-    const char* const from = text.data() + size - offset;
-    char* const to = text.data() + size;
+    const char* from = text.data() + size - offset;
+    char* to = text.data() + size;
     length = std::min(length, room());
-    if (offset >= length)
-      std::memcpy(to, from, length);
-    else
-      for (std::size_t i = 0; i < length; ++i) to[i] = from[i];
     size += length;
+    if (offset < kBlock) {
+      for (const char* const end = to + length; to != end;) *to++ = *from++;
+      return;
+    }
+    for (std::size_t copied = 0; copied < length; copied += kBlock)
+      std::memcpy(to + copied, from + copied, kBlock);
   }
 };
 
