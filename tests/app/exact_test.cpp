@@ -56,6 +56,7 @@ TEST_F(exact, mode_shows_the_decoded_text_and_its_page) {
   ports.clipboard.content = L"\tx = \u65E5\r\ny = 2";
   execute("paste", Command::mnuInsert);
   convert();
+  EXPECT_NE(form.HTMLText.find("<title>a</title>"), std::string::npos);
 }
 
 TEST_F(exact, mode_is_that_of_the_last_time_and_reads_any_length) {

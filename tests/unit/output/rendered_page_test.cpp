@@ -103,6 +103,7 @@ TEST(RenderedPage, ShowsMarkupAsABrowserDoes) {
       {"a<!-- <b> -- > -->b<!doctype x>c<?x?>d", "abcd"},
       {"<!-- <b> <!-- x", "<!-- <!-- x"},
       {"<a name='x> <b>y", "<a name='x> y"},
+      {"<a name='<b>y", "<a name='y"},
       {"<b>x<a <b", "x<a <b"},
       {"a<br>b<span x='>' <b y='>'", "a\nb<span x='>' <b y='>'"},
       {"<a\0b name='\0'>c<a name=d"sv, "c<a name=d"sv},

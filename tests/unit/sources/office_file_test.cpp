@@ -71,12 +71,15 @@ TEST(officeFile, finds_projects_wherever_they_are) {
   FixtureProject small{.modules = {{.name = u"Alt", .code = "x\r\n"}}};
   const std::string native = number(0, 4) + number(2, 2) + "a.xls" + '\0' + "C:\\a.xls" + '\0' +
                              number(0, 8) + "a.xls" + '\0' + number(project.size(), 4) + project;
-  Storage signedDocument = holding(u"Macros", projectStorage(sampleProject()));
-  signedDocument.streams.emplace_back(
-      u"\x05"
-      u"DocumentSummaryInformation",
-      std::string(44, '\0') + number(48, 4) + number(40, 4) + number(1, 4) + number(0x18, 4) +
-          number(16, 4) + number(0x41, 4) + number(8, 4) + "12345678");
+  const auto documentSignedBy = [](std::string signature) {
+    Storage document = holding(u"Macros", projectStorage(sampleProject()));
+    document.streams.emplace_back(
+        u"\x05"
+        u"DocumentSummaryInformation",
+        std::string(44, '\0') + number(48, 4) + number(40, 4) + number(1, 4) + number(0x18, 4) +
+            number(16, 4) + number(0x41, 4) + number(signature.size(), 4) + signature);
+    return compoundFileOf(document);
+  };
   Storage pool = holding(u"ObjectPool", holding(u"_1", projectStorage(small)));
   pool.storages.push_back(
       holding(u"_VBA_PROJECT_CUR", projectStorage(sampleProject())).storages[0]);
@@ -102,7 +105,8 @@ TEST(officeFile, finds_projects_wherever_they_are) {
        "[xl/odd.dat signed" + kSample},
       {"embedded package", nested(macroPackage(project), 1),
        "[word/embeddings/a.docm/xl/vbaProject.bin" + kSample},
-      {"document", compoundFileOf(signedDocument), "[Macros signed" + kSample},
+      {"document", documentSignedBy("12345678"), "[Macros signed" + kSample},
+      {"document without a signature", documentSignedBy(""), "[Macros" + kSample},
       {"workbook with an object", compoundFileOf(pool),
        "[_VBA_PROJECT_CUR" + kSample + "[ObjectPool/_1] Alt.bas:1"},
       {"object as package", compoundFileOf(streams({{u"Package", macroPackage(project)}})),

@@ -138,7 +138,7 @@ TEST(ModuleExport, FilesLieBelowTheDayAndTheDocument) {
   EXPECT_EQ(day, folder / "VBA-20250309");
   for (const auto& [type, file] : std::initializer_list<std::pair<int, const char*>>{
            {1, "M.bas"}, {2, "M.cls"}, {100, "M.cls"}, {3, "M.frm"}, {11, "M.txt"}})
-    EXPECT_EQ(fkt_ExportPfad(day, L"  Brief ", L"M", type), day / "Brief" / file);
+    EXPECT_EQ(fkt_ExportPfad(day, L"   Brief ", L"M", type), day / "Brief" / file);
   EXPECT_TRUE(std::filesystem::is_directory(day / "Brief"));
   AtomicFile(folder / "Datei").commit();
   EXPECT_THROW(fkt_ExportPfad(folder.path(), L"Datei", L"M", 1), FileError);
