@@ -249,7 +249,7 @@ TEST_F(program, dialogs_keep_what_was_confirmed) {
 
   main().run(Command::mnuInfo);
   const Window about = app().windowOfClass(kSplashClass);
-  EXPECT_EQ(about.control(id::kSplashVersion).text(), L"Version 0.1 (Build 0)");
+  EXPECT_EQ(about.control(id::kSplashVersion).text(), L"Version 0.2 (Build 0)");
   about.pressKey(VK_SPACE);
   app().untilGone(about);
 }

@@ -25,7 +25,7 @@ TEST_F(program_start, splash_stays_for_two_seconds_and_shows_progress_after_the_
   EXPECT_GE(Clock::now() - started, 800ms);
   waitForMain();
   EXPECT_GE(Clock::now() - started, 1800ms);
-  EXPECT_EQ(main().window().text(), L"VB(A)-Code in HTML-Format umwandeln (Version 0.1 (Build 0))");
+  EXPECT_EQ(main().window().text(), L"VB(A)-Code in HTML-Format umwandeln (Version 0.2 (Build 0))");
   EXPECT_EQ(folder.read(L"TINTLINE.ini"), readFile(kDefaults));
   EXPECT_NE(folder.read(L"dummy.html").find("In diesem Bereich wird der"), std::string::npos);
   EXPECT_FALSE(main().control(id::kCmdExport).enabled());
