@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "app/window_memory.h"
 #include "engine/color_scheme.h"
 #include "ports/clipboard.h"
 #include "ports/clock.h"
@@ -28,6 +29,8 @@ struct Ports {
   Locale& locale;
   TextMeasure& textMeasure;  // in the font of the two lists
   modColor::SystemColor systemColor;
+  // Gives the windows the brightness that the user wants; whether they are dark now.
+  std::function<bool(Brightness)> showBrightness;
   std::function<void()> releaseSingleInstance;  // at exit: the handle's release and close
 };
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -32,6 +33,16 @@ int number(std::string_view content, std::string_view key, int least, int most) 
       std::from_chars(stored->data(), stored->data() + stored->size(), result);
   const bool whole = error == std::errc() && end == stored->data() + stored->size();
   return whole && result >= least && result <= most ? result : 0;
+}
+
+// By Brightness.
+constexpr std::string_view kBrightness[] = {"System", "Hell", "Dunkel"};
+
+Brightness brightnessIn(std::string_view content) {
+  const std::string stored = ini::value(content, kWindow, "Helligkeit").value_or("");
+  const auto* const found = std::ranges::find(kBrightness, stored);
+  return found == std::end(kBrightness) ? Brightness::System
+                                        : static_cast<Brightness>(found - kBrightness);
 }
 
 fs::path pathAt(std::string_view content, std::string_view key) {
@@ -83,6 +94,7 @@ void WindowMemory::load() try {
            .height = std::max(pixels("Höhe"), 0),
            .maximized = pixels("Maximiert") != 0};
   shares = {.tree = share("Baum"), .preview = share("Vorschau"), .source = share("Quellcode")};
+  brightness = brightnessIn(content);
   openFolder = pathAt(content, "Ordner");
   exportFolder = pathAt(content, "Exportordner");
   readRecent(content);
@@ -129,6 +141,7 @@ std::string WindowMemory::text() const {
   addShare("Baum", shares.tree);
   addShare("Vorschau", shares.preview);
   addShare("Quellcode", shares.source);
+  add("Helligkeit", kBrightness[static_cast<std::size_t>(brightness)]);
   result += "[" + std::string(kFiles) + "]\r\n";
   add("Ordner", toUtf8(pathText(openFolder)));
   add("Exportordner", toUtf8(pathText(exportFolder)));

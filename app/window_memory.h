@@ -1,6 +1,7 @@
 // What the main window remembers for its user from one start to the next: where it stood and how it
-// was divided, the folders and files that were used last. It is not a setting: it has a file of its
-// own in the user's folder, in UTF-8, and whatever in it is damaged is as if it were not there.
+// was divided, its brightness, the folders and files that were used last. It is not a setting: it
+// has a file of its own in the user's folder, in UTF-8, and whatever in it is damaged is as if it
+// were not there.
 //
 // Tested by tests/unit/app/window_memory_test.cpp.
 #pragma once
@@ -11,6 +12,9 @@
 #include <vector>
 
 namespace tintline {
+
+// The windows' colours, as the user wants them: as the system's setting says, or always so.
+enum class Brightness { System, Light, Dark };
 
 class WindowMemory {
  public:
@@ -32,6 +36,8 @@ class WindowMemory {
     double tree = 0, preview = 0, source = 0;
   };
   Shares shares;
+
+  Brightness brightness = Brightness::System;
 
   std::filesystem::path openFolder, exportFolder;  // empty: as the dialog begins
 

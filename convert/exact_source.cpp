@@ -186,10 +186,11 @@ LineList ExactSource::lines() const {
 
 ExactResult convertExact(const ExactSource& source, const ChosenLines& chosen,
                          const listing::Options& options, const vb::WordLists& words,
-                         std::u8string_view title, const Progress& progress) {
+                         std::u8string_view title, const Progress& progress, bool darkPreview) {
   listing::Options anchored = options;
   anchored.lineAnchors = true;
-  const bool same = options.lineNumbers && options.style == listing::Style::Class;
+  if (darkPreview) anchored.theme = listing::Theme::Dark;
+  const bool same = !darkPreview && options.lineNumbers && options.style == listing::Style::Class;
   Meter meter(source, same ? 2 : 3, progress);
   const std::vector<vb::Module> modules = readModules(source, words, meter);
   ExactResult result{

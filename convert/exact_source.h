@@ -55,7 +55,7 @@ using ChosenLines = std::optional<std::vector<bool>>;
 struct ExactResult {
   LineList lines;       // the HTML of each line that is shown
   std::string page;     // the document
-  std::string preview;  // the same with an id for each line; all three in UTF-8
+  std::string preview;  // the same for a window: with an id for each line; all three in UTF-8
   LineAnchors anchors;  // these ids, of all lines of the source
 };
 
@@ -63,11 +63,12 @@ struct ExactResult {
 // out of it.
 using Progress = std::function<void(std::size_t done, std::size_t all)>;
 
-// Reads and converts the modules; several become one document. Throws std::length_error when the
-// result would be too large.
+// Reads and converts the modules; several become one document. `darkPreview`: the preview is dark,
+// whatever the options say. Throws std::length_error when the result would be too large.
 ExactResult convertExact(const ExactSource& source, const ChosenLines& chosen,
                          const listing::Options& options, const vb::WordLists& words,
-                         std::u8string_view title, const Progress& progress = {});
+                         std::u8string_view title, const Progress& progress = {},
+                         bool darkPreview = false);
 
 // Code to be pasted with its colours.
 struct FormattedCopy {

@@ -37,7 +37,8 @@ void addRule(StyleSheet& sheet, std::string_view selectors, std::string_view dec
   }
 }
 
-// The rules outside of "@media" and its like: a light page on a screen.
+// The rules outside of "@media" and its like: a light page on a screen, or a dark one where a page
+// is dark on every screen.
 StyleSheet readStyleSheet(std::string_view head) {
   StyleSheet sheet;
   const std::size_t begin = head.find("<style>");
@@ -51,6 +52,7 @@ StyleSheet readStyleSheet(std::string_view head) {
     while (selectors.starts_with('\n')) selectors.remove_prefix(1);
     const bool opens = rules[brace] == '{';
     rules.remove_prefix(brace + 1);
+    if (depth == 0 && selectors == "@media screen") continue;
     if (depth > 0 || selectors.starts_with('@')) {
       depth += opens ? 1 : -1;
     } else if (opens) {
@@ -308,7 +310,12 @@ RenderedPage renderExactPage(std::string_view html) {
   const StyleSheet sheet = readStyleSheet(head);
   const bool numbered = head.find("content:attr(id)") != npos ||
                         head.find("content:attr(data-n)") != npos;  // of several modules
-  return Layout(html.substr(body), sheet, numbered).run();
+  RenderedPage page = Layout(html.substr(body), sheet, numbered).run();
+  if (const auto rule = sheet.find("body"); rule != sheet.end()) {
+    page.ground = rule->second.background;
+    page.ink = rule->second.color;
+  }
+  return page;
 }
 
 }  // namespace tintline

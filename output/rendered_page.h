@@ -51,6 +51,7 @@ struct RenderedPage {
   std::vector<TextRun> runs;          // ascending; together they are the whole text
   std::vector<std::wstring> targets;  // of links, as they are written: see output/link_target.h
   std::vector<Anchor> anchors;        // in the order of their positions
+  std::optional<Color> ground, ink;   // of the whole page, where it says them
 
   // Where the first anchor of that name stands.
   std::optional<std::size_t> anchorPosition(std::wstring_view name) const;

@@ -64,10 +64,12 @@ void appendCharacter(std::string& rtf, wchar_t character) {
   rtf += "\\u" + std::to_string(unit > 0x7FFF ? unit - 0x10000 : unit) + "?";
 }
 
-std::string controlWords(const TextLooks& looks, ColorTable& colors) {
+std::string controlWords(const TextLooks& looks, const RichTextColors& wanted, ColorTable& colors) {
   std::string words;
-  if (looks.color) words += "\\cf" + std::to_string(colors.number(*looks.color));
-  if (looks.background) words += "\\highlight" + std::to_string(colors.number(*looks.background));
+  const std::optional<Color> color = looks.color ? looks.color : wanted.text;
+  if (color && wanted.ofPage) words += "\\cf" + std::to_string(colors.number(*color));
+  if (looks.background && wanted.ofPage)
+    words += "\\highlight" + std::to_string(colors.number(*looks.background));
   if (looks.bold) words += "\\b";
   if (looks.italic) words += "\\i";
   if (looks.underlined) words += "\\ul";
@@ -76,14 +78,15 @@ std::string controlWords(const TextLooks& looks, ColorTable& colors) {
 
 }  // namespace
 
-std::string richText(const RenderedPage& page, std::size_t from, std::size_t to) {
+std::string richText(const RenderedPage& page, std::size_t from, std::size_t to,
+                     const RichTextColors& wanted) {
   ColorTable colors;
   std::string body;
   to = std::min(to, page.text.size());
   if (from < to) {
     const TextRun* const behind = page.runs.data() + page.runs.size();
     for (const TextRun* run = page.runAt(from); run != behind && run->start < to; ++run) {
-      const std::string words = controlWords(run->looks, colors);
+      const std::string words = controlWords(run->looks, wanted, colors);
       if (!words.empty()) body.append("{").append(words).append(" ");
       const std::size_t end = std::min(to, run->start + run->length);
       for (std::size_t i = std::max(from, run->start); i < end; ++i)

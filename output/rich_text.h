@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,10 +22,16 @@ inline constexpr int kLeftMargin = 120;  // 8 pixels, as browsers leave them
 inline constexpr int kTabStops = 20;     // so many, every eight columns
 inline constexpr int tabStop(int number) { return kLeftMargin + number * 8 * 120; }
 
+struct RichTextColors {
+  std::optional<Color> text;  // where the page says none; nothing: the window's
+  bool ofPage = true;         // false: everything has the window's colours
+};
+
 // The characters from `from` up to `to` (at most the text's size) as a whole
 // document of ASCII, to be put behind what stands before. A document that ends
 // in a line end would lose it in some engines: let a piece begin with it.
-std::string richText(const RenderedPage& page, std::size_t from, std::size_t to);
+std::string richText(const RenderedPage& page, std::size_t from, std::size_t to,
+                     const RichTextColors& colors = {});
 
 inline std::string richText(const RenderedPage& page) {
   return richText(page, 0, page.text.size());

@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "app/application.h"
+#include "win32/controls/theme.h"
 #include "win32/forms/colors_window.h"
 #include "win32/forms/main_window.h"
 #include "win32/forms/pre_post_window.h"
@@ -80,6 +81,10 @@ struct Platform {
         locale,
         textMeasure,
         [](std::uint32_t index) -> std::uint32_t { return GetSysColor(static_cast<int>(index)); },
+        [](Brightness wanted) {
+          theme::choose(wanted);
+          return theme::isDark();
+        },
         modSync::release};
   }
 };

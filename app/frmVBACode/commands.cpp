@@ -64,6 +64,10 @@ constexpr MenuEntry kExtras[] = {
     {Command::mnuFarbenSpeichern, L"Farben &speichern", L""},
     {Command::mnuPrePost, L"&Pre- u. PostCode konfigurieren", L""},
     {Command::mnuSchluesselworte, L"Schlüssel&worte bearbeiten", L""},
+    kLine,
+    {Command::mnuHelligkeitSystem, L"Hell oder dunkel wie das S&ystem", L""},
+    {Command::mnuHell, L"&Hell", L""},
+    {Command::mnuDunkel, L"&Dunkel", L""},
 };
 
 constexpr MenuEntry kHilfe[] = {

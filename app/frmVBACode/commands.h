@@ -64,6 +64,9 @@ enum class Command {
   mnuTeilerRechts,
   mnuTeilerOben,
   mnuTeilerUnten,
+  mnuHelligkeitSystem,  // as the system says
+  mnuHell,
+  mnuDunkel,
   mnuAbbrechen  // Esc
 };
 

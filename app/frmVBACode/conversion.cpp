@@ -140,7 +140,8 @@ ConversionOptions frmVBACode::conversionOptions() const {
 frmVBACode::ResultOptions frmVBACode::chosenOptions() const {
   return {.mode = chosenMode(),
           .lineNumbers = Check1.Value,
-          .style = optStyle.Value ? StyleMode::Inline : StyleMode::Class};
+          .style = optStyle.Value ? StyleMode::Inline : StyleMode::Class,
+          .darkPreview = dark_ && chosenMode() == Mode::Exact};
 }
 
 // That of the result, whatever is chosen by now.

@@ -60,7 +60,7 @@ bool frmVBACode::convertExactly(const ChosenLines& chosen) {
   ExactResult result;
   const bool complete = watched([&](const Progress& progress) {
     result = convertExact(sourceText_.exact, chosen, exactOptions(shown_), exactWords_,
-                          exactText(title()), progress);
+                          exactText(title()), progress, shown_.darkPreview);
   });
   if (!complete) return false;
   List2.setLines(std::move(result.lines), TextEncoding::Utf8);

@@ -231,6 +231,12 @@ void frmVBACode::dispatch(Command command) {
       return application_.prePostCode.ShowModal();
     case Command::mnuSchluesselworte:
       return mnuSchluesselworte_Click();
+    case Command::mnuHelligkeitSystem:
+      return chooseBrightness(Brightness::System);
+    case Command::mnuHell:
+      return chooseBrightness(Brightness::Light);
+    case Command::mnuDunkel:
+      return chooseBrightness(Brightness::Dark);
     case Command::mnuhelp:
       return HTMLHelp::showTopic(ports_.shell, HTMLHelp::kHelpFile, HTMLHelp::kOverview);
     case Command::mnuInfo:
@@ -332,8 +338,30 @@ bool frmVBACode::isEnabled(Command command) const {
 bool frmVBACode::isChecked(Command command) const {
   return (command == Command::mnuKlassisch && optKlassisch.Value) ||
          (command == Command::mnuGenau && optGenau.Value) ||
+         (command == Command::mnuHelligkeitSystem && memory.brightness == Brightness::System) ||
+         (command == Command::mnuHell && memory.brightness == Brightness::Light) ||
+         (command == Command::mnuDunkel && memory.brightness == Brightness::Dark) ||
          (command == Command::mnuZeilennummern && Check1.Value) ||
          (command == Command::mnuVorschau && Check2.Value);
+}
+
+bool frmVBACode::isChoice(Command command) {
+  return command == Command::mnuKlassisch || command == Command::mnuGenau ||
+         command == Command::mnuHelligkeitSystem || command == Command::mnuHell ||
+         command == Command::mnuDunkel;
+}
+
+void frmVBACode::chooseBrightness(Brightness brightness) {
+  memory.brightness = brightness;
+  showBrightness();
+}
+
+void frmVBACode::showBrightness() { dark_ = ports_.showBrightness(memory.brightness); }
+
+// What depends on them catches up, behind a command that is at work.
+void frmVBACode::FarbenGewechselt() {
+  showBrightness();
+  command([] {});
 }
 
 void frmVBACode::QuellschalterSetzen(bool enabled) {

@@ -70,9 +70,7 @@ class frmVBACode final : public Form {
   // What is true of a command now: for menus, tool bar and keys.
   bool isEnabled(Command command) const;
   bool isChecked(Command command) const;
-  static bool isChoice(Command command) {  // of one of several
-    return command == Command::mnuKlassisch || command == Command::mnuGenau;
-  }
+  static bool isChoice(Command command);  // of one of several
 
   // Runs a command that the user started; nothing when it is not enabled.
   void execute(Command command);
@@ -98,6 +96,9 @@ class frmVBACode final : public Form {
   // it is asked.
   WindowMemory memory;
   std::function<void()> TellPlace;
+
+  // The colours of the windows may be others now: light or dark.
+  void FarbenGewechselt();
 
   // ------------------------------------------------------------------- start-up
   void Initialisieren();  // the whole start-up behind the splash
@@ -219,6 +220,7 @@ class frmVBACode final : public Form {
     Mode mode;
     bool lineNumbers;
     StyleMode style;
+    bool darkPreview;
     bool operator==(const ResultOptions&) const = default;
   };
 
@@ -241,6 +243,8 @@ class frmVBACode final : public Form {
   void openRecent(std::size_t index);
   void showHints();
   void showInks();
+  void showBrightness();
+  void chooseBrightness(Brightness brightness);
   void chooseFile(const TreeNode& node);
   std::optional<ReadSource> readModule(const std::filesystem::path& file);
   void showModule(ReadSource module);
@@ -378,9 +382,10 @@ class frmVBACode final : public Form {
   std::filesystem::path Dateipfad_;  // its full path
   ProcedureNames ProzNamen_;
   std::vector<Reformatting> reformatting_;  // to be done again when the lines are read anew
-  ResultOptions shown_{Mode::Classic, false, StyleMode::Class};  // the result is made with these
-  ListBox* searched_ = &List1;                                   // the list that was searched last
-  std::wstring suchtext_;                                        // what was looked for
+  bool dark_ = false;                       // the windows are
+  ResultOptions shown_{Mode::Classic, false, StyleMode::Class, false};  // those of the result
+  ListBox* searched_ = &List1;           // the list that was searched last
+  std::wstring suchtext_;                // what was looked for
   std::optional<std::size_t> menuNode_;  // the node under the last right click
   int einzug_ = 0;                       // blanks per block level
   int zeilenbreite_ = 80;                // 0: lines are not wrapped

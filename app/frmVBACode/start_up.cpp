@@ -33,6 +33,7 @@ void frmVBACode::Initialisieren() {
   application_.splash.Load();
   application_.HelpFile = ports_.files.programFolder() / "TINTLINE2.chm::/topic.txt";
   memory.load();
+  showBrightness();
   Check2.Value = false;
   clearLists();
   showHints();

@@ -1,5 +1,6 @@
 // The exact mode in the main window, and code copied with its colours. What the user sees by it is
 // in tests/app/expected.
+#include "output/rendered_page.h"
 #include "settings/modIniSave.h"
 #include "tests/app/program_fixture.h"
 
@@ -75,6 +76,23 @@ TEST_F(exact, mode_is_that_of_the_last_time_and_reads_any_length) {
   }
   next.execute("classic", Command::mnuKlassisch);
   next.convert();
+}
+
+TEST_F(exact, preview_is_dark_in_dark_windows_and_the_exported_page_like_any_browser) {
+  openFile("a.bas", kModule);
+  execute("exact", Command::mnuGenau);
+  convert();
+  for (const auto& [command, dark] : {std::pair{Command::mnuDunkel, true},
+                                      {Command::mnuHell, false},
+                                      {Command::mnuDunkel, true},
+                                      {Command::mnuHelligkeitSystem, false}}) {
+    execute("brightness", command);
+    EXPECT_TRUE(form.isChecked(command));
+    const RenderedPage page = renderPage(readFile(form.wBrowser.page()));
+    EXPECT_EQ(page.ground, dark ? 0x1B1E24U : 0xFFFFFFU);
+    EXPECT_EQ(page.ink, dark ? 0xE3E6EBU : 0x1C1E21U);
+    EXPECT_NE(form.HTMLText.find("(prefers-color-scheme:dark)"), std::string::npos);
+  }
 }
 
 TEST_F(exact, code_is_copied_with_its_colours) {

@@ -145,6 +145,7 @@ struct FakePorts {
             locale,
             textMeasure,
             systemColor,
+            [](Brightness wanted) { return wanted == Brightness::Dark; },
             [this] { ++released; }};
   }
 };

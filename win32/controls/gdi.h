@@ -12,10 +12,12 @@
 namespace tintline {
 
 using UniqueAccelerators = UniqueHandle<HACCEL, DestroyAcceleratorTable>;
+using UniqueBrush = UniqueHandle<HBRUSH, DeleteObject>;
 using UniqueBitmap = UniqueHandle<HBITMAP, DeleteObject>;
 using UniqueFont = UniqueHandle<HFONT, DeleteObject>;
 using UniqueImageList = UniqueHandle<HIMAGELIST, ImageList_Destroy>;
 using UniqueMenu = UniqueHandle<HMENU, DestroyMenu>;
+using UniquePen = UniqueHandle<HPEN, DeleteObject>;
 
 // A window's device context, given back at the end of the block.
 class WindowDc {
@@ -24,6 +26,20 @@ class WindowDc {
   WindowDc(const WindowDc&) = delete;
   WindowDc& operator=(const WindowDc&) = delete;
   ~WindowDc() { ReleaseDC(window_, dc_); }
+  operator HDC() const { return dc_; }
+
+ private:
+  HWND window_;
+  HDC dc_;
+};
+
+// The same of all of a window, its frame included.
+class FrameDc {
+ public:
+  explicit FrameDc(HWND window) : window_(window), dc_(GetWindowDC(window)) {}
+  FrameDc(const FrameDc&) = delete;
+  FrameDc& operator=(const FrameDc&) = delete;
+  ~FrameDc() { ReleaseDC(window_, dc_); }
   operator HDC() const { return dc_; }
 
  private:

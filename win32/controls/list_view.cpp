@@ -11,7 +11,7 @@
 #include "app/controls/selection_colors.h"
 #include "win32/control_ids.h"
 #include "win32/controls/list_accessible.h"
-#include "win32/controls/system_look.h"
+#include "win32/controls/theme.h"
 
 namespace tintline {
 namespace {
@@ -21,8 +21,9 @@ constexpr DWORD kStyle = LBS_NODATA | LBS_OWNERDRAWFIXED | LBS_EXTENDEDSEL | LBS
 constexpr int kMargin = 2;  // pixels at 96 dpi in front of the text
 
 SelectionColors lineColors(bool selected, bool focused) {
-  const SelectionColors colors{GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
-  if (selected && focused) return {GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
+  const SelectionColors colors{theme::color(COLOR_WINDOW), theme::color(COLOR_WINDOWTEXT)};
+  if (selected && focused)
+    return {theme::color(COLOR_HIGHLIGHT), theme::color(COLOR_HIGHLIGHTTEXT)};
   return selected ? unfocusedSelection(colors.back, colors.text) : colors;
 }
 
@@ -212,7 +213,7 @@ void ListView::drawLine(const DRAWITEMSTRUCT& item) const {
   };
   const LineInks plain, &inks = setColors(item) ? model_.Inks() : plain;
   const COLORREF text = GetTextColor(item.hDC);
-  const listing::Palette& palette = isDark(GetBkColor(item.hDC)) ? inks.dark : inks.light;
+  const listing::Palette& palette = theme::isDark() ? inks.dark : inks.light;
   for (const InkedPart& part : inkedParts(line.text, inks)) {
     if (part.end <= from && part.end < end) continue;
     SetTextColor(item.hDC,
@@ -229,8 +230,8 @@ bool ListView::setColors(const DRAWITEMSTRUCT& item) const {
   const bool disabled = (item.itemState & ODS_DISABLED) != 0;
   const SelectionColors colors = lineColors(selected, GetFocus() == hwnd());
   SetBkColor(item.hDC, colors.back);
-  SetTextColor(item.hDC, disabled ? GetSysColor(COLOR_GRAYTEXT) : colors.text);
-  return !selected && !disabled && !isHighContrast();
+  SetTextColor(item.hDC, disabled ? theme::color(COLOR_GRAYTEXT) : colors.text);
+  return !selected && !disabled && !theme::isHighContrast();
 }
 
 // In the middle of the empty list, over as many lines as it takes.
@@ -247,7 +248,7 @@ void ListView::drawHint() const {
   DrawTextW(dc, hint.c_str(), length, &text, kFormat | DT_CALCRECT);
   room.top += std::max<LONG>(0, (room.bottom - room.top - (text.bottom - text.top)) / 2);
   SetBkMode(dc, TRANSPARENT);
-  SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
+  SetTextColor(dc, theme::color(COLOR_GRAYTEXT));
   DrawTextW(dc, hint.c_str(), length, &room, kFormat);
 }
 

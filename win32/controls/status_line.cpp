@@ -7,6 +7,7 @@
 #include "win32/controls/accessible.h"
 #include "win32/controls/fonts.h"
 #include "win32/controls/gdi.h"
+#include "win32/controls/theme.h"
 
 namespace tintline {
 namespace {
@@ -73,8 +74,8 @@ int StatusWidget::needed() const { return static_cast<int>(textSize(font_, model
 
 void StatusWidget::draw(const DRAWITEMSTRUCT& item) {
   const Selected selected(item.hDC, font_);
-  SetBkColor(item.hDC, GetSysColor(COLOR_BTNFACE));
-  SetTextColor(item.hDC, GetSysColor(isLink() ? COLOR_HOTLIGHT : COLOR_BTNTEXT));
+  SetBkColor(item.hDC, theme::color(COLOR_BTNFACE));
+  SetTextColor(item.hDC, theme::color(isLink() ? COLOR_HOTLIGHT : COLOR_BTNTEXT));
   SIZE size{};
   const std::wstring text = shortened(model_.Caption(), [&](const std::wstring& part) {
     GetTextExtentPoint32W(item.hDC, part.c_str(), static_cast<int>(part.size()), &size);

@@ -9,6 +9,8 @@
 #include "win32/control_ids.h"
 #include "win32/controls/fonts.h"
 #include "win32/controls/image_strips.h"
+#include "win32/controls/own_drawing.h"
+#include "win32/controls/theme.h"
 
 namespace tintline {
 namespace {
@@ -55,6 +57,16 @@ void ToolBarWidget::setFont(HFONT font, unsigned dpi) {
   const int padding = scaled(kPadding, dpi);
   send(TB_SETPADDING, 0, MAKELPARAM(padding, padding));
   send(TB_AUTOSIZE);
+}
+
+void ToolBarWidget::followTheme() {
+  theme::dress(hwnd());
+  theme::dressTips(reinterpret_cast<HWND>(send(TB_GETTOOLTIPS)));
+}
+
+LRESULT ToolBarWidget::notify(NMHDR& header) {
+  if (header.code != NM_CUSTOMDRAW || !theme::isOwn()) return CDRF_DODEFAULT;
+  return own_drawing::drawToolBar(reinterpret_cast<NMTBCUSTOMDRAW&>(header));
 }
 
 int ToolBarWidget::height() const { return HIWORD(send(TB_GETBUTTONSIZE)); }

@@ -16,6 +16,8 @@ class ToolBarWidget final : public Widget {
   ToolBarWidget(WidgetHost& host, frmVBACode& form, int id);
 
   void setFont(HFONT font, unsigned dpi) override;
+  void followTheme() override;
+  LRESULT notify(NMHDR& header) override;
 
   // The height it needs.
   int height() const;

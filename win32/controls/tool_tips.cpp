@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "win32/controls/fonts.h"
+#include "win32/controls/theme.h"
 
 namespace tintline {
 
@@ -26,6 +27,8 @@ void ToolTips::set(HWND control, const std::wstring& text) {
   SendMessageW(tips_.get(), TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   if (!text.empty()) SendMessageW(tips_.get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
+
+void ToolTips::followTheme() { theme::dressTips(tips_.get()); }
 
 void ToolTips::setFont(HFONT font) {
   const LONG width = textSize(font, std::wstring(70, L'n')).cx;

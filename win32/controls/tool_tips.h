@@ -23,6 +23,9 @@ class ToolTips {
   // What is shown when the pointer rests on the control; "" for nothing.
   void set(HWND control, const std::wstring& text);
 
+  // The look of the windows is another now.
+  void followTheme();
+
   // Long texts are broken at a width that fits the font.
   void setFont(HFONT font);
 

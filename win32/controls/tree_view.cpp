@@ -11,6 +11,7 @@
 #include "app/controls/selection_colors.h"
 #include "win32/controls/fonts.h"
 #include "win32/controls/image_strips.h"
+#include "win32/controls/theme.h"
 #include "win32/controls/window.h"
 
 namespace tintline {
@@ -86,6 +87,20 @@ void TreeWidget::lookChanged() {
   ownLook_ = hasExplorerLook();
   const LONG_PTR style = GetWindowLongPtrW(hwnd(), GWL_STYLE);
   SetWindowLongPtrW(hwnd(), GWL_STYLE, ownLook_ ? style | kTrack : style & ~kTrack);
+}
+
+void TreeWidget::followTheme() {
+  const auto told = [](int index) {
+    return theme::isOwn() ? theme::color(index) : static_cast<COLORREF>(-1);  // the system's
+  };
+  if (ownLook_ && !theme::isOwn())
+    SetWindowTheme(hwnd(), L"Explorer", nullptr);
+  else
+    theme::dress(hwnd());
+  TreeView_SetBkColor(hwnd(), told(COLOR_WINDOW));
+  TreeView_SetTextColor(hwnd(), told(COLOR_WINDOWTEXT));
+  TreeView_SetLineColor(hwnd(), theme::isOwn() ? theme::color(COLOR_BTNSHADOW) : CLR_DEFAULT);
+  theme::dressTips(TreeView_GetToolTips(hwnd()));
 }
 
 // ----------------------------------------------------------------- from the model
@@ -175,7 +190,7 @@ LRESULT TreeWidget::color(NMTVCUSTOMDRAW& drawn) const {
   if (drawn.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && selected && GetFocus() != hwnd() &&
       !ownLook_) {
     const SelectionColors colors =
-        unfocusedSelection(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT));
+        unfocusedSelection(theme::color(COLOR_WINDOW), theme::color(COLOR_WINDOWTEXT));
     drawn.clrText = colors.text;
     drawn.clrTextBk = colors.back;
   }

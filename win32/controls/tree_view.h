@@ -25,6 +25,7 @@ class TreeWidget final : public Widget {
 
   void detach() override;
   void setFont(HFONT font, unsigned dpi) override;
+  void followTheme() override;
   LRESULT notify(NMHDR& header) override;
 
   // Whether the user may not select another node now; to be set before the first message.

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "win32/controls/accessible.h"
+#include "win32/controls/own_drawing.h"
+#include "win32/controls/theme.h"
 #include "win32/controls/window.h"
 
 namespace tintline {
@@ -15,6 +17,7 @@ Widget::Widget(WidgetHost& host, Control& model, int id, const Spec& spec)
                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                           GetModuleHandleW(nullptr), nullptr);
   if (!model.AccessibleName.empty()) setAccessibleName(hwnd_, model.AccessibleName);
+  if ((spec.extendedStyle & WS_EX_CLIENTEDGE) != 0) own_drawing::drawEdge(hwnd_);
   model.setView(this);
 }
 
@@ -49,6 +52,8 @@ void Widget::detach() {
 void Widget::setFont(HFONT font, unsigned) {
   SendMessageW(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }
+
+void Widget::followTheme() { theme::dress(hwnd_); }
 
 void Widget::showText(const std::wstring& text) {
   if (windowText(hwnd_) != text) SetWindowTextW(hwnd_, text.c_str());

@@ -49,6 +49,9 @@ class Widget : public ControlView {
 
   virtual void setFont(HFONT font, unsigned dpi);
 
+  // The look of the windows is another now.
+  virtual void followTheme();
+
   // Messages of the control to its window.
   virtual void command(WORD) {}
   virtual LRESULT notify(NMHDR&) { return 0; }

@@ -3,9 +3,16 @@
 
 #include <algorithm>
 
+#include "win32/controls/own_drawing.h"
+#include "win32/controls/theme.h"
 #include "win32/controls/window.h"
 
 namespace tintline {
+
+LRESULT drawnButton(NMHDR& header) {
+  if (header.code != NM_CUSTOMDRAW || !theme::isOwn()) return CDRF_DODEFAULT;
+  return own_drawing::drawButton(reinterpret_cast<const NMCUSTOMDRAW&>(header));
+}
 
 ButtonWidget::ButtonWidget(WidgetHost& host, CommandButton& model, int id, DWORD style)
     : Widget(host, model, id, {WC_BUTTONW, style | WS_TABSTOP | WS_GROUP}), model_(model) {}
@@ -34,7 +41,17 @@ void EditWidget::show() {
 
 ComboWidget::ComboWidget(WidgetHost& host, ComboBox& model, int id)
     : Widget(host, model, id, {WC_COMBOBOXW, CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP}),
-      model_(model) {}
+      model_(model) {
+  own_drawing::drawInstead(hwnd(), own_drawing::drawCombo);
+}
+
+// The list that drops down is a window of its own.
+void ComboWidget::followTheme() {
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  theme::dress(hwnd());
+  if (GetComboBoxInfo(hwnd(), &parts)) theme::dress(parts.hwndList);
+}
 
 void ComboWidget::command(WORD code) {
   if (code != CBN_SELCHANGE) return;
@@ -72,9 +89,9 @@ void InkLabelWidget::setFont(HFONT, unsigned dpi) {
 }
 
 HBRUSH InkLabelWidget::color(HDC dc) {
-  SetBkColor(dc, GetSysColor(COLOR_WINDOW));
+  SetBkColor(dc, theme::color(COLOR_WINDOW));
   SetTextColor(dc, ink_);
-  return GetSysColorBrush(COLOR_WINDOW);
+  return theme::brush(COLOR_WINDOW);
 }
 
 HCURSOR InkLabelWidget::pointer() const {
@@ -84,6 +101,7 @@ HCURSOR InkLabelWidget::pointer() const {
 FrameWidget::FrameWidget(WidgetHost& host, Frame& model, int id)
     : Widget(host, model, id, {WC_BUTTONW, BS_GROUPBOX}), model_(model) {
   SetWindowSubclass(hwnd(), fillBackground, 0, 0);
+  own_drawing::drawInstead(hwnd(), own_drawing::drawFrame);
 }
 
 // The window around does not paint below its children, and the system's frame
@@ -93,12 +111,21 @@ LRESULT CALLBACK FrameWidget::fillBackground(HWND window, UINT message, WPARAM w
   if (message != WM_ERASEBKGND) return DefSubclassProc(window, message, wParam, lParam);
   RECT area{};
   GetClientRect(window, &area);
-  FillRect(reinterpret_cast<HDC>(wParam), &area, GetSysColorBrush(COLOR_BTNFACE));
+  FillRect(reinterpret_cast<HDC>(wParam), &area, theme::brush(COLOR_BTNFACE));
   return TRUE;
 }
 
 ProgressWidget::ProgressWidget(WidgetHost& host, ProgressBar& model, int id)
     : Widget(host, model, id, {PROGRESS_CLASSW, PBS_SMOOTH}), model_(model) {}
+
+void ProgressWidget::followTheme() {
+  const auto told = [](int index) {
+    return static_cast<LPARAM>(theme::isOwn() ? theme::color(index) : CLR_DEFAULT);
+  };
+  theme::dressPlainly(hwnd());
+  SendMessageW(hwnd(), PBM_SETBKCOLOR, 0, told(COLOR_WINDOW));
+  SendMessageW(hwnd(), PBM_SETBARCOLOR, 0, told(COLOR_HOTLIGHT));
+}
 
 void ProgressWidget::show() {
   SendMessageW(hwnd(), PBM_SETRANGE32, 0, model_.Max());

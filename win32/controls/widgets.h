@@ -18,10 +18,14 @@
 
 namespace tintline {
 
+// The answer to a message of any button.
+LRESULT drawnButton(NMHDR& header);
+
 class ButtonWidget final : public Widget {
  public:
   ButtonWidget(WidgetHost& host, CommandButton& model, int id, DWORD style = BS_PUSHBUTTON);
   void command(WORD code) override;
+  LRESULT notify(NMHDR& header) override { return drawnButton(header); }
 
  private:
   void show() override { showText(model_.Caption); }
@@ -44,6 +48,7 @@ class ToggleWidget final : public Widget {
     model_.Value = SendMessageW(hwnd(), BM_GETCHECK, 0, 0) == BST_CHECKED;
     if (model_.Click) model_.Click();
   }
+  LRESULT notify(NMHDR& header) override { return drawnButton(header); }
 
  private:
   void show() override {
@@ -72,6 +77,7 @@ class ComboWidget final : public Widget {
  public:
   ComboWidget(WidgetHost& host, ComboBox& model, int id);
   void command(WORD code) override;
+  void followTheme() override;
 
  private:
   void show() override;
@@ -124,6 +130,7 @@ class FrameWidget final : public Widget {
 class ProgressWidget final : public Widget {
  public:
   ProgressWidget(WidgetHost& host, ProgressBar& model, int id);
+  void followTheme() override;
 
  private:
   void show() override;

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "win32/control_ids.h"
+#include "win32/controls/theme.h"
 
 namespace tintline {
 
@@ -106,6 +107,16 @@ void FormWindow::refresh(Control&) {
   RedrawWindow(hwnd(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
+// Title bar and controls have the look that was decided on.
+void FormWindow::followTheme() {
+  if (std::exchange(shownTheme_, theme::version()) == theme::version()) return;
+  theme::dressFrame(hwnd());
+  host_.tips.followTheme();
+  for (const auto& widget : widgets_) widget->followTheme();
+  themeChanged();
+  RedrawWindow(hwnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
 // --------------------------------------------------------------------- PumpedWindow
 bool FormWindow::translate(MSG& message) {
   return hwnd() != nullptr && (message.hwnd == hwnd() || IsChild(hwnd(), message.hwnd)) &&
@@ -114,6 +125,7 @@ bool FormWindow::translate(MSG& message) {
 
 void FormWindow::flush() {
   if (hwnd() == nullptr || !shown_) return;
+  followTheme();
   showForm();
   for (std::size_t i = 0; i < widgets_.size(); ++i) widgets_[i]->flush();
   flushed();
@@ -139,10 +151,19 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return TRUE;
     }
     case WM_CTLCOLORSTATIC:
-      if (Widget* widget = widgetOf(reinterpret_cast<HWND>(lParam)))
-        if (HBRUSH brush = widget->color(reinterpret_cast<HDC>(wParam)))
-          return reinterpret_cast<LRESULT>(brush);
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+      if (HBRUSH brush =
+              colorsOf(message, reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam)))
+        return reinterpret_cast<LRESULT>(brush);
       break;
+    case WM_ERASEBKGND: {
+      RECT area{};
+      GetClientRect(hwnd(), &area);
+      FillRect(reinterpret_cast<HDC>(wParam), &area, theme::brush(COLOR_BTNFACE));
+      return TRUE;
+    }
     case WM_SIZE:
       if (shown_ && wParam != SIZE_MINIMIZED) layout();
       return 0;
@@ -151,10 +172,15 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_SETTINGCHANGE:
       if (wParam == SPI_SETNONCLIENTMETRICS) systemFontChanged();
+      theme::update();  // of the user's setting for programs, or of high contrast
       return 0;
     case WM_SYSCOLORCHANGE:
+      theme::update();
       systemColorsChanged();
       return 0;
+    case WM_THEMECHANGED:
+      theme::update();
+      break;
     case WM_SETCURSOR:
       if (LOWORD(lParam) == HTCLIENT && setPointer(reinterpret_cast<HWND>(wParam))) return TRUE;
       break;
@@ -173,6 +199,12 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
   }
   return Window::handle(message, wParam, lParam);
+}
+
+HBRUSH FormWindow::colorsOf(UINT message, HWND control, HDC dc) const {
+  Widget* widget = message == WM_CTLCOLORSTATIC ? widgetOf(control) : nullptr;
+  HBRUSH own = widget != nullptr ? widget->color(dc) : nullptr;
+  return own != nullptr ? own : theme::controlColors(message, dc);
 }
 
 bool FormWindow::command(int id, WORD code) {

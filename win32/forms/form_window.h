@@ -70,6 +70,9 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
   // The pointer over the window itself; null for the usual one.
   virtual HCURSOR ownPointer() { return nullptr; }
 
+  // The look of the windows is another now.
+  virtual void themeChanged() {}
+
   // Fonts were made for another resolution.
   virtual void fontsChanged() {}
 
@@ -99,11 +102,13 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
 
  private:
   void showForm();
+  void followTheme();
   void showTopmost();
   void makeFonts();
   void systemFontChanged();
   void systemColorsChanged();
   void dpiChanged(unsigned dpi, const RECT& suggested);
+  HBRUSH colorsOf(UINT message, HWND control, HDC dc) const;
   void activated(bool active);
   void focusFirst();
   bool setPointer(HWND below);
@@ -120,6 +125,7 @@ class FormWindow : public Window, public FormView, public ControlView, public Pu
   unsigned dpi_ = kDesignDpi;
   bool shown_ = false;
   bool formChanged_ = true;
+  unsigned shownTheme_ = 0;     // its version
   HWND lastFocus_ = nullptr;    // while another window is active
   std::vector<HWND> disabled_;  // while this window is modal
 };

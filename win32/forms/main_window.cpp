@@ -8,6 +8,7 @@
 
 #include "win32/control_ids.h"
 #include "win32/controls/opening_place.h"
+#include "win32/controls/theme.h"
 #include "win32/forms/menus.h"
 
 namespace tintline {
@@ -17,6 +18,9 @@ constexpr SIZE kSmallestClient{720, 440};  // pixels at 96 dpi
 constexpr int kProgressWidth = 160;
 constexpr int kButtonWidth = 84, kButtonHeight = 26, kGap = 6;
 constexpr int kCheckMark = 26;  // a check mark's width with the blank behind it
+
+// To the window itself: its colours are others, which commands wait for.
+constexpr UINT kThemeChanged = WM_APP + 3;
 
 SIZE sizeOf(const RECT& area) { return {area.right - area.left, area.bottom - area.top}; }
 
@@ -170,7 +174,28 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_INITMENUPOPUP:
       updateMenu(reinterpret_cast<HMENU>(wParam), form_);
+      menus_.dress(reinterpret_cast<HMENU>(wParam));
       return 0;
+    case WM_UNINITMENUPOPUP:
+      menus_.undress(reinterpret_cast<HMENU>(wParam));
+      break;
+    case WM_NCPAINT:
+    case WM_NCACTIVATE: {
+      const LRESULT result = FormWindow::handle(message, wParam, lParam);
+      MenuDrawing::paintRestOfBar(hwnd());
+      return result;
+    }
+    case WM_MENUCHAR:
+      if (!theme::isOwn()) break;
+      return menus_.entryOf(reinterpret_cast<HMENU>(lParam), static_cast<wchar_t>(LOWORD(wParam)));
+    case WM_MEASUREITEM:
+      if (reinterpret_cast<const MEASUREITEMSTRUCT*>(lParam)->CtlType != ODT_MENU) break;
+      MenuDrawing::measure(hwnd(), *reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
+      return TRUE;
+    case WM_DRAWITEM:
+      if (reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)->CtlType != ODT_MENU) break;
+      MenuDrawing::draw(hwnd(), *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+      return TRUE;
     case WM_CONTEXTMENU:
       if (contextMenu(reinterpret_cast<HWND>(wParam), lParam)) return 0;
       break;
@@ -191,6 +216,9 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_LBUTTONUP:
       ReleaseCapture();
+      return 0;
+    case kThemeChanged:
+      form_.FarbenGewechselt();
       return 0;
     case WM_CAPTURECHANGED:
       dragged_ = Splitter::None;
@@ -270,6 +298,13 @@ void MainWindow::flushed() {
 }
 
 void MainWindow::fontsChanged() { browser_.pane().dpiChanged(); }
+
+void MainWindow::themeChanged() {
+  menus_.dress(GetMenu(hwnd()));
+  DrawMenuBar(hwnd());
+  browser_.pane().followTheme();
+  PostMessageW(hwnd(), kThemeChanged, 0, 0);
+}
 
 LayoutMetrics MainWindow::metrics() const {
   const auto text = static_cast<int>(textSize(font(), L"Ag").cy);

@@ -15,6 +15,7 @@
 #include "win32/controls/tree_view.h"
 #include "win32/controls/widgets.h"
 #include "win32/forms/form_window.h"
+#include "win32/forms/menu_drawing.h"
 #include "win32/preview/browser_view.h"
 
 namespace tintline {
@@ -36,6 +37,7 @@ class MainWindow final : public FormWindow {
   void closeRequested() override;
   void flushed() override;
   void fontsChanged() override;
+  void themeChanged() override;
   HCURSOR ownPointer() override;
 
   void layout() override;
@@ -77,6 +79,7 @@ class MainWindow final : public FormWindow {
 
   frmVBACode& form_;
   UniqueMenu menu_;
+  MenuDrawing menus_;
   UniqueAccelerators accelerators_;
   Controls controls_{};
   BrowserView browser_;

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "win32/control_ids.h"
+#include "win32/controls/theme.h"
 #include "win32/controls/widgets.h"
 
 namespace tintline {
@@ -30,7 +31,7 @@ class LogoWidget final : public Widget {
     SendMessageW(hwnd(), STM_SETICON, reinterpret_cast<WPARAM>(icon_.get()), 0);
   }
 
-  HBRUSH color(HDC) override { return GetSysColorBrush(COLOR_WINDOW); }
+  HBRUSH color(HDC) override { return theme::brush(COLOR_WINDOW); }
 
  private:
   void show() override {}
@@ -48,7 +49,7 @@ class PanelWidget final : public Widget {
   void command(WORD code) override {
     if (code == STN_CLICKED && model_.Enabled && model_.Click) model_.Click();
   }
-  HBRUSH color(HDC) override { return GetSysColorBrush(COLOR_WINDOW); }
+  HBRUSH color(HDC) override { return theme::brush(COLOR_WINDOW); }
 
  private:
   void show() override {}
@@ -61,8 +62,9 @@ class PanelWidget final : public Widget {
 SplashWindow::SplashWindow(MessagePump& pump, frmSplash& form)
     : FormWindow(pump, form), form_(form) {
   createWindow(kSplashClass, WS_POPUP | WS_BORDER, WS_EX_DLGMODALFRAME, workingWindow());
-  const COLORREF ink = GetSysColor(COLOR_WINDOWTEXT);
-  constexpr COLORREF kLink = RGB(0, 102, 204);  // (the system's own is too pale in some themes)
+  const COLORREF ink = theme::color(COLOR_WINDOWTEXT);
+  // (The system's own is too pale in some themes.)
+  const COLORREF linkInk = theme::isDark() ? theme::color(COLOR_HOTLIGHT) : RGB(0, 102, 204);
   const FontLook name{.percent = 220, .bold = true}, plain{}, bold{.bold = true},
       link{.underlined = true};
   logo_ = &add<LogoWidget>(form.imgLogo, id::kSplashLogo);
@@ -70,7 +72,7 @@ SplashWindow::SplashWindow(MessagePump& pump, frmSplash& form)
   version_ = &add<InkLabelWidget>(form.lblVersion, id::kSplashVersion, bold, ink);
   copyright_ = &add<InkLabelWidget>(form.lblCopyright, id::kSplashCopyright, plain, ink);
   freeware_ = &add<InkLabelWidget>(form.Label2, id::kSplashLabel2, plain, ink);
-  feedback_ = &add<InkLabelWidget>(form.Label3, id::kSplashLabel3, link, kLink,
+  feedback_ = &add<InkLabelWidget>(form.Label3, id::kSplashLabel3, link, linkInk,
                                    SS_LEFT | SS_NOPREFIX | SS_NOTIFY);
   loading_ = &add<InkLabelWidget>(form.Label1, id::kSplashLabel1, plain, ink);
   progress_ = &add<ProgressWidget>(form.ProgressBar1, id::kSplashProgressBar);

@@ -5,6 +5,7 @@
 
 #include <exception>
 
+#include "win32/controls/theme.h"
 #include "win32/error.h"
 
 namespace tintline {
@@ -24,7 +25,6 @@ void registerClass(WNDPROC procedure) {
   pane.lpfnWndProc = procedure;
   pane.hInstance = GetModuleHandleW(nullptr);
   pane.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  pane.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
   pane.lpszClassName = kClass;
   if (RegisterClassExW(&pane) == 0) throwLastError();
 }
@@ -71,6 +71,10 @@ void PreviewPane::setVisible(bool visible) { ShowWindow(window(), visible ? SW_S
 
 void PreviewPane::dpiChanged() {
   if (richEdit_) richEdit_->fitDpi();
+}
+
+void PreviewPane::followTheme() {
+  if (richEdit_) richEdit_->followTheme();
 }
 
 bool PreviewPane::usesKey(const MSG& message) const {
@@ -170,6 +174,12 @@ LRESULT PreviewPane::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM 
     case WM_SIZE:
       fitEngine();
       return 0;
+    case WM_ERASEBKGND: {
+      RECT area{};
+      GetClientRect(window, &area);
+      FillRect(reinterpret_cast<HDC>(wParam), &area, theme::brush(COLOR_WINDOW));
+      return TRUE;
+    }
     case WM_PARENTNOTIFY:
       tellChildWindow(LOWORD(wParam), reinterpret_cast<HWND>(lParam));
       return 0;

@@ -59,6 +59,9 @@ class PreviewPane {
   // To be called when the parent has moved to a screen of another resolution.
   void dpiChanged();
 
+  // The look of the windows is another now.
+  void followTheme();
+
   // Whether the message is a key that the page's view uses itself, as those for copying: it is
   // no command of the program then.
   bool usesKey(const MSG& message) const;

@@ -12,8 +12,8 @@
 
 #include "base/file.h"
 #include "output/link_target.h"
-#include "output/rich_text.h"
 #include "win32/controls/accessible.h"
+#include "win32/controls/theme.h"
 #include "win32/controls/window.h"
 #include "win32/error.h"
 
@@ -145,6 +145,20 @@ void RichEditView::setFormats() const {
   send(EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&paragraphs));
 }
 
+// In a dark window a page has the ground that it says, or that of paper, as everywhere; else the
+// window's. Contrasting colours of the system leave no room for others.
+void RichEditView::setColors() {
+  constexpr Color kPaper = 0xFFFFFF, kInk = 0x000000;
+  colors_ = {.text = std::nullopt, .ofPage = !theme::isHighContrast()};
+  if (theme::isHighContrast() || !theme::isDark()) return;
+  colors_.text = page_.ink.value_or(kInk);
+  const Color ground = page_.ground.value_or(kPaper);
+  send(EM_SETBKGNDCOLOR, FALSE, RGB(ground >> 16 & 0xFF, ground >> 8 & 0xFF, ground & 0xFF));
+  theme::dress(window());
+}
+
+void RichEditView::followTheme() { show(RenderedPage(page_), true); }
+
 LRESULT RichEditView::send(UINT message, WPARAM wParam, LPARAM lParam) const {
   return SendMessageW(window(), message, wParam, lParam);
 }
@@ -176,6 +190,7 @@ void RichEditView::show(RenderedPage page, bool keepPlace) {
   jump_.reset();
   if (place > 0) jump_ = Jump{place, place};
   page_ = std::move(page);
+  setColors();
   shown_ = 0;
   appendPieces(kFirstMoment);
 }
@@ -224,7 +239,7 @@ void RichEditView::appendPieces(ULONGLONG milliseconds) {
 }
 
 void RichEditView::appendPiece(std::size_t end) {
-  const std::string text = richText(page_, shown_, end);
+  const std::string text = richText(page_, shown_, end, colors_);
   std::string_view rest = text;
   EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&rest), 0, readText};
   const CHARRANGE behind{-1, -1};  // found at once, however long the text is

@@ -19,6 +19,7 @@
 #include <string>
 
 #include "output/rendered_page.h"
+#include "output/rich_text.h"
 #include "win32/handle.h"
 
 namespace tintline {
@@ -54,6 +55,9 @@ class RichEditView {
   // Fits the letters to the resolution of the screen that the window is on.
   void fitDpi() const;
 
+  // The look of the windows is another now: the page is shown anew, where it is.
+  void followTheme();
+
  private:
   static LRESULT CALLBACK controlProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                            UINT_PTR id, DWORD_PTR view);
@@ -63,6 +67,7 @@ class RichEditView {
   UniqueWindow makeControl();
   void replaceControl();
   void setFormats() const;
+  void setColors();
   CHARRANGE selection() const;
   void select(std::size_t from, std::size_t to) const;
   void show(RenderedPage page, bool keepPlace);
@@ -91,6 +96,7 @@ class RichEditView {
   ExternalLink onExternalLink_;
   AnchorLink onAnchor_;
   RenderedPage page_;
+  RichTextColors colors_;             // of the text in the control
   std::size_t shown_ = 0;             // characters in the control
   std::size_t pieceSize_;             // characters that load in a short moment
   const TextRun* pressed_ = nullptr;  // the link that the mouse was pressed on

@@ -17,6 +17,7 @@ TEST(WindowMemory, KeepsPlacesFoldersAndTheFilesOfAllWindows) {
   first.load();
   first.place = {.left = -8, .top = 40, .width = 900, .height = 600, .maximized = true};
   first.shares = {.tree = 0.25, .preview = 0.4, .source = 0.5};
+  first.brightness = Brightness::Dark;
   first.openFolder = folder / "Größe";
   for (int i = 0; i < 10; ++i) first.opened("/a/" + std::to_string(i) + ".bas");
   first.opened("/a/7.bas");
@@ -33,6 +34,7 @@ TEST(WindowMemory, KeepsPlacesFoldersAndTheFilesOfAllWindows) {
                                    "/a/3.bas", "/a/2.bas", "/b/ä.bas"}));
   EXPECT_EQ(third.openFolder, folder / "Größe");
   EXPECT_TRUE(third.place.maximized);
+  EXPECT_EQ(third.brightness, Brightness::Dark);
 
   const auto write = [&](std::string_view text) {
     AtomicFile file(user / "Fenster.ini");
@@ -40,10 +42,13 @@ TEST(WindowMemory, KeepsPlacesFoldersAndTheFilesOfAllWindows) {
     file.commit();
     third.load();
   };
-  write("[Fenster]\r\nLinks=12\r\nBreite=-5\r\nHöhe=99999999999\r\nBaum=1001\r\nQuellcode=500\r\n");
+  write(
+      "[Fenster]\r\nLinks=12\r\nBreite=-5\r\nHöhe=99999999999\r\nBaum=1001\r\nHelligkeit="
+      "Grau\r\nQuellcode=500\r\n");
   EXPECT_EQ(third.place.left, 12);
   EXPECT_EQ(third.place.width, 0);
   EXPECT_EQ(third.place.height, 0);
+  EXPECT_EQ(third.brightness, Brightness::System);
   EXPECT_EQ(third.shares.tree, 0);
   EXPECT_EQ(third.shares.source, 0.5);
   EXPECT_TRUE(third.recent().empty());
