@@ -49,7 +49,8 @@ struct Listing {
 
 class Collector {
  public:
-  explicit Collector(const InputChoice& choice) : wantsProjects_(choice.projectFiles) {
+  explicit Collector(const InputChoice& choice)
+      : wantsProjects_(choice.projectFiles), watch_(choice.watch) {
     if (!choice.results.empty()) results_ = findFile(choice.results).identity;
     for (const fs::path& path : choice.paths) addNamed(path);
     if (!inputs_.modules.empty() || !inputs_.projectFiles.empty()) return;
@@ -141,8 +142,11 @@ class Collector {
   Listing list(const fs::path& folder) {
     Listing listing;
     fs::directory_iterator entry(folder, listing.failure);
-    for (; !listing.failure && entry != fs::directory_iterator(); entry.increment(listing.failure))
+    for (; !listing.failure && entry != fs::directory_iterator();
+         entry.increment(listing.failure)) {
+      if (watch_) watch_();
       sortIn(*entry, listing);
+    }
     std::ranges::sort(listing.modules);
     std::ranges::sort(listing.folders);
     return listing;
@@ -177,6 +181,7 @@ class Collector {
   }
 
   const bool wantsProjects_;
+  const std::function<void()>& watch_;
   Inputs inputs_;
   fs::path::string_type results_;  // identity of the folder for results; empty: there is none
   std::map<fs::path::string_type, fs::path::string_type> folders_;  // their identities

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -41,6 +42,7 @@ struct InputChoice {
   std::wstring module{};                     // of Office files only that one; empty: all
   bool all = false;                          // of Office files empty document modules, too
   bool inEditor = false;                     // of Office files modules as the editor shows them
+  std::function<void()> watch{};  // called while it is looked for; what it throws comes out
 };
 
 struct PassedOver {

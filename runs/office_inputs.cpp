@@ -61,7 +61,7 @@ class Expander {
   void add(const Input& input) {
     OfficeDocument document;
     try {
-      document = readOffice(input);
+      document = readOffice(input, choice_.watch);
     } catch (const FileError& error) {
       return addFailure(input, reasonText(error.reason()));
     }
@@ -136,9 +136,12 @@ Message warningOf(const Input& input, const Message& lost) {
   return input.module && !input.module->hint.empty() ? input.module->hint : lost;
 }
 
-OfficeDocument readOffice(const Input& input) {
+OfficeDocument readOffice(const Input& input, const std::function<void()>& watch) {
   const auto source = sourceOf(input);
-  office_file::OfficeFile file = office_file::readOfficeFile(*source);
+  office_file::OfficeFile file = office_file::readOfficeFile(*source, [&watch] {
+    if (watch) watch();
+    return true;
+  });
   OfficeDocument document{.projects = std::move(file.projects), .failures = {}, .hints = {}};
   for (office_file::Problem& problem : file.problems) {
     document.isForeign = document.projects.empty() && isForeign(problem);

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -45,8 +46,8 @@ struct OfficeDocument {
 // What the user is warned of: the hint about an Office module, else what decoding its input lost.
 Message warningOf(const Input& input, const Message& lost);
 
-// Throws FileError.
-OfficeDocument readOffice(const Input& input);
+// Throws FileError, and what `watch` throws, which is called now and then meanwhile.
+OfficeDocument readOffice(const Input& input, const std::function<void()>& watch = {});
 
 // Whether the choice wants the module.
 bool isWanted(const office_file::Module& module, const InputChoice& choice);

@@ -113,9 +113,8 @@ void frmVBACode::Verarbeiten() {
   } else {
     const double seconds = double{ports_.clock.timer()} - start;
     if (count > 0) {
-      Label9.Caption = std::to_wstring(count) + L" Zeilen in " +
-                       decimal(std::abs(std::floor(seconds * 100) / 100)) + L"s verarbeitet";
-      Label10.Caption = L"";
+      tellStatus(std::to_wstring(count) + L" Zeilen in " +
+                 decimal(std::abs(std::floor(seconds * 100) / 100)) + L"s verarbeitet");
     }
     HTMLDateierstellen();
   }
@@ -155,8 +154,8 @@ void frmVBACode::cmdMakro_Click() {
 }
 
 void frmVBACode::tellNotConverted() {
-  Label9.Caption =
-      Dateiname_ + L": mehr als " + std::to_wstring(kMaxLines) + L" Zeilen, nicht umgewandelt";
+  tellStatus(Dateiname_ + L": mehr als " + std::to_wstring(kMaxLines) +
+             L" Zeilen, nicht umgewandelt");
 }
 
 // A result of a part of the lines would be taken for that of all.
@@ -215,16 +214,13 @@ void frmVBACode::convertSelection() {
 
 void frmVBACode::tellSelected() {
   const auto count = std::count(selectedLines_.begin(), selectedLines_.end(), true);
-  Label9.Caption = count == 0 ? L"Keine Zeile ausgewählt"
-                              : std::to_wstring(count) + L" von " +
-                                    std::to_wstring(List1.ListCount()) + L" Zeilen verarbeitet";
-  Label10.Caption = L"";
+  const std::size_t all = List1.ListCount();
+  tellStatus(count == 0 ? L"Keine Zeile ausgewählt"
+                        : std::to_wstring(count) + L" von " + std::to_wstring(all) +
+                              (all == 1 ? L" Zeile" : L" Zeilen") + L" verarbeitet");
 }
 
-void frmVBACode::tellAborted() {
-  Label9.Caption = L"Abgebrochen";
-  Label10.Caption = L"";
-}
+void frmVBACode::tellAborted() { tellStatus(L"Abgebrochen"); }
 
 // Buttons and options are off while a run goes on. The preview's box stays as the user set it,
 // and clickable: the pane follows it behind the run. After an abort there is no result to hand
@@ -321,7 +317,7 @@ void frmVBACode::ListBoxauswerten() {
 std::optional<std::size_t> frmVBACode::pairedLine(const ListBox& moved) {
   if (moved.ListIndex() == ListBox::kNone) return {};
   const auto current = static_cast<std::size_t>(moved.ListIndex());
-  Label9.Caption = progressText(kReading, current, moved.ListCount());
+  tellStatus(progressText(kReading, current, moved.ListCount()));
   if (Auswahl_ || List1.ListCount() != List2.ListCount()) return {};
   return current;
 }

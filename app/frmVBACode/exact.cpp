@@ -150,9 +150,8 @@ void frmVBACode::FormatiertKopieren() {
   const auto count = std::count(copy.text.begin(), copy.text.end(), L'\n');
   ports_.clipboard.setFormats(
       {.html = htmlFormat(copy.html), .rtf = std::move(copy.rtf), .text = std::move(copy.text)});
-  Label9.Caption =
-      std::to_wstring(count) + (count == 1 ? L" Zeile" : L" Zeilen") + L" mit Farben kopiert";
-  Label10.Caption = L"";
+  tellStatus(std::to_wstring(count) + (count == 1 ? L" Zeile" : L" Zeilen") +
+             L" mit Farben kopiert");
 }
 
 }  // namespace tintline

@@ -122,9 +122,36 @@ void frmVBACode::command(const std::function<void()>& work) {
   guarded(work);
   guarded([this] { catchUp(); });
   Fortschritt.Visible = false;
+  clearStale();
   busy_ = false;
   Toolbar1.changed();
   if (closeWanted_) Unload();
+}
+
+// What happened, in the status line.
+void frmVBACode::tellStatus(const std::wstring& text) {
+  statusTold_ = true;
+  Label9.Caption = text;
+  Label10.Caption = L"";
+}
+
+frmVBACode::Display frmVBACode::display() const {
+  const auto version = [](const ListBox& list) {
+    return list.ListCount() > 0 ? list.lineVersion() : 0;
+  };
+  return {.lines = {version(List1), version(List2)},
+          .marks = {static_cast<std::ptrdiff_t>(List1.SelCount()), List1.ListIndex(),
+                    static_cast<std::ptrdiff_t>(List2.SelCount()), List2.ListIndex()}};
+}
+
+// What was told before is true no more when the command at work changed what it was about.
+void frmVBACode::clearStale() {
+  const Display now = display();
+  const bool others = now.lines != lastDisplay_.lines;
+  if (!statusTold_ && (others || now.marks != lastDisplay_.marks)) tellStatus({});
+  if (!pathTold_ && others) showExportPath({});
+  statusTold_ = pathTold_ = false;
+  lastDisplay_ = now;
 }
 
 // The one guard around every command: an unexpected error ends it quietly.

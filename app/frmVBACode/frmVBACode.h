@@ -8,6 +8,7 @@
 // Tested by the tests in tests/app.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -215,6 +216,13 @@ class frmVBACode final : public Form {
     ExactModule exact;
   };
 
+  // What the texts of the status line are about: the lines, and what of them is marked.
+  struct Display {
+    std::array<unsigned, 2> lines;
+    std::array<std::ptrdiff_t, 4> marks;
+  };
+  Display display() const;
+
   // What a result depends on beside its lines.
   struct ResultOptions {
     Mode mode;
@@ -231,6 +239,8 @@ class frmVBACode final : public Form {
   void command(const std::function<void()>& work);
   void guarded(const std::function<void()>& work);
   void catchUp();
+  void tellStatus(const std::wstring& text);
+  void clearStale();
   void dispatch(Command command);
 
   void SchluesselworteLaden(std::string_view fileName);
@@ -384,21 +394,23 @@ class frmVBACode final : public Form {
   std::vector<Reformatting> reformatting_;  // to be done again when the lines are read anew
   bool dark_ = false;                       // the windows are
   ResultOptions shown_{Mode::Classic, false, StyleMode::Class, false};  // those of the result
-  ListBox* searched_ = &List1;           // the list that was searched last
-  std::wstring suchtext_;                // what was looked for
-  std::optional<std::size_t> menuNode_;  // the node under the last right click
-  int einzug_ = 0;                       // blanks per block level
-  int zeilenbreite_ = 80;                // 0: lines are not wrapped
-  bool busy_ = false;                    // a command is at work
-  bool closeWanted_ = false;             // the user closed the window while a command was at work
-  bool bEsc_ = false;                    // abort request
-  bool blnPaste_ = false;                // the lines are pasted code
-  bool gesamtmodul_ = false;             // List1 holds one or more whole modules of a project
-  bool Auswahl_ = false;                 // the result stems from a selection:
-  std::vector<bool> selectedLines_;      // of these lines
-  bool controlFile_ = false;             // there is a "vb.ini"
-  bool narrowable_ = false;              // button "format2": lines were indented once
-  bool wrappable_ = false;               // button "umbruch": some line is longer than the width
+  Display lastDisplay_{};                                               // behind the last command
+  ListBox* searched_ = &List1;                  // the list that was searched last
+  std::wstring suchtext_;                       // what was looked for
+  std::optional<std::size_t> menuNode_;         // the node under the last right click
+  int einzug_ = 0;                              // blanks per block level
+  int zeilenbreite_ = 80;                       // 0: lines are not wrapped
+  bool busy_ = false;                           // a command is at work
+  bool statusTold_ = false, pathTold_ = false;  // by the command at work
+  bool closeWanted_ = false;         // the user closed the window while a command was at work
+  bool bEsc_ = false;                // abort request
+  bool blnPaste_ = false;            // the lines are pasted code
+  bool gesamtmodul_ = false;         // List1 holds one or more whole modules of a project
+  bool Auswahl_ = false;             // the result stems from a selection:
+  std::vector<bool> selectedLines_;  // of these lines
+  bool controlFile_ = false;         // there is a "vb.ini"
+  bool narrowable_ = false;          // button "format2": lines were indented once
+  bool wrappable_ = false;           // button "umbruch": some line is longer than the width
 };
 
 }  // namespace tintline

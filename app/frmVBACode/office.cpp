@@ -248,7 +248,7 @@ std::optional<frmVBACode::ReadSource> frmVBACode::readProcedure(const TreeNode& 
 void frmVBACode::showProcedure(ReadSource code) {
   gesamtmodul_ = false;
   setSourceText(std::move(code));
-  Label9.Caption = std::to_wstring(List1.ListCount()) + L" Zeilen eingelesen";
+  tellStatus(std::to_wstring(List1.ListCount()) + L" Zeilen eingelesen");
 }
 
 bool frmVBACode::Modulbearbeiten(Project& project, const std::wstring& module, bool header) {
@@ -324,6 +324,7 @@ void frmVBACode::convertModules(const TreeNode& document, const std::vector<std:
         OfficeAufruf(*sourceOf(document), std::wstring(procedure) + std::wstring(kOfForm), [&] {
           Project& project = projectOf(document);
           for (std::size_t i = 0; complete && !aborted && i < modules.size(); ++i) {
+            showProgress(i, modules.size(), 2);
             ports_.messageLoop.yield();
             complete = Modulbearbeiten(project, modules[i], headers);
             aborted = std::exchange(bEsc_, false);
@@ -422,6 +423,7 @@ void frmVBACode::AlleModuleExportieren(const TreeNode& node) {
         module = component.Name();
         component.Export(fkt_ExportPfad(*folder, document, module, component.Type()));
       });
+      showProgress(static_cast<std::size_t>(i), static_cast<std::size_t>(count), 2);
       ports_.messageLoop.yield();
       if (std::exchange(bEsc_, false)) return tellAborted();
     }
@@ -478,9 +480,8 @@ void frmVBACode::sendToWord(std::string_view text, bool some) {
 
 void frmVBACode::tellSent(bool some) {
   const std::wstring count = std::to_wstring(some ? List2.SelCount() : List2.ListCount());
-  Label9.Caption = some ? L"Nach Word übertragen: " + count + L" markierte Zeilen"
-                        : L"Nach Word übertragen: das ganze Ergebnis (Zeilen: " + count + L")";
-  Label10.Caption = L"";
+  tellStatus(some ? L"Nach Word übertragen: " + count + L" markierte Zeilen"
+                  : L"Nach Word übertragen: das ganze Ergebnis (Zeilen: " + count + L")");
 }
 
 }  // namespace tintline

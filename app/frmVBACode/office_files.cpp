@@ -45,7 +45,7 @@ void frmVBACode::openOffice(const std::filesystem::path& file) {
     TreeView1.select(document);
     TreeView1_NodeClick(*document);
     DummySeite();
-    Label9.Caption = name + L" eingelesen";
+    tellStatus(name + L" eingelesen");
   }
   if (aborted) return tellAborted();
   if (!read->problems.empty()) tellProblems(name, read->problems, false);
@@ -66,7 +66,7 @@ std::optional<office_file::OfficeFile> frmVBACode::readOffice(const std::filesys
       tellAborted();
     }
   } catch (const FileError& error) {
-    Label9.Caption = name + L": " + reasonText(error.reason()).german;
+    tellStatus(name + L": " + reasonText(error.reason()).german);
   }
   MousePointer = Pointer::Default;
   return read;
@@ -101,6 +101,7 @@ void frmVBACode::closeDocuments(const std::vector<std::size_t>& numbers) {
 // With all documents of its file. The lines that the user sees stay.
 void frmVBACode::OfficeDateiSchliessen(const TreeNode& document) {
   closeDocuments(officeFiles_.documentsBeside(std::stoul(document.Tag)));
+  tellStatus({});  // nothing of what was read
 }
 
 // What could not be read, and why: the first of it, where it is much.
@@ -113,7 +114,7 @@ void frmVBACode::tellProblems(const std::wstring& file,
   for (std::size_t i = 0; i < told; ++i) text += L"\r\n" + problemText(problems[i]).german;
   if (told < problems.size())
     text += L"\r\nund " + std::to_wstring(problems.size() - told) + L" weitere";
-  if (nothingRead) Label9.Caption = file + L": " + problemText(problems.front()).german;
+  if (nothingRead) tellStatus(file + L": " + problemText(problems.front()).german);
   ports_.dialogs.message(text, nothingRead ? MessageIcon::Critical : MessageIcon::Information,
                          L"Office-Datei öffnen");
 }

@@ -61,6 +61,7 @@ void frmVBACode::cmdExport_Click() {
 }
 
 void frmVBACode::showExportPath(const std::wstring& path) {
+  pathTold_ = true;
   lblExportPfad.Caption = path;
   lblExportPfad.ToolTipText = path;
 }
@@ -71,7 +72,7 @@ void frmVBACode::openExported() {
   std::error_code none;
   if (std::filesystem::exists(path, none)) return openFile(path);
   showExportPath({});
-  Label9.Caption = pathText(path.filename()) + L" gibt es nicht mehr";
+  tellStatus(pathText(path.filename()) + L" gibt es nicht mehr");
 }
 
 // The name that the user chose; one that exists, with his consent.

@@ -67,8 +67,10 @@ class frmVBACode::ProjectProgress final : public ProjectObserver {
 
  private:
   void show(std::wstring_view what, std::size_t count) {
-    form_.Label9.Caption = std::wstring(what) + std::to_wstring(count) + L" (" +
-                           std::to_wstring(inputs_.tasks.size()) + L")";
+    const std::size_t all = inputs_.tasks.size();
+    form_.Label9.Caption =
+        std::wstring(what) + std::to_wstring(count) + L" (" + std::to_wstring(all) + L")";
+    form_.showProgress(read_ + finished_, 2 * all, 1);  // each is read, then written
   }
 
   frmVBACode& form_;
@@ -94,8 +96,14 @@ void frmVBACode::ProjektDokumentieren() {
 
 void frmVBACode::document(const std::filesystem::path& source,
                           const std::filesystem::path& folder) {
+  Label9.Caption = L"Suche Module...";
   Label10.Caption = L"";
-  const ProjectInputs inputs = findProjects({.paths = {source}, .results = folder});
+  ProjectInputs inputs;
+  const bool searched = watched([&](const Progress& progress) {
+    inputs = findProjects(
+        {.paths = {source}, .results = folder, .watch = [&progress] { progress(0, 0); }});
+  });
+  if (!searched) return tellAborted();
   ProjectOrder order{.folder = folder, .reading = {.words = exactWords_}};
   order.listing.colors = exactColors(application_.colors);
   if (const Message clash = clashOf(inputs, order); !clash.empty())
@@ -109,10 +117,9 @@ void frmVBACode::document(const std::filesystem::path& source,
   if (progress.aborted()) return tellAborted();
   if (const std::wstring failures = progress.failures(); !failures.empty())
     ports_.dialogs.message(failures, MessageIcon::Critical, L"Projekt dokumentieren");
-  Label9.Caption = L"Nichts zu dokumentieren";
-  if (inputs.projects.empty()) return;
-  Label9.Caption = std::to_wstring(progress.documented()) +
-                   (progress.documented() == 1 ? L" Modul" : L" Module") + L" dokumentiert";
+  if (inputs.projects.empty()) return tellStatus(L"Nichts zu dokumentieren");
+  tellStatus(std::to_wstring(progress.documented()) +
+             (progress.documented() == 1 ? L" Modul" : L" Module") + L" dokumentiert");
   const std::filesystem::path index = resultsOf(order).front();
   showExportPath(pathText(index));
   openFile(index);

@@ -31,15 +31,11 @@ void frmVBACode::Weitersuchen(bool forward) {
 void frmVBACode::findNext(ListBox& list, bool forward) {
   const auto found = findLine(list, suchtext_, forward);
   if (found) goTo(list, found->line);
-  Label10.Caption = L"";
-  if (!found) {
-    Label9.Caption = L"„" + suchtext_ + L"“ nicht gefunden";
-    return;
-  }
+  if (!found) return tellStatus(L"„" + suchtext_ + L"“ nicht gefunden");
   const wchar_t* const from = forward ? L", von vorn gesucht" : L", von hinten gesucht";
-  Label9.Caption = L"„" + suchtext_ + L"“ in Zeile " + std::to_wstring(found->line + 1) +
-                   L", Treffer " + std::to_wstring(found->number) + L" von " +
-                   std::to_wstring(found->count) + (found->wrapped ? from : L"");
+  tellStatus(L"„" + suchtext_ + L"“ in Zeile " + std::to_wstring(found->line + 1) + L", Treffer " +
+             std::to_wstring(found->number) + L" von " + std::to_wstring(found->count) +
+             (found->wrapped ? from : L""));
 }
 
 // As a click on the line.

@@ -154,12 +154,11 @@ std::optional<frmVBACode::ReadSource> frmVBACode::readModule(const std::filesyst
                      .text = decodeSource(bytes).text};
     const double seconds = double{ports_.clock.timer()} - start;
     const std::wstring warning = warningOf(*module);
-    Label9.Caption = warning.empty()
-                         ? std::to_wstring(lineCount(*module)) + L" Zeilen eingelesen in " +
-                               decimal(std::floor(seconds * 10) / 10) + L"s"
-                         : pathText(file.filename()) + L": " + warning;
+    tellStatus(warning.empty() ? std::to_wstring(lineCount(*module)) + L" Zeilen eingelesen in " +
+                                     decimal(std::floor(seconds * 10) / 10) + L"s"
+                               : pathText(file.filename()) + L": " + warning);
   } catch (const FileError& error) {
-    Label9.Caption = pathText(file.filename()) + L": " + reasonText(error.reason()).german;
+    tellStatus(pathText(file.filename()) + L": " + reasonText(error.reason()).german);
   }
   MousePointer = Pointer::Default;
   return module;
@@ -305,7 +304,7 @@ void frmVBACode::nodeWithoutChildren(TreeNode& node) {
 void frmVBACode::Einfügen() {
   const std::wstring text = ports_.clipboard.text();
   if (text.empty()) {
-    Label9.Caption = L"In der Zwischenablage ist kein Text";
+    tellStatus(L"In der Zwischenablage ist kein Text");
     return;
   }
   ModuleSource pasted = tintline::Einfügen(toAnsi(text));
@@ -326,8 +325,7 @@ void frmVBACode::Einfügen() {
   DummySeite();
   List1.setListIndex(static_cast<std::ptrdiff_t>(before));
   List1.scrollTo(before);
-  Label9.Caption = std::to_wstring(added) + (added == 1 ? L" Zeile" : L" Zeilen") + L" eingefügt";
-  Label10.Caption = L"";
+  tellStatus(std::to_wstring(added) + (added == 1 ? L" Zeile" : L" Zeilen") + L" eingefügt");
 }
 
 // Whether the lists have room for so many more lines.
