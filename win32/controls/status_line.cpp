@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "app/controls/selection_colors.h"
 #include "win32/controls/accessible.h"
 #include "win32/controls/fonts.h"
 #include "win32/controls/gdi.h"
@@ -74,8 +75,10 @@ int StatusWidget::needed() const { return static_cast<int>(textSize(font_, model
 
 void StatusWidget::draw(const DRAWITEMSTRUCT& item) {
   const Selected selected(item.hDC, font_);
-  SetBkColor(item.hDC, theme::color(COLOR_BTNFACE));
-  SetTextColor(item.hDC, theme::color(isLink() ? COLOR_HOTLIGHT : COLOR_BTNTEXT));
+  const COLORREF ground = theme::color(COLOR_BTNFACE), link = theme::color(COLOR_HOTLIGHT);
+  const bool inLinkColor = isLink() && contrast(link, ground) >= kTextContrast;
+  SetBkColor(item.hDC, ground);
+  SetTextColor(item.hDC, inLinkColor ? link : theme::color(COLOR_BTNTEXT));
   SIZE size{};
   const std::wstring text = shortened(model_.Caption(), [&](const std::wstring& part) {
     GetTextExtentPoint32W(item.hDC, part.c_str(), static_cast<int>(part.size()), &size);
