@@ -57,6 +57,9 @@ void picturesOfAll(const fs::path& folder) {
   savePicture(main.window(), folder / L"hauptfenster.png");
   main.run(Command::mnuGenau);
   savePicture(main.window(), folder / L"genau.png");
+  main.run(Command::mnuDunkel);
+  savePicture(main.window(), folder / L"dunkel.png");
+  main.run(Command::mnuHelligkeitSystem);
   main.run(Command::mnuKlassisch);
   for (const DialogPicture& dialog : kDialogs) pictureOfDialog(main, dialog, folder);
   main.close();
@@ -88,6 +91,7 @@ void pictureOfWord(const fs::path& folder) {
     main.clickNode(last);
     main.untilShown(id::kLabel9, L" Zeilen eingelesen");
   }
+  main.untilIdle();
   savePicture(main.window(), folder / L"dokumente.png");
   main.close();
   ControlledServer::unregister();
