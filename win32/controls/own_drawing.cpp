@@ -201,6 +201,16 @@ void drawCombo(HWND combo, HDC dc) {
   Polyline(dc, arrow, 3);
 }
 
+void drawProgress(HWND progress, HDC dc) {
+  const auto all = static_cast<int>(SendMessageW(progress, PBM_GETRANGE, FALSE, 0));
+  const auto done = static_cast<int>(SendMessageW(progress, PBM_GETPOS, 0, 0));
+  RECT area = clientOf(progress);
+  drawBox(dc, area, COLOR_WINDOW, COLOR_BTNSHADOW, 1);
+  InflateRect(&area, -1, -1);
+  area.right = area.left + MulDiv(static_cast<int>(area.right - area.left), done, std::max(all, 1));
+  FillRect(dc, &area, theme::brush(COLOR_HOTLIGHT));
+}
+
 void drawEdge(HWND control) { SetWindowSubclass(control, edgeProcedure, 0, 0); }
 
 void drawInstead(HWND control, Draw draw) {

@@ -14,9 +14,10 @@ LRESULT drawButton(const NMCUSTOMDRAW& drawn);
 LRESULT drawToolBar(NMTBCUSTOMDRAW& drawn);
 
 // A frame around other controls, with its caption and all of its ground; a drop-down list while it
-// is closed.
+// is closed; a progress bar.
 void drawFrame(HWND frame, HDC dc);
 void drawCombo(HWND combo, HDC dc);
+void drawProgress(HWND progress, HDC dc);
 
 // Has a control drawn so instead of by the system, whenever the look is not the system's.
 using Draw = void (*)(HWND control, HDC dc);

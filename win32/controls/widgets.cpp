@@ -116,15 +116,8 @@ LRESULT CALLBACK FrameWidget::fillBackground(HWND window, UINT message, WPARAM w
 }
 
 ProgressWidget::ProgressWidget(WidgetHost& host, ProgressBar& model, int id)
-    : Widget(host, model, id, {PROGRESS_CLASSW, PBS_SMOOTH}), model_(model) {}
-
-void ProgressWidget::followTheme() {
-  const auto told = [](int index) {
-    return static_cast<LPARAM>(theme::isOwn() ? theme::color(index) : CLR_DEFAULT);
-  };
-  theme::dressPlainly(hwnd());
-  SendMessageW(hwnd(), PBM_SETBKCOLOR, 0, told(COLOR_WINDOW));
-  SendMessageW(hwnd(), PBM_SETBARCOLOR, 0, told(COLOR_HOTLIGHT));
+    : Widget(host, model, id, {PROGRESS_CLASSW, PBS_SMOOTH}), model_(model) {
+  own_drawing::drawInstead(hwnd(), own_drawing::drawProgress);
 }
 
 void ProgressWidget::show() {

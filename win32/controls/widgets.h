@@ -130,7 +130,6 @@ class FrameWidget final : public Widget {
 class ProgressWidget final : public Widget {
  public:
   ProgressWidget(WidgetHost& host, ProgressBar& model, int id);
-  void followTheme() override;
 
  private:
   void show() override;

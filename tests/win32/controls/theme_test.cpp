@@ -49,6 +49,7 @@ struct AllControls final : Form {
   ComboBox Choice;
   Frame Around;
   ListBox Lines;
+  ProgressBar Progress;
 };
 
 // One control below the other, each with a text.
@@ -65,7 +66,8 @@ class AllControlsWindow final : public FormWindow {
                &add<EditWidget>(form.Text, 7),
                &add<ComboWidget>(form.Choice, 8),
                &add<FrameWidget>(form.Around, 9),
-               &add<ListView>(form.Lines, 10, 8)};
+               &add<ListView>(form.Lines, 10, 8),
+               &add<ProgressWidget>(form.Progress, 11)};
   }
 
   std::vector<Widget*> widgets;
@@ -75,7 +77,7 @@ class AllControlsWindow final : public FormWindow {
     int top = 0;
     for (const Widget* widget : widgets) place(*widget, 0, std::exchange(top, top + 30), 200, 30);
   }
-  SIZE clientSize() override { return {200, 300}; }
+  SIZE clientSize() override { return {200, 330}; }
 };
 
 // The pixels, as 0x00BBGGRR, of what is painted on an area of that size.
@@ -137,6 +139,8 @@ TEST(theme, everyControlIsReadableInTheDarkAndTheSystemsAgainAfterwards) {
   form.Choice.List = {L"MMMMMM"};
   form.Choice.ListIndex = 0;
   form.Disabled.Enabled = false;
+  form.Progress.Max = 100;
+  form.Progress.Value = 30;
   LineList lines;
   lines.append("MMMMMM");
   form.Lines.setLines(std::move(lines), TextEncoding::Ansi);
