@@ -37,6 +37,8 @@ frmFarbeinstellung::frmFarbeinstellung(ColorScheme& colors, std::filesystem::pat
   cboKategorie.ListIndex = 0;
   cmdFarbe.Caption = L"Ändern…";
   cmdHintergrund.Caption = L"Ändern…";
+  txtFarbe.AccessibleName = lblText.Caption;  // a swatch stands in between
+  txtHintergrund.AccessibleName = lblHintergrund.Caption;
   cmdFarbe.AccessibleName = L"Textfarbe ändern…";
   cmdHintergrund.AccessibleName = L"Hintergrundfarbe ändern…";
   chkTransparent.Caption = L"transparent";
