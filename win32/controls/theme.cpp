@@ -159,12 +159,9 @@ void dress(HWND control) {
   SetWindowTheme(control, dark ? L"DarkMode_Explorer" : nullptr, nullptr);
 }
 
-void dressPlainly(HWND control) {
-  SetWindowTheme(control, isOwn() ? L"" : nullptr, isOwn() ? L"" : nullptr);
-}
-
+// The system's themes of them know no other colours.
 void dressTips(HWND tips) {
-  dressPlainly(tips);
+  SetWindowTheme(tips, isOwn() ? L"" : nullptr, isOwn() ? L"" : nullptr);
   SendMessageW(tips, TTM_SETTIPBKCOLOR, color(COLOR_INFOBK), 0);
   SendMessageW(tips, TTM_SETTIPTEXTCOLOR, color(COLOR_INFOTEXT), 0);
 }

@@ -51,9 +51,6 @@ void dressFrame(HWND window);
 // The system's drawing of a control, its scroll bars included.
 void dress(HWND control);
 
-// Lets a control have the colours that it is told, which themes of the system would not.
-void dressPlainly(HWND control);
-
 void dressTips(HWND tips);
 
 }  // namespace tintline::theme
