@@ -42,6 +42,7 @@ TEST(ListboxHScroll, TheRangeIsThatOfTheWidestLine) {
       {{"\tx"}, 50, 0},  // a tab leads to the fourth column
       {{"abcd\tx", "abc\tx\t"}, 90, 0},
       {{times(100, 'W'), "abc", times(300)}, 1500, 1},
+      {{times(100, 'W'), times(150)}, 1000, 2},
       {{times(150), times(90, 'W'), times(100, 'W'), times(101)}, 1000, 3},
       {{times(100), times(20, '\t')}, 800, 1},
       {std::vector<std::string>(kMaxLines, times(190)), 950, 1 + static_cast<int>(kMaxLines - 1)},
