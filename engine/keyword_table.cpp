@@ -39,10 +39,21 @@ std::uint64_t hashWord(std::string_view word) {
 // The list text of a resource: its lines as NUL-delimited entries.
 std::string listText(std::string_view resource) {
   std::string list(1, kNul);
-  for (const char c : resource)
-    if (c != '\n') list += c == '\r' ? kNul : c;
+  list.reserve(resource.size() + 2);
+  for (std::size_t begin = 0, end; begin < resource.size(); begin = end + 1) {
+    end = std::min(resource.find('\n', begin), resource.size());
+    std::size_t at = list.size();
+    list += resource.substr(begin, end - begin);
+    while ((at = list.find('\r', at)) != std::string::npos) list[at] = kNul;
+  }
   if (list.back() != kNul) list += kNul;  // the last word counts without a line end too
   return list;
+}
+
+std::size_t entriesOf(std::string_view list) {
+  std::size_t entries = 0;
+  for (std::size_t at = 0; (at = list.find(kNul, at)) != list.npos; ++at) ++entries;
+  return entries;
 }
 
 }  // namespace
@@ -51,9 +62,7 @@ KeywordTable::KeywordTable() : KeywordTable(std::string(), std::string()) {}
 
 KeywordTable::KeywordTable(std::string keywords1, std::string keywords2)
     : keywords1_(std::move(keywords1)), keywords2_(std::move(keywords2)) {
-  const auto entries = std::count(keywords1_.begin(), keywords1_.end(), kNul) +
-                       std::count(keywords2_.begin(), keywords2_.end(), kNul);
-  slots_.resize(std::bit_ceil(2 * static_cast<std::size_t>(entries) + 2));
+  slots_.resize(std::bit_ceil(2 * (entriesOf(keywords1_) + entriesOf(keywords2_)) + 2));
   addEntries(keywords1_, WordClass::Code);
   addEntries(keywords2_, WordClass::Parms);
 }
@@ -106,7 +115,7 @@ KeywordLoad SchluesselworteLaden(std::string_view iniFile) {
     load.outcome = KeywordOutcome::Keywords1Missing;
     return load;
   }
-  load.entries = static_cast<std::size_t>(std::count(section1.begin(), section1.end(), kNul));
+  load.entries = entriesOf(section1);
   if (section2.empty()) load.outcome = KeywordOutcome::Keywords2Missing;
   load.table = KeywordTable(kNul + section1, section2.empty() ? section2 : kNul + section2);
   return load;

@@ -212,8 +212,12 @@ std::u8string_view builtInList(int number) {
   return {reinterpret_cast<const char8_t*>(list.data()), list.size()};
 }
 
-bool isAscii(std::u8string_view word) {
-  return std::ranges::all_of(word, [](char8_t c) { return c < 0x80; });
+bool isAscii(std::u8string_view text) {
+  while (text.size() >= sizeof(Block)) {
+    if (firstMarked(loadBlock(text.data()) >= 0x80) < sizeof(Block)) return false;
+    text.remove_prefix(sizeof(Block));
+  }
+  return std::ranges::all_of(text, [](char8_t c) { return c < 0x80; });
 }
 
 constexpr std::size_t kMostEntries = 0xFFFE;
@@ -250,17 +254,25 @@ void WordLists::prepare(std::size_t bytes) {
 
 void WordLists::addLanguage(std::size_t moreBytes) {
   prepare(moreBytes);
-  for (const LanguageWord& word : kWords) add(word.text, {word.word, word.wordClass});
-  for (const WordGroup& group : kGroups)
-    forEachEntry<u8' '>(group.words, [&](std::u8string_view word) { add(word, group.known); });
+  for (const LanguageWord& word : kWords)
+    add(word.text, word.text.data() + word.text.size(), {word.word, word.wordClass});
+  for (const auto& [words, known] : kGroups)
+    forEachEntry<u8' '>(words, [&, limit = words.data() + words.size()](std::u8string_view word) {
+      add(word, limit, known);
+    });
 }
 
 // Adds the entries of a list as what knownAs(entry) says, unless that is nothing.
 template <typename KnownAs>
 void WordLists::addEach(std::u8string_view list, KnownAs knownAs) {
+  const bool ascii = isAscii(list);
   forEachEntry<u8'\r', u8'\n', u8'\0'>(list, [&](std::u8string_view word) {
     const KnownWord known = knownAs(word);
-    if (known.wordClass != None) add(word, known);
+    if (known.wordClass == None) return;
+    if (ascii || isAscii(word))
+      add(word, list.data() + list.size(), known);
+    else
+      addWide(word, known);
   });
 }
 
@@ -269,11 +281,11 @@ bool WordLists::contains(std::u8string_view word) const {
   return find(word.data(), end, end).wordClass != None;
 }
 
-// Adds a word that is not there yet.
-void WordLists::add(std::u8string_view word, KnownWord known) {
-  if (contains(word) || entries_.size() == kMostEntries) return;
-  if (!isAscii(word)) return addWide(word, known);
-  const Key key = keyOf(word.data(), word.size(), word.data() + word.size());
+// Adds an ASCII word that is not there yet; up to `limit` its text can be read.
+void WordLists::add(std::u8string_view word, const char8_t* limit, KnownWord known) {
+  if (entries_.size() == kMostEntries) return;
+  const Key key = keyOf(word.data(), word.size(), limit);
+  if (find(key, word.data()).wordClass != None) return;
   entries_.push_back({key.head, key.tail, static_cast<std::uint32_t>(texts_.size()),
                       static_cast<std::uint16_t>(word.size()), known});
   if (word.size() > 16) texts_.append(word);
@@ -287,6 +299,7 @@ void WordLists::add(std::u8string_view word, KnownWord known) {
 }
 
 void WordLists::addWide(std::u8string_view word, KnownWord known) {
+  if (contains(word)) return;
   const std::size_t offset = texts_.size();
   texts_ += word;
   wideNames_.add(texts_, NameKey(word), offset);
@@ -295,7 +308,10 @@ void WordLists::addWide(std::u8string_view word, KnownWord known) {
 
 WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length, const char8_t* limit) {
   Block block{};
-  std::memcpy(&block, begin, limit - begin >= 16 ? sizeof block : std::min(length, sizeof block));
+  if (limit - begin >= static_cast<std::ptrdiff_t>(kShort))
+    block = loadBlock(begin);
+  else
+    std::memcpy(&block, begin, std::min(length, kShort));
   Key key = keyOf(block, std::min(length, kShort));
   if (length <= kShort) return key;
   std::memcpy(&key.tail, begin + length - sizeof key.tail, sizeof key.tail);

@@ -222,7 +222,7 @@ class WordLists {
   static std::uint64_t hashOf(const Key& key);
   // `word` is where its text is; only that of a long one is read.
   KnownWord find(const Key& key, const char8_t* word) const;
-  void add(std::u8string_view word, KnownWord known);
+  void add(std::u8string_view word, const char8_t* limit, KnownWord known);
   template <typename KnownAs>
   void addEach(std::u8string_view list, KnownAs knownAs);
   void addSlot(std::size_t entry);

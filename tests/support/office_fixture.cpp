@@ -185,22 +185,30 @@ Storage holding(std::u16string name, Storage below) {
 }
 
 std::string package(const Parts& parts, Packing packing) {
+  const bool stored = packing == Packing::Stored, wide = packing == Packing::Zip64;
+  const auto narrow = [wide](std::size_t value) { return number(wide ? 0xFFFFFFFF : value, 4); };
   std::string file, directory;
   for (const auto& [name, bytes] : parts) {
-    const std::string data = packing == Packing::Deflated ? deflated(bytes, -MAX_WBITS) : bytes;
+    const std::string data = stored ? bytes : deflated(bytes, -MAX_WBITS);
     const auto crc =
         crc32(0, reinterpret_cast<const Bytef*>(bytes.data()), static_cast<uInt>(bytes.size()));
-    const std::string common = number(20, 2) + number(0, 2) +
-                               number(packing == Packing::Deflated ? 8 : 0, 2) + number(0, 4) +
-                               number(crc, 4) + number(data.size(), 4) + number(bytes.size(), 4) +
-                               number(name.size(), 2) + number(0, 2);
-    directory += "PK\x01\x02" + number(20, 2) + common + number(0, 2) + number(0, 2) +
-                 number(0, 2) + number(0, 4) + number(file.size(), 4) + name;
-    file += "PK\x03\x04" + common + name + data;
+    const std::string common = number(20, 2) + number(0, 2) + number(stored ? 0 : 8, 2) +
+                               number(0, 4) + number(crc, 4) + narrow(data.size()) +
+                               narrow(bytes.size()) + number(name.size(), 2);
+    const std::string extra = "pu" + number(3, 2) + "abc" + number(1, 2) + number(24, 2) +
+                              number(bytes.size(), 8) + number(data.size(), 8) +
+                              number(file.size(), 8);
+    directory += "PK\x01\x02" + number(20, 2) + common + number(wide ? extra.size() : 0, 2) +
+                 number(0, 6) + number(0, 4) + narrow(file.size()) + name + (wide ? extra : "");
+    file += "PK\x03\x04" + common + number(0, 2) + name + data;
   }
-  return file + directory + "PK\x05\x06" + number(0, 4) + number(parts.size(), 2) +
-         number(parts.size(), 2) + number(directory.size(), 4) + number(file.size(), 4) +
-         number(0, 2);
+  const std::string end64 = "PK\x06\x06" + number(44, 8) + number(0, 12) + number(parts.size(), 8) +
+                            number(parts.size(), 8) + number(directory.size(), 8) +
+                            number(file.size(), 8) + "PK\x06\x07" + number(0, 4) +
+                            number(file.size() + directory.size(), 8) + number(1, 4);
+  return file + directory + (wide ? end64 : "") + "PK\x05\x06" + number(0, 4) +
+         number(parts.size(), 2) + number(parts.size(), 2) + narrow(directory.size()) +
+         narrow(file.size()) + number(0, 2);
 }
 
 std::string macroPackage(const std::string& project, Packing packing) {

@@ -42,7 +42,7 @@ std::string projectFile(const FixtureProject& project);
 // The storage with that one below it.
 office_file::Storage holding(std::u16string name, office_file::Storage below);
 
-enum class Packing : std::uint8_t { Stored, Deflated };
+enum class Packing : std::uint8_t { Stored, Deflated, Zip64 };
 using Parts = std::vector<std::pair<std::string, std::string>>;
 std::string package(const Parts& parts, Packing packing = Packing::Deflated);
 // With its list of types, which names the project.

@@ -66,7 +66,10 @@ TEST(ListboxHScroll, TheRangeGrowsWithALineThatIsAdded) {
     scroll.wrapper.AddItem(line, -1, ListboxHScroll::kGrow);
     EXPECT_EQ(scroll.wrapper.ScrollWidth(), width);
   }
-  EXPECT_THROW(scroll.wrapper.AddItem("x", 3, ListboxHScroll::kGrow), ListboxError);
+  scroll.wrapper.AddItem("y", 1, ListboxHScroll::kGrow);
+  EXPECT_EQ(scroll.list.lines()[1], "y");
+  EXPECT_EQ(scroll.list.lines()[2], times(100, 'W'));
+  EXPECT_THROW(scroll.wrapper.AddItem("x", 4, ListboxHScroll::kGrow), ListboxError);
 }
 
 }  // namespace

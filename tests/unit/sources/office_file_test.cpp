@@ -94,6 +94,8 @@ TEST(officeFile, finds_projects_wherever_they_are) {
       {"stored package with bytes in front",
        "PK\x03\x04" + std::string(9, 'x') + macroPackage(project, Packing::Stored),
        "[xl/vbaProject.bin" + kSample},
+      {"with values of 64 bits", macroPackage(project, Packing::Zip64),
+       "[xl/vbaProject.bin" + kSample},
       {"by extension",
        package({{"[Content_Types].xml",
                  "<Default Extension=\"bin\" "
