@@ -309,7 +309,11 @@ POINT placeOfTreeNode(const App& app, Window tree, std::size_t index) {
 }
 
 void clickTreeNode(const App& app, Window tree, std::size_t index) {
+  const HTREEITEM item = treeItems(tree).at(index).handle;
   tree.click(placeOfTreeNode(app, tree, index));
+  // A command that is sent overtakes a click that the tree has not taken yet.
+  app.until([&] { return neighbour(tree, TVGN_CARET, nullptr) == item; },
+            "the selection of a node");
 }
 
 // ------------------------------------------------------------------------------- messages

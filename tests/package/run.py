@@ -27,7 +27,8 @@ WINDOWS_FILES = sorted([*PROGRAMS, "TINTLINE2.chm", "LIESMICH.txt", "README.txt"
                         "vb.ini"])
 # Parts of every Windows 10 and 11 of 64 bits, Server Core aside.
 SYSTEM_DLLS = {f"{name}.dll" for name in (
-    "comctl32 comdlg32 gdi32 kernel32 msvcrt ole32 oleaut32 shell32 shlwapi user32 uxtheme").split()}
+    "advapi32 comctl32 comdlg32 gdi32 kernel32 msvcrt ole32 oleacc oleaut32 shell32 shlwapi user32 "
+    "uxtheme").split()}
 UNINSTALL_KEY = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\TINTLINE"
 MENU_KEYS = [rf"Software\Classes\SystemFileAssociations\{kind}\shell\TINTLINE\command"
              for kind in (".bas", ".xlsm")]
