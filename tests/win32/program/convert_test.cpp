@@ -263,7 +263,7 @@ TEST_F(program, a_long_run_is_left_alone_until_escape_ends_it) {
   const Started converting = main().press(id::kCmdMakro);
   main().untilShown(id::kLabel10, L"Bearbeite Zeile: ");
   EXPECT_FALSE(main().offers(Command::mnudatei)) << "no command starts within another";
-  clickTreeNode(app(), nodes, 0);
+  nodes.click(placeOfTreeNode(app(), nodes, 0));
   nodes.send(WM_NULL);
   EXPECT_FALSE(converting.done());
   main().window().pressKey(VK_ESCAPE);
