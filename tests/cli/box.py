@@ -5,7 +5,7 @@ import shutil
 import subprocess
 import tempfile
 
-from tests.support.checks import ENVIRONMENT, Skip
+from tests.support.checks import ENVIRONMENT, Skip, run_program
 
 TIMEOUT = 60  # seconds for one run
 
@@ -62,8 +62,8 @@ class Box:
         `err`: what the error stream must hold, one text a line; () for nothing."""
         streams = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, "env": ENVIRONMENT}
         streams["input" if isinstance(stdin, bytes) else "stdin"] = stdin
-        done = subprocess.run([*(command or self.command), *arguments], cwd=self.folder,
-                              timeout=TIMEOUT, **{**streams, **process})
+        done = run_program([*(command or self.command), *arguments], cwd=self.folder,
+                           timeout=TIMEOUT, **{**streams, **process})
         told = (done.stderr or b"").decode("utf-8")
         lines = told.splitlines()
         wanted = [err] if isinstance(err, str) else list(err)
