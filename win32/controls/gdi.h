@@ -19,33 +19,22 @@ using UniqueImageList = UniqueHandle<HIMAGELIST, ImageList_Destroy>;
 using UniqueMenu = UniqueHandle<HMENU, DestroyMenu>;
 using UniquePen = UniqueHandle<HPEN, DeleteObject>;
 
-// A window's device context, given back at the end of the block.
-class WindowDc {
+// A device context of a window, given back at the end of the block.
+template <HDC(WINAPI* Get)(HWND)>
+class DeviceContext {
  public:
-  explicit WindowDc(HWND window) : window_(window), dc_(GetDC(window)) {}
-  WindowDc(const WindowDc&) = delete;
-  WindowDc& operator=(const WindowDc&) = delete;
-  ~WindowDc() { ReleaseDC(window_, dc_); }
+  explicit DeviceContext(HWND window) : window_(window), dc_(Get(window)) {}
+  DeviceContext(const DeviceContext&) = delete;
+  DeviceContext& operator=(const DeviceContext&) = delete;
+  ~DeviceContext() { ReleaseDC(window_, dc_); }
   operator HDC() const { return dc_; }
 
  private:
   HWND window_;
   HDC dc_;
 };
-
-// The same of all of a window, its frame included.
-class FrameDc {
- public:
-  explicit FrameDc(HWND window) : window_(window), dc_(GetWindowDC(window)) {}
-  FrameDc(const FrameDc&) = delete;
-  FrameDc& operator=(const FrameDc&) = delete;
-  ~FrameDc() { ReleaseDC(window_, dc_); }
-  operator HDC() const { return dc_; }
-
- private:
-  HWND window_;
-  HDC dc_;
-};
+using WindowDc = DeviceContext<GetDC>;
+using FrameDc = DeviceContext<GetWindowDC>;  // of all of a window, its frame included
 
 // Selects an object (a font, a pen) into a device context for the length of a block.
 class Selected {
