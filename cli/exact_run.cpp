@@ -47,17 +47,21 @@ class ExactRun {
         options_(options),
         reading_(readingOf(options, settings)),
         listing_(listingOptions(options, settings)),
+        maker_(listingFormat(options.format), listing_,
+               isOneDocument() ? listing::Place::OnePage : listing::Place::OwnPages),
         surroundings_(surroundings),
         report_(report),
         jobs_(jobsOf(options, tasks.size())) {}
 
   void run() {
-    if (options_.outputDir.empty() && tasks_.size() > 1) return writeOneDocument();
+    if (isOneDocument()) return writeOneDocument();
     if (tasks_.size() == 1 || !linksPages(options_.format, listing_)) return convertAlone();
     for (const auto& [folders, members] : projects()) convertProject(members);
   }
 
  private:
+  bool isOneDocument() const { return options_.outputDir.empty() && tasks_.size() > 1; }
+
   ReadModule read(const Task& task) const {
     ReadModule source = readModule(task.input, reading_);
     checkLines(options_.lines, source.module.lines);
@@ -71,7 +75,7 @@ class ExactRun {
       const Task& task = tasks_[order[place]];
       report_.finished(order[place], outcomeOf([&] {
                          const ReadModule source = read(task);
-                         ExactProject project(options_.format, listing_, listing::Place::OwnPages);
+                         ExactProject project(maker_);
                          project.add(source.module, {});
                          project.close();
                          return write(task, project, source, 0);
@@ -130,7 +134,7 @@ class ExactRun {
   }
 
   void convertProject(std::vector<Member> members) {
-    ExactProject project(options_.format, listing_, listing::Place::OwnPages);
+    ExactProject project(maker_);
     ModuleStore store = storeFor(members);
     readAll(members, project, store);
     inParallel(members.size(), jobs_, [&](std::size_t i) {
@@ -147,7 +151,7 @@ class ExactRun {
   void writeOneDocument() {
     std::vector<Member> members;
     for (std::size_t i = 0; i < tasks_.size(); ++i) members.push_back({.task = i});
-    ExactProject project(options_.format, listing_, listing::Place::OnePage);
+    ExactProject project(maker_);
     ModuleStore store = storeFor(members);
     readAll(members, project, store);
     const auto count = std::ranges::count_if(members, &isRead);
@@ -189,6 +193,7 @@ class ExactRun {
   const Options& options_;
   const Reading reading_;
   const listing::Options listing_;
+  const listing::DocumentMaker maker_;
   const Surroundings& surroundings_;
   Report& report_;
   const std::size_t jobs_;

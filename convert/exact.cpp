@@ -17,23 +17,6 @@
 namespace tintline {
 namespace {
 
-listing::Format listingFormat(Format format) {
-  switch (format) {
-    case Format::Body:
-      return listing::Format::Body;
-    case Format::Lines:
-      return listing::Format::Lines;
-    case Format::Rtf:
-      return listing::Format::Rtf;
-    case Format::Markdown:
-      return listing::Format::Markdown;
-    case Format::Json:
-      return listing::Format::Json;
-    default:
-      return listing::Format::Page;
-  }
-}
-
 // The text without the lines of attributes and, where it is not to be kept, of the file header.
 std::u8string editorText(const vb::Module& module, bool keepHeader) {
   std::u8string text;
@@ -167,8 +150,25 @@ vb::Module readExact(std::u8string text, const std::filesystem::path& file,
   return module;
 }
 
-ExactProject::ExactProject(Format format, const listing::Options& options, listing::Place place)
-    : format_(format), options_(options), targets_(options, place) {}
+listing::Format listingFormat(Format format) {
+  switch (format) {
+    case Format::Body:
+      return listing::Format::Body;
+    case Format::Lines:
+      return listing::Format::Lines;
+    case Format::Rtf:
+      return listing::Format::Rtf;
+    case Format::Markdown:
+      return listing::Format::Markdown;
+    case Format::Json:
+      return listing::Format::Json;
+    default:
+      return listing::Format::Page;
+  }
+}
+
+ExactProject::ExactProject(const listing::DocumentMaker& maker)
+    : maker_(maker), targets_(maker.options(), maker.place()) {}
 
 std::uint32_t ExactProject::add(const vb::Module& module, const std::filesystem::path& page) {
   if (needsReferences()) project_.add(module);
@@ -181,7 +181,7 @@ std::u8string ExactProject::linePrefix(std::uint32_t index) const {
 
 std::unique_ptr<listing::Document> ExactProject::makeDocument(std::u8string_view title,
                                                               std::ostream& out) const {
-  return listing::makeDocument(listingFormat(format_), out, options_, targets_, title);
+  return maker_.make(out, targets_, title);
 }
 
 void ExactProject::write(const vb::Module& module, std::uint32_t index,
@@ -199,8 +199,9 @@ void ExactProject::write(const vb::Module& module, std::uint32_t index, std::u8s
 }
 
 bool ExactProject::needsReferences() const {
-  if (format_ == Format::Rtf || format_ == Format::Markdown) return false;
-  return options_.links != listing::Links::None || format_ == Format::Json;
+  const listing::Format format = maker_.format();
+  if (format == listing::Format::Rtf || format == listing::Format::Markdown) return false;
+  return maker_.options().links != listing::Links::None || format == listing::Format::Json;
 }
 
 }  // namespace tintline

@@ -1,6 +1,7 @@
 // The exact conversion as a whole: from the texts of files to the documents of their modules.
 //
-//     ExactProject project(Format::Page, options, listing::Place::OwnPages);
+//     const listing::DocumentMaker maker(listing::Format::Page, options, listing::Place::OwnPages);
+//     ExactProject project(maker);
 //     project.add(module, "Modul1.htm");
 //     project.close();
 //     project.write(module, 0, u8"Modul1.bas", file);
@@ -57,11 +58,14 @@ vb::Module readExact(std::u8string text, const std::filesystem::path& file,
                      const vb::WordLists& words, const std::vector<Reformatting>& passes = {},
                      bool inEditor = false);
 
+// The form of listings; `format` is one that the exact mode has.
+listing::Format listingFormat(Format format);
+
 // Modules that are converted together.
 class ExactProject {
  public:
-  // `format` is one that the exact mode has. The options must live as long as the project.
-  ExactProject(Format format, const listing::Options& options, listing::Place place);
+  // The maker of their documents must live as long as the project.
+  explicit ExactProject(const listing::DocumentMaker& maker);
 
   // Adds what the module shows to the others and returns its index. `page` is the name of the
   // file that will show it, empty when no link can lead there.
@@ -84,8 +88,7 @@ class ExactProject {
  private:
   bool needsReferences() const;
 
-  Format format_;
-  const listing::Options& options_;
+  const listing::DocumentMaker& maker_;
   vb::Project project_;
   listing::Targets targets_;
 };

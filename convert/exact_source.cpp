@@ -98,7 +98,8 @@ std::string written(Format format, const std::vector<vb::Module>& modules,
                     const ChosenLines& chosen, listing::Options options, std::u8string_view title,
                     Meter& meter, LineAnchors* anchors = nullptr) {
   const auto place = modules.size() > 1 ? listing::Place::OnePage : listing::Place::OwnPages;
-  ExactProject project(format, options, place);
+  const listing::DocumentMaker maker(listingFormat(format), options, place);
+  ExactProject project(maker);
   // Does `work` for each module while the options say which of its lines are chosen.
   const auto forEach = [&](auto work) {
     std::size_t first = 0;

@@ -8,18 +8,26 @@
 
 namespace tintline::listing {
 
-std::unique_ptr<Document> makeDocument(Format format, std::ostream& out, const Options& options,
-                                       const Targets& targets, std::u8string_view title,
-                                       const Companion* companion) {
-  switch (format) {
+DocumentMaker::DocumentMaker(Format format, const Options& options, Place place)
+    : format_(format), options_(options), place_(place) {
+  if (format == Format::Page || format == Format::Body || format == Format::Lines)
+    look_ = std::make_unique<HtmlLook>(format, options, place);
+}
+
+DocumentMaker::~DocumentMaker() = default;
+
+std::unique_ptr<Document> DocumentMaker::make(std::ostream& out, const Targets& targets,
+                                              std::u8string_view title,
+                                              const Companion* companion) const {
+  switch (format_) {
     case Format::Rtf:
-      return std::make_unique<RtfDocument>(out, options);
+      return std::make_unique<RtfDocument>(out, options_);
     case Format::Markdown:
-      return std::make_unique<MarkdownDocument>(out, options, targets);
+      return std::make_unique<MarkdownDocument>(out, options_, targets);
     case Format::Json:
-      return std::make_unique<JsonDocument>(out, options, targets);
+      return std::make_unique<JsonDocument>(out, options_, targets);
     default:
-      return std::make_unique<HtmlDocument>(format, out, options, targets, title, companion);
+      return std::make_unique<HtmlDocument>(*look_, out, targets, title, companion);
   }
 }
 

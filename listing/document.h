@@ -2,7 +2,8 @@
 //
 //     Targets targets(options, Place::OwnPages);
 //     targets.add(module, u8"Modul1.htm");
-//     auto document = makeDocument(Format::Page, file, options, targets, u8"Modul1.bas");
+//     const DocumentMaker maker(Format::Page, options, Place::OwnPages);
+//     auto document = maker.make(file, targets, u8"Modul1.bas");
 //     document->add({module, project.resolve(module, 0), 0});
 //     document->close();
 //
@@ -66,10 +67,31 @@ class Document {
   virtual void close() = 0;
 };
 
-// `title` is what a browser shows as the name of the page. `options`, `targets` and `out` must
-// live as long as the document, likewise `companion`, which only a page of one module has.
-std::unique_ptr<Document> makeDocument(Format format, std::ostream& out, const Options& options,
-                                       const Targets& targets, std::u8string_view title,
-                                       const Companion* companion = nullptr);
+struct HtmlLook;
+
+// Makes documents of one form. What is the same in all of them, as the style sheet, it makes once.
+class DocumentMaker {
+ public:
+  // The options must live as long as the maker; which lines they choose may change meanwhile.
+  DocumentMaker(Format format, const Options& options, Place place);
+  ~DocumentMaker();
+
+  // `title` is what a browser shows as the name of the page. `targets` are of the maker's place.
+  // They, `out` and the maker must live as long as the document, likewise `companion`, which only
+  // a page of one module has. May be called by several threads.
+  std::unique_ptr<Document> make(std::ostream& out, const Targets& targets,
+                                 std::u8string_view title,
+                                 const Companion* companion = nullptr) const;
+
+  Format format() const { return format_; }
+  const Options& options() const { return options_; }
+  Place place() const { return place_; }
+
+ private:
+  const Format format_;
+  const Options& options_;
+  const Place place_;
+  std::unique_ptr<const HtmlLook> look_;  // of HTML
+};
 
 }  // namespace tintline::listing

@@ -21,37 +21,42 @@ constexpr std::string_view kBodyStyle = "margin:16px;font-family:system-ui,sans-
 
 }  // namespace
 
-HtmlDocument::HtmlDocument(Format format, std::ostream& out, const Options& options,
-                           const Targets& targets, std::u8string_view title,
-                           const Companion* companion)
-    : out_(out),
-      format_(format),
-      options_(options),
+HtmlLook::HtmlLook(Format documents, const Options& chosen, Place place)
+    : format(documents), options(chosen), markup(chosen) {
+  if (format != Format::Page || options.style == Style::Inline) return;
+  style = styleSheet(options, place == Place::OnePage);
+  userStyle = embeddedStyle(options.css);
+}
+
+HtmlDocument::HtmlDocument(const HtmlLook& look, std::ostream& out, const Targets& targets,
+                           std::u8string_view title, const Companion* companion)
+    : look_(look),
+      out_(out),
       targets_(targets),
       title_(title),
-      words_(wordsOf(options.language)),
-      markup_(options),
+      words_(wordsOf(look.options.language)),
       companion_(companion) {}
 
 void HtmlDocument::add(const Source& source) {
   if (!begun_) begin(&source);
-  if (format_ == Format::Lines) return writeLines(source);
+  if (look_.format == Format::Lines) return writeLines(source);
   if (isInline()) return writeInline(source);
   const ModuleTargets& own = targets_[source.index];
   if (several()) {
     out_ << "<section id=\"" << own.topId() << "\"><h2>" << toHtml(source.module.name) << "</h2><p>"
          << summaryOf(source.module, words_) << "</p>\n";
   }
-  HtmlModule module(out_, options_, markup_, targets_, source, several() ? "h3" : "h2", companion_);
+  HtmlModule module(out_, look_.options, look_.markup, targets_, source, several() ? "h3" : "h2",
+                    companion_);
   if (module.write()) out_ << kCopiedEnd;
   if (several()) out_ << "</section>\n";
 }
 
 void HtmlDocument::close() {
   if (!begun_) begin(nullptr);
-  if (format_ == Format::Page)
+  if (look_.format == Format::Page)
     out_ << (isInline() ? "</main>\n</body>\n</html>\n" : "</main>\n</div>\n</body>\n</html>\n");
-  else if (format_ == Format::Body && !isInline())
+  else if (look_.format == Format::Body && !isInline())
     out_ << "</div>\n";
   out_.flush();
 }
@@ -59,7 +64,7 @@ void HtmlDocument::close() {
 // `first` is the first module, if there is one.
 void HtmlDocument::begin(const Source* first) {
   begun_ = true;
-  if (format_ == Format::Page) {
+  if (look_.format == Format::Page) {
     writeHead();
     writePageHeader(first);
     if (isInline()) {
@@ -69,17 +74,14 @@ void HtmlDocument::begin(const Source* first) {
     out_ << "<div class=\"lay\">\n";
     writeIndex(first);
     out_ << "<main id=\"" << kCodeId << "\" tabindex=\"-1\" translate=\"no\">";
-  } else if (format_ == Format::Body && !isInline()) {
+  } else if (look_.format == Format::Body && !isInline()) {
     out_ << "<div class=\"highlight\" id=\"" << kCodeId << "\" translate=\"no\">";
   }
 }
 
 void HtmlDocument::writeHead() {
-  std::string style;
-  if (!isInline()) style = styleSheet(options_, several());
-  if (companion_ != nullptr) style += companion_->style();
-  if (!isInline()) style += embeddedStyle(options_.css);
-  listing::writeHead(out_, words_, title_, style);
+  const std::string ofCompanion = companion_ != nullptr ? companion_->style() : std::string();
+  listing::writeHead(out_, words_, title_, {look_.style, ofCompanion, look_.userStyle});
   if (isInline())
     out_ << "<body style=\"" << kBodyStyle << "\">\n";
   else
@@ -120,7 +122,7 @@ void HtmlDocument::writeIndex(const Source* first) {
 void HtmlDocument::writeGroups(const ModuleTargets& module) {
   const std::string_view heading = several() ? "h3" : "h2";
   for (std::size_t i = 0; i < kGroups; ++i) {
-    const auto& entries = module.group(static_cast<Group>(i));
+    const auto entries = module.group(static_cast<Group>(i));
     if (entries.empty()) continue;
     out_ << "<" << heading << ">" << words_.groups[i] << "</" << heading << "><ul>\n";
     for (const IndexEntry& entry : entries)
@@ -132,7 +134,7 @@ void HtmlDocument::writeGroups(const ModuleTargets& module) {
 
 void HtmlDocument::writeInline(const Source& source) {
   if (several()) out_ << "<h2>" << toHtml(source.module.name) << "</h2>\n";
-  const Palette palette = lightPalette(options_.colors);
+  const Palette palette = lightPalette(look_.options.colors);
   out_ << "<pre style=\"" << kPreStyle << ";color:" << colorText(palette, Tint::Text)
        << ";background-color:" << colorText(palette, Tint::Page) << "\"><code>";
   writeLines(source);
@@ -140,12 +142,12 @@ void HtmlDocument::writeInline(const Source& source) {
 }
 
 void HtmlDocument::writeLines(const Source& source) {
-  const LineChoice choice(source.module, options_);
-  HtmlCode code(out_, options_, markup_, targets_, source, false);
+  const LineChoice choice(source.module, look_.options);
+  HtmlCode code(out_, look_.options, look_.markup, targets_, source, false);
   while (!code.atEnd())
     if (!choice.shows(code.line(), code.token()))
       code.skipLine();
-    else if (code.writeLine() || format_ == Format::Lines)
+    else if (code.writeLine() || look_.format == Format::Lines)
       out_ << "\n";
 }
 

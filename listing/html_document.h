@@ -15,16 +15,26 @@
 
 namespace tintline::listing {
 
+// What documents of the same form and options have in common.
+struct HtmlLook {
+  HtmlLook(Format documents, const Options& chosen, Place place);
+
+  const Format format;
+  const Options& options;
+  const Markup markup;
+  std::string style, userStyle;  // of pages
+};
+
 class HtmlDocument : public Document {
  public:
-  HtmlDocument(Format format, std::ostream& out, const Options& options, const Targets& targets,
-               std::u8string_view title, const Companion* companion = nullptr);
+  HtmlDocument(const HtmlLook& look, std::ostream& out, const Targets& targets,
+               std::u8string_view title, const Companion* companion);
   void add(const Source& source) override;
   void close() override;
 
  private:
   bool several() const { return targets_.place() == Place::OnePage; }
-  bool isInline() const { return options_.style == Style::Inline; }
+  bool isInline() const { return look_.options.style == Style::Inline; }
   void begin(const Source* first);
   void writeHead();
   void writePageHeader(const Source* first);
@@ -33,13 +43,11 @@ class HtmlDocument : public Document {
   void writeInline(const Source& source);
   void writeLines(const Source& source);
 
+  const HtmlLook& look_;
   Output out_;
-  const Format format_;
-  const Options& options_;
   const Targets& targets_;
   const std::u8string title_;
   const Words& words_;
-  const Markup markup_;
   const Companion* const companion_;
   bool begun_ = false;
 };

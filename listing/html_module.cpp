@@ -1,6 +1,10 @@
 // See html_module.h. Tested by tests/golden/exact.
 #include "listing/html_module.h"
 
+#include <cstring>
+
+#include "vb/token_cursor.h"
+
 namespace tintline::listing {
 namespace {
 
@@ -93,10 +97,12 @@ void HtmlModule::close() {
 }
 
 bool HtmlModule::isLong(const Section& section) const {
-  std::uint32_t lines = 1;
-  for (std::uint32_t i = section.headLine; i < section.headEnd; ++i)
-    lines += lineEndsIn(source_.module, i);
-  return lines > kLongHead;
+  const vb::Tokens& tokens = source_.module.tokens;
+  const std::size_t begin = tokens[section.headLine].begin;
+  const auto head = std::u8string_view(source_.module.text)
+                        .substr(begin, vb::endOf(tokens, section.headEnd - 1) - begin);
+  const auto holds = [head](char c) { return std::memchr(head.data(), c, head.size()) != nullptr; };
+  return (holds('\n') || holds('\r')) && vb::lineEndsIn(head) >= kLongHead;
 }
 
 std::uint32_t HtmlModule::shownHeaderLines() const {

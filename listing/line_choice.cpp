@@ -24,19 +24,6 @@ std::string lineNumber(const vb::Module& module, std::uint32_t line) {
   return std::string(width - std::min(width, number.size()), ' ') + number + "  ";
 }
 
-std::uint32_t lineEndsIn(const vb::Module& module, std::uint32_t token) {
-  const vb::TokenKind kind = module.tokens[token].kind;
-  if (kind == vb::TokenKind::LineEnd) return 1;
-  if (kind != vb::TokenKind::Continuation && kind != vb::TokenKind::Comment) return 0;
-  std::uint32_t count = 0;
-  char8_t last = 0;
-  for (const char8_t c : module.textOf(token)) {
-    count += c == '\r' || (c == '\n' && last != '\r');
-    last = c;
-  }
-  return count;
-}
-
 std::vector<std::uint32_t> linesOfNames(const vb::Module& module) {
   std::vector<std::uint32_t> lines;
   lines.reserve(module.declarations.size());

@@ -10,6 +10,7 @@
 #include "listing/options.h"
 #include "listing/source_lines.h"
 #include "vb/module.h"
+#include "vb/token_cursor.h"
 
 namespace tintline::listing {
 
@@ -47,7 +48,12 @@ void forShownLines(const vb::Module& module, const Options& options, Write write
 std::string lineNumber(const vb::Module& module, std::uint32_t line);
 
 // How many lines end in a token: at most one, but for comments and continuations.
-std::uint32_t lineEndsIn(const vb::Module& module, std::uint32_t token);
+inline std::uint32_t lineEndsIn(const vb::Module& module, std::uint32_t token) {
+  const vb::TokenKind kind = module.tokens[token].kind;
+  if (kind == vb::TokenKind::LineEnd) return 1;
+  const bool maySpanLines = kind == vb::TokenKind::Continuation || kind == vb::TokenKind::Comment;
+  return maySpanLines ? vb::lineEndsIn(module.textOf(token)) : 0;
+}
 
 // The line of each declaration's name, from 1.
 std::vector<std::uint32_t> linesOfNames(const vb::Module& module);

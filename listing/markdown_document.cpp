@@ -76,7 +76,7 @@ void MarkdownDocument::close() { out_.flush(); }
 void MarkdownDocument::writeIndex(const Source& source) {
   const auto lines = linesOfNames(source.module);
   for (std::size_t i = 0; i < kGroups; ++i) {
-    const auto& entries = targets_[source.index].group(static_cast<Group>(i));
+    const auto entries = targets_[source.index].group(static_cast<Group>(i));
     if (entries.empty()) continue;
     out_ << "\n## " << words_.groups[i] << "\n\n";
     std::u8string head;

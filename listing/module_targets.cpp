@@ -2,10 +2,13 @@
 #include "listing/module_targets.h"
 
 #include <algorithm>
+#include <numeric>
 #include <optional>
 #include <span>
+#include <tuple>
 #include <utility>
 
+#include "base/block.h"
 #include "listing/html_text.h"
 #include "listing/line_choice.h"
 #include "listing/unique_ids.h"
@@ -20,6 +23,7 @@ using vb::DeclarationKind;
 
 constexpr std::size_t kLongestName = 255;  // characters, as in the language
 constexpr std::size_t kLongestHead = 200;  // characters: a head is written at each link to it
+constexpr std::size_t kUsualText = 32;     // bytes that a declaration has in the text of all
 
 // Parameters and locals stay inside their procedure.
 bool canBeLinked(DeclarationKind kind) {
@@ -67,22 +71,74 @@ bool isLayout(vb::TokenKind kind) {
          kind == vb::TokenKind::LineEnd || kind == vb::TokenKind::Blank;
 }
 
-// The text of tokens in one line with at most one blank between them, as nearly all heads are
-// written; nothing of others.
-std::u8string_view textInOneLine(const vb::Module& module, vb::TokenRange range) {
-  if (range.empty()) return {};
-  const std::u8string_view text = module.text;
-  for (std::uint32_t i = range.begin; i < range.end; ++i) {
-    const vb::Token& token = module.tokens[i];
-    if (isLayout(token.kind)) return {};
-    if (i == range.begin || token.gap == 0) continue;
-    if (token.gap > 1 || text[token.begin - 1] != u8' ') return {};
-  }
-  const std::size_t begin = module.tokens[range.begin].begin;
-  return text.substr(begin, vb::endOf(module.tokens, range.end - 1) - begin);
+// Marks of a piece of a head, by the same piece one byte further on, what stands otherwise in a
+// head in one line, or in HTML: blanks that are not alone, controls, what is no ASCII or begins
+// markup.
+BlockMarks standsOtherwise(Block piece, Block next) {
+  return (static_cast<Block>(piece - ' ') > '~' - ' ') | ((piece == ' ') & (next == ' ')) |
+         ((piece & 0xFB) == '"') | ((piece & 0xFD) == '<');  // and "&", ">"
 }
 
-// ------------------------------------------------------------------------------------ groups
+// The head of a declaration where its text is that, and HTML, as it stands: nearly always. Else
+// nothing.
+std::u8string_view plainHead(const vb::Module& module, const vb::Declaration& declaration) {
+  const vb::TokenRange range = declaration.head;
+  if (range.empty() || !declaration.lead.empty() || isLayout(module.tokens[range.end - 1].kind))
+    return {};
+  const std::size_t begin = module.tokens[range.begin].begin;
+  const std::size_t size = vb::endOf(module.tokens, range.end - 1) - begin;
+  if (size > kLongestHead || module.text.size() - begin <= size + sizeof(Block)) return {};
+  const char8_t* const head = module.text.data() + begin;
+  for (std::size_t at = 0; at < size; at += sizeof(Block))
+    if (at + firstMarked(standsOtherwise(loadBlock(head + at), loadBlock(head + at + 1))) <
+        std::min(size, at + sizeof(Block)))
+      return {};
+  return {head, size};
+}
+
+// ------------------------------------------------------------------------------------ index
+
+// Appends what an index calls a declaration: "Waehrung (Get)".
+void appendLabel(std::u8string& text, const vb::Module& module,
+                 const vb::Declaration& declaration) {
+  const std::u8string_view name = vb::plainName(module.textOf(declaration.name));
+  text += name.substr(0, cutAt(name, kLongestName));
+  if (declaration.accessor != vb::Accessor::None)
+    (text += u8" (").append(accessorText(declaration.accessor)) += u8')';
+}
+
+// The vowel that stands for a folded umlaut in the order of a German index.
+std::u8string_view vowelOf(char32_t umlaut) {
+  switch (umlaut) {
+    case U'ä':
+      return u8"a";
+    case U'ö':
+      return u8"o";
+    case U'ü':
+      return u8"u";
+    case U'ß':
+      return u8"ss";
+    default:
+      return {};
+  }
+}
+
+// Makes a sort key of the text from `begin` on.
+void makeSortKey(std::u8string& text, std::size_t begin) {
+  bool ascii = true;
+  for (std::size_t i = begin; i < text.size(); ++i) {
+    char8_t& c = text[i];
+    ascii = ascii && c < 0x80;
+    if (c >= 'A' && c <= 'Z') c |= 0x20;
+  }
+  if (ascii) return;
+  const std::u8string folded = vb::folded(std::u8string_view(text).substr(begin));
+  text.resize(begin);
+  for (std::u8string_view rest = folded; !rest.empty(); rest.remove_prefix(sizeOfFirst(rest))) {
+    const std::u8string_view vowel = vowelOf(codePointOf(rest));
+    text += vowel.empty() ? rest.substr(0, sizeOfFirst(rest)) : vowel;
+  }
+}
 
 // The objects whose events a module can handle without declaring them.
 constexpr std::u8string_view kOwnObjects[] = {
@@ -108,10 +164,11 @@ bool holds(std::span<const std::u8string_view> words, std::u8string_view word) {
   return std::ranges::any_of(words, [&](auto each) { return vb::equalFolded(each, word); });
 }
 
-// Tells procedures that handle events by their names: "cmdOk_Click".
+// Tells procedures that handle events by their names: "cmdOk_Click". Standard modules have none.
 class EventSources {
  public:
   explicit EventSources(const vb::Module& module) : module_(module) {
+    if (module.kind == vb::ModuleKind::Standard) return;
     for (const vb::Declaration& declaration : module.declarations)
       if (declaration.kind == DeclarationKind::Control || declaration.withEvents) {
         const auto name = vb::plainName(module.textOf(declaration.name));
@@ -160,28 +217,9 @@ std::optional<Group> groupOf(const vb::Declaration& declaration, const EventSour
 
 }  // namespace
 
-std::u8string sortKey(std::u8string_view label) {
-  const std::u8string text = vb::folded(label);
-  if (std::ranges::all_of(text, [](char8_t c) { return c < 0x80; })) return text;
-  std::u8string key;
-  for (std::u8string_view rest = text; !rest.empty(); rest.remove_prefix(sizeOfFirst(rest))) {
-    switch (const char32_t c = codePointOf(rest)) {
-      case U'ä':
-        key += u8"a";
-        break;
-      case U'ö':
-        key += u8"o";
-        break;
-      case U'ü':
-        key += u8"u";
-        break;
-      case U'ß':
-        key += u8"ss";
-        break;
-      default:
-        appendUtf8(key, c);
-    }
-  }
+std::u8string sortKey(std::u8string_view name) {
+  std::u8string key(name);
+  makeSortKey(key, 0);
   return key;
 }
 
@@ -196,18 +234,9 @@ void appendIdText(std::u8string& id, std::u8string_view name) {
   });
 }
 
-std::u8string labelOf(const vb::Module& module, const vb::Declaration& declaration) {
-  std::u8string label(vb::plainName(module.textOf(declaration.name)));
-  label.resize(cutAt(label, kLongestName));
-  if (declaration.accessor != vb::Accessor::None)
-    (label += u8" (").append(accessorText(declaration.accessor)) += u8")";
-  return label;
-}
-
 void headOf(std::u8string& head, const vb::Module& module, const vb::Declaration& declaration) {
-  head = declaration.lead.empty() ? textInOneLine(module, declaration.head) : std::u8string_view();
-  if (!head.empty() && head.size() <= kLongestHead) return;
-  head.clear();
+  head = plainHead(module, declaration);
+  if (!head.empty()) return;
   for (const vb::TokenRange range : {declaration.lead, declaration.head}) {
     bool blank = true;
     for (std::uint32_t i = range.begin; i < range.end; ++i) {
@@ -226,25 +255,6 @@ void headOf(std::u8string& head, const vb::Module& module, const vb::Declaration
   }
 }
 
-std::array<std::vector<std::uint32_t>, kGroups> indexOf(const vb::Module& module) {
-  struct Entry {
-    std::u8string key;
-    std::uint32_t declaration;
-  };
-  std::array<std::vector<Entry>, kGroups> entries;
-  const EventSources events(module);
-  for (std::uint32_t i = 0; i < module.declarations.size(); ++i)
-    if (const auto group = groupOf(module.declarations[i], events))
-      entries[static_cast<std::size_t>(*group)].push_back(
-          {sortKey(labelOf(module, module.declarations[i])), i});
-  std::array<std::vector<std::uint32_t>, kGroups> index;
-  for (std::size_t group = 0; group < kGroups; ++group) {
-    std::ranges::stable_sort(entries[group], {}, &Entry::key);
-    for (const Entry& entry : entries[group]) index[group].push_back(entry.declaration);
-  }
-  return index;
-}
-
 // ------------------------------------------------------------------------------------ targets
 
 struct ModuleTargets::Builder {
@@ -256,17 +266,22 @@ struct ModuleTargets::Builder {
 
   void build() {
     targets.targets_.resize(module.declarations.size());
+    targets.text_.reserve(kUsualText * module.declarations.size());
+    const LineChoice choice(module, options);
+    std::vector<std::uint32_t> lines;
+    if (!options.lines.empty()) lines = linesOfNames(module);
     for (std::uint32_t i = 0; i < module.declarations.size(); ++i) {
       const vb::Declaration& declaration = module.declarations[i];
       Target& target = targets.targets_[i];
       target.kind = declaration.kind;
+      // Nothing can lead to lines that are not shown.
+      target.shown = choice.shows(lines.empty() ? 1 : lines[i], declaration.name);
       if (!canBeLinked(declaration.kind)) continue;
       target.begin = static_cast<std::uint32_t>(targets.text_.size());
       appendId(target, declaration);
       if (options.titles && declaration.kind != DeclarationKind::Label) appendTitle(declaration);
       target.size = static_cast<std::uint16_t>(targets.text_.size() - target.begin);
     }
-    findShown();
     addIndex();
   }
 
@@ -287,34 +302,60 @@ struct ModuleTargets::Builder {
   }
 
   void appendTitle(const vb::Declaration& declaration) {
+    std::u8string& text = targets.text_;
+    if (const auto plain = plainHead(module, declaration); !plain.empty()) {
+      ((text += u8" title=\"") += plain) += u8'"';
+      return;
+    }
     headOf(head, module, declaration);
     if (head.empty()) return;
-    targets.text_ += u8" title=\"";
-    appendHtml(targets.text_, head);
-    targets.text_ += u8'"';
+    text += u8" title=\"";
+    appendHtml(text, head);
+    text += u8'"';
   }
 
-  // Nothing can lead to lines that are not shown.
-  void findShown() {
-    const LineChoice choice(module, options);
-    std::vector<std::uint32_t> lines;
-    if (!options.lines.empty()) lines = linesOfNames(module);
-    for (std::uint32_t i = 0; i < module.declarations.size(); ++i)
-      targets.targets_[i].shown =
-          choice.shows(lines.empty() ? 1 : lines[i], module.declarations[i].name);
-  }
-
+  // What is indexed, by group, and in the order of the alphabet.
   void addIndex() {
-    const auto index = indexOf(module);
-    for (std::size_t group = 0; group < kGroups; ++group)
-      for (const std::uint32_t i : index[group]) {
-        if (!targets.isShown(i)) continue;
-        const auto begin = static_cast<std::uint32_t>(targets.text_.size());
-        appendHtml(targets.text_, labelOf(module, module.declarations[i]));
-        const auto size = static_cast<std::uint32_t>(targets.text_.size()) - begin;
-        targets.groups_[group].push_back({i, begin, size});
-      }
+    struct Entry {
+      std::uint64_t rank;          // nearly always decides alone
+      std::uint32_t key, keySize;  // in keys
+      IndexEntry shown;
+    };
+    std::vector<Entry> entries;
+    entries.reserve(module.declarations.size());
+    std::array<std::uint32_t, kGroups> sizes{};
+    std::u8string keys;
+    const EventSources events(module);
+    for (std::uint32_t i = 0; i < module.declarations.size(); ++i) {
+      const auto group = groupOf(module.declarations[i], events);
+      if (!group || !targets.isShown(i)) continue;
+      ++sizes[static_cast<std::size_t>(*group)];
+      const std::size_t key = keys.size(), label = targets.text_.size();
+      appendLabel(keys, module, module.declarations[i]);
+      appendHtml(targets.text_, std::u8string_view(keys).substr(key));
+      makeSortKey(keys, key);
+      entries.push_back({rankOf(*group, std::u8string_view(keys).substr(key)),
+                         offset(key),
+                         offset(keys.size() - key),
+                         {i, offset(label), offset(targets.text_.size() - label)}});
+    }
+    std::ranges::sort(entries, {}, [&](const Entry& entry) {
+      const auto key = std::u8string_view(keys).substr(entry.key, entry.keySize);
+      return std::tuple(entry.rank, key, entry.shown.declaration);
+    });
+    targets.index_.reserve(entries.size());
+    for (const Entry& entry : entries) targets.index_.push_back(entry.shown);
+    std::partial_sum(sizes.begin(), sizes.end(), targets.groupEnds_.begin());
   }
+
+  // Orders as group and key do, by the first letters of that.
+  static std::uint64_t rankOf(Group group, std::u8string_view key) {
+    auto rank = static_cast<std::uint64_t>(group);
+    for (std::size_t i = 0; i < 7; ++i) rank = rank << 8 | (i < key.size() ? key[i] : 0U);
+    return rank;
+  }
+
+  static std::uint32_t offset(std::size_t place) { return static_cast<std::uint32_t>(place); }
 };
 
 ModuleTargets::ModuleTargets(const vb::Module& module, const Options& options, std::u8string prefix,

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,8 +71,10 @@ class ModuleTargets {
   bool isClass() const { return isClass_; }
 
   // The index: declarations that are shown, those of a group in the order of the alphabet.
-  const std::vector<IndexEntry>& group(Group group) const {
-    return groups_[static_cast<std::size_t>(group)];
+  std::span<const IndexEntry> group(Group group) const {
+    const auto i = static_cast<std::size_t>(group);
+    const std::size_t begin = i == 0 ? 0 : groupEnds_[i - 1];
+    return std::span(index_).subspan(begin, groupEnds_[i] - begin);
   }
   std::u8string_view label(const IndexEntry& entry) const {  // HTML
     return view(entry.label, entry.labelSize);
@@ -100,18 +103,13 @@ class ModuleTargets {
   std::u8string name_;
   bool isClass_;  // or a form ...: a type
   std::u8string text_;
-  std::vector<Target> targets_;  // by declaration
-  std::vector<IndexEntry> groups_[kGroups];
+  std::vector<Target> targets_;                     // by declaration
+  std::vector<IndexEntry> index_;                   // group by group ...
+  std::array<std::uint32_t, kGroups> groupEnds_{};  // which end there
 };
-
-// The declarations that an index shows, by group, in the order of the alphabet.
-std::array<std::vector<std::uint32_t>, kGroups> indexOf(const vb::Module& module);
 
 // A text that orders names as a German index does: without case, umlauts as their vowels.
 std::u8string sortKey(std::u8string_view name);
-
-// What an index calls a declaration: "Waehrung (Get)".
-std::u8string labelOf(const vb::Module& module, const vb::Declaration& declaration);
 
 // The head of a declaration in one line, without comments, cut where it is very long:
 // "Public Sub Demo()".

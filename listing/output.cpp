@@ -20,6 +20,11 @@ void Output::flush() {
 }
 
 Output& Output::putLong(std::string_view text) {
+  if (text.size() <= static_cast<std::size_t>(end_ - next_)) {
+    std::memcpy(next_, text.data(), text.size());
+    advance(text.size());
+    return *this;
+  }
   flush();
   stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
   return *this;

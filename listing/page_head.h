@@ -3,6 +3,7 @@
 // Tested by tests/unit/listing/listing_test.cpp and tests/browser/exact.py.
 #pragma once
 
+#include <initializer_list>
 #include <string_view>
 
 #include "listing/output.h"
@@ -10,7 +11,9 @@
 
 namespace tintline::listing {
 
-// From the first byte to the end of <head>. `style` is its style sheet, may be empty.
-void writeHead(Output& out, const Words& words, std::u8string_view title, std::string_view style);
+// From the first byte to the end of <head>. `styles` are the pieces of its style sheet, all may be
+// empty.
+void writeHead(Output& out, const Words& words, std::u8string_view title,
+               std::initializer_list<std::string_view> styles);
 
 }  // namespace tintline::listing

@@ -1,8 +1,8 @@
 // See targets.h. Tested by tests/golden/exact.
 #include "listing/targets.h"
 
-#include <deque>
 #include <utility>
+#include <vector>
 
 #include "listing/module_targets.h"
 #include "vb/name_table.h"
@@ -12,7 +12,7 @@ namespace tintline::listing {
 struct Targets::State {
   const Options& options;
   Place place;
-  std::deque<ModuleTargets> modules;
+  std::vector<ModuleTargets> modules;
   std::u8string prefixes;  // one behind another; `known` tells where
   vb::NameTable known;
 

@@ -47,6 +47,7 @@ class Targets {
   std::uint32_t add(const vb::Module& module, std::u8string_view page = {});
 
   std::size_t size() const;
+  // Stays there until the next one is added.
   const ModuleTargets& operator[](std::uint32_t module) const;
   Place place() const;
 

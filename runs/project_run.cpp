@@ -201,12 +201,13 @@ class ProjectRun {
   }
 
   void writeSite() {
+    const listing::DocumentMaker maker(listing::Format::Page, listing_, listing::Place::OwnPages);
     for (std::size_t i = 0; i < inputs_.projects.size(); ++i)
       forModules(
           inputs_.projects[i], [&](std::size_t task, vb::Module module, std::uint32_t place) {
             const std::vector<vb::Reference> references = site_.projects[i].resolve(module, place);
             writeFile(pageOf(inputs_.tasks[task], order_), order_.writing, [&](std::ostream& out) {
-              site::writeModulePage(out, site_.projects[i], place, module, references, listing_);
+              site::writeModulePage(out, site_.projects[i], place, module, references, maker);
             });
             done(task);
           });

@@ -147,11 +147,10 @@ class ModulePage : public listing::Companion {
 
 void writeModulePage(std::ostream& out, const Project& project, std::uint32_t index,
                      const vb::Module& module, std::span<const vb::Reference> references,
-                     const listing::Options& options) {
-  const ModulePage companion(project, index, options);
+                     const listing::DocumentMaker& maker) {
+  const ModulePage companion(project, index, maker.options());
   const auto document =
-      listing::makeDocument(listing::Format::Page, out, options, project.targets(),
-                            module.name + u8" · " + project.name(), &companion);
+      maker.make(out, project.targets(), module.name + u8" · " + project.name(), &companion);
   document->add({.module = module, .references = references, .index = index});
   document->close();
 }

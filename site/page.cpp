@@ -86,10 +86,10 @@ SitePage::SitePage(std::ostream& stream, const Site& site, const listing::Option
   const auto index = static_cast<std::size_t>(page);
   std::u8string title = site.title;
   if (page != Page::Index) title = std::u8string(words_.pages[index]) + u8" · " + title;
-  writeHead(out_, listingWords_, title,
-            std::string(listing::kBaseStyle) + std::string(listing::kFrameStyle) +
-                std::string(kStyle) + listing::colorStyle(kColors, options) +
-                pageLinksStyle(options) + listing::embeddedStyle(options.css));
+  writeHead(
+      out_, listingWords_, title,
+      {listing::kBaseStyle, listing::kFrameStyle, kStyle, listing::colorStyle(kColors, options),
+       pageLinksStyle(options), listing::embeddedStyle(options.css)});
   out_ << "<body>\n<a class=skip href=\"#" << kMainId << "\">" << words_.skipLink
        << "</a>\n<header><h1>" << listing::toHtml(site.title) << "</h1>";
   writePageLinks(out_, words_, u8"", index);

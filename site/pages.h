@@ -18,9 +18,9 @@ namespace tintline::site {
 void writePage(Page page, std::ostream& out, const Site& site, const listing::Options& options);
 
 // The page of a module, which `kModuleFolder` and the `page` of its facts name. `references` are
-// those of the module.
+// those of the module. `maker` makes pages of their own.
 void writeModulePage(std::ostream& out, const Project& project, std::uint32_t index,
                      const vb::Module& module, std::span<const vb::Reference> references,
-                     const listing::Options& options);
+                     const listing::DocumentMaker& maker);
 
 }  // namespace tintline::site

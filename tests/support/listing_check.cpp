@@ -162,7 +162,8 @@ std::u8string listed(Format format, const Options& options, const std::vector<vb
   Targets targets(options, Place::OnePage);
   for (const vb::Module& module : modules) targets.add(module);
   std::ostringstream out;
-  const auto document = makeDocument(format, out, options, targets, modules[0].name);
+  const DocumentMaker maker(format, options, Place::OnePage);
+  const auto document = maker.make(out, targets, modules[0].name);
   for (std::uint32_t i = 0; i < modules.size(); ++i)
     document->add({modules[i], project.resolve(modules[i], i), i});
   document->close();

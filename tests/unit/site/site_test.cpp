@@ -240,9 +240,11 @@ TEST(site, PagesShowWhoUsesWhat) {
       {{u8"A", ModuleKind::Standard,
         u8"'@return <x>\nSub S()\nEnd Sub\nSub T()\nCall S: S\nx = \"<script>\"\nEnd Sub"},
        {u8"sub/B", ModuleKind::Standard, u8"'=1+1\nSub U()\nA.S\nT\nEnd Sub"}});
+  const listing::DocumentMaker maker(listing::Format::Page, built.options,
+                                     listing::Place::OwnPages);
   const std::string page = written([&](std::ostream& out) {
     writeModulePage(out, built.project(), 0, built.modules[0],
-                    built.project().resolve(built.modules[0], 0), built.options);
+                    built.project().resolve(built.modules[0], 0), maker);
   });
   for (const char* part :
        {"<dl><dt>Ergebnis</dt><dd>&lt;x&gt;</dd></dl>",
@@ -253,7 +255,7 @@ TEST(site, PagesShowWhoUsesWhat) {
     EXPECT_NE(page.find(part), std::string::npos) << part;
   const std::string other = written([&](std::ostream& out) {
     writeModulePage(out, built.project(), 1, built.modules[1],
-                    built.project().resolve(built.modules[1], 1), built.options);
+                    built.project().resolve(built.modules[1], 1), maker);
   });
   EXPECT_NE(other.find("<a href=\"../A.htm#S\""), std::string::npos);
   EXPECT_NE(other.find("<a href=\"../../index.htm\">"), std::string::npos);
