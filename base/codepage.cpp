@@ -93,6 +93,7 @@ class AnsiWriter {
 
 std::string toUtf8(std::wstring_view text) {
   std::string result;
+  result.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
     auto character = static_cast<char32_t>(text[i]);
     if (isSurrogate(character, 0xD800) && i + 1 < text.size() &&
@@ -106,6 +107,7 @@ std::string toUtf8(std::wstring_view text) {
 
 std::wstring fromUtf8(std::string_view text) {
   std::wstring result;
+  result.reserve(text.size());
   while (!text.empty()) appendWide(result, takeUtf8(text));
   return result;
 }

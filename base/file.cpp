@@ -116,8 +116,8 @@ constexpr std::string_view kTemporaryEnd = ".tmp";
 // The files that this process writes and has not committed.
 struct Unfinished {
   std::mutex mutex;  // held while one is created, committed or removed
-  std::set<fs::path> files;
-  std::set<fs::path> sweptFolders;
+  std::set<fs::path::string_type> files;
+  std::set<fs::path::string_type> sweptFolders;
 };
 
 Unfinished& unfinished() {
@@ -154,14 +154,14 @@ void removeLeftBehind(const fs::path& folder) {
   }
 }
 
-FileHandle createTemporary(const fs::path& path, fs::file_status status) {
+FileHandle createTemporary(const fs::path& path, const fs::path& folder, fs::file_status status) {
   Unfinished& all = unfinished();
   const std::lock_guard lock(all.mutex);
-  if (all.sweptFolders.insert(path.parent_path()).second) removeLeftBehind(path.parent_path());
+  if (all.sweptFolders.insert(folder.native()).second) removeLeftBehind(folder);
   FileHandle file(fs::exists(status)
                       ? detail::createNew(path, status.permissions(), detail::Permissions::Exact)
                       : detail::createNew(path, fs::perms(0666), detail::Permissions::Masked));
-  if (file) all.files.insert(path);
+  if (file) all.files.insert(path.native());
   return file;
 }
 
@@ -173,9 +173,10 @@ FileHandle createBeside(const fs::path& target, fs::file_status status, fs::path
   static std::atomic<unsigned> number = 0;
   const std::string start =
       std::string(kTemporaryStart) + std::to_string(detail::processNumber()) + '-';
+  const fs::path folder = target.parent_path();
   for (int attempt = 0;; ++attempt) {
-    temporary = target.parent_path() / (start + std::to_string(number++)).append(kTemporaryEnd);
-    FileHandle file = createTemporary(temporary, status);
+    temporary = folder / (start + std::to_string(number++)).append(kTemporaryEnd);
+    FileHandle file = createTemporary(temporary, folder, status);
     if (file) return file;
     std::error_code reason = lastError();
     if (reason == std::errc::file_exists && attempt < kAttempts) continue;
@@ -186,18 +187,18 @@ FileHandle createBeside(const fs::path& target, fs::file_status status, fs::path
   }
 }
 
-// What the target is, its links followed. Throws FileError when it is nothing
+// Where the target's links end and what is there. Throws FileError when it is nothing
 // that can be written.
-fs::file_status writableStatus(const fs::path& target) {
+detail::Followed writableEnd(const fs::path& target) {
   std::error_code error;
-  const fs::file_status status = fs::status(target, error);
-  if (status.type() == fs::file_type::none) throw FileError(target, error);
-  if (fs::is_directory(status))
+  detail::Followed end = detail::followLinks(target, error);
+  if (error) throw FileError(target, error);
+  if (fs::is_directory(end.status))
     throw FileError(target, std::make_error_code(std::errc::is_a_directory));
-  if (fs::exists(status))
+  if (fs::exists(end.status))
     if (const std::error_code protection = detail::writeProtection(target))
       throw FileError(target, protection);
-  return status;
+  return end;
 }
 
 std::string describe(const fs::path& path, std::error_code reason) {
@@ -255,9 +256,9 @@ std::string readStream(int stream, const fs::path& name, std::uintmax_t limit) {
   const auto tooLarge = [&] {
     return FileError(name, std::make_error_code(std::errc::file_too_large));
   };
-  std::uintmax_t room = detail::sizeOf(stream);
-  if (room > limit) throw tooLarge();
-  room = std::min(room, kNoLimit - 1) + 1;  // a read that finds no more has seen the end
+  const std::uintmax_t known = detail::sizeOf(stream);
+  if (known > limit) throw tooLarge();
+  std::uintmax_t room = std::min(known, kNoLimit - 1) + 1;  // one more would show that it has grown
   std::string content;
   for (std::size_t done = 0;;) {
     if (done == content.size()) content.resize(static_cast<std::size_t>(done + room));
@@ -266,7 +267,7 @@ std::string readStream(int stream, const fs::path& name, std::uintmax_t limit) {
     if (got < 0) throw FileError(name, lastError());
     done += static_cast<std::size_t>(got);
     if (done > limit) throw tooLarge();
-    if (got == 0) {
+    if (got == 0 || done == known) {
       content.resize(done);
       return content;
     }
@@ -291,7 +292,7 @@ std::string readFile(const fs::path& path, std::uintmax_t limit) {
 }
 
 void checkWritable(const fs::path& target) {
-  if (fs::exists(writableStatus(target))) return;
+  if (fs::exists(writableEnd(target).status)) return;
   std::error_code none;
   fs::path folder = target.parent_path();
   while (folder.has_relative_path() && !fs::exists(folder, none)) folder = folder.parent_path();
@@ -318,7 +319,7 @@ struct AtomicFile::State {
     const std::lock_guard lock(all.mutex);
     std::error_code none;
     fs::remove(temporary, none);
-    all.files.erase(temporary);
+    all.files.erase(temporary.native());
   }
 
   void close() {
@@ -336,7 +337,7 @@ struct AtomicFile::State {
     if (error == std::errc::no_such_file_or_directory)
       error = std::make_error_code(std::errc::invalid_argument);  // it is no name for a file
     if (error) throw FileError(name, error);
-    all.files.erase(temporary);
+    all.files.erase(temporary.native());
     temporary.clear();
   }
 
@@ -349,19 +350,13 @@ struct AtomicFile::State {
 };
 
 AtomicFile::AtomicFile(const fs::path& target) {
-  const fs::file_status status = writableStatus(target);
-  std::error_code error;
-  const fs::path end = detail::followLinks(target, error);
-  if (error) throw FileError(target, error);
-  if (detail::isDevice(end, status)) {
-    FileHandle file(detail::openToWrite(end));
-    if (!file) throw FileError(target, lastError());
-    state_ = std::make_unique<State>(target, end, std::move(file), fs::path());
-    return;
-  }
+  auto [end, status] = writableEnd(target);
+  const bool direct = detail::isDevice(end, status);
   fs::path temporary;
-  FileHandle file = createBeside(end, status, temporary);
-  state_ = std::make_unique<State>(target, end, std::move(file), temporary);
+  FileHandle file =
+      direct ? FileHandle(detail::openToWrite(end)) : createBeside(end, status, temporary);
+  if (!file) throw FileError(target, lastError());
+  state_ = std::make_unique<State>(target, std::move(end), std::move(file), std::move(temporary));
 }
 
 AtomicFile::~AtomicFile() = default;
@@ -378,7 +373,7 @@ void removeUnfinishedFiles() {
   Unfinished& all = unfinished();
   all.mutex.lock();  // for good
   std::error_code none;
-  for (const fs::path& file : all.files) fs::remove(file, none);
+  for (const fs::path::string_type& file : all.files) fs::remove(file, none);
 }
 
 }  // namespace tintline

@@ -54,8 +54,14 @@ bool isDevice(const std::filesystem::path& path, std::filesystem::file_status st
 // Gives a file the name of another, which is gone then.
 std::error_code replaceFile(const std::filesystem::path& from, const std::filesystem::path& to);
 
-// The file that a chain of symbolic links ends at, existing or not; any other
-// path as it is.
-std::filesystem::path followLinks(std::filesystem::path path, std::error_code& error);
+// A file, existing or not, and what it is.
+struct Followed {
+  std::filesystem::path path;
+  std::filesystem::file_status status;
+};
+
+// The file that a chain of symbolic links ends at; any other path as it is. A file that is not
+// there is no error.
+Followed followLinks(std::filesystem::path path, std::error_code& error);
 
 }  // namespace tintline::detail

@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <string>
+#include <utility>
 
 #include "base/file_platform.h"
 
@@ -18,6 +20,7 @@ namespace {
 // Whether it is the name of a file that this process has open, as /dev/stdout leads to. Such a
 // link must not be followed: what is behind the name belongs to who opened it.
 bool isOpenFile(const std::filesystem::path& path) {
+  if (path.native().find("fd/") == std::string::npos) return false;  // the usual path, cheaply told
   std::error_code none;
   const std::filesystem::path folder = path.parent_path();
   return folder.filename() == "fd" && std::filesystem::equivalent(folder, "/proc/self/fd", none);
@@ -100,19 +103,20 @@ std::error_code replaceFile(const std::filesystem::path& from, const std::filesy
   return error;
 }
 
-std::filesystem::path followLinks(std::filesystem::path path, std::error_code& error) {
+Followed followLinks(std::filesystem::path path, std::error_code& error) {
   constexpr int kMaxLinks = 40;
   for (int links = 0; links < kMaxLinks; ++links) {
-    std::error_code none;
-    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, none)) ||
-        isOpenFile(path))
-      return path;
+    std::error_code reason;
+    const std::filesystem::file_status status = std::filesystem::symlink_status(path, reason);
+    if (status.type() == std::filesystem::file_type::none) error = reason;
+    if (!std::filesystem::is_symlink(status)) return {std::move(path), status};
+    if (isOpenFile(path)) return {path, std::filesystem::status(path, reason)};
     const std::filesystem::path next = std::filesystem::read_symlink(path, error);
-    if (error) return path;
+    if (error) return {};
     path = path.parent_path() / next;
   }
   error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
-  return path;
+  return {};
 }
 
 }  // namespace tintline::detail

@@ -100,7 +100,9 @@ std::error_code replaceFile(const std::filesystem::path& from, const std::filesy
               : std::error_code(static_cast<int>(::GetLastError()), std::system_category());
 }
 
-std::filesystem::path followLinks(std::filesystem::path path, std::error_code&) {
+namespace {
+
+std::filesystem::path endOfLinks(const std::filesystem::path& path) {
   const DWORD attributes = ::GetFileAttributesW(path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
     return path;
@@ -112,6 +114,15 @@ std::filesystem::path followLinks(std::filesystem::path path, std::error_code&) 
   name.resize(::GetFinalPathNameByHandleW(file, name.data(), kLongestPath, 0));
   ::CloseHandle(file);
   return name.empty() ? path : std::filesystem::path(name);
+}
+
+}  // namespace
+
+Followed followLinks(std::filesystem::path path, std::error_code& error) {
+  std::error_code reason;
+  const std::filesystem::file_status status = std::filesystem::status(path, reason);
+  if (status.type() == std::filesystem::file_type::none) error = reason;
+  return {endOfLinks(path), status};
 }
 
 }  // namespace tintline::detail

@@ -34,6 +34,7 @@ std::wstring escaped(wchar_t character) {
 
 std::wstring harmless(std::wstring_view text) {
   std::wstring result;
+  result.reserve(text.size());
   for (const wchar_t character : text)
     if (isHarmful(character))
       result += escaped(character);

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <map>
+#include <unordered_map>
 #include <utility>
 
 #include "base/codepage.h"
@@ -61,9 +61,10 @@ std::filesystem::path targetOf(const Input& input, const Options& options, Name 
 
 // The tasks of each target, where case does not count. What does not exist, as a pattern that fits
 // no file, has none.
-std::map<std::filesystem::path::string_type, std::vector<Task*>> byTarget(
-    std::vector<Task>& tasks) {
-  std::map<std::filesystem::path::string_type, std::vector<Task*>> result;
+using TasksByTarget = std::unordered_map<std::filesystem::path::string_type, std::vector<Task*>>;
+
+TasksByTarget byTarget(std::vector<Task>& tasks) {
+  TasksByTarget result;
   for (Task& task : tasks)
     if (task.input.file.kind != FoundFile::Kind::Nothing)
       result[fileNameKey(task.target)].push_back(&task);
@@ -71,11 +72,13 @@ std::map<std::filesystem::path::string_type, std::vector<Task*>> byTarget(
 }
 
 // Gives all tasks whose targets meet long names, which can meet the short names of others. Each
-// gets one once at most, and a chain of such meetings is no longer than a name.
-void lengthenNames(std::vector<Task>& tasks, const Options& options) {
-  for (bool again = true; again;) {
-    again = false;
-    for (const auto& [key, meeting] : byTarget(tasks)) {
+// gets one once at most, and a chain of such meetings is no longer than a name. Returns who still
+// meets.
+TasksByTarget lengthenNames(std::vector<Task>& tasks, const Options& options) {
+  for (;;) {
+    bool again = false;
+    TasksByTarget all = byTarget(tasks);
+    for (const auto& [key, meeting] : all) {
       if (meeting.size() == 1) continue;
       for (Task* task : meeting) {
         std::filesystem::path target = targetOf(task->input, options, Name::Long);
@@ -83,11 +86,12 @@ void lengthenNames(std::vector<Task>& tasks, const Options& options) {
         task->target = std::move(target);
       }
     }
+    if (!again) return all;
   }
 }
 
-void refuseSameTargets(std::vector<Task>& tasks) {
-  for (const auto& [key, meeting] : byTarget(tasks)) {
+void refuseSameTargets(const TasksByTarget& tasks) {
+  for (const auto& [key, meeting] : tasks) {
     if (meeting.size() == 1) continue;
     for (Task* task : meeting) {
       const Task& other = *meeting[task == meeting[0] ? 1 : 0];
@@ -130,14 +134,12 @@ std::vector<Task> planTasks(const Options& options, std::vector<Input> modules,
   if (converted > 1 && options.outputDir.empty() && options.mode == Mode::Classic && !options.check)
     throw UsageError(messages::kSeveralNeedFolder());
   std::vector<Task> tasks;
+  tasks.reserve(modules.size());
   for (Input& input : modules) {
     std::filesystem::path target = targetOf(input, options, Name::Short);
     tasks.push_back({.input = std::move(input), .target = std::move(target)});
   }
-  if (!options.outputDir.empty()) {
-    lengthenNames(tasks, options);
-    refuseSameTargets(tasks);
-  }
+  if (!options.outputDir.empty()) refuseSameTargets(lengthenNames(tasks, options));
   if (!tasks.empty() && !tasks.front().target.empty())
     checkNothingReadIsOverwritten(tasks, settings);
   return tasks;

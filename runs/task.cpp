@@ -1,10 +1,11 @@
 // See task.h. Tested by tests/unit/cli/cli_test.cpp and tests/cli/run.py.
 #include "runs/task.h"
 
-#include <map>
+#include <memory>
 #include <new>
 #include <stdexcept>
 #include <system_error>
+#include <unordered_map>
 
 #include "base/changed_file.h"
 #include "base/codepage.h"
@@ -23,9 +24,18 @@ void makeFolderOf(const fs::path& target) {
   if (failure) throw FileError(target, failure);
 }
 
-template <class File>
-void writeTo(const fs::path& target, const std::function<void(std::ostream&)>& write) {
-  File file(target);
+// The file, in a folder that nearly always is there.
+std::unique_ptr<AtomicFile> newFile(const fs::path& target) {
+  try {
+    return std::make_unique<AtomicFile>(target);
+  } catch (const FileError& error) {
+    if (error.reason() != std::errc::not_a_directory) throw;
+    makeFolderOf(target);
+    return std::make_unique<AtomicFile>(target);
+  }
+}
+
+void writeTo(auto& file, const std::function<void(std::ostream&)>& write) {
   write(file.stream());
   file.commit();
 }
@@ -68,11 +78,10 @@ void writeFile(const fs::path& target, Writing writing,
       write(nowhere);
       return checkWritable(target);
     }
+    if (writing == Writing::Always) return writeTo(*newFile(target), write);
     makeFolderOf(target);
-    if (writing == Writing::Changed)
-      writeTo<ChangedFile>(target, write);
-    else
-      writeTo<AtomicFile>(target, write);
+    ChangedFile file(target);
+    writeTo(file, write);
   } catch (const FileError& error) {
     throw JobError(messages::kUnwritable(targetName(target), reasonText(error.reason())));
   }
@@ -106,15 +115,16 @@ Outcome outcomeOf(const std::function<Outcome()>& work) {
 }
 
 Message overwritten(const std::vector<Task>& tasks, const std::vector<fs::path>& readBeside) {
-  std::map<fs::path::string_type, Message> read;
-  for (const Task& task : tasks) read[task.input.file.identity] = inputName(task);
+  std::unordered_map<fs::path::string_type, std::function<Message()>> read;  // their names
+  for (const Task& task : tasks)
+    read[task.input.file.identity] = [&task] { return inputName(task); };
   for (const fs::path& file : readBeside)
-    if (!file.empty()) read[findFile(file).identity] = valueOf(pathText(file));
+    if (!file.empty()) read[findFile(file).identity] = [&file] { return valueOf(pathText(file)); };
   read.erase(fs::path::string_type());  // of what is no file
   for (const Task& task : tasks) {
     const auto found = read.find(findFile(task.target).identity);
     if (found != read.end())
-      return messages::kOverwritesSource(targetName(task.target), found->second);
+      return messages::kOverwritesSource(targetName(task.target), found->second());
   }
   return {};
 }
