@@ -75,12 +75,12 @@ vb::Module asInEditor(vb::Module module, const vb::WordLists& words) {
 
 vb::ModuleKind moduleKindOf(const std::filesystem::path& file) {
   using enum vb::ModuleKind;
-  static constexpr std::pair<std::wstring_view, vb::ModuleKind> kKinds[] = {
-      {L".cls", Class},        {L".frm", Form},         {L".ctl", UserControl},
-      {L".pag", PropertyPage}, {L".dob", UserDocument}, {L".dsr", Designer}};
+  static constexpr std::pair<std::string_view, vb::ModuleKind> kKinds[] = {
+      {".cls", Class},        {".frm", Form},         {".ctl", UserControl},
+      {".pag", PropertyPage}, {".dob", UserDocument}, {".dsr", Designer}};
   const std::string extension = toAnsi(pathText(file.extension()));
   for (const auto& [known, kind] : kKinds)
-    if (equalsIgnoreCase(extension, toAnsi(known))) return kind;
+    if (equalsIgnoreCase(extension, known)) return kind;
   return Standard;
 }
 

@@ -71,29 +71,31 @@ bool isLayout(vb::TokenKind kind) {
          kind == vb::TokenKind::LineEnd || kind == vb::TokenKind::Blank;
 }
 
-// Marks of a piece of a head, by the same piece one byte further on, what stands otherwise in a
-// head in one line, or in HTML: blanks that are not alone, controls, what is no ASCII or begins
-// markup.
-BlockMarks standsOtherwise(Block piece, Block next) {
-  return (static_cast<Block>(piece - ' ') > '~' - ' ') | ((piece == ' ') & (next == ' ')) |
-         ((piece & 0xFB) == '"') | ((piece & 0xFD) == '<');  // and "&", ">"
-}
+// The head of a declaration as it stands in the text.
+struct WrittenHead {
+  std::u8string_view text;  // empty: that is not the head in one line
+  bool isHtml = true;       // means the same there
+};
 
-// The head of a declaration where its text is that, and HTML, as it stands: nearly always. Else
-// nothing.
-std::u8string_view plainHead(const vb::Module& module, const vb::Declaration& declaration) {
+// In nearly all texts of heads blanks stand alone, and everything else is visible ASCII.
+WrittenHead writtenHead(const vb::Module& module, const vb::Declaration& declaration) {
   const vb::TokenRange range = declaration.head;
   if (range.empty() || !declaration.lead.empty() || isLayout(module.tokens[range.end - 1].kind))
     return {};
   const std::size_t begin = module.tokens[range.begin].begin;
   const std::size_t size = vb::endOf(module.tokens, range.end - 1) - begin;
   if (size > kLongestHead || module.text.size() - begin <= size + sizeof(Block)) return {};
-  const char8_t* const head = module.text.data() + begin;
-  for (std::size_t at = 0; at < size; at += sizeof(Block))
-    if (at + firstMarked(standsOtherwise(loadBlock(head + at), loadBlock(head + at + 1))) <
-        std::min(size, at + sizeof(Block)))
-      return {};
-  return {head, size};
+  const char8_t* const text = module.text.data() + begin;
+  WrittenHead head{{text, size}};
+  for (std::size_t at = 0; at < size; at += sizeof(Block)) {
+    const Block piece = loadBlock(text + at), next = loadBlock(text + at + 1);
+    const BlockMarks layout =
+        (static_cast<Block>(piece - ' ') > '~' - ' ') | ((piece == ' ') & (next == ' '));
+    if (at + firstMarked(layout) < std::min(size, at + sizeof(Block))) return {};
+    const BlockMarks markup = ((piece & 0xFB) == '"') | ((piece & 0xFD) == '<');  // and "&", ">"
+    head.isHtml = head.isHtml && at + firstMarked(markup) >= std::min(size, at + sizeof(Block));
+  }
+  return head;
 }
 
 // ------------------------------------------------------------------------------------ index
@@ -125,13 +127,12 @@ std::u8string_view vowelOf(char32_t umlaut) {
 
 // Makes a sort key of the text from `begin` on.
 void makeSortKey(std::u8string& text, std::size_t begin) {
-  bool ascii = true;
-  for (std::size_t i = begin; i < text.size(); ++i) {
-    char8_t& c = text[i];
-    ascii = ascii && c < 0x80;
-    if (c >= 'A' && c <= 'Z') c |= 0x20;
+  char8_t bits = 0;
+  for (char8_t& c : std::span(text).subspan(begin)) {
+    bits |= c;
+    c |= c >= 'A' && c <= 'Z' ? 0x20 : 0;
   }
-  if (ascii) return;
+  if (bits < 0x80) return;  // ASCII
   const std::u8string folded = vb::folded(std::u8string_view(text).substr(begin));
   text.resize(begin);
   for (std::u8string_view rest = folded; !rest.empty(); rest.remove_prefix(sizeOfFirst(rest))) {
@@ -235,7 +236,7 @@ void appendIdText(std::u8string& id, std::u8string_view name) {
 }
 
 void headOf(std::u8string& head, const vb::Module& module, const vb::Declaration& declaration) {
-  head = plainHead(module, declaration);
+  head = writtenHead(module, declaration).text;
   if (!head.empty()) return;
   for (const vb::TokenRange range : {declaration.lead, declaration.head}) {
     bool blank = true;
@@ -302,15 +303,18 @@ struct ModuleTargets::Builder {
   }
 
   void appendTitle(const vb::Declaration& declaration) {
-    std::u8string& text = targets.text_;
-    if (const auto plain = plainHead(module, declaration); !plain.empty()) {
-      ((text += u8" title=\"") += plain) += u8'"';
-      return;
+    WrittenHead written = writtenHead(module, declaration);
+    if (written.text.empty()) {
+      headOf(head, module, declaration);
+      written = {head, false};
     }
-    headOf(head, module, declaration);
-    if (head.empty()) return;
+    if (written.text.empty()) return;
+    std::u8string& text = targets.text_;
     text += u8" title=\"";
-    appendHtml(text, head);
+    if (written.isHtml)
+      text += written.text;
+    else
+      appendHtml(text, written.text);
     text += u8'"';
   }
 
@@ -330,14 +334,12 @@ struct ModuleTargets::Builder {
       const auto group = groupOf(module.declarations[i], events);
       if (!group || !targets.isShown(i)) continue;
       ++sizes[static_cast<std::size_t>(*group)];
-      const std::size_t key = keys.size(), label = targets.text_.size();
+      const std::size_t begin = keys.size();
       appendLabel(keys, module, module.declarations[i]);
-      appendHtml(targets.text_, std::u8string_view(keys).substr(key));
-      makeSortKey(keys, key);
-      entries.push_back({rankOf(*group, std::u8string_view(keys).substr(key)),
-                         offset(key),
-                         offset(keys.size() - key),
-                         {i, offset(label), offset(targets.text_.size() - label)}});
+      const IndexEntry shown = entryOf(i, std::u8string_view(keys).substr(begin));
+      makeSortKey(keys, begin);
+      const auto key = std::u8string_view(keys).substr(begin);
+      entries.push_back({rankOf(*group, key), offset(begin), offset(key.size()), shown});
     }
     std::ranges::sort(entries, {}, [&](const Entry& entry) {
       const auto key = std::u8string_view(keys).substr(entry.key, entry.keySize);
@@ -346,6 +348,15 @@ struct ModuleTargets::Builder {
     targets.index_.reserve(entries.size());
     for (const Entry& entry : entries) targets.index_.push_back(entry.shown);
     std::partial_sum(sizes.begin(), sizes.end(), targets.groupEnds_.begin());
+  }
+
+  // An id that is the label is HTML as well; else that is appended.
+  IndexEntry entryOf(std::uint32_t declaration, std::u8string_view label) {
+    if (targets.id(declaration) == label)
+      return {declaration, offset(targets.idBegin(declaration)), offset(label.size())};
+    const std::size_t begin = targets.text_.size();
+    appendHtml(targets.text_, label);
+    return {declaration, offset(begin), offset(targets.text_.size() - begin)};
   }
 
   // Orders as group and key do, by the first letters of that.

@@ -22,11 +22,11 @@ class UniqueIds {
     const std::size_t end = text.size();
     const std::uint32_t known = ids_.size(), wanted = numberOf(text, begin);
     for (std::uint32_t number = wanted; number < known; number = numberOf(text, begin)) {
+      repeats_.resize(known, 1);
       const std::string repeat = std::to_string(++repeats_[wanted]);
       text.resize(end);
       (text += u8'.').append(repeat.begin(), repeat.end());
     }
-    repeats_.push_back(1);
   }
 
  private:
@@ -36,7 +36,8 @@ class UniqueIds {
   }
 
   vb::NameTable ids_;
-  std::vector<std::uint32_t> repeats_;  // by number of an id: the last number behind it
+  // By number of an id: the last number behind it. Those of the last ids may be missing.
+  std::vector<std::uint32_t> repeats_;
 };
 
 }  // namespace tintline::listing
