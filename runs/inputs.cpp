@@ -34,12 +34,8 @@ constexpr std::u8string_view kCompanions[] = {u8".frx", u8".ctx", u8".pgx", u8".
 
 constexpr std::u8string_view kProjectFiles[] = {u8".vbp"};
 
-template <std::size_t N>
-bool endsInOneOf(const fs::path& path, const std::u8string_view (&endings)[N]) {
-  const std::u8string ending = exactText(pathText(path.extension()));
-  return std::ranges::any_of(
-      endings, [&](std::u8string_view known) { return vb::equalFolded(ending, known); });
-}
+// What a file is by the ending of its name.
+enum class Called : std::uint8_t { Module, ProjectFile, Companion, Otherwise };
 
 // The module files and the folders in a folder, each by name.
 struct Listing {
@@ -73,20 +69,20 @@ class Collector {
     }
     FoundFile file = findFile(path);
     if (file.kind == FoundFile::Kind::Folder) return addFolder(path);
-    if (!isProjectFile(path) && endsInOneOf(path, kCompanions) &&
-        file.kind == FoundFile::Kind::File)
+    const Called called = calledBy(path);
+    if (called == Called::Companion && file.kind == FoundFile::Kind::File)
       return passOver(path, messages::kNoModuleFile());
-    addFile(path, path.filename(), std::move(file), false);
+    addFile(path, path.filename(), std::move(file), called, false);
   }
 
-  void addFile(fs::path path, fs::path place, FoundFile file, bool inFolder) {
+  void addFile(fs::path path, fs::path place, FoundFile file, Called called, bool inFolder) {
     fs::path::string_type folder = identityOfFolder(path.parent_path());
     if (file.kind != FoundFile::Kind::Nothing &&
         !known_.insert(folder + fs::path::preferred_separator + nameIdentity(path.filename()))
              .second)
       return;
-    const bool isOffice = file.kind == FoundFile::Kind::File && mayBeOffice(path);
-    auto& inputs = isProjectFile(path) ? inputs_.projectFiles : inputs_.modules;
+    const bool isOffice = file.kind == FoundFile::Kind::File && isOfficeFile(path, called);
+    auto& inputs = called == Called::ProjectFile ? inputs_.projectFiles : inputs_.modules;
     inputs.push_back({.path = std::move(path),
                       .place = std::move(place),
                       .file = std::move(file),
@@ -95,15 +91,18 @@ class Collector {
                       .isOffice = isOffice});
   }
 
-  // One that lists modules and is no module itself.
-  bool isProjectFile(const fs::path& path) const {
-    return wantsProjects_ && endsInOneOf(path, kProjectFiles);
+  // A project file lists modules and is no module itself; where it is not wanted it lies beside
+  // them.
+  Called calledBy(const fs::path& path) const {
+    const std::u8string ending = exactText(pathText(path.extension()));
+    if (vb::isOneOf(kModules, ending)) return Called::Module;
+    if (wantsProjects_ && vb::isOneOf(kProjectFiles, ending)) return Called::ProjectFile;
+    return vb::isOneOf(kCompanions, ending) ? Called::Companion : Called::Otherwise;
   }
 
   // Office files are told by what is in them; what is called like a module is none.
-  static bool mayBeOffice(const fs::path& path) {
-    return !endsInOneOf(path, kModules) && !endsInOneOf(path, kCompanions) &&
-           office_file::isOfficeFileAt(path);
+  static bool isOfficeFile(const fs::path& path, Called called) {
+    return called == Called::Otherwise && office_file::isOfficeFileAt(path);
   }
 
   // All module files below a folder, without recursion: it may be deep.
@@ -128,7 +127,8 @@ class Collector {
   void addFound(fs::path path, fs::path place) {
     FoundFile file = findFile(path);
     if (file.kind == FoundFile::Kind::Other) return passOver(std::move(path), messages::kNoFile());
-    addFile(std::move(path), std::move(place), std::move(file), true);
+    const Called called = calledBy(path);
+    addFile(std::move(path), std::move(place), std::move(file), called, true);
   }
 
   void addFailure(fs::path path, Message reason) {
@@ -155,9 +155,10 @@ class Collector {
   void sortIn(const fs::directory_entry& entry, Listing& listing) {
     std::error_code none;
     const bool isFolder = entry.is_directory(none);
+    const Called called = calledBy(entry.path());
     const bool isModule =
-        !isFolder && (endsInOneOf(entry.path(), kModules) || isProjectFile(entry.path()) ||
-                      (entry.is_regular_file(none) && mayBeOffice(entry.path())));
+        !isFolder && (called == Called::Module || called == Called::ProjectFile ||
+                      (entry.is_regular_file(none) && isOfficeFile(entry.path(), called)));
     if ((!isFolder && !isModule) || isHidden(entry.path())) return;
     if (!isFolder) {
       listing.modules.push_back(entry.path().filename());
