@@ -115,10 +115,15 @@ void writeLongHtml(Output& out, std::u8string_view text, const char8_t* end) {
       std::memcpy(&block, text.data(), std::min(text.size(), sizeof block));
     std::memcpy(out.reserve(), &block, sizeof block);
     const std::size_t special = firstSpecial(block);
+    if (special == sizeof block && text.size() >= sizeof block) {
+      out.advance(sizeof block);
+      text.remove_prefix(sizeof block);
+      continue;
+    }
     const std::size_t plain = std::min(special, text.size());
     out.advance(plain);
     text.remove_prefix(plain);
-    if (special == sizeof block || text.empty()) continue;
+    if (text.empty()) return;
     const std::size_t size = sizeOfFirst(text);
     writeSpecial(out, text.substr(0, size));
     text.remove_prefix(size);

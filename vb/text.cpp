@@ -57,13 +57,14 @@ class Writer {
   }
   // Gives the first byte that is not ASCII.
   const char* ascii(const char* p, const char* end) {
-    std::size_t copied = sizeof(Block);
-    while (copied == sizeof(Block) && end - p >= static_cast<std::ptrdiff_t>(sizeof(Block))) {
+    for (; end - p >= static_cast<std::ptrdiff_t>(sizeof(Block)); p += sizeof(Block)) {
       const Block block = loadBlock(p);
       std::memcpy(next_, &block, sizeof block);  // what is too much is written anew
-      copied = firstMarked(block >= 0x80);
-      p += copied;
-      next_ += copied;
+      if (const std::size_t copied = firstMarked(block >= 0x80); copied < sizeof(Block)) {
+        next_ += copied;
+        return p + copied;
+      }
+      next_ += sizeof(Block);
     }
     while (p < end && (*p & 0x80) == 0) *next_++ = static_cast<char8_t>(*p++);
     return p;

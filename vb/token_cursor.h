@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 #include "vb/token.h"
@@ -43,7 +44,7 @@ inline std::uint32_t lineEndsIn(std::u8string_view text) {
 
 class TokenCursor {
  public:
-  TokenCursor(std::u8string_view text, const Tokens& tokens) : text_(text), tokens_(tokens) {
+  TokenCursor(const std::u8string& text, const Tokens& tokens) : text_(text), tokens_(tokens) {
     skipGaps();
   }
 
@@ -95,10 +96,11 @@ class TokenCursor {
     const Token* const tokens = tokens_.data();
     for (std::uint32_t at = at_;; ++at) {
       const Token token = tokens[at];
-      if (kNeverEnds[static_cast<std::size_t>(token.kind)] ||
-          (token.kind == TokenKind::Keyword && token.word != Word::Then &&
-           token.word != Word::Else) ||
-          (token.kind == TokenKind::Punctuation && text_[token.begin] != u8':')) {
+      const bool inside = kNeverEnds[static_cast<std::size_t>(token.kind)] |
+                          ((token.kind == TokenKind::Keyword) & (token.word != Word::Then) &
+                           (token.word != Word::Else)) |
+                          ((token.kind == TokenKind::Punctuation) & (text_[token.begin] != u8':'));
+      if (inside) {
         behindLast_ = at + 1;
         lastLine_ = line_;
       } else if (token.kind == TokenKind::Continuation) {
@@ -166,7 +168,7 @@ class TokenCursor {
       line_ += lineEndsIn(textHere());
   }
 
-  std::u8string_view text_;
+  const std::u8string& text_;  // with a NUL, where the token End stands
   const Tokens& tokens_;
   std::uint32_t at_ = 0;
   std::uint32_t line_ = 1;
