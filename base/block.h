@@ -37,6 +37,16 @@ inline Block firstBytes(Block block, std::size_t count) {
   return block & loadBlock(kOnesAndZeros.data() + sizeof(Block) - count);
 }
 
+// The first eight bytes and the last.
+struct BlockHalves {
+  std::uint64_t first, last;
+};
+inline BlockHalves halvesOf(Block block) {
+  using Halves [[gnu::vector_size(16)]] = std::uint64_t;
+  const auto halves = std::bit_cast<Halves>(block);
+  return {halves[0], halves[1]};
+}
+
 // The index of the first byte that is marked, 16 when none is.
 inline std::size_t firstMarked(BlockMarks marks) {
 #ifdef __SSE2__

@@ -49,11 +49,12 @@ char* put(char* p, const char (&text)[Size]) {
 // A marked piece of text of up to a block, at once.
 bool writeShort(Output& out, const Markup::Tag& tag, std::u8string_view text, const char8_t* end) {
   Block block;
-  if (text.size() > sizeof block || end - text.data() < static_cast<std::ptrdiff_t>(sizeof block))
+  char* const begin = out.room();
+  if (begin == nullptr || text.size() > sizeof block ||
+      end - text.data() < static_cast<std::ptrdiff_t>(sizeof block))
     return false;
   std::memcpy(&block, text.data(), sizeof block);
   if (detail::firstUnusual(block) < text.size()) return false;
-  char* const begin = out.reserve();
   std::memcpy(begin, tag.text.data(), sizeof tag.text);
   std::memcpy(begin + tag.size, &block, sizeof block);
   char* const p = put(begin + tag.size + text.size(), "</span>");
@@ -172,10 +173,14 @@ bool HtmlCode::isLinked(const vb::Reference& reference) const {
 }
 
 void HtmlCode::marked(std::uint32_t token, std::u8string_view text) {
-  if (isWanted(token)) return writeMark(token, text);
   const Markup::Tag& tag = markup_.open(source_.module.tokens[token].kind);
-  if (writeShort(out_, tag, text, end_)) return;
-  writeTag(out_, tag);
+  if (token >= nextMark_ || !writeShort(out_, tag, text, end_)) markedAny(token, text);
+}
+
+// Also one that has an id or a link, or is long.
+void HtmlCode::markedAny(std::uint32_t token, std::u8string_view text) {
+  if (isWanted(token)) return writeMark(token, text);
+  writeTag(out_, markup_.open(source_.module.tokens[token].kind));
   writeHtml(out_, text, end_);
   out_ << "</span>";
 }

@@ -90,6 +90,7 @@ class HtmlCode {
   void findMark(std::uint32_t token);
   bool hasId(std::uint32_t declaration) const;
   bool isLinked(const vb::Reference& reference) const;
+  void markedAny(std::uint32_t token, std::u8string_view text);
   void writeMark(std::uint32_t token, std::u8string_view text);
   void writeDeclared(std::uint32_t declaration, std::u8string_view text);
   void writeLinked(const vb::Reference& reference, std::u8string_view text);

@@ -23,9 +23,11 @@ class Output {
 
   // Where at least kRoom bytes can be written; `advance` tells how many were.
   char* reserve() {
-    if (static_cast<std::size_t>(end_ - next_) < kRoom) flush();
+    if (!hasRoom()) flush();
     return next_;
   }
+  // The same, without writing anything first: null when there is no room.
+  char* room() { return hasRoom() ? next_ : nullptr; }
   void advance(std::size_t size) { next_ += size; }
 
   // Gives all that was collected to the stream. Its failures show in the stream's state.
@@ -48,6 +50,7 @@ class Output {
 
  private:
   Output& putLong(std::string_view text);
+  bool hasRoom() const { return static_cast<std::size_t>(end_ - next_) >= kRoom; }
 
   std::ostream& stream_;
   std::unique_ptr<char[]> buffer_;

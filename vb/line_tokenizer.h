@@ -52,6 +52,7 @@ class LineTokenizer {
 
  private:
   using Bytes = const char8_t*;  // a place in the text
+  static constexpr std::ptrdiff_t kWidestGap = 255;
 
   struct Statement {
     Word head = Word::None;      // its first word, where that matters
@@ -112,20 +113,31 @@ class LineTokenizer {
     return context_ <= Context::Branch || context_ == Context::Modifier ||
            context_ == Context::DeclareHead;
   }
+  void emitWideGap(Bytes p);
   Token* lastSignificant();
   void makeRoom();
   std::size_t count() const { return static_cast<std::size_t>(next_ - tokens_.data()); }
 
-  // The token's bytes end where the next one, less its gap, begins.
+  // At most one token behind each takeBlanks. Its bytes end where the next one, less its gap,
+  // begins.
   void emit(TokenKind kind, Bytes p, Word word = Word::None) {
-    if (next_ == room_) makeRoom();
     const auto begin = static_cast<std::uint32_t>(p - begin_);
     *next_++ = std::bit_cast<Token>(  // in one store
         begin | static_cast<std::uint64_t>(word) << 32 | static_cast<std::uint64_t>(kind) << 48 |
         static_cast<std::uint64_t>(gap_) << 56);
   }
-  // Sets gap_ for a token at the end of the blanks at `p`.
-  Bytes takeBlanks(Bytes p);
+  // Makes room for the token at the end of the blanks at `p` (here, so that nothing is called where
+  // one is emitted), and sets its gap_.
+  [[gnu::always_inline]] Bytes takeBlanks(Bytes p) {
+    constexpr std::ptrdiff_t kMost = 2;  // tokens: a wide gap and what stands behind it
+    if (room_ - next_ < kMost) makeRoom();
+    const Bytes behind = skipBlanks(p, end_);
+    if (behind - p > kWidestGap)
+      emitWideGap(p);
+    else
+      gap_ = static_cast<std::uint8_t>(behind - p);
+    return behind;
+  }
 
   const Bytes begin_, end_;
   const WordLists& words_;

@@ -3,6 +3,7 @@
 // Tested by the cases in tests/golden/language.
 #pragma once
 
+#include <array>
 #include <cstddef>
 
 #include "vb/scan.h"
@@ -20,13 +21,22 @@ const char8_t* radixEnd(const char8_t* p, const char8_t* end);
 // English name of a month) and/or a time of day, between two "#".
 const char8_t* dateEnd(const char8_t* p, const char8_t* end);
 
+// Whether a type suffix, or something else, begins with that byte.
+inline bool mayBeSuffix(char8_t byte) {
+  static constexpr auto kSuffixes = [] {
+    std::array<bool, 256> suffixes{};
+    for (const char8_t suffix : {u8'%', u8'&', u8'!', u8'#', u8'@', u8'$', u8'^'})
+      suffixes[suffix] = true;
+    return suffixes;
+  }();
+  return kSuffixes[byte];
+}
+
 // The bytes of the type suffix at `p`, directly behind a name or number: 0 or 1. "#" is one only
 // where `hash` says so, since behind a keyword it begins a file number.
 std::size_t suffixAt(const char8_t* p, const char8_t* end, bool hash);
 inline std::size_t suffixLength(const char8_t* p, const char8_t* end, bool hash) {
-  const bool none = p == end || *p > u8'^' || *p == u8' ' || isLineEnd(*p) || *p == u8'.' ||
-                    *p == u8'(' || *p == u8')' || *p == u8',';
-  return none ? 0 : suffixAt(p, end, hash);
+  return p < end && mayBeSuffix(*p) ? suffixAt(p, end, hash) : 0;
 }
 
 }  // namespace tintline::vb

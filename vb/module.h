@@ -114,9 +114,8 @@ Module readModule(std::u8string text, std::u8string name, ModuleKind kind, const
 // The name that a token holds, without type suffix and brackets.
 std::u8string_view nameInMarks(std::u8string_view token);
 inline std::u8string_view plainName(std::u8string_view token) {
-  const bool marked = token.empty() || token.front() == u8'[' || token.back() < u8'0' ||
-                      token.back() == u8'@' || token.back() == u8'^';  // the other marks
-  return marked ? nameInMarks(token) : token;
+  const bool plain = !token.empty() && (isWordByte(token.back()) || token.back() >= 0x80);
+  return plain ? token : nameInMarks(token);
 }
 
 }  // namespace tintline::vb

@@ -13,8 +13,10 @@ std::uint64_t mix(std::uint64_t hash) {
 
 }  // namespace
 
-void NameKey::setWhole() {
-  if (!setFrom(name_)) setFrom(folded(name_));
+NameKey NameKey::whole(std::u8string_view name) {
+  NameKey key(name, BlockHalves{});
+  if (!key.setFrom(name)) key.setFrom(folded(name));
+  return key;
 }
 
 // Takes the folded text, and tells whether it was all ASCII.
@@ -24,15 +26,15 @@ bool NameKey::setFrom(std::u8string_view text) {
     Block block{};
     std::memcpy(&block, text.data() + at, std::min(text.size() - at, kShort));
     all |= block;
-    const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(foldAscii(block));
-    if (at == 0) head_ = halves[0];
-    tail_ = at == 0 ? halves[1] : mix(mix(tail_ ^ halves[0]) ^ halves[1]);
+    const BlockHalves halves = halvesOf(foldAscii(block));
+    if (at == 0) head_ = halves.first;
+    tail_ = at == 0 ? halves.last : mix(mix(tail_ ^ halves.first) ^ halves.last);
   }
-  size_ = static_cast<std::uint32_t>(text.size());
+  size_ = text.size();
   return firstMarked(all >= 0x80) == kShort;
 }
 
-std::uint32_t NameTable::addNew(const NameKey& key, std::size_t offset) {
+std::uint32_t NameTable::addNew(NameKey key, std::size_t offset) {
   if (entries_.size() * 2 >= slots_.size()) grow();
   addSlot({key.hash(), size()});
   entries_.push_back({key.head_, key.tail_, key.size_, static_cast<std::uint32_t>(offset),

@@ -5,11 +5,10 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -23,23 +22,18 @@ namespace tintline::vb {
 class NameKey {
  public:
   // The bytes in front of `limit`, at or behind the end of the name, can be read.
-  NameKey(std::u8string_view name, const char8_t* limit) : name_(name) {
-    Block block{};
-    if (limit - name.data() >= static_cast<std::ptrdiff_t>(kShort))
-      block = loadBlock(name.data());
-    else
-      std::memcpy(&block, name.data(), std::min(name.size(), kShort));
-    block = firstBytes(block, std::min(name.size(), kShort));
-    if (name.size() > kShort || firstMarked(block >= 0x80) < kShort) {
-      setWhole();
-      return;
-    }
-    const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(foldAscii(block));
-    head_ = halves[0];
-    tail_ = halves[1];
-    size_ = static_cast<std::uint32_t>(name.size());
-  }
+  NameKey(std::u8string_view name, const char8_t* limit) : NameKey(keyOf(name, limit)) {}
   explicit NameKey(std::u8string_view name) : NameKey(name, name.data() + name.size()) {}
+
+  // The same, nothing for a name that is long, beyond ASCII or too close to `limit`: nearly all are
+  // not, and this one needs no memory.
+  static std::optional<NameKey> ofShort(std::u8string_view name, const char8_t* limit) {
+    if (name.size() > kShort || limit - name.data() < static_cast<std::ptrdiff_t>(kShort))
+      return {};
+    const Block block = firstBytes(loadBlock(name.data()), name.size());
+    if (firstMarked(block >= 0x80) < kShort) return {};
+    return NameKey(name, halvesOf(foldAscii(block)));
+  }
 
   std::u8string_view name() const { return name_; }
   std::uint32_t hash() const {
@@ -51,15 +45,22 @@ class NameKey {
   friend class NameTable;
   static constexpr std::size_t kShort = sizeof(Block);
 
+  NameKey(std::u8string_view name, BlockHalves folded)
+      : name_(name), head_(folded.first), tail_(folded.last), size_(name.size()) {}
+
+  static NameKey keyOf(std::u8string_view name, const char8_t* limit) {
+    const auto key = ofShort(name, limit);
+    return key ? *key : whole(name);
+  }
   static Block foldAscii(Block block) {
     return block | (static_cast<Block>(block - 'A' < 26) & 0x20);
   }
-  void setWhole();  // of long names and those beyond ASCII
+  static NameKey whole(std::u8string_view name);  // also long ones and those beyond ASCII
   bool setFrom(std::u8string_view text);
 
   std::u8string_view name_;
-  std::uint64_t head_ = 0, tail_ = 0;
-  std::uint32_t size_ = 0;  // bytes of the folded name
+  std::uint64_t head_, tail_;
+  std::size_t size_;  // bytes of the folded name
 };
 
 class NameTable {
@@ -67,7 +68,7 @@ class NameTable {
   static constexpr std::uint32_t kUnknown = 0xFFFFFFFF;
 
   // Each call gives the text that the names added so far lie in.
-  std::uint32_t find(std::u8string_view text, const NameKey& key) const {
+  [[gnu::always_inline]] std::uint32_t find(std::u8string_view text, const NameKey& key) const {
     if (slots_.empty()) return kUnknown;
     const std::uint32_t hash = key.hash();
     for (std::size_t at = hash >> shift_;; at = (at + 1) & (slots_.size() - 1)) {
@@ -102,11 +103,11 @@ class NameTable {
   };
   struct Entry {
     std::uint64_t head, tail;
-    std::uint32_t size;  // of the folded name
+    std::size_t size;  // of the folded name
     std::uint32_t offset, length;
   };
 
-  std::uint32_t addNew(const NameKey& key, std::size_t offset);
+  std::uint32_t addNew(NameKey key, std::size_t offset);
   void addSlot(const Slot& slot);
   void grow();
 

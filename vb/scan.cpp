@@ -45,6 +45,24 @@ std::size_t wideLetter(const char8_t* p, const char8_t* end) {
   return range == std::end(kNoLetters) || character < range->first ? length : 0;
 }
 
+const char8_t* detail::skipAnyBlanks(const char8_t* p, const char8_t* end) {
+  for (; end - p >= 16; p += 16) {  // spaces first, as an indentation has them
+    const std::size_t spaces = firstMarked(loadBlock(p) != ' ');
+    if (spaces == 16) continue;
+    p += spaces;
+    break;
+  }
+  while (p < end) {
+    if (classOf(*p) == ByteClass::Blank)
+      ++p;
+    else if (*p == 0xE3 && end - p >= 3 && p[1] == 0x80 && p[2] == 0x80)
+      p += 3;
+    else
+      break;
+  }
+  return p;
+}
+
 const char8_t* continuationStart(const char8_t* begin, const char8_t* end) {
   const auto isBlank = [begin](const char8_t* behind) -> std::size_t {  // its bytes, or 0
     if (behind > begin && classOf(behind[-1]) == ByteClass::Blank) return 1;

@@ -111,27 +111,17 @@ std::size_t wideLetter(const char8_t* p, const char8_t* end);
 // How many bytes the character at `p` has (never more than the text).
 std::size_t characterLength(const char8_t* p, const char8_t* end);
 
+namespace detail {
+const char8_t* skipAnyBlanks(const char8_t* p, const char8_t* end);
+}
+
 // The end of the blanks at `p`, U+3000 being one.
 inline const char8_t* skipBlanks(const char8_t* p, const char8_t* end) {
   if (end - p > 1) {  // no blank or one, mostly; which of them is nothing to branch on
     const char8_t* const behind = p + (*p == u8' ' ? 1 : 0);
     if (!detail::kBlankStarts[*behind]) return behind;
   }
-  for (; end - p >= 16; p += 16) {  // spaces first, as an indentation has them
-    const std::size_t spaces = firstMarked(loadBlock(p) != ' ');
-    if (spaces == 16) continue;
-    p += spaces;
-    break;
-  }
-  while (p < end) {
-    if (classOf(*p) == ByteClass::Blank)
-      ++p;
-    else if (*p == 0xE3 && end - p >= 3 && p[1] == 0x80 && p[2] == 0x80)
-      p += 3;
-    else
-      break;
-  }
-  return p;
+  return detail::skipAnyBlanks(p, end);
 }
 
 // How many of sixteen bytes, from the first on, are ASCII letters, digits or "_".

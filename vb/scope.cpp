@@ -7,10 +7,19 @@ namespace tintline::vb {
 
 std::uint32_t Scope::numberOf(std::uint32_t token) {
   const std::u8string& text = module_.text;
-  const NameKey name(plainName(module_.textOf(token)), text.data() + text.size());
+  const std::u8string_view name = plainName(module_.textOf(token));
+  if (const auto key = NameKey::ofShort(name, text.data() + text.size()))
+    if (const auto number = numbers_.find(text, *key); number != NameTable::kUnknown) return number;
+  return addName(name);
+}
+
+// The number of any name, also a new one.
+std::uint32_t Scope::addName(std::u8string_view name) {
+  const std::u8string& text = module_.text;
+  const NameKey key(name, text.data() + text.size());
   const std::uint32_t number =
-      numbers_.add(text, name, static_cast<std::size_t>(name.name().data() - text.data()));
-  if (number == names_.size()) names_.emplace_back().inProject = tables_.numberOf(name);
+      numbers_.add(text, key, static_cast<std::size_t>(name.data() - text.data()));
+  if (number == names_.size()) names_.emplace_back().inProject = tables_.numberOf(key);
   return number;
 }
 

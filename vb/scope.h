@@ -76,6 +76,7 @@ class Scope {
   }
 
  private:
+  std::uint32_t addName(std::u8string_view name);
   void bind(std::uint32_t declaration);
   TypeReference declaredType(const Declaration& declared);
   const Meaning& type(Name& name) {

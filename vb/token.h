@@ -80,7 +80,8 @@ inline std::size_t endOf(const Tokens& tokens, std::size_t index) {
 }
 
 inline std::u8string_view textOf(std::u8string_view text, const Tokens& tokens, std::size_t index) {
-  return text.substr(tokens[index].begin, endOf(tokens, index) - tokens[index].begin);
+  const std::size_t begin = tokens[index].begin;
+  return {text.data() + begin, endOf(tokens, index) - begin};
 }
 
 }  // namespace tintline::vb

@@ -84,7 +84,7 @@ class TokenCursor {
   void advance() {
     if (atEnd()) return;
     lastLine_ = line_;
-    if (!isGap(kind())) behindLast_ = at_ + 1;
+    behindLast_ = at_ + 1;
     countLine();
     ++at_;
     skipGaps();
@@ -164,8 +164,11 @@ class TokenCursor {
   void countLine() {
     if (kind() == TokenKind::LineEnd || kind() == TokenKind::Continuation)
       ++line_;
-    else if (kind() == TokenKind::Comment && holdsLineEnd(textHere()))
-      line_ += lineEndsIn(textHere());
+    else if (kind() == TokenKind::Comment)
+      countLinesOfComment();
+  }
+  [[gnu::noinline]] void countLinesOfComment() {
+    if (holdsLineEnd(textHere())) line_ += lineEndsIn(textHere());
   }
 
   const std::u8string& text_;  // with a NUL, where the token End stands

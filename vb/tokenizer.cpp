@@ -9,8 +9,6 @@
 namespace tintline::vb {
 namespace {
 
-constexpr std::size_t kWidestGap = 255;
-
 // What a name is that means nothing in itself, and what it leaves, by what it stands behind.
 struct NameRule {
   TokenKind kind = TokenKind::Name;
@@ -49,15 +47,9 @@ LineTokenizer::LineTokenizer(std::u8string_view text, const WordLists& words, To
       room_(next_),
       noBracketBefore_(text.data()) {}
 
-LineTokenizer::Bytes LineTokenizer::takeBlanks(Bytes p) {
-  const Bytes behind = skipBlanks(p, end_);
-  const auto bytes = static_cast<std::size_t>(behind - p);
+void LineTokenizer::emitWideGap(Bytes p) {
   gap_ = 0;
-  if (bytes <= kWidestGap)
-    gap_ = static_cast<std::uint8_t>(bytes);
-  else
-    emit(TokenKind::Blank, p);
-  return behind;
+  emit(TokenKind::Blank, p);
 }
 
 [[gnu::always_inline]] inline LineTokenizer::Bytes LineTokenizer::word(Bytes p) {

@@ -285,7 +285,7 @@ bool WordLists::contains(std::u8string_view word) const {
 void WordLists::add(std::u8string_view word, const char8_t* limit, KnownWord known) {
   if (entries_.size() == kMostEntries) return;
   const Key key = keyOf(word.data(), word.size(), limit);
-  if (find(key, word.data()).wordClass != None) return;
+  if (findAny(key, word.data()).wordClass != None) return;
   entries_.push_back({key.head, key.tail, static_cast<std::uint32_t>(texts_.size()),
                       static_cast<std::uint16_t>(word.size()), known});
   if (word.size() > 16) texts_.append(word);
@@ -321,8 +321,15 @@ WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length, const 
 }
 
 KnownWord WordLists::find(const char8_t* begin, const char8_t* end, const char8_t* limit) const {
-  const KnownWord known = find(keyOf(begin, static_cast<std::size_t>(end - begin), limit), begin);
+  const KnownWord known =
+      findAny(keyOf(begin, static_cast<std::size_t>(end - begin), limit), begin);
   return known.wordClass != WordClass::None || wide_.empty() ? known : findWide({begin, end});
+}
+
+// The word with that key; the text of a long one is at `word`.
+KnownWord WordLists::findAny(const Key& key, const char8_t* word) const {
+  return find(key,
+              [&](const Entry& entry) { return key.length <= kShort || middleIs(entry, word); });
 }
 
 // Also a word that is long, beyond ASCII or at the end of the text.

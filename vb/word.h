@@ -220,8 +220,9 @@ class WordLists {
   static Key keyOf(Block block, std::size_t length);  // of a short word
   static Key keyOf(const char8_t* begin, std::size_t length, const char8_t* limit);
   static std::uint64_t hashOf(const Key& key);
-  // `word` is where its text is; only that of a long one is read.
-  KnownWord find(const Key& key, const char8_t* word) const;
+  // `isMiddle(entry)`: whether a long word is that of the entry, which begins and ends like it.
+  template <typename IsMiddle>
+  KnownWord find(const Key& key, IsMiddle isMiddle) const;
   void add(std::u8string_view word, const char8_t* limit, KnownWord known);
   template <typename KnownAs>
   void addEach(std::u8string_view list, KnownAs knownAs);
@@ -229,6 +230,7 @@ class WordLists {
   void addWide(std::u8string_view word, KnownWord known);
   KnownWord findWide(std::u8string_view word) const;
   bool contains(std::u8string_view word) const;
+  KnownWord findAny(const Key& key, const char8_t* word) const;
   bool middleIs(const Entry& entry, const char8_t* word) const;
 
   std::vector<Entry> entries_;
@@ -240,8 +242,8 @@ class WordLists {
 };
 
 inline WordLists::Key WordLists::keyOf(Block block, std::size_t length) {
-  const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(firstBytes(block | 0x20, length));
-  return {halves[0], halves[1], length};
+  const BlockHalves halves = halvesOf(firstBytes(block | 0x20, length));
+  return {halves.first, halves.last, length};
 }
 
 inline std::uint64_t WordLists::hashOf(const Key& key) {
@@ -250,7 +252,8 @@ inline std::uint64_t WordLists::hashOf(const Key& key) {
   return mixed ^ mixed >> 32;
 }
 
-inline KnownWord WordLists::find(const Key& key, const char8_t* word) const {
+template <typename IsMiddle>
+KnownWord WordLists::find(const Key& key, IsMiddle isMiddle) const {
   const std::uint64_t hash = hashOf(key);
   const auto check = static_cast<std::uint16_t>(hash);
   for (std::size_t at = hash >> shift_;; at = (at + 1) & (slots_.size() - 1)) {
@@ -259,7 +262,7 @@ inline KnownWord WordLists::find(const Key& key, const char8_t* word) const {
     if (slot.check != check) continue;
     const Entry& entry = entries_[slot.entry - 1U];
     if (entry.head == key.head && entry.tail == key.tail && entry.length == key.length &&
-        (key.length <= kShort || middleIs(entry, word)))
+        isMiddle(entry))
       return entry.known;
   }
 }
@@ -269,7 +272,7 @@ inline WordLists::WordHere WordLists::read(const char8_t* p, const char8_t* limi
   const Block block = loadBlock(p);
   const std::size_t length = wordBytesIn(block);
   if (length == kShort || p[length] >= 0x80) return readAny(p, limit);
-  return {p + length, find(keyOf(block, length), p)};
+  return {p + length, find(keyOf(block, length), [](const Entry&) { return true; })};
 }
 
 }  // namespace tintline::vb
