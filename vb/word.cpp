@@ -248,7 +248,8 @@ WordLists::WordLists(std::u8string_view only) {
 
 void WordLists::prepare(std::size_t bytes) {
   entries_.reserve(std::size(kWords) + 200 + bytes / 8);
-  slots_.resize(8192);  // enough for the built-in lists
+  tags_.resize(8192);  // enough for the built-in lists
+  slots_.resize(tags_.size());
   shift_ = 64 - 13;
 }
 
@@ -289,8 +290,9 @@ void WordLists::add(std::u8string_view word, const char8_t* limit, KnownWord kno
   entries_.push_back({key.head, key.tail, static_cast<std::uint32_t>(texts_.size()),
                       static_cast<std::uint16_t>(word.size()), known});
   if (word.size() > 16) texts_.append(word);
-  if (entries_.size() * 2 > slots_.size()) {  // at least every second slot is empty
-    slots_.assign(slots_.size() * 2, {});
+  if (entries_.size() * 2 > tags_.size()) {  // at least every second slot is empty
+    tags_.assign(tags_.size() * 2, 0);
+    slots_.resize(tags_.size());
     --shift_;
     for (std::size_t i = 0; i < entries_.size(); ++i) addSlot(i);
   } else {
@@ -347,10 +349,11 @@ KnownWord WordLists::findWide(std::u8string_view word) const {
 void WordLists::addSlot(std::size_t entry) {
   const Entry& added = entries_[entry];
   const std::uint64_t hash = hashOf({added.head, added.tail, added.length});
-  const std::size_t mask = slots_.size() - 1;
+  const std::size_t mask = tags_.size() - 1;
   std::size_t at = hash >> shift_;
-  while (slots_[at].entry != 0) at = (at + 1) & mask;
-  slots_[at] = {static_cast<std::uint16_t>(entry + 1), static_cast<std::uint16_t>(hash)};
+  while (tags_[at] != 0) at = (at + 1) & mask;
+  tags_[at] = tagOf(hash);
+  slots_[at] = static_cast<std::uint16_t>(entry);
 }
 
 bool WordLists::middleIs(const Entry& entry, const char8_t* word) const {

@@ -206,10 +206,6 @@ class WordLists {
     std::uint16_t length;
     KnownWord known;
   };
-  struct Slot {
-    std::uint16_t entry = 0;  // index + 1
-    std::uint16_t check = 0;  // other bits of the hash
-  };
 
   static constexpr std::size_t kShort = sizeof(Block);
 
@@ -220,6 +216,7 @@ class WordLists {
   static Key keyOf(Block block, std::size_t length);  // of a short word
   static Key keyOf(const char8_t* begin, std::size_t length, const char8_t* limit);
   static std::uint64_t hashOf(const Key& key);
+  static std::uint8_t tagOf(std::uint64_t hash) { return static_cast<std::uint8_t>(hash | 1); }
   // `isMiddle(entry)`: whether a long word is that of the entry, which begins and ends like it.
   template <typename IsMiddle>
   KnownWord find(const Key& key, IsMiddle isMiddle) const;
@@ -234,7 +231,10 @@ class WordLists {
   bool middleIs(const Entry& entry, const char8_t* word) const;
 
   std::vector<Entry> entries_;
-  std::vector<Slot> slots_;  // open addressing, the size is a power of two
+  // Open addressing, the size is a power of two. Of most words only the tag is looked at: they are
+  // names, and a table of bytes stays in the cache.
+  std::vector<std::uint8_t> tags_;    // other bits of the hash, never 0; 0: empty
+  std::vector<std::uint16_t> slots_;  // entries, by their indices
   std::u8string texts_;
   unsigned shift_ = 0;           // of a hash to its slot
   NameTable wideNames_;          // the words that are not ASCII, in texts_
@@ -255,12 +255,11 @@ inline std::uint64_t WordLists::hashOf(const Key& key) {
 template <typename IsMiddle>
 KnownWord WordLists::find(const Key& key, IsMiddle isMiddle) const {
   const std::uint64_t hash = hashOf(key);
-  const auto check = static_cast<std::uint16_t>(hash);
-  for (std::size_t at = hash >> shift_;; at = (at + 1) & (slots_.size() - 1)) {
-    const Slot slot = slots_[at];
-    if (slot.entry == 0) return {};
-    if (slot.check != check) continue;
-    const Entry& entry = entries_[slot.entry - 1U];
+  const std::uint8_t tag = tagOf(hash);
+  for (std::size_t at = hash >> shift_;; at = (at + 1) & (tags_.size() - 1)) {
+    if (tags_[at] == 0) return {};
+    if (tags_[at] != tag) continue;
+    const Entry& entry = entries_[slots_[at]];
     if (entry.head == key.head && entry.tail == key.tail && entry.length == key.length &&
         isMiddle(entry))
       return entry.known;
