@@ -3,6 +3,9 @@
 
 #include <algorithm>
 
+#include "base/codepage.h"
+#include "base/text.h"
+
 namespace tintline {
 namespace {
 
@@ -13,18 +16,16 @@ bool mayStandInAddress(wchar_t c) {
   return c > L' ' && c < 0x7F && kRefused.find(c) == std::wstring_view::npos;
 }
 
-// Whether the address begins with `scheme` (lower case) and something follows that can be a
+// Whether the address begins with `scheme` and something follows that can be a
 // host or a mailbox.
-bool hasScheme(std::wstring_view address, std::wstring_view scheme) {
-  const auto sameLetter = [](wchar_t a, wchar_t b) {
-    return (a >= L'A' && a <= L'Z' ? a + (L'a' - L'A') : a) == b;
-  };
-  if (address.size() <= scheme.size()) return false;
-  if (!std::equal(scheme.begin(), scheme.end(), address.begin(),
-                  [&](wchar_t wanted, wchar_t given) { return sameLetter(given, wanted); }))
-    return false;
-  const std::wstring_view noBeginning = L"/?#:@.";
-  return noBeginning.find(address[scheme.size()]) == std::wstring_view::npos;
+bool hasScheme(std::string_view address, std::string_view scheme) {
+  constexpr std::string_view kNoBeginning = "/?#:@.";
+  return address.size() > scheme.size() && startsWithIgnoreCase(address, scheme) &&
+         kNoBeginning.find(address[scheme.size()]) == kNoBeginning.npos;
+}
+
+bool isAddress(std::string_view text) {
+  return hasScheme(text, "http://") || hasScheme(text, "https://") || hasScheme(text, "mailto:");
 }
 
 }  // namespace
@@ -32,9 +33,7 @@ bool hasScheme(std::wstring_view address, std::wstring_view scheme) {
 LinkTarget classifyLink(std::wstring_view target) {
   if (target.starts_with(L'#')) return {LinkTarget::Kind::Anchor, std::wstring(target.substr(1))};
   const bool external = target.size() <= kLongest &&
-                        std::all_of(target.begin(), target.end(), mayStandInAddress) &&
-                        (hasScheme(target, L"http://") || hasScheme(target, L"https://") ||
-                         hasScheme(target, L"mailto:"));
+                        std::ranges::all_of(target, mayStandInAddress) && isAddress(toUtf8(target));
   if (!external) return {LinkTarget::Kind::Refused, {}};
   return {LinkTarget::Kind::External, std::wstring(target)};
 }

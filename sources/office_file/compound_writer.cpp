@@ -196,10 +196,10 @@ class Writer {
   static void appendEntry(std::string& file, const Entry& entry) {
     const std::size_t begin = file.size();
     constexpr std::size_t kNameBytes = 64;
-    const std::size_t length = std::min(entry.name.size(), kNameBytes / 2 - 1);
-    for (std::size_t i = 0; i < length; ++i) append(file, entry.name[i], 2);
+    const std::u16string_view name = std::u16string_view(entry.name).substr(0, kNameBytes / 2 - 1);
+    for (const char16_t unit : name) append(file, unit, 2);
     file.resize(begin + kNameBytes);
-    append(file, entry.name.empty() ? 0 : 2 * (length + 1), 2);
+    append(file, name.empty() ? 0 : 2 * (name.size() + 1), 2);
     file += static_cast<char>(entry.type);
     file += entry.red ? '\0' : '\1';
     for (const std::uint32_t link : {entry.left, entry.right, entry.child}) append(file, link, 4);

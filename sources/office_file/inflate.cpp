@@ -78,13 +78,8 @@ Bytes inflated(ByteSource& source, std::uint64_t offset, std::uint64_t end, Wrap
 }
 
 std::uint32_t crc32Of(std::string_view bytes) {
-  uLong crc = crc32(0, nullptr, 0);
-  for (std::size_t at = 0; at < bytes.size();) {
-    const std::size_t piece = std::min<std::size_t>(bytes.size() - at, 1U << 30);
-    crc = crc32(crc, reinterpret_cast<const Bytef*>(bytes.data() + at), static_cast<uInt>(piece));
-    at += piece;
-  }
-  return static_cast<std::uint32_t>(crc);
+  return static_cast<std::uint32_t>(
+      crc32_z(0, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
 }
 
 }  // namespace tintline::office_file

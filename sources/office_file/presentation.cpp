@@ -48,8 +48,7 @@ std::vector<std::uint32_t> livePlaces(std::string_view document, std::uint32_t l
         rest.remove_prefix(4);
       }
     }
-    at = u32(edit.data, 8);
-    if (at == 0) break;
+    at = u32(edit.data, 8);  // 0 for none: there is no edit
   }
   return places;
 }

@@ -102,10 +102,10 @@ void forEachArchivePart(std::string_view text, Budget& budget, const VisitPart& 
     const std::string_view name = place == head.npos
                                       ? std::string_view()
                                       : withoutBlanks(lineAt(head, place + kPlace.size()));
-    const std::size_t end = std::min(text.find("\n--", body), text.size());
-    if (!budget.spend(end - body)) return;
-    visit(name, fromBase64(text.substr(body, end - body)));
-    before = at = end;
+    const std::string_view content = text.substr(body, text.find("\n--", body) - body);
+    if (!budget.spend(content.size())) return;
+    visit(name, fromBase64(content));
+    before = at = body + content.size();
   }
 }
 

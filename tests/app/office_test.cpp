@@ -204,9 +204,9 @@ TEST_F(office, clicked_nodes_give_their_code_and_switch_the_buttons) {
       std::string(kModul1) + "\r\n'" + std::string(90, 'x') + " y";
   analyse();
   execute("analyse Excel", Command::mnuexcel);
-  for (const wchar_t* key :
-       {L"Word_1_2_Declaration", L"Word_1_2_1", L"Word_1_2_2", L"Word_1_3_1", L"Word_1_3_2",
-        L"Word_1_2", L"Word_1_1", L"Word_3_1_1", L"Word_1", L"Word_2", L"Excel_1_1_Declaration"})
+  for (const wchar_t* key : {L"Word_1_2_Declaration", L"Word_1_2_1", L"Word_1_2_2", L"Word_1_3_1",
+                             L"Word_1_3_2", L"Word_1_2", L"Word_1_1", L"Word_2", L"Word_3_1_1",
+                             L"Word_1", L"Word_2", L"Excel_1_1_Declaration"})
     click(key);
   step("modules of a document", [&] {
     form.TreeView1.select(form.TreeView1.find(L"Word_1"));

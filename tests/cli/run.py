@@ -79,6 +79,7 @@ def wrong_usage_is_explained_and_writes_nothing(box):
         (("--out", "x", "a.bas"), "unbekannte Option --out; meinten Sie --output?"),
         (("--Qiuet", "a.bas"), "unbekannte Option --Qiuet; meinten Sie --quiet?"),
         (("--format=josn", "a.bas"), "clipboard oder table; meinten Sie json?"),
+        (("--format=js", "a.bas"), "clipboard oder table; meinten Sie json?"),
         (("-nx", "a.bas"), 'unbekannte Option -x'),
         (("--quiet=1", "a.bas"), "--quiet: nimmt keinen Wert"),
         (("a.bas", "--output"), "--output: der Wert DATEI fehlt"),
@@ -400,6 +401,8 @@ def modules_of_a_folder_know_each_other(box):
         holds_not(page, b"#Fern")
         equal([box.get(f"out{jobs}/{name}.htm").count(link) for name in ("Groß1", "Groß2")],
               [40_000] * 2)
+    box.run("--format=lines", "-d", "out", *names[:2])
+    holds_not(box.get("out/Zwei.htm"), b"#Rufen")  # lines stand in pages that others make
     text = box.run("--links=all", "--titles=off", *names[:3])
     holds(text, b'href="#Eins.Rufen"', b'href="#Drei.Fern"')
     told = [json.loads(line) for line in box.run("--format=json", "--links=all", "-", *names[1:3],

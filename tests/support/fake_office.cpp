@@ -236,8 +236,8 @@ OfficeObjectPtr addDocument(FakeHost& host) {
   const auto content = [&host, &document, insert, font = part(L"Content.Font.")](Arguments) {
     return makePart(host, document, L"Content.", {{L"InsertFile", insert}, {L"Font", font}});
   };
-  const auto close = [&](Arguments) {
-    document.closed = true;
+  const auto close = [&](Arguments arguments) {
+    document.closed = number(arguments[0]) == 0;  // else it saves or asks
     return OfficeValue();
   };
   return makePart(host, document, L"",

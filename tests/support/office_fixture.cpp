@@ -250,15 +250,18 @@ std::string presentation(std::string_view project, std::string_view replaced) {
     document += bytes;
     return place;
   };
-  const auto edit = [&](std::size_t object, std::size_t before) {
-    const std::size_t directory =
-        append(pptRecord(0, 0x1772, number(1U << 20 | 7, 4) + number(object, 4)));
+  const auto edit = [&](const std::string& places, std::size_t before) {
+    const std::size_t directory = append(pptRecord(0, 0x1772, places));
     return append(pptRecord(
         0, 0x0FF5, number(0, 8) + number(before, 4) + number(directory, 4) + number(0, 12)));
   };
-  const std::size_t first = edit(append(pptRecord(0, 0x1011, replaced)), 0);
-  const std::size_t last =
-      edit(append(pptRecord(1, 0x1011, number(project.size(), 4) + zlibStream(project))), first);
+  const std::size_t slides = append(pptRecord(0, 0x03E8, ""));
+  const std::size_t old = append(pptRecord(0, 0x1011, replaced));
+  const std::size_t first =
+      edit(number(2U << 20 | 6, 4) + number(slides, 4) + number(old, 4), 0);  // 6 and 7
+  const std::size_t object =
+      append(pptRecord(1, 0x1011, number(project.size(), 4) + zlibStream(project)));
+  const std::size_t last = edit(number(1U << 20 | 7, 4) + number(object, 4), first);
   Storage root;
   root.streams.emplace_back(u"PowerPoint Document", document);
   root.streams.emplace_back(

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "app/controls/ListboxHScroll.h"
+#include "app/controls/line_layout.h"
 #include "engine/html_lines.h"
 #include "tests/support/convert.h"
 #include "tests/support/fake_ports.h"
@@ -69,7 +70,15 @@ TEST(ListboxHScroll, TheRangeGrowsWithALineThatIsAdded) {
   scroll.wrapper.AddItem("y", 1, ListboxHScroll::kGrow);
   EXPECT_EQ(scroll.list.lines()[1], "y");
   EXPECT_EQ(scroll.list.lines()[2], times(100, 'W'));
-  EXPECT_THROW(scroll.wrapper.AddItem("x", 4, ListboxHScroll::kGrow), ListboxError);
+  scroll.wrapper.AddItem("z", 3, ListboxHScroll::kGrow);
+  EXPECT_EQ(scroll.list.lines()[3], "z");
+  EXPECT_THROW(scroll.wrapper.AddItem("x", 5, ListboxHScroll::kGrow), ListboxError);
+}
+
+TEST(LineLayout, TabsAreBlanksUpToTheNextStopAndWideCharactersTakeTwoColumns) {
+  const LineLayout layout = layOutLine(L"a\t語\tä");
+  EXPECT_EQ(layout.text, L"a 語 ä");
+  EXPECT_EQ(layout.columns, (std::vector<std::size_t>{0, 1, 4, 6, 8, 9}));
 }
 
 }  // namespace

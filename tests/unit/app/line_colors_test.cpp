@@ -40,6 +40,8 @@ TEST(inkedParts, CoverTheLineInTheColoursOfItsWordsOrTags) {
       {Source, Mode::Exact, L"x = \"\U0001F600ß\" & 12", "x = |\"\U0001F600ß\"=Str| & |12=Num"},
       {Html, Mode::Classic, L"<span class='Code'>Dim</span> a < b <br>",
        "<span class='Code'>=Quiet|Dim=Word|</span>=Quiet| a < b |<br>=Quiet"},
+      {Html, Mode::Classic, L"<i class='Rem'>'<hr>x<br>y",
+       "<i class='Rem'>=Quiet|'=Rem|<hr>=Quiet|x=Rem|<br>=Quiet|y=Rem"},
       {Html, Mode::Exact, L"<b><i class=\"c x\">'</i> <a class=k>If",
        "<b><i class=\"c x\">=Quiet|'=Rem|</i>=Quiet| |<a class=k>=Quiet|If=Word"},
       {Html, Mode::Classic, L"<a href='#x' style='color:#800080;'>P</a>",

@@ -10,6 +10,7 @@ TEST(selection_colors, stand_out_from_every_ground_and_can_be_read) {
   EXPECT_DOUBLE_EQ(contrast(0xFFFFFF, 0x000000), 21);
   EXPECT_NEAR(contrast(0x0000FF, 0xFFFFFF), 4.0, 0.01) << "red is the low byte";
   EXPECT_NEAR(contrast(0x00FF00, 0xFFFFFF), 1.37, 0.01) << "green is the brightest";
+  EXPECT_EQ(unfocusedSelection(0xFFFFFF, 0x000000).back, 0x949494U) << "a grey without a tinge";
   const struct {
     const char* scheme;
     std::uint32_t window, text;

@@ -45,6 +45,9 @@ TEST(editorProcedures, TakeWhatStandsInFrontOfThemAndTheLastOneTheRest) {
   };
   for (const auto& row : rows)
     EXPECT_EQ(described(row.code), row.expected) << std::string(row.code.begin(), row.code.end());
+  const std::u8string longest = u8"Sub A()\n" + std::u8string(65'533, u8'\n');
+  EXPECT_EQ(described(longest), "0 A 1+65534");
+  EXPECT_EQ(described(longest + u8'\n'), "65535") << "no editor holds it";
 }
 
 }  // namespace

@@ -107,7 +107,7 @@ TEST(officeFile, finds_projects_wherever_they_are) {
        "[xl/odd.dat signed" + kSample},
       {"embedded package", nested(macroPackage(project), 1),
        "[word/embeddings/a.docm/xl/vbaProject.bin" + kSample},
-      {"document", documentSignedBy("12345678"), "[Macros signed" + kSample},
+      {"document", documentSignedBy("s"), "[Macros signed" + kSample},
       {"document without a signature", documentSignedBy(""), "[Macros" + kSample},
       {"workbook with an object", compoundFileOf(pool),
        "[_VBA_PROJECT_CUR" + kSample + "[ObjectPool/_1] Alt.bas:1"},
@@ -161,6 +161,7 @@ TEST(officeFile, says_why_there_is_nothing_to_read) {
       {compound(u"VisioDocument"), " !: visio"},
       {std::string("\0\1\0\0Standard Jet DB", 19), " !: access"},
       {"PK\x03\x04 and no directory", " !: truncated"},
+      {project.substr(0, 1024), " !: truncated"},  // where its directory would begin
       {[&] {
          std::string cut = macroPackage(project);
          cut[cut.rfind("PK\x01\x02")] = 'p';  // the last part of the directory
@@ -187,8 +188,9 @@ TEST(officeFile, reads_modules_of_odd_projects) {
   } kRows[] = {
       {"locked", {.modules = {{.name = u"A"}}, .locked = true}, "[ locked] A.bas:0"},
       {"names in another code page",
-       {.modules = {{.name = u"モジュール", .bytes = ja}}, .codePage = 1252},
-       "[] モジュール.bas:0"},
+       {.modules = {{.name = u"モジュール", .kind = ModuleKind::Document, .bytes = ja}},
+        .codePage = 1252},
+       "[] モジュール.doc:0"},
       {"no Unicode name",
        {.modules =
             {{.name = u"モジュール", .kind = ModuleKind::Class, .bytes = ja, .unicode = false}},
@@ -243,6 +245,8 @@ TEST(officeFile, one_damaged_module_never_loses_the_others) {
   EXPECT_EQ(summary(file), "[xl/vbaProject.bin" + kSample + " !xl/vbaProject.bin: checksum");
   file[entry + 10] = 12;
   EXPECT_EQ(summary(file), " !xl/vbaProject.bin: method");
+  file[entry + 8] |= 1;
+  EXPECT_EQ(summary(file), " !xl/vbaProject.bin: part locked");
 }
 
 // The kinds of files whose every byte may be damaged.
