@@ -112,7 +112,9 @@ bool writeOfficeIndexes(const std::vector<Task>& tasks, const Options& options, 
     if (task.input.module)
       files[argumentPath(options.outputDir) / task.input.module->project->place].push_back(&task);
   bool allWritten = true;
-  for (const auto& [folder, members] : files) {
+  for (const auto& each : files) {
+    const auto& folder = each.first;
+    const auto& members = each.second;
     const Task index{.input = {}, .target = indexName(members, folder)};
     if (options.dryRun) {
       const Message line = messages::kWouldBecome(valueOf(pathText(members.front()->input.path)),

@@ -141,7 +141,7 @@ std::optional<std::string_view> TagReader::readQuoted(std::size_t quoteAt) {
 }
 
 std::optional<Reference> readReference(std::string_view text) {
-  constexpr std::size_t kLongest = 8;  // "&#x20AC;"
+  constexpr std::size_t kLongestReference = 8;  // "&#x20AC;"
   struct Named {
     std::string_view name;
     wchar_t character;
@@ -151,7 +151,7 @@ std::optional<Reference> readReference(std::string_view text) {
                                      {"auml", L'\u00E4'},  {"ouml", L'\u00F6'}, {"uuml", L'\u00FC'},
                                      {"Auml", L'\u00C4'},  {"Ouml", L'\u00D6'}, {"Uuml", L'\u00DC'},
                                      {"szlig", L'\u00DF'}, {"euro", L'\u20AC'}};
-  const std::size_t end = text.substr(0, kLongest).find(';');
+  const std::size_t end = text.substr(0, kLongestReference).find(';');
   if (end == npos || end < 3) return {};
   const std::string_view name = text.substr(1, end - 1);
   if (name[0] == '#') {

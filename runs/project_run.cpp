@@ -120,7 +120,7 @@ class ProjectRun {
     Outcome outcome = outcomeOf([&] {
       vb::Module module = read(task);
       site::ModuleFacts facts = site::factsOf(module, order_.reading.words);
-      result.emplace(std::move(module), std::move(facts));
+      result = ReadFacts{std::move(module), std::move(facts)};
       return Outcome();
     });
     if (!result) fail(task, std::move(outcome));

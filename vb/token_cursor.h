@@ -96,11 +96,12 @@ class TokenCursor {
     const Token* const tokens = tokens_.data();
     for (std::uint32_t at = at_;; ++at) {
       const Token token = tokens[at];
-      const bool inside = kNeverEnds[static_cast<std::size_t>(token.kind)] |
-                          ((token.kind == TokenKind::Keyword) & (token.word != Word::Then) &
-                           (token.word != Word::Else)) |
-                          ((token.kind == TokenKind::Punctuation) & (text_[token.begin] != u8':'));
-      if (inside) {
+      // (Added up, not asked in turn: which kind comes next, nobody can guess.)
+      const int ends = (token.kind == TokenKind::Keyword) * (token.word == Word::Then) +
+                       (token.kind == TokenKind::Keyword) * (token.word == Word::Else) +
+                       (token.kind == TokenKind::Punctuation) * (text_[token.begin] == u8':') +
+                       kEndsOrGap[static_cast<std::size_t>(token.kind)];
+      if (ends == 0) {
         behindLast_ = at + 1;
         lastLine_ = line_;
       } else if (token.kind == TokenKind::Continuation) {
@@ -141,15 +142,13 @@ class TokenCursor {
   }
 
  private:
-  // By kind: whether such a token is always in the middle of a statement.
-  static constexpr auto kNeverEnds = [] {
-    std::array<bool, static_cast<std::size_t>(TokenKind::End) + 1> never;
-    never.fill(true);
-    for (const TokenKind kind :
-         {TokenKind::Blank, TokenKind::LineEnd, TokenKind::Continuation, TokenKind::Keyword,
-          TokenKind::Comment, TokenKind::Punctuation, TokenKind::End})
-      never[static_cast<std::size_t>(kind)] = false;
-    return never;
+  // By kind: whether such a token is never inside of a statement.
+  static constexpr auto kEndsOrGap = [] {
+    std::array<bool, static_cast<std::size_t>(TokenKind::End) + 1> ends{};
+    for (const TokenKind kind : {TokenKind::Blank, TokenKind::LineEnd, TokenKind::Continuation,
+                                 TokenKind::Comment, TokenKind::End})
+      ends[static_cast<std::size_t>(kind)] = true;
+    return ends;
   }();
 
   static bool holdsLineEnd(std::u8string_view text) {

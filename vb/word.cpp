@@ -258,9 +258,8 @@ void WordLists::addLanguage(std::size_t moreBytes) {
   for (const LanguageWord& word : kWords)
     add(word.text, word.text.data() + word.text.size(), {word.word, word.wordClass});
   for (const auto& [words, known] : kGroups)
-    forEachEntry<u8' '>(words, [&, limit = words.data() + words.size()](std::u8string_view word) {
-      add(word, limit, known);
-    });
+    forEachEntry<u8' '>(words, [&, known = known, limit = words.data() + words.size()](
+                                   std::u8string_view word) { add(word, limit, known); });
 }
 
 // Adds the entries of a list as what knownAs(entry) says, unless that is nothing.

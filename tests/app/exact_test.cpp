@@ -61,7 +61,7 @@ TEST_F(exact, mode_shows_the_decoded_text_and_its_page) {
 }
 
 TEST_F(exact, mode_is_that_of_the_last_time_and_reads_any_length) {
-  Program next(transcript(), [this](FakePorts& other) {
+  Program next(transcript(), [](FakePorts& other) {
     modIniSave::IniWertSchreiben(other.files.program / "TINTLINE.ini", "Modus", "genau,");
   });
   next.start();

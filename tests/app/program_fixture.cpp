@@ -92,11 +92,11 @@ Program::Program(Transcript& transcript, const std::function<void(FakePorts&)>& 
 }
 
 void Program::Shown::refresh(Control&) {
-  const frmVBACode& form = program.form;
-  if (form.List1.ListCount() <= kShortList)
-    program.transcript_.written += "  shows: " + program.readable(form.Label9.Caption()) + " / " +
-                                   program.readable(form.Label10.Caption()) +
-                                   (form.Topmost ? " topmost\n" : "\n");
+  const frmVBACode& window = program.form;
+  if (window.List1.ListCount() <= kShortList)
+    program.transcript_.written += "  shows: " + program.readable(window.Label9.Caption()) + " / " +
+                                   program.readable(window.Label10.Caption()) +
+                                   (window.Topmost ? " topmost\n" : "\n");
 }
 
 void Program::step(const std::string& what, const std::function<void()>& work) {

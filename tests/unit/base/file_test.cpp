@@ -105,12 +105,12 @@ TEST(AtomicFile, refusesWhatIsNoFileOrProtected) {
       {folder / std::string(256, 'n'), std::errc::filename_too_long},
 #endif
   };
-  for (const auto& [path, reason] : rows) {
+  for (const auto& row : rows) {
     const std::error_code found = [&] {
       [[maybe_unused]] const OrdinaryUser user;
-      return failure([&] { writeAtomic(path, "neu"); });
+      return failure([&] { writeAtomic(row.first, "neu"); });
     }();
-    EXPECT_EQ(found, reason) << path;
+    EXPECT_EQ(found, row.second) << row.first;
   }
   EXPECT_EQ(failure([&] { writeAtomic("", "x"); }), std::errc::invalid_argument);
   EXPECT_EQ(readFile(folder / "a.htm"), "alt");
