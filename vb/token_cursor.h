@@ -96,12 +96,13 @@ class TokenCursor {
     const Token* const tokens = tokens_.data();
     for (std::uint32_t at = at_;; ++at) {
       const Token token = tokens[at];
-      // (Added up, not asked in turn: which kind comes next, nobody can guess.)
-      const int ends = (token.kind == TokenKind::Keyword) * (token.word == Word::Then) +
-                       (token.kind == TokenKind::Keyword) * (token.word == Word::Else) +
-                       (token.kind == TokenKind::Punctuation) * (text_[token.begin] == u8':') +
-                       kEndsOrGap[static_cast<std::size_t>(token.kind)];
-      if (ends == 0) {
+      // All are asked at once, not in turn: which kind comes next, nobody can guess.
+      const bool keyword = token.kind == TokenKind::Keyword;
+      const bool sign = token.kind == TokenKind::Punctuation;
+      const bool then = token.word == Word::Then, otherwise = token.word == Word::Else;
+      const bool colon = text_[token.begin] == u8':';
+      const bool other = kEndsOrGap[static_cast<std::size_t>(token.kind)];
+      if (!((keyword & (then | otherwise)) | (sign & colon) | other)) {
         behindLast_ = at + 1;
         lastLine_ = line_;
       } else if (token.kind == TokenKind::Continuation) {
