@@ -16,7 +16,7 @@ import time
 import zipfile
 from pathlib import Path
 
-from tests.support.checks import equal, holds, listed_tests, none, run_tests, test
+from tests.support.checks import equal, holds, listed_tests, none, run_program, run_tests, test
 
 SECONDS = 180  # until a program that hangs is given up
 BUILD_SCRIPT = Path("package/build.py").resolve()
@@ -40,7 +40,7 @@ def run(*command, code=0, encoding="utf-8", **process):
     """Runs a command that must end with that exit code, gives what it says."""
     process = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE,
                "stderr": subprocess.STDOUT, "timeout": SECONDS, **process}
-    done = subprocess.run([str(word) for word in command], check=False, **process)
+    done = run_program([str(word) for word in command], check=False, **process)
     text = (done.stdout or b"").decode(encoding, "replace")
     assert done.returncode == code, f"{command}: exit code {done.returncode}\n{text}"
     return text
