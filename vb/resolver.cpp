@@ -96,10 +96,7 @@ class Resolver {
 
   void startStatement() {
     if (std::exchange(withPending_, false)) withs_.open(value_);
-    if (at_ >= scope_.procedureEnd()) {
-      scope_.leave();
-      withs_.clear();
-    }
+    if (at_ >= scope_.procedureEnd()) leaveProcedure();
     value_ = {};
     behindOperand_ = false;
     open_.clear();
@@ -109,6 +106,11 @@ class Resolver {
     firstWord_ = Word::None;
     lastWord_ = Word::None;
     typeExpected_ = eventExpected_ = isNew_ = typeOf_ = false;
+  }
+
+  void leaveProcedure() {
+    scope_.leave();
+    withs_.clear();
   }
 
   // A string, number, type of the language or the like.
@@ -192,6 +194,11 @@ class Resolver {
           withs_.close();
         else
           withPending_ = true;
+        break;
+      case Word::Sub:
+      case Word::Function:
+      case Word::Property:  // what stands behind End Sub on its line is not in it
+        if (before == Word::End && at_ + 1 >= scope_.procedureEnd()) leaveProcedure();
         break;
       default:
         break;

@@ -54,7 +54,9 @@ class TokenCursor {
   std::uint32_t behindLast() const { return behindLast_; }
   TokenKind kind() const { return tokens_[at_].kind; }
   Word word() const { return tokens_[at_].word; }
-  std::u8string_view textHere() const { return textOf(text_, tokens_, at_); }
+  std::u8string_view textHere() const {  // nothing at the end
+    return atEnd() ? std::u8string_view() : textOf(text_, tokens_, at_);
+  }
 
   // Whether an operator or punctuation begins with that character.
   bool is(char8_t character) const {
