@@ -1,8 +1,6 @@
 // See html_module.h. Tested by tests/golden/exact.
 #include "listing/html_module.h"
 
-#include <cstring>
-
 #include "vb/token_cursor.h"
 
 namespace tintline::listing {
@@ -101,8 +99,7 @@ bool HtmlModule::isLong(const Section& section) const {
   const std::size_t begin = tokens[section.headLine].begin;
   const auto head = std::u8string_view(source_.module.text)
                         .substr(begin, vb::endOf(tokens, section.headEnd - 1) - begin);
-  const auto holds = [head](char c) { return std::memchr(head.data(), c, head.size()) != nullptr; };
-  return (holds('\n') || holds('\r')) && vb::lineEndsIn(head) >= kLongHead;
+  return vb::lineEndsIn(head) >= kLongHead;
 }
 
 std::uint32_t HtmlModule::shownHeaderLines() const {

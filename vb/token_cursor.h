@@ -35,6 +35,8 @@ inline bool isGap(TokenKind kind) {
 
 // How often a token's text, or any other, ends a line.
 inline std::uint32_t lineEndsIn(std::u8string_view text) {
+  const auto holds = [text](char c) { return std::memchr(text.data(), c, text.size()) != nullptr; };
+  if (text.empty() || !(holds('\n') || holds('\r'))) return 0;  // as nearly always
   std::uint32_t count = 0;
   for (std::size_t i = 0; i < text.size(); ++i)
     if (text[i] == u8'\n' || (text[i] == u8'\r' && !text.substr(i + 1).starts_with(u8'\n')))
@@ -154,11 +156,6 @@ class TokenCursor {
     return ends;
   }();
 
-  static bool holdsLineEnd(std::u8string_view text) {
-    return std::memchr(text.data(), '\n', text.size()) != nullptr ||
-           std::memchr(text.data(), '\r', text.size()) != nullptr;
-  }
-
   void skipGaps() {
     for (; isGap(kind()); ++at_) countLine();
   }
@@ -169,9 +166,7 @@ class TokenCursor {
     else if (kind() == TokenKind::Comment)
       countLinesOfComment();
   }
-  [[gnu::noinline]] void countLinesOfComment() {
-    if (holdsLineEnd(textHere())) line_ += lineEndsIn(textHere());
-  }
+  [[gnu::noinline]] void countLinesOfComment() { line_ += lineEndsIn(textHere()); }
 
   const std::u8string& text_;  // with a NUL, where the token End stands
   const Tokens& tokens_;

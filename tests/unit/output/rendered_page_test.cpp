@@ -107,8 +107,8 @@ TEST(RenderedPage, ShowsMarkupAsABrowserDoes) {
       {"<b>x<a <b", "x<a <b"},
       {"a<br>b<span x='>' <b y='>'", "a\nb<span x='>' <b y='>'"},
       {"<a\0b name='\0'>c<a name=d"sv, "c<a name=d"sv},
-      // references
       {"\xC4\x80<br>", "\xC4\x80"},
+      // references
       {"&lt;&gt;&amp;&quot;&apos;&Uuml;&szlig;&euro;&#228;&#xe4;&#XE4;&#x20AC;",
        "<>&\"'\xDC\xDF\x80\xE4\xE4\xE4\x80"},
       {"a & b &lt &LT; &; &", "a & b &lt &LT; &; &"},
