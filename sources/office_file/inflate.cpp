@@ -36,7 +36,7 @@ class Inflater {
     stream_.next_out = reinterpret_cast<Bytef*>(result.data() + before);
     stream_.avail_out = static_cast<uInt>(room);
     const int answer = inflate(&stream_, Z_NO_FLUSH);
-    result.resize(result.size() - stream_.avail_out);
+    result.erase(result.size() - stream_.avail_out);  // what it did not fill
     return answer;
   }
 

@@ -16,8 +16,8 @@
 namespace tintline {
 namespace {
 
-constexpr DWORD kStyle = LBS_NODATA | LBS_OWNERDRAWFIXED | LBS_EXTENDEDSEL | LBS_NOTIFY |
-                         LBS_NOINTEGRALHEIGHT | WS_HSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP;
+constexpr DWORD kListStyle = LBS_NODATA | LBS_OWNERDRAWFIXED | LBS_EXTENDEDSEL | LBS_NOTIFY |
+                             LBS_NOINTEGRALHEIGHT | WS_HSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP;
 constexpr int kMargin = 2;  // pixels at 96 dpi in front of the text
 
 SelectionColors lineColors(bool selected, bool focused) {
@@ -34,7 +34,7 @@ COLORREF colorRef(listing::Color color) {
 }  // namespace
 
 ListView::ListView(WidgetHost& host, ListBox& model, int id, int designCharacterWidth)
-    : Widget(host, model, id, {WC_LISTBOXW, kStyle, WS_EX_CLIENTEDGE}),
+    : Widget(host, model, id, {WC_LISTBOXW, kListStyle, WS_EX_CLIENTEDGE}),
       model_(model),
       designCharacterWidth_(designCharacterWidth) {
   SetWindowSubclass(hwnd(), listProcedure, 0, reinterpret_cast<DWORD_PTR>(this));

@@ -15,15 +15,15 @@
 namespace tintline {
 namespace {
 
-constexpr DWORD kStyle = TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_TRANSPARENT |
-                         CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
+constexpr DWORD kBarStyle = TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_TRANSPARENT |
+                            CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
 constexpr int kPadding = 12;  // pixels at 96 dpi around a picture, both sides together
 
 }  // namespace
 
 // Without captions on the buttons their texts are their tool tips.
 ToolBarWidget::ToolBarWidget(WidgetHost& host, frmVBACode& form, int id)
-    : Widget(host, form.Toolbar1, id, {TOOLBARCLASSNAMEW, kStyle}), form_(form) {
+    : Widget(host, form.Toolbar1, id, {TOOLBARCLASSNAMEW, kBarStyle}), form_(form) {
   send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
   send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DOUBLEBUFFER);
   addButtons();

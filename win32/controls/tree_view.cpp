@@ -18,8 +18,8 @@ namespace tintline {
 namespace {
 
 constexpr int kRowHeight = 22;  // pixels at 96 dpi, as in the file manager
-constexpr DWORD kStyle = TVS_HASBUTTONS | TVS_FULLROWSELECT | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
-                         TVS_DISABLEDRAGDROP | WS_TABSTOP | WS_GROUP;
+constexpr DWORD kTreeStyle = TVS_HASBUTTONS | TVS_FULLROWSELECT | TVS_LINESATROOT |
+                             TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP | WS_TABSTOP | WS_GROUP;
 
 // To the tree itself: the user chose a node.
 constexpr UINT kReport = WM_APP + 2;
@@ -54,7 +54,7 @@ class Flagged {
 }  // namespace
 
 TreeWidget::TreeWidget(WidgetHost& host, TreeView& model, int id)
-    : Widget(host, model, id, {WC_TREEVIEWW, kStyle, WS_EX_CLIENTEDGE}),
+    : Widget(host, model, id, {WC_TREEVIEWW, kTreeStyle, WS_EX_CLIENTEDGE}),
       model_(model),
       nodes_(*this) {
   SetWindowSubclass(hwnd(), treeProcedure, 0, reinterpret_cast<DWORD_PTR>(this));

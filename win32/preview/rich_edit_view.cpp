@@ -24,7 +24,7 @@ constexpr UINT_PTR kTimer = 1;
 constexpr UINT_PTR kSubclass = 1;
 constexpr ULONGLONG kFirstMoment = 300;  // milliseconds that a new page may take at once
 constexpr ULONGLONG kMoment = 50;        // and every further piece
-constexpr UINT kPause = 10;              // between pieces, for everything else
+constexpr UINT kBetweenPieces = 10;      // for everything else
 constexpr std::size_t kSmallestPiece = 4'000;
 constexpr std::size_t kLargestPiece = 200'000;
 
@@ -235,7 +235,7 @@ void RichEditView::appendPieces(ULONGLONG milliseconds) {
     }
   }
   if (jump_ && reached(*jump_)) goTo(*std::exchange(jump_, {}));
-  if (!loaded()) SetTimer(window(), kTimer, kPause, nullptr);
+  if (!loaded()) SetTimer(window(), kTimer, kBetweenPieces, nullptr);
 }
 
 void RichEditView::appendPiece(std::size_t end) {

@@ -13,7 +13,7 @@ namespace tintline {
 namespace {
 
 constexpr int kTries = 20;
-constexpr DWORD kPause = 25;  // milliseconds between two tries
+constexpr DWORD kBetweenTries = 25;  // milliseconds
 
 using GlobalMemory = UniqueHandle<HGLOBAL, GlobalFree>;
 
@@ -25,7 +25,7 @@ class OpenedClipboard {
   OpenedClipboard() {
     for (int tries = 0; !OpenClipboard(workingWindow()); ++tries) {
       if (tries == kTries) fail();
-      Sleep(kPause);
+      Sleep(kBetweenTries);
     }
   }
   OpenedClipboard(const OpenedClipboard&) = delete;

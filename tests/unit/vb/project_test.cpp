@@ -13,10 +13,10 @@
 namespace tintline::vb {
 namespace {
 
-constexpr std::u8string_view kKinds[] = {u8"sub",         u8"function",  u8"property", u8"declare",
-                                         u8"event",       u8"type",      u8"field",    u8"enum",
-                                         u8"enum member", u8"constant",  u8"variable", u8"control",
-                                         u8"label",       u8"parameter", u8"local"};
+constexpr std::u8string_view kDeclarationKinds[] = {
+    u8"sub",      u8"function", u8"property", u8"declare",     u8"event",
+    u8"type",     u8"field",    u8"enum",     u8"enum member", u8"constant",
+    u8"variable", u8"control",  u8"label",    u8"parameter",   u8"local"};
 constexpr std::u8string_view kAccessors[] = {u8"", u8"Get", u8"Let", u8"Set"};
 constexpr std::u8string_view kVisibilities[] = {u8"public ", u8"private ", u8"friend ", u8""};
 constexpr std::u8string_view kModuleKinds[] = {u8"module", u8"class",    u8"form",     u8"control",
@@ -119,7 +119,7 @@ std::u8string described(const Module& module, const Declaration& one) {
                {one.defaultMember, u8"default "}, {one.byReDim, u8"redim "}};
   for (const auto& [is, word] : flags)
     if (is) line += word;
-  line.append(kKinds[static_cast<std::size_t>(one.kind)]).append(u8" ");
+  line.append(kDeclarationKinds[static_cast<std::size_t>(one.kind)]).append(u8" ");
   line.append(module.textOf(one.name));
   if (one.accessor != Accessor::None)
     line.append(u8".").append(kAccessors[static_cast<std::size_t>(one.accessor)]);
