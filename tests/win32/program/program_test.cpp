@@ -151,18 +151,16 @@ void ProgramTest::chooseFromNodeMenu(std::size_t node, int entry) const {
   app().untilGone(menu);
 }
 
-fs::path ProgramTest::openedFile() const {
-  std::string name;
-  const auto isNoted = [&name] {
+void ProgramTest::untilOpened(const fs::path& file) const {
+  const auto isNoted = [&file] {
     try {
-      if (exists(noteFile())) name = readFile(noteFile());
+      const std::string name = exists(noteFile()) ? readFile(noteFile()) : "";
+      return fs::path(std::u8string(name.begin(), name.end())).filename() == file.filename();
     } catch (const FileError&) {  // it is just being written
+      return false;
     }
-    return !name.empty();
   };
-  app().until(isNoted, "the opening of a page");
-  fs::remove(noteFile());
-  return std::u8string(name.begin(), name.end());
+  app().until(isNoted, "the opening of " + file.filename().string());
 }
 
 std::optional<std::string> clipboardText() {

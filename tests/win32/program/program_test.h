@@ -55,8 +55,8 @@ class ProgramTest : public testing::Test {
     return folder.convert(module, options);
   }
 
-  // The file that the program last asked the shell to open; waits for it.
-  std::filesystem::path openedFile() const;
+  // Waits until the file, known by its name, is the last that the program asked the shell to open.
+  void untilOpened(const std::filesystem::path& file) const;
 
   ProgramFolder folder{L"Übung für Größe"};
   std::optional<App> app_;
