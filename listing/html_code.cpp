@@ -81,18 +81,6 @@ Markup::Markup(const Options& options) {
   lineNumber_ = "color:" + colorText(palette, Tint::LineNumber);
 }
 
-void LineAnchor::write(Output& out, std::uint32_t line) {
-  if (size_ == 0 || line != line_ + 1 || text_[idEnd_ - 1] == '9') {
-    make(line);
-  } else {
-    ++text_[idEnd_ - 1];
-    ++text_[linkEnd_ - 1];
-  }
-  line_ = line;
-  std::memcpy(out.reserve(), text_.data(), text_.size());
-  out.advance(size_);
-}
-
 void LineAnchor::make(std::uint32_t line) {
   char* const begin = text_.data();
   const auto number = [line](char* p) { return std::to_chars(p, p + 10, line).ptr; };
@@ -111,7 +99,10 @@ HtmlCode::HtmlCode(Output& out, const Options& options, const Markup& markup,
       targets_(targets),
       source_(source),
       own_(targets[source.index]),
+      tokens_(source.module.tokens.data()),
       hasTop_(hasTop),
+      isNumbered_(options.lineNumbers || options.lineAnchors),
+      hasPlainAnchors_(isNumbered_ && options.style == Style::Class && own_.prefix().empty()),
       end_(source.module.text.data() + source.module.text.size()),
       lines_(source.module) {
   findMark(0);
@@ -119,20 +110,18 @@ HtmlCode::HtmlCode(Output& out, const Options& options, const Markup& markup,
 
 bool HtmlCode::writeLine(std::uint32_t idElsewhere) {
   idElsewhere_ = idElsewhere;
-  if (options_.lineNumbers || options_.lineAnchors) writeLineNumber();
+  if (hasPlainAnchors_)
+    anchor_.write(out_, lines_.line());
+  else if (isNumbered_)
+    writeLineNumber();
   return lines_.visitLine(*this);
 }
 
 void HtmlCode::writeLineNumber() {
   const std::uint32_t line = lines_.line();
-  if (options_.style == Style::Inline) {
-    writeInlineNumber(line);
-  } else if (own_.prefix().empty()) {
-    anchor_.write(out_, line);
-  } else {
-    out_ << "<a id=\"" << own_.prefix() << line << "\" href=\"#" << own_.prefix() << line
-         << "\" data-n=" << line << "></a>";
-  }
+  if (options_.style == Style::Inline) return writeInlineNumber(line);
+  out_ << "<a id=\"" << own_.prefix() << line << "\" href=\"#" << own_.prefix() << line
+       << "\" data-n=" << line << "></a>";
 }
 
 void HtmlCode::writeInlineNumber(std::uint32_t line) {
@@ -173,14 +162,14 @@ bool HtmlCode::isLinked(const vb::Reference& reference) const {
 }
 
 void HtmlCode::marked(std::uint32_t token, std::u8string_view text) {
-  const Markup::Tag& tag = markup_.open(source_.module.tokens[token].kind);
+  const Markup::Tag& tag = markup_.open(tokens_[token].kind);
   if (token >= nextMark_ || !writeShort(out_, tag, text, end_)) markedAny(token, text);
 }
 
 // Also one that has an id or a link, or is long.
 void HtmlCode::markedAny(std::uint32_t token, std::u8string_view text) {
   if (isWanted(token)) return writeMark(token, text);
-  writeTag(out_, markup_.open(source_.module.tokens[token].kind));
+  writeTag(out_, markup_.open(tokens_[token].kind));
   writeHtml(out_, text, end_);
   out_ << "</span>";
 }
@@ -196,7 +185,7 @@ void HtmlCode::writeMark(std::uint32_t token, std::u8string_view text) {
 }
 
 void HtmlCode::writeDeclared(std::uint32_t declaration, std::u8string_view text) {
-  const TokenKind kind = source_.module.tokens[source_.module.declarations[declaration].name].kind;
+  const TokenKind kind = tokens_[source_.module.declarations[declaration].name].kind;
   const std::string_view look = markup_.look(kind);
   const bool withId = declaration != idElsewhere_;
   if (!withId && look.empty()) return writeHtml(out_, text, end_);
@@ -224,7 +213,7 @@ void HtmlCode::writeLinked(const vb::Reference& reference, std::u8string_view te
 }
 
 std::string_view HtmlCode::linkLook(const vb::Reference& reference) const {
-  const TokenKind kindOfToken = vb::kindOfName(source_.module.tokens[reference.token]);
+  const TokenKind kindOfToken = vb::kindOfName(tokens_[reference.token]);
   if (const auto look = markup_.look(kindOfToken); !look.empty()) return look;
   if (reference.declaration == vb::kNone)
     return targets_[reference.module].isClass() ? markup_.typeLook() : markup_.plainLook();

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -49,7 +50,17 @@ class Markup {
 // one: its last digits count on.
 class LineAnchor {
  public:
-  void write(Output& out, std::uint32_t line);
+  void write(Output& out, std::uint32_t line) {
+    if (size_ == 0 || line != line_ + 1 || text_[idEnd_ - 1] == '9') {
+      make(line);
+    } else {
+      ++text_[idEnd_ - 1];
+      ++text_[linkEnd_ - 1];
+    }
+    line_ = line;
+    std::memcpy(out.reserve(), text_.data(), text_.size());
+    out.advance(size_);
+  }
 
  private:
   void make(std::uint32_t line);
@@ -102,7 +113,10 @@ class HtmlCode {
   const Targets& targets_;
   const Source& source_;
   const ModuleTargets& own_;
+  const vb::Token* const tokens_;
   const bool hasTop_;
+  const bool isNumbered_;
+  const bool hasPlainAnchors_;  // an anchor without a prefix shows the number
   const char8_t* const end_;
   SourceLines lines_;
   LineAnchor anchor_;

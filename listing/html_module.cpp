@@ -39,7 +39,7 @@ bool HtmlModule::write() {
     skipped = false;
     do {
       hasEnd = code_.writeLine(section == nullptr ? vb::kNone : section->declaration);
-      if (hasEnd) out_ << "\n";
+      if (hasEnd) out_ << '\n';
     } while (!code_.atEnd() && code_.token() < parts_.end() &&
              choice_.shows(code_.line(), code_.token()));
   }

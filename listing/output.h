@@ -39,6 +39,11 @@ class Output {
     advance(text.size());
     return *this;
   }
+  Output& operator<<(char character) {
+    *reserve() = character;
+    advance(1);
+    return *this;
+  }
   Output& operator<<(std::u8string_view text) {
     return *this << std::string_view(reinterpret_cast<const char*>(text.data()), text.size());
   }

@@ -36,7 +36,8 @@ struct Known {
 
 class Reader {
  public:
-  explicit Reader(Module& module) : module_(module), cursor_(module.text, module.tokens) {}
+  Reader(Module& module, const Breaks& breaks)
+      : module_(module), cursor_(module.text, module.tokens, breaks) {}
 
   void read() {
     readFileHeader(module_, cursor_);
@@ -479,9 +480,9 @@ class Reader {
 
 }  // namespace
 
-void readDeclarations(Module& module) {
+void readDeclarations(Module& module, const Breaks& breaks) {
   module.declarations.reserve(module.tokens.size() / 32);
-  Reader(module).read();
+  Reader(module, breaks).read();
 }
 
 }  // namespace tintline::vb

@@ -9,6 +9,7 @@
 namespace tintline::vb {
 
 // Fills all of the module that its text and tokens, and the name and kind of its file, tell.
-void readDeclarations(Module& module);
+// `breaks` are those of its tokens.
+void readDeclarations(Module& module, const Breaks& breaks);
 
 }  // namespace tintline::vb

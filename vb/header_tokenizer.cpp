@@ -78,6 +78,7 @@ LineTokenizer::Bytes LineTokenizer::headerToken(Bytes p) {
     case ByteClass::Quote:
       return string(p);
     case ByteClass::Apostrophe:
+      noteBreak();
       emit(TokenKind::Comment, p);
       return findAnyOf<u8'\r', u8'\n'>(p, end_);
     case ByteClass::Digit:
@@ -103,6 +104,9 @@ LineTokenizer::Bytes LineTokenizer::headerToken(Bytes p) {
     case ByteClass::Wide:
       emit(TokenKind::HeaderWord, p);
       return wideLetter(p, end_) != 0 ? skipWord(p, end_) : p + characterLength(p, end_);
+    case ByteClass::Colon:
+      noteBreak();
+      return single(p, TokenKind::Punctuation);
     default:
       return single(p, TokenKind::Punctuation);
   }

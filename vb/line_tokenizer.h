@@ -47,7 +47,7 @@ enum class Context : std::uint8_t {
 
 class LineTokenizer {
  public:
-  LineTokenizer(std::u8string_view text, const WordLists& words, Tokens& tokens);
+  LineTokenizer(std::u8string_view text, const WordLists& words, Tokens& tokens, Breaks& breaks);
   void run();
 
  private:
@@ -116,7 +116,8 @@ class LineTokenizer {
   void emitWideGap(Bytes p);
   Token* lastSignificant();
   void makeRoom();
-  std::size_t count() const { return static_cast<std::size_t>(next_ - tokens_.data()); }
+  std::uint32_t count() const { return static_cast<std::uint32_t>(next_ - tokens_.data()); }
+  void noteBreak() { *nextBreak_++ = count(); }  // the token that is emitted next
 
   // At most one token behind each takeBlanks. Its bytes end where the next one, less its gap,
   // begins.
@@ -142,8 +143,10 @@ class LineTokenizer {
   const Bytes begin_, end_;
   const WordLists& words_;
   Tokens& tokens_;
+  Breaks& breaks_;
   Token* next_;  // where the next one goes
   Token* room_;  // the end of the room for them
+  std::uint32_t* nextBreak_;
   std::uint8_t gap_ = 0;
   Context context_ = Context::LineStart;
   bool directive_ = false;   // a line of "#If" or Attribute

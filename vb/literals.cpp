@@ -12,11 +12,6 @@ bool isWordAt(const char8_t* p, const char8_t* end) {
   return p < end && (isWordByte(*p) || *p >= 0x80);
 }
 
-const char8_t* skipDigits(const char8_t* p, const char8_t* end) {
-  while (p < end && isDigit(*p)) ++p;
-  return p;
-}
-
 // The end of the digits at `p` when there are 1 to `most` of them, else null.
 const char8_t* fewDigits(const char8_t* p, const char8_t* end, std::ptrdiff_t most) {
   const char8_t* const behind = skipDigits(p, end);

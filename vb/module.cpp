@@ -16,8 +16,9 @@ Module readModule(std::u8string text, std::u8string name, ModuleKind kind, const
   module.text = std::move(text);
   module.name = std::move(name);
   module.kind = kind;
-  module.tokens = tokenize(module.text, words);
-  readDeclarations(module);
+  Breaks breaks;
+  module.tokens = tokenize(module.text, words, breaks);
+  readDeclarations(module, breaks);
   releaseOwnNames(module, words);
   return module;
 }

@@ -140,6 +140,11 @@ inline const char8_t* skipWordBytes(const char8_t* p, const char8_t* end) {
   return p;
 }
 
+inline const char8_t* skipDigits(const char8_t* p, const char8_t* end) {
+  while (p < end && isDigit(*p)) ++p;
+  return p;
+}
+
 // The end of the word at `p`.
 inline const char8_t* skipWord(const char8_t* p, const char8_t* end) {
   for (;;) {

@@ -74,6 +74,9 @@ struct LeavesUnset : std::allocator<T> {
 // The list of a text: never empty, closed by TokenKind::End.
 using Tokens = std::vector<Token, LeavesUnset<Token>>;
 
+// Tokens of such a list, by their indices.
+using Breaks = std::vector<std::uint32_t, LeavesUnset<std::uint32_t>>;
+
 // The offset behind token `index` (not that of End).
 inline std::size_t endOf(const Tokens& tokens, std::size_t index) {
   return tokens[index + 1].begin - tokens[index + 1].gap;

@@ -4,7 +4,6 @@
 // and tests/unit/any_text_property_test.cpp.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -46,7 +45,9 @@ inline std::uint32_t lineEndsIn(std::u8string_view text) {
 
 class TokenCursor {
  public:
-  TokenCursor(const std::u8string& text, const Tokens& tokens) : text_(text), tokens_(tokens) {
+  // `breaks` are those of the tokens.
+  TokenCursor(const std::u8string& text, const Tokens& tokens, const Breaks& breaks)
+      : text_(text), tokens_(tokens), breaks_(breaks) {
     skipGaps();
   }
 
@@ -94,28 +95,23 @@ class TokenCursor {
     skipGaps();
   }
 
-  // To the end of the statement: most tokens of a module are passed here, none of which ends a
-  // line but continuations.
+  // To the end of the statement: most tokens of a module are passed here.
   void skipStatement() {
-    const Token* const tokens = tokens_.data();
-    for (std::uint32_t at = at_;; ++at) {
-      const Token token = tokens[at];
-      // All are asked at once, not in turn: which kind comes next, nobody can guess.
-      const bool keyword = token.kind == TokenKind::Keyword;
-      const bool sign = token.kind == TokenKind::Punctuation;
-      const bool then = token.word == Word::Then, otherwise = token.word == Word::Else;
-      const bool colon = text_[token.begin] == u8':';
-      const bool other = kEndsOrGap[static_cast<std::size_t>(token.kind)];
-      if (!((keyword & (then | otherwise)) | (sign & colon) | other)) {
-        behindLast_ = at + 1;
-        lastLine_ = line_;
-      } else if (token.kind == TokenKind::Continuation) {
-        ++line_;
-      } else if (token.kind != TokenKind::Blank) {
-        at_ = at;
-        return;
-      }
+    const std::uint32_t begin = at_;
+    for (; breaks_[break_] < begin; ++break_) {
     }
+    for (;; ++break_) {
+      at_ = breaks_[break_];
+      if (kind() == TokenKind::Continuation)
+        ++line_;
+      else if (atStatementEnd())
+        break;
+    }
+    if (at_ == begin) return;
+    behindLast_ = at_;
+    lastLine_ = line_;
+    for (; isGap(tokens_[behindLast_ - 1].kind); --behindLast_)
+      if (tokens_[behindLast_ - 1].kind == TokenKind::Continuation) --lastLine_;
   }
 
   void advanceInLine() {
@@ -147,15 +143,6 @@ class TokenCursor {
   }
 
  private:
-  // By kind: whether such a token is never inside of a statement.
-  static constexpr auto kEndsOrGap = [] {
-    std::array<bool, static_cast<std::size_t>(TokenKind::End) + 1> ends{};
-    for (const TokenKind kind : {TokenKind::Blank, TokenKind::LineEnd, TokenKind::Continuation,
-                                 TokenKind::Comment, TokenKind::End})
-      ends[static_cast<std::size_t>(kind)] = true;
-    return ends;
-  }();
-
   void skipGaps() {
     for (; isGap(kind()); ++at_) countLine();
   }
@@ -170,6 +157,8 @@ class TokenCursor {
 
   const std::u8string& text_;  // with a NUL, where the token End stands
   const Tokens& tokens_;
+  const Breaks& breaks_;
+  std::size_t break_ = 0;  // all in front of it are passed
   std::uint32_t at_ = 0;
   std::uint32_t line_ = 1;
   std::uint32_t lastLine_ = 1;

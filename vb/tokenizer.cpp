@@ -32,19 +32,27 @@ constexpr auto kNameRules = [] {
 }  // namespace
 
 Tokens tokenize(std::u8string_view text, const WordLists& words) {
+  Breaks breaks;
+  return tokenize(text, words, breaks);
+}
+
+Tokens tokenize(std::u8string_view text, const WordLists& words, Breaks& breaks) {
   Tokens tokens;
   tokens.reserve(text.size() / 4 + 16);  // more than sources have; what is not used costs nothing
-  LineTokenizer(text, words, tokens).run();
+  LineTokenizer(text, words, tokens, breaks).run();
   return tokens;
 }
 
-LineTokenizer::LineTokenizer(std::u8string_view text, const WordLists& words, Tokens& tokens)
+LineTokenizer::LineTokenizer(std::u8string_view text, const WordLists& words, Tokens& tokens,
+                             Breaks& breaks)
     : begin_(text.data()),
       end_(text.data() + text.size()),
       words_(words),
       tokens_(tokens),
+      breaks_(breaks),
       next_(tokens.data()),
       room_(next_),
+      nextBreak_(breaks.data()),
       noBracketBefore_(text.data()) {}
 
 void LineTokenizer::emitWideGap(Bytes p) {
@@ -120,8 +128,10 @@ void LineTokenizer::emitWideGap(Bytes p) {
 void LineTokenizer::run() {
   Bytes p = atHeader(begin_) ? header(begin_) : begin_;
   while ((p = takeBlanks(p)) < end_) p = token(p);
+  noteBreak();
   emit(TokenKind::End, end_);
   tokens_.resize(count());
+  breaks_.resize(static_cast<std::size_t>(nextBreak_ - breaks_.data()));
 }
 
 LineTokenizer::Bytes LineTokenizer::single(Bytes p, TokenKind kind) {
@@ -131,6 +141,7 @@ LineTokenizer::Bytes LineTokenizer::single(Bytes p, TokenKind kind) {
 }
 
 LineTokenizer::Bytes LineTokenizer::lineEnd(Bytes p) {
+  noteBreak();
   emit(TokenKind::LineEnd, p);
   context_ = Context::LineStart;
   directive_ = false;
@@ -142,6 +153,7 @@ LineTokenizer::Bytes LineTokenizer::underscore(Bytes p) {
   const bool blankBefore = gap_ > 0 || (count() > 0 && next_[-1].kind == TokenKind::Blank);
   const Bytes behind = blankBefore ? continuationEnd(p, end_) : nullptr;
   if (behind == nullptr) return word(p);
+  noteBreak();
   emit(TokenKind::Continuation, p);  // which leaves the context as it is
   return behind;
 }
@@ -163,8 +175,7 @@ LineTokenizer::Bytes LineTokenizer::wide(Bytes p) {
 
 LineTokenizer::Bytes LineTokenizer::number(Bytes p) {
   const Bytes end = decimalEnd(p, end_);
-  const bool whole =
-      isDigit(end[-1]) && findAnyOf<u8'.', u8'e', u8'E', u8'd', u8'D'>(p, end) == end;
+  const bool whole = skipDigits(p, end) == end;
   const bool zero = end - p == 1 && *p == u8'0';
   const bool noLabel = statement_.errorSeen || statement_.head == Word::Resume;
   const bool label = whole && (context_ == Context::LineStart || context_ == Context::Branch ||
@@ -190,6 +201,7 @@ LineTokenizer::Bytes LineTokenizer::string(Bytes p) {
 
 // The comment at `p` whose text begins at `text`.
 LineTokenizer::Bytes LineTokenizer::comment(Bytes p, Bytes text) {
+  noteBreak();
   emit(TokenKind::Comment, p);
   for (;;) {
     const Bytes q = findAnyOf<u8'\r', u8'\n'>(text, end_);
@@ -255,6 +267,7 @@ LineTokenizer::Bytes LineTokenizer::colon(Bytes p) {
     before->kind = TokenKind::Label;
     before->word = Word::None;
   }
+  noteBreak();
   emit(TokenKind::Punctuation, p);
   statement_ = {};
   context_ = Context::Statement;
@@ -294,6 +307,9 @@ void LineTokenizer::makeRoom() {
   tokens_.resize(used + kStep);
   next_ = tokens_.data() + used;
   room_ = next_ + kStep;
+  const auto breaks = nextBreak_ - breaks_.data();
+  breaks_.resize(static_cast<std::size_t>(breaks) + kStep);
+  nextBreak_ = breaks_.data() + breaks;
 }
 
 }  // namespace tintline::vb

@@ -13,4 +13,9 @@ namespace tintline::vb {
 // apart by where they stand (declared procedures and types, labels, named arguments).
 Tokens tokenize(std::u8string_view text, const WordLists& words);
 
+// The same; notes in `breaks` the tokens, in ascending order, behind which a statement or a line
+// may begin: line ends, continuations, comments, ":", Then and Else, and the End. Whoever looks for
+// statements need not look at the many tokens between them.
+Tokens tokenize(std::u8string_view text, const WordLists& words, Breaks& breaks);
+
 }  // namespace tintline::vb

@@ -89,6 +89,7 @@ LineTokenizer::Bytes LineTokenizer::keyword(Bytes p, Bytes end, Word word) {
   if (word == Word::Input && !atStart() && context_ != Context::OpenFor &&
       statement_.head != Word::Line && (byteBehind(end) == u8'(' || byteBehind(end) == u8'$'))
     return runtimeName(p, end, TokenKind::Builtin, Word::None);
+  if (word == Word::Then || word == Word::Else) noteBreak();
   emit(TokenKind::Keyword, p, word);
   context_ = behindKeyword(word);
   return end + suffixLength(end, end_, false);
@@ -241,8 +242,7 @@ LineTokenizer::Bytes LineTokenizer::wordByPlace(Bytes p, Bytes end, Word word) {
                         (word == Word::Line && atStart() && (next == u8'(' || next == u8'-'));
   if (function && context_ != Context::Type)
     return runtimeName(p, end, TokenKind::Builtin, Word::None);
-  if (word == Word::Name && atStart())
-    statement_.nameWord = static_cast<std::uint32_t>(count() + 1);
+  if (word == Word::Name && atStart()) statement_.nameWord = count() + 1;
   return plainName(p, end);
 }
 

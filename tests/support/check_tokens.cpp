@@ -37,10 +37,28 @@ const char* faultOfToken(std::u8string_view text, const Token& token) {
   }
 }
 
+bool isBreak(std::u8string_view text, const Token& token) {
+  switch (token.kind) {
+    case TokenKind::LineEnd:
+    case TokenKind::Continuation:
+    case TokenKind::Comment:
+    case TokenKind::End:
+      return true;
+    case TokenKind::Punctuation:
+      return text[token.begin] == u8':';
+    default:
+      return token.kind == TokenKind::Keyword &&
+             (token.word == Word::Then || token.word == Word::Else);
+  }
+}
+
 }  // namespace
 
 const char* faultOf(std::u8string_view text, const WordLists& words) {
-  const Tokens tokens = tokenize(text, words);
+  Breaks breaks;
+  const Tokens tokens = tokenize(text, words, breaks);
+  for (std::uint32_t i = 0; i < tokens.size(); ++i)
+    if (isBreak(text, tokens[i]) && !std::ranges::binary_search(breaks, i)) return "a lost break";
   if (tokens.back().kind != TokenKind::End || tokens.back().begin != text.size()) return "no end";
   for (std::size_t i = 0, at = 0; i < tokens.size(); ++i) {
     const Token& token = tokens[i];
