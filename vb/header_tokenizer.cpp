@@ -106,7 +106,7 @@ LineTokenizer::Bytes LineTokenizer::headerToken(Bytes p) {
       return wideLetter(p, end_) != 0 ? skipWord(p, end_) : p + characterLength(p, end_);
     case ByteClass::Colon:
       noteBreak();
-      return single(p, TokenKind::Punctuation);
+      [[fallthrough]];
     default:
       return single(p, TokenKind::Punctuation);
   }

@@ -98,8 +98,7 @@ class TokenCursor {
   // To the end of the statement: most tokens of a module are passed here.
   void skipStatement() {
     const std::uint32_t begin = at_;
-    for (; breaks_[break_] < begin; ++break_) {
-    }
+    while (breaks_[break_] < begin) ++break_;
     for (;; ++break_) {
       at_ = breaks_[break_];
       if (kind() == TokenKind::Continuation)
