@@ -14,8 +14,7 @@ namespace {
 
 // A word that is not always read as a name.
 bool isReserved(std::u8string_view name, const vb::WordLists& words) {
-  const char8_t* const end = name.data() + name.size();
-  switch (words.find(name.data(), end, end).wordClass) {
+  switch (words.find(vb::NameKey(name)).wordClass) {
     case vb::WordClass::None:
     case vb::WordClass::Runtime:
     case vb::WordClass::Listed:

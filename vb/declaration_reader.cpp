@@ -12,7 +12,6 @@
 #include "vb/attributes.h"
 #include "vb/branches.h"
 #include "vb/file_header.h"
-#include "vb/name_table.h"
 #include "vb/token_cursor.h"
 
 namespace tintline::vb {
@@ -454,8 +453,11 @@ class Reader {
   // -------------------------------------------------------------------------------- names
 
   Known& known(std::uint32_t token) {
-    const std::uint32_t number = names_.add(module_.text, plainName(module_.textOf(token)));
-    if (number == known_.size()) known_.emplace_back();
+    const Word word = module_.tokens[token].word;
+    const std::uint32_t number =
+        isNumbered(word) ? numberOf(word)
+                         : module_.names.add(module_.text, plainName(module_.textOf(token)));
+    if (number >= known_.size()) known_.resize(module_.names.size());
     return known_[number];
   }
 
@@ -466,7 +468,6 @@ class Reader {
 
   Module& module_;
   TokenCursor cursor_;
-  NameTable names_;
   std::vector<Known> known_;  // by the number of the name
   Branches branches_;
   Position before_{};                // the statement

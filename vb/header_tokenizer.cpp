@@ -54,7 +54,7 @@ LineTokenizer::Bytes LineTokenizer::headerLine(Bytes p, int& depth) {
 
 // Which word of a header begins a line, if any.
 Word LineTokenizer::headerWord(Bytes p, Bytes end, int depth) const {
-  const Word word = words_.find(p, end, end_).word;
+  const Word word = words_.find(NameKey({p, end}, end_)).word;
   const Bytes next = skipBlanks(end, end_);
   const bool property = next < end_ && (*next == u8'=' || *next == u8'.');
   switch (word) {

@@ -10,6 +10,7 @@
 #include <bit>
 #include <cstdint>
 
+#include "vb/name_table.h"
 #include "vb/scan.h"
 #include "vb/token.h"
 
@@ -47,7 +48,8 @@ enum class Context : std::uint8_t {
 
 class LineTokenizer {
  public:
-  LineTokenizer(std::u8string_view text, const WordLists& words, Tokens& tokens, Breaks& breaks);
+  LineTokenizer(std::u8string_view text, const WordLists& words, NameTable& names, Tokens& tokens,
+                Breaks& breaks);
   void run();
 
  private:
@@ -69,7 +71,9 @@ class LineTokenizer {
   Bytes lineEnd(Bytes p);
   Bytes underscore(Bytes p);
   Bytes word(Bytes p);
-  Bytes plainName(Bytes p, Bytes end);
+  Bytes anyWord(Bytes p);
+  Bytes word(const NameKey& key);
+  Bytes plainName(Bytes p, Bytes end, Word number = Word::None);
   Bytes number(Bytes p);
   Bytes string(Bytes p);
   Bytes comment(Bytes p, Bytes text);
@@ -142,6 +146,7 @@ class LineTokenizer {
 
   const Bytes begin_, end_;
   const WordLists& words_;
+  NameTable& names_;
   Tokens& tokens_;
   Breaks& breaks_;
   Token* next_;  // where the next one goes

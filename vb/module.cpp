@@ -17,7 +17,7 @@ Module readModule(std::u8string text, std::u8string name, ModuleKind kind, const
   module.name = std::move(name);
   module.kind = kind;
   Breaks breaks;
-  module.tokens = tokenize(module.text, words, breaks);
+  module.tokens = tokenize(module.text, words, module.names, breaks);
   readDeclarations(module, breaks);
   releaseOwnNames(module, words);
   return module;

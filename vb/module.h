@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "vb/name_table.h"
+#include "vb/scan.h"
 #include "vb/token.h"
 
 namespace tintline::vb {
@@ -97,6 +99,7 @@ struct Module {
   bool predeclared = false;   // exists as an object under its own name (VB_PredeclaredId, forms)
   std::u8string description;  // VB_Description of the module
   Tokens tokens;
+  NameTable names;  // at least those that tokens have the numbers of, and the declared ones
   std::vector<Declaration> declarations;
   TokenRange header;        // the file header with the Attribute lines behind it
   std::uint32_t lines = 0;  // a text that ends in a line end has no line behind it
@@ -105,6 +108,8 @@ struct Module {
   std::uint32_t firstLine = 1;
 
   std::u8string_view textOf(std::uint32_t token) const { return vb::textOf(text, tokens, token); }
+  // What the name at a token is looked up by.
+  NameKey keyOf(std::uint32_t token) const;
 };
 
 // Tokenizes the text and reads what it declares. `name` and `kind` are what its file says; the
@@ -116,6 +121,12 @@ std::u8string_view nameInMarks(std::u8string_view token);
 inline std::u8string_view plainName(std::u8string_view token) {
   const bool plain = !token.empty() && (isWordByte(token.back()) || token.back() >= 0x80);
   return plain ? token : nameInMarks(token);
+}
+
+inline NameKey Module::keyOf(std::uint32_t token) const {
+  const Word word = tokens[token].word;
+  return isNumbered(word) ? names.keyOf(text, numberOf(word))
+                          : NameKey(plainName(textOf(token)), text.data() + text.size());
 }
 
 }  // namespace tintline::vb

@@ -25,14 +25,19 @@ class NameKey {
   NameKey(std::u8string_view name, const char8_t* limit) : NameKey(keyOf(name, limit)) {}
   explicit NameKey(std::u8string_view name) : NameKey(name, name.data() + name.size()) {}
 
+  // The same of a name of at most sixteen ASCII characters, with which `block` begins.
+  static NameKey ofShort(std::u8string_view name, Block block) {
+    return NameKey(name, halvesOf(foldAscii(firstBytes(block, name.size()))));
+  }
+
   // The same, nothing for a name that is long, beyond ASCII or too close to `limit`: nearly all are
   // not, and this one needs no memory.
   static std::optional<NameKey> ofShort(std::u8string_view name, const char8_t* limit) {
     if (name.size() > kShort || limit - name.data() < static_cast<std::ptrdiff_t>(kShort))
       return {};
-    const Block block = firstBytes(loadBlock(name.data()), name.size());
-    if (firstMarked(block >= 0x80) < kShort) return {};
-    return NameKey(name, halvesOf(foldAscii(block)));
+    const Block block = loadBlock(name.data());
+    if (firstMarked(firstBytes(block, name.size()) >= 0x80) < kShort) return {};
+    return ofShort(name, block);
   }
 
   std::u8string_view name() const { return name_; }
@@ -45,8 +50,9 @@ class NameKey {
   friend class NameTable;
   static constexpr std::size_t kShort = sizeof(Block);
 
-  NameKey(std::u8string_view name, BlockHalves folded)
-      : name_(name), head_(folded.first), tail_(folded.last), size_(name.size()) {}
+  NameKey(std::u8string_view name, BlockHalves folded) : NameKey(name, folded, name.size()) {}
+  NameKey(std::u8string_view name, BlockHalves folded, std::size_t size)
+      : name_(name), head_(folded.first), tail_(folded.last), size_(size) {}
 
   static NameKey keyOf(std::u8string_view name, const char8_t* limit) {
     const auto key = ofShort(name, limit);
@@ -80,7 +86,8 @@ class NameTable {
 
   // The number of a name, which is a new one (size() before the call) when it was not known. In
   // that case it lies, or will lie, at `offset` of the text.
-  std::uint32_t add(std::u8string_view text, const NameKey& key, std::size_t offset) {
+  [[gnu::always_inline]] std::uint32_t add(std::u8string_view text, const NameKey& key,
+                                           std::size_t offset) {
     const std::uint32_t known = find(text, key);
     return known != kUnknown ? known : addNew(key, offset);
   }
@@ -93,6 +100,10 @@ class NameTable {
 
   std::u8string_view nameOf(std::u8string_view text, std::uint32_t number) const {
     return text.substr(entries_[number].offset, entries_[number].length);
+  }
+  NameKey keyOf(std::u8string_view text, std::uint32_t number) const {
+    const Entry& entry = entries_[number];
+    return NameKey(nameOf(text, number), {entry.head, entry.tail}, entry.size);
   }
   std::uint32_t size() const { return static_cast<std::uint32_t>(entries_.size()); }
 
@@ -111,7 +122,8 @@ class NameTable {
   void addSlot(const Slot& slot);
   void grow();
 
-  bool isAt(std::u8string_view text, std::uint32_t number, const NameKey& key) const {
+  [[gnu::always_inline]] bool isAt(std::u8string_view text, std::uint32_t number,
+                                   const NameKey& key) const {
     const Entry& entry = entries_[number];
     return entry.head == key.head_ && entry.tail == key.tail_ && entry.size == key.size_ &&
            (key.size_ <= NameKey::kShort || equalFolded(nameOf(text, number), key.name()));

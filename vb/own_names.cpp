@@ -54,9 +54,9 @@ class OwnNames {
       default:
         break;
     }
+    if (isNumbered(module_.tokens[declared.name].word)) return;  // in no list
     const std::u8string_view name = plainName(module_.textOf(declared.name));
-    const char8_t* const limit = module_.text.data() + module_.text.size();
-    if (!isOfLibrary(words_.find(name.data(), name.data() + name.size(), limit).word)) return;
+    if (!isOfLibrary(words_.find(NameKey(name)).word)) return;
     Place& place = placeOf(name);
     if (declared.kind != DeclarationKind::Parameter && declared.kind != DeclarationKind::Local) {
       place.everywhere = true;

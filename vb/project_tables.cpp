@@ -26,12 +26,12 @@ bool isLibrary(const Module& module, std::u8string_view name) {
 }  // namespace
 
 ProjectTables::ProjectTables(std::u8string_view name) {
-  if (!name.empty()) name_ = intern(name);
+  if (!name.empty()) name_ = intern(NameKey(name));
 }
 
-std::uint32_t ProjectTables::intern(std::u8string_view name) {
-  const std::uint32_t number = names_.add(texts_, NameKey(name), texts_.size());
-  if (number == names_.size() - 1) texts_ += name;
+std::uint32_t ProjectTables::intern(const NameKey& name) {
+  const std::uint32_t number = names_.add(texts_, name, texts_.size());
+  if (number == names_.size() - 1) texts_ += name.name();
   return number;
 }
 
@@ -39,7 +39,7 @@ std::uint32_t ProjectTables::intern(std::u8string_view name) {
 
 std::uint32_t ProjectTables::add(const Module& module) {
   const bool standard = module.kind == ModuleKind::Standard;
-  modules_.push_back({.name = intern(module.name),
+  modules_.push_back({.name = intern(NameKey(module.name)),
                       .defaultMember = kNone,
                       .standard = standard,
                       .isControl = module.kind == ModuleKind::UserControl,
@@ -75,7 +75,7 @@ void ProjectTables::addMember(const Module& module, std::uint32_t declaration,
                       .isPrivate = declared.visibility == Visibility::Private,
                       .isArray = declared.isArray,
                       .takesArguments = false});
-  Pending pending{.name = intern(plainName(module.textOf(declared.name))),
+  Pending pending{.name = intern(module.keyOf(declared.name)),
                   .owner = declared.scope == kNone ? kNone : owner,
                   .branch = declared.branch,
                   .qualifier = kNone,
@@ -96,7 +96,7 @@ void ProjectTables::setType(const Module& module, const Declaration& declared, P
     const TokenKind kind = module.tokens[i].kind;
     if (!isNameKind(kind) && kind != TokenKind::HeaderWord) continue;
     if (count == 3) return;
-    names[count++] = intern(plainName(module.textOf(i)));
+    names[count++] = intern(module.keyOf(i));
   }
   if (declared.kind == DeclarationKind::Control) {
     // Of a foreign control's type nothing is known. Its library is named, or it is the project.

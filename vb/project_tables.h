@@ -122,7 +122,7 @@ class ProjectTables {
 
   static constexpr std::uint32_t kAmbiguous = kNone - 1;
 
-  std::uint32_t intern(std::u8string_view name);
+  std::uint32_t intern(const NameKey& name);
   void addMember(const Module& module, std::uint32_t declaration, std::uint32_t& owner);
   void setType(const Module& module, const Declaration& declared, Pending& pending);
   void findTwins();

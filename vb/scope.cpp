@@ -5,20 +5,24 @@
 
 namespace tintline::vb {
 
-std::uint32_t Scope::numberOf(std::uint32_t token) {
-  const std::u8string& text = module_.text;
-  const std::u8string_view name = plainName(module_.textOf(token));
-  if (const auto key = NameKey::ofShort(name, text.data() + text.size()))
-    if (const auto number = numbers_.find(text, *key); number != NameTable::kUnknown) return number;
-  return addName(name);
+Scope::Scope(const Module& module, std::uint32_t index, const ProjectTables& tables)
+    : module_(module),
+      index_(index),
+      tables_(tables),
+      names_(module.names.size()),
+      types_(module.declarations.size()) {
+  for (std::uint32_t i = 0; i < names_.size(); ++i)
+    names_[i].inProject = tables.numberOf(module.names.keyOf(module.text, i));
 }
 
-// The number of any name, also a new one.
-std::uint32_t Scope::addName(std::u8string_view name) {
+// The number of a name that its token does not know.
+std::uint32_t Scope::findNumber(std::uint32_t token) {
   const std::u8string& text = module_.text;
-  const NameKey key(name, text.data() + text.size());
-  const std::uint32_t number =
-      numbers_.add(text, key, static_cast<std::size_t>(name.data() - text.data()));
+  const NameKey key = module_.keyOf(token);
+  if (const auto number = module_.names.find(text, key); number != NameTable::kUnknown)
+    return number;
+  const auto offset = static_cast<std::size_t>(key.name().data() - text.data());
+  const std::uint32_t number = module_.names.size() + others_.add(text, key, offset);
   if (number == names_.size()) names_.emplace_back().inProject = tables_.numberOf(key);
   return number;
 }

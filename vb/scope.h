@@ -27,10 +27,12 @@ class Scope {
     Meaning bare, type;
   };
 
-  Scope(const Module& module, std::uint32_t index, const ProjectTables& tables)
-      : module_(module), index_(index), tables_(tables), types_(module.declarations.size()) {}
+  Scope(const Module& module, std::uint32_t index, const ProjectTables& tables);
 
-  std::uint32_t numberOf(std::uint32_t token);
+  std::uint32_t numberOf(std::uint32_t token) {
+    const Word word = module_.tokens[token].word;
+    return isNumbered(word) ? vb::numberOf(word) : findNumber(token);
+  }
   Name& operator[](std::uint32_t number) { return names_[number]; }
   // The name at a token; valid until another is asked for.
   Name& at(std::uint32_t token) { return names_[numberOf(token)]; }
@@ -76,7 +78,7 @@ class Scope {
   }
 
  private:
-  std::uint32_t addName(std::u8string_view name);
+  std::uint32_t findNumber(std::uint32_t token);
   void bind(std::uint32_t declaration);
   TypeReference declaredType(const Declaration& declared);
   const Meaning& type(Name& name) {
@@ -87,8 +89,8 @@ class Scope {
   const Module& module_;
   const std::uint32_t index_;
   const ProjectTables& tables_;
-  NameTable numbers_;
-  std::vector<Name> names_;           // by their numbers
+  NameTable others_;         // names that the module's table does not hold; their numbers follow
+  std::vector<Name> names_;  // by their numbers
   std::vector<TypeReference> types_;  // by declaration
   std::uint32_t procedure_ = kNone;
   std::uint32_t end_ = kNone;

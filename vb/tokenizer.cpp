@@ -32,22 +32,24 @@ constexpr auto kNameRules = [] {
 }  // namespace
 
 Tokens tokenize(std::u8string_view text, const WordLists& words) {
+  NameTable names;
   Breaks breaks;
-  return tokenize(text, words, breaks);
+  return tokenize(text, words, names, breaks);
 }
 
-Tokens tokenize(std::u8string_view text, const WordLists& words, Breaks& breaks) {
+Tokens tokenize(std::u8string_view text, const WordLists& words, NameTable& names, Breaks& breaks) {
   Tokens tokens;
   tokens.reserve(text.size() / 4 + 16);  // more than sources have; what is not used costs nothing
-  LineTokenizer(text, words, tokens, breaks).run();
+  LineTokenizer(text, words, names, tokens, breaks).run();
   return tokens;
 }
 
-LineTokenizer::LineTokenizer(std::u8string_view text, const WordLists& words, Tokens& tokens,
-                             Breaks& breaks)
+LineTokenizer::LineTokenizer(std::u8string_view text, const WordLists& words, NameTable& names,
+                             Tokens& tokens, Breaks& breaks)
     : begin_(text.data()),
       end_(text.data() + text.size()),
       words_(words),
+      names_(names),
       tokens_(tokens),
       breaks_(breaks),
       next_(tokens.data()),
@@ -60,15 +62,31 @@ void LineTokenizer::emitWideGap(Bytes p) {
   emit(TokenKind::Blank, p);
 }
 
+// Nearly all words have less than sixteen characters and are ASCII.
 [[gnu::always_inline]] inline LineTokenizer::Bytes LineTokenizer::word(Bytes p) {
-  const auto [end, known] = words_.read(p, end_);
+  if (end_ - p < static_cast<std::ptrdiff_t>(sizeof(Block))) return anyWord(p);
+  const Block block = loadBlock(p);
+  const std::size_t length = wordBytesIn(block);
+  if (length == sizeof(Block) || p[length] >= 0x80) return anyWord(p);
+  return word(NameKey::ofShort({p, length}, block));
+}
+
+LineTokenizer::Bytes LineTokenizer::anyWord(Bytes p) {
+  return word(NameKey({p, skipWord(p, end_)}, end_));
+}
+
+[[gnu::always_inline]] inline LineTokenizer::Bytes LineTokenizer::word(const NameKey& key) {
+  const Bytes p = key.name().data(), end = p + key.name().size();
+  const KnownWord known = words_.find(key);
   if (directive_) {
     const bool ofLanguage = known.wordClass != WordClass::Listed;
     emit(TokenKind::Directive, p, ofLanguage ? known.word : Word::None);
     context_ = Context::Plain;
     return end;
   }
-  return known.wordClass == WordClass::None ? plainName(p, end) : knownWord(p, end, known);
+  if (known.wordClass != WordClass::None) return knownWord(p, end, known);
+  const auto begin = static_cast<std::size_t>(p - begin_);
+  return plainName(p, end, numberedName(names_.add({begin_, end_}, key, begin)));
 }
 
 // (In `run`, as the word above: half of the bytes are words.)
@@ -158,9 +176,9 @@ LineTokenizer::Bytes LineTokenizer::underscore(Bytes p) {
   return behind;
 }
 
-LineTokenizer::Bytes LineTokenizer::plainName(Bytes p, Bytes end) {
+LineTokenizer::Bytes LineTokenizer::plainName(Bytes p, Bytes end, Word number) {
   const NameRule rule = kNameRules[static_cast<std::size_t>(context_)];
-  emit(rule.kind, p);
+  emit(rule.kind, p, number);
   if (context_ == Context::TypeHead) block_ = declared_;
   context_ =
       block_ != Word::None && rule.behind == Context::LabelName ? Context::Plain : rule.behind;

@@ -5,6 +5,7 @@
 
 #include <string_view>
 
+#include "vb/name_table.h"
 #include "vb/token.h"
 
 namespace tintline::vb {
@@ -13,9 +14,12 @@ namespace tintline::vb {
 // apart by where they stand (declared procedures and types, labels, named arguments).
 Tokens tokenize(std::u8string_view text, const WordLists& words);
 
-// The same; notes in `breaks` the tokens, in ascending order, behind which a statement or a line
-// may begin: line ends, continuations, comments, ":", Then and Else, and the End. Whoever looks for
-// statements need not look at the many tokens between them.
-Tokens tokenize(std::u8string_view text, const WordLists& words, Breaks& breaks);
+// The same; the names, which tokens have the numbers of, are those in `names` (of this text), and
+// `breaks` holds the tokens, in ascending order, behind which a statement or a line may begin: line
+// ends, continuations, comments, ":", Then and Else, and the End. Whoever looks for statements need
+// not look at the many tokens between them.
+//
+// Words that are in the lists have no number, nor have names in brackets.
+Tokens tokenize(std::u8string_view text, const WordLists& words, NameTable& names, Breaks& breaks);
 
 }  // namespace tintline::vb

@@ -1,8 +1,6 @@
 // See word.h. Tested by tests/unit/any_text_property_test.cpp.
 #include "vb/word.h"
 
-#include <algorithm>
-
 #include "base/resources.h"
 #include "vb/scan.h"
 
@@ -212,153 +210,54 @@ std::u8string_view builtInList(int number) {
   return {reinterpret_cast<const char8_t*>(list.data()), list.size()};
 }
 
-bool isAscii(std::u8string_view text) {
-  while (text.size() >= sizeof(Block)) {
-    if (firstMarked(loadBlock(text.data()) >= 0x80) < sizeof(Block)) return false;
-    text.remove_prefix(sizeof(Block));
-  }
-  return std::ranges::all_of(text, [](char8_t c) { return c < 0x80; });
-}
-
-constexpr std::size_t kMostEntries = 0xFFFE;
-
 }  // namespace
 
 WordLists::WordLists() {
-  const std::u8string_view second = builtInList(102);
-  addLanguage(second.size());
-  addEach(second, [](std::u8string_view) { return KnownWord{Word::LibraryObject, Listed}; });
+  addLanguage();
+  addEach(builtInList(102), [](std::u8string_view) {
+    return KnownWord{Word::LibraryObject, Listed};
+  });
 }
 
 WordLists::WordLists(std::u8string_view first, std::u8string_view second) {
-  addLanguage(first.size() + second.size());
+  addLanguage();
   const WordLists builtInFirst(builtInList(101)), builtInSecond(builtInList(102));
   addEach(first, [&](std::u8string_view word) {
-    return builtInFirst.contains(word) ? KnownWord{} : KnownWord{Word::None, Runtime};
+    const bool builtIn = builtInFirst.find(NameKey(word)).wordClass != None;
+    return builtIn ? KnownWord{} : KnownWord{Word::None, Runtime};
   });
   addEach(second, [&](std::u8string_view word) {
-    return KnownWord{builtInSecond.contains(word) ? Word::LibraryObject : Word::None, Listed};
+    const bool builtIn = builtInSecond.find(NameKey(word)).wordClass != None;
+    return KnownWord{builtIn ? Word::LibraryObject : Word::None, Listed};
   });
 }
 
 WordLists::WordLists(std::u8string_view only) {
-  prepare(only.size());
   addEach(only, [](std::u8string_view) { return KnownWord{Word::None, Listed}; });
 }
 
-void WordLists::prepare(std::size_t bytes) {
-  entries_.reserve(std::size(kWords) + 200 + bytes / 8);
-  tags_.resize(8192);  // enough for the built-in lists
-  slots_.resize(tags_.size());
-  shift_ = 64 - 13;
-}
-
-void WordLists::addLanguage(std::size_t moreBytes) {
-  prepare(moreBytes);
-  for (const LanguageWord& word : kWords)
-    add(word.text, word.text.data() + word.text.size(), {word.word, word.wordClass});
+void WordLists::addLanguage() {
+  for (const LanguageWord& word : kWords) add(word.text, {word.word, word.wordClass});
   for (const auto& [words, known] : kGroups)
-    forEachEntry<u8' '>(words, [&, known = known, limit = words.data() + words.size()](
-                                   std::u8string_view word) { add(word, limit, known); });
+    forEachEntry<u8' '>(words, [&, known = known](std::u8string_view word) { add(word, known); });
 }
 
 // Adds the entries of a list as what knownAs(entry) says, unless that is nothing.
 template <typename KnownAs>
 void WordLists::addEach(std::u8string_view list, KnownAs knownAs) {
-  const bool ascii = isAscii(list);
   forEachEntry<u8'\r', u8'\n', u8'\0'>(list, [&](std::u8string_view word) {
-    const KnownWord known = knownAs(word);
-    if (known.wordClass == None) return;
-    if (ascii || isAscii(word))
-      add(word, list.data() + list.size(), known);
-    else
-      addWide(word, known);
+    if (const KnownWord known = knownAs(word); known.wordClass != None) add(word, known);
   });
 }
 
-bool WordLists::contains(std::u8string_view word) const {
-  const char8_t* const end = word.data() + word.size();
-  return find(word.data(), end, end).wordClass != None;
-}
-
-// Adds an ASCII word that is not there yet; up to `limit` its text can be read.
-void WordLists::add(std::u8string_view word, const char8_t* limit, KnownWord known) {
-  if (entries_.size() == kMostEntries) return;
-  const Key key = keyOf(word.data(), word.size(), limit);
-  if (findAny(key, word.data()).wordClass != None) return;
-  entries_.push_back({key.head, key.tail, static_cast<std::uint32_t>(texts_.size()),
-                      static_cast<std::uint16_t>(word.size()), known});
-  if (word.size() > 16) texts_.append(word);
-  if (entries_.size() * 2 > tags_.size()) {  // at least every second slot is empty
-    tags_.assign(tags_.size() * 2, 0);
-    slots_.resize(tags_.size());
-    --shift_;
-    for (std::size_t i = 0; i < entries_.size(); ++i) addSlot(i);
-  } else {
-    addSlot(entries_.size() - 1);
-  }
-}
-
-void WordLists::addWide(std::u8string_view word, KnownWord known) {
-  if (contains(word)) return;
-  const std::size_t offset = texts_.size();
+// A word that is there already stays as it is.
+void WordLists::add(std::u8string_view word, KnownWord known) {
+  const NameKey key(word);
+  if (words_.add(texts_, key, texts_.size()) < known_.size()) return;
   texts_ += word;
-  wideNames_.add(texts_, NameKey(word), offset);
-  wide_.push_back(known);
-}
-
-WordLists::Key WordLists::keyOf(const char8_t* begin, std::size_t length, const char8_t* limit) {
-  Block block{};
-  if (limit - begin >= static_cast<std::ptrdiff_t>(kShort))
-    block = loadBlock(begin);
-  else
-    std::memcpy(&block, begin, std::min(length, kShort));
-  Key key = keyOf(block, std::min(length, kShort));
-  if (length <= kShort) return key;
-  std::memcpy(&key.tail, begin + length - sizeof key.tail, sizeof key.tail);
-  key.tail |= 0x2020202020202020;
-  key.length = length;
-  return key;
-}
-
-KnownWord WordLists::find(const char8_t* begin, const char8_t* end, const char8_t* limit) const {
-  const KnownWord known =
-      findAny(keyOf(begin, static_cast<std::size_t>(end - begin), limit), begin);
-  return known.wordClass != WordClass::None || wide_.empty() ? known : findWide({begin, end});
-}
-
-// The word with that key; the text of a long one is at `word`.
-KnownWord WordLists::findAny(const Key& key, const char8_t* word) const {
-  return find(key,
-              [&](const Entry& entry) { return key.length <= kShort || middleIs(entry, word); });
-}
-
-// Also a word that is long, beyond ASCII or at the end of the text.
-WordLists::WordHere WordLists::readAny(const char8_t* p, const char8_t* limit) const {
-  const char8_t* const end = skipWord(p, limit);
-  return {end, find(p, end, limit)};
-}
-
-KnownWord WordLists::findWide(std::u8string_view word) const {
-  if (isAscii(word)) return {};
-  const std::uint32_t number = wideNames_.find(texts_, NameKey(word));
-  return number == NameTable::kUnknown ? KnownWord{} : wide_[number];
-}
-
-void WordLists::addSlot(std::size_t entry) {
-  const Entry& added = entries_[entry];
-  const std::uint64_t hash = hashOf({added.head, added.tail, added.length});
-  const std::size_t mask = tags_.size() - 1;
-  std::size_t at = hash >> shift_;
-  while (tags_[at] != 0) at = (at + 1) & mask;
-  tags_[at] = tagOf(hash);
-  slots_[at] = static_cast<std::uint16_t>(entry);
-}
-
-bool WordLists::middleIs(const Entry& entry, const char8_t* word) const {
-  const char8_t* const text = texts_.data() + entry.text;
-  return std::equal(text + 8, text + entry.length - 8, word + 8,
-                    [](unsigned a, unsigned b) { return (a | 0x20U) == (b | 0x20U); });
+  known_.push_back(known);
+  const std::uint32_t hash = key.hash();
+  filter_[hash / kBucket] |= static_cast<std::uint8_t>(1U << (hash & 7));
 }
 
 }  // namespace tintline::vb

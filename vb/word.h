@@ -3,19 +3,15 @@
 // Tested by tests/unit/any_text_property_test.cpp.
 #pragma once
 
-#include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/block.h"
 #include "vb/name_table.h"
-#include "vb/scan.h"
 
 namespace tintline::vb {
 
@@ -151,8 +147,21 @@ enum class Word : std::uint16_t {
   String,
   ReservedFunction,
   LibraryFunction,  // statements, too
-  LibraryObject
+  LibraryObject,
+  // All from here on: a name that is no word, by its number (see numberedName)
+  FirstNumber
 };
+
+// What a token of a name knows of it in place of a word: its number in a NameTable. The names
+// behind the first 65,000 or so have none.
+inline Word numberedName(std::uint32_t number) {
+  constexpr std::uint32_t kFirst = static_cast<std::uint32_t>(Word::FirstNumber);
+  return number <= 0xFFFF - kFirst ? static_cast<Word>(kFirst + number) : Word::None;
+}
+inline bool isNumbered(Word word) { return word >= Word::FirstNumber; }
+inline std::uint32_t numberOf(Word word) {  // of one that is numbered
+  return static_cast<std::uint32_t>(word) - static_cast<std::uint32_t>(Word::FirstNumber);
+}
 
 // What a word is where nothing else decides.
 enum class WordClass : std::uint8_t {
@@ -183,95 +192,30 @@ class WordLists {
   // The sections of a vb.ini, an entry a line (also NUL ends one).
   WordLists(std::u8string_view first, std::u8string_view second);
 
-  // What the word from `begin` to `end` is; up to `limit` its text can be read.
-  KnownWord find(const char8_t* begin, const char8_t* end, const char8_t* limit) const;
-
-  // What the word at `p` is, and where it ends; the text ends at `limit`.
-  struct WordHere {
-    const char8_t* end;
-    KnownWord known;
-  };
-  WordHere read(const char8_t* p, const char8_t* limit) const;
+  // What a word is.
+  [[gnu::always_inline]] KnownWord find(const NameKey& key) const {
+    if (!mayHold(key.hash())) return {};
+    const std::uint32_t number = words_.find(texts_, key);
+    return number == NameTable::kUnknown ? KnownWord{} : known_[number];
+  }
 
  private:
-  // A word is found by its first eight bytes and the next ones, of a long word the last eight. The
-  // bit of letters' case is set in them; behind the word are zeros.
-  struct Key {
-    std::uint64_t head, tail;
-    std::size_t length;
-  };
-  struct Entry {
-    std::uint64_t head, tail;
-    std::uint32_t text;  // where it begins in texts_
-    std::uint16_t length;
-    KnownWord known;
-  };
-
-  static constexpr std::size_t kShort = sizeof(Block);
-
   explicit WordLists(std::u8string_view only);  // without the words of the language
-  void prepare(std::size_t bytes);
-  void addLanguage(std::size_t moreBytes);
-  WordHere readAny(const char8_t* p, const char8_t* limit) const;
-  static Key keyOf(Block block, std::size_t length);  // of a short word
-  static Key keyOf(const char8_t* begin, std::size_t length, const char8_t* limit);
-  static std::uint64_t hashOf(const Key& key);
-  static std::uint8_t tagOf(std::uint64_t hash) { return static_cast<std::uint8_t>(hash | 1); }
-  // `isMiddle(entry)`: whether a long word is that of the entry, which begins and ends like it.
-  template <typename IsMiddle>
-  KnownWord find(const Key& key, IsMiddle isMiddle) const;
-  void add(std::u8string_view word, const char8_t* limit, KnownWord known);
+  void addLanguage();
   template <typename KnownAs>
   void addEach(std::u8string_view list, KnownAs knownAs);
-  void addSlot(std::size_t entry);
-  void addWide(std::u8string_view word, KnownWord known);
-  KnownWord findWide(std::u8string_view word) const;
-  bool contains(std::u8string_view word) const;
-  KnownWord findAny(const Key& key, const char8_t* word) const;
-  bool middleIs(const Entry& entry, const char8_t* word) const;
-
-  std::vector<Entry> entries_;
-  // Open addressing, the size is a power of two. Of most words only the tag is looked at: they are
-  // names, and a table of bytes stays in the cache.
-  std::vector<std::uint8_t> tags_;    // other bits of the hash, never 0; 0: empty
-  std::vector<std::uint16_t> slots_;  // entries, by their indices
-  std::u8string texts_;
-  unsigned shift_ = 0;           // of a hash to its slot
-  NameTable wideNames_;          // the words that are not ASCII, in texts_
-  std::vector<KnownWord> wide_;  // by their numbers there
-};
-
-inline WordLists::Key WordLists::keyOf(Block block, std::size_t length) {
-  const BlockHalves halves = halvesOf(firstBytes(block | 0x20, length));
-  return {halves.first, halves.last, length};
-}
-
-inline std::uint64_t WordLists::hashOf(const Key& key) {
-  const std::uint64_t mixed =
-      (key.head ^ std::rotl(key.tail, 29) ^ key.length) * 0x9E3779B97F4A7C15U;
-  return mixed ^ mixed >> 32;
-}
-
-template <typename IsMiddle>
-KnownWord WordLists::find(const Key& key, IsMiddle isMiddle) const {
-  const std::uint64_t hash = hashOf(key);
-  const std::uint8_t tag = tagOf(hash);
-  for (std::size_t at = hash >> shift_;; at = (at + 1) & (tags_.size() - 1)) {
-    if (tags_[at] == 0) return {};
-    if (tags_[at] != tag) continue;
-    const Entry& entry = entries_[slots_[at]];
-    if (entry.head == key.head && entry.tail == key.tail && entry.length == key.length &&
-        isMiddle(entry))
-      return entry.known;
+  void add(std::u8string_view word, KnownWord known);
+  bool mayHold(std::uint32_t hash) const {
+    return (filter_[hash / kBucket] >> (hash & 7) & 1) != 0;
   }
-}
 
-inline WordLists::WordHere WordLists::read(const char8_t* p, const char8_t* limit) const {
-  if (limit - p < static_cast<std::ptrdiff_t>(kShort)) return readAny(p, limit);
-  const Block block = loadBlock(p);
-  const std::size_t length = wordBytesIn(block);
-  if (length == kShort || p[length] >= 0x80) return readAny(p, limit);
-  return {p + length, find(keyOf(block, length), [](const Entry&) { return true; })};
-}
+  std::u8string texts_;
+  NameTable words_;               // in texts_
+  std::vector<KnownWord> known_;  // by their numbers there
+  // Most words of a source are names, in no list. That is seen by a bit for each hash, of which few
+  // are set, in a table so small that it stays in the processor's cache.
+  std::array<std::uint8_t, 4096> filter_{};
+  static constexpr std::uint32_t kBucket = 0x100000;  // hashes with one byte of the filter
+};
 
 }  // namespace tintline::vb

@@ -25,8 +25,9 @@ char8_t LineTokenizer::byteBehind(Bytes p) const {
 // The word of the language that the next token is, None when it is none.
 Word LineTokenizer::wordBehind(Bytes p) const {
   p = skipGap(p);
-  return p < end_ && classOf(*p) == ByteClass::Letter ? words_.read(p, end_).known.word
-                                                      : Word::None;
+  return p < end_ && classOf(*p) == ByteClass::Letter
+             ? words_.find(NameKey({p, skipWord(p, end_)}, end_)).word
+             : Word::None;
 }
 
 LineTokenizer::Bytes LineTokenizer::knownWord(Bytes p, Bytes end, KnownWord known) {

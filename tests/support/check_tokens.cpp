@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "vb/module.h"
+#include "vb/token_cursor.h"
 #include "vb/tokenizer.h"
 
 namespace tintline::vb {
@@ -22,7 +24,9 @@ bool mayHaveWord(TokenKind kind) {
 
 const char* faultOfToken(std::u8string_view text, const Token& token) {
   const bool lines = text.find_first_of(u8"\r\n") != std::u8string_view::npos;
-  if (token.word != Word::None && !mayHaveWord(token.kind)) return "a word that means nothing";
+  const bool canBeName = isNameKind(token.kind) || token.kind == TokenKind::Label;
+  if (isNumbered(token.word) ? !canBeName : token.word != Word::None && !mayHaveWord(token.kind))
+    return "a word that means nothing";
   switch (token.kind) {
     case TokenKind::LineEnd:
       return text == u8"\r\n" || text == u8"\r" || text == u8"\n" ? nullptr : "no line end";
@@ -55,10 +59,15 @@ bool isBreak(std::u8string_view text, const Token& token) {
 }  // namespace
 
 const char* faultOf(std::u8string_view text, const WordLists& words) {
+  NameTable names;
   Breaks breaks;
-  const Tokens tokens = tokenize(text, words, breaks);
-  for (std::uint32_t i = 0; i < tokens.size(); ++i)
+  const Tokens tokens = tokenize(text, words, names, breaks);
+  for (std::uint32_t i = 0; i < tokens.size(); ++i) {
     if (isBreak(text, tokens[i]) && !std::ranges::binary_search(breaks, i)) return "a lost break";
+    if (isNumbered(tokens[i].word) && !equalFolded(plainName(textOf(text, tokens, i)),
+                                                   names.nameOf(text, numberOf(tokens[i].word))))
+      return "the number of another name";
+  }
   if (tokens.back().kind != TokenKind::End || tokens.back().begin != text.size()) return "no end";
   for (std::size_t i = 0, at = 0; i < tokens.size(); ++i) {
     const Token& token = tokens[i];
