@@ -1,8 +1,8 @@
 // See resolver.h. Tested by the cases in tests/golden/language/links.
 //
 // The pass knows of each statement as much as its names need: the value of the expression in
-// front of the token (`value_`), which a "." asks for its members, the values in front of the
-// open parentheses, the With blocks, and whether an "=" would be an assignment.
+// front of the token (`statement_.value`), which a "." asks for its members, the values in front of
+// the open parentheses, the With blocks, and whether an "=" would be an assignment.
 #include "vb/resolver.h"
 
 #include <utility>
@@ -23,7 +23,7 @@ bool isReservedFunction(Word word) {
 
 // What an expression is, as far as its members are known.
 struct Value {
-  enum class Kind : std::uint8_t {
+  enum class Kind : std::uint16_t {  // (so wide that a Value has no holes: it is set at once)
     Unknown,
     Instance,  // of the module `index`
     Record,    // of the Type `index`
@@ -44,7 +44,8 @@ class Resolver {
 
   std::vector<Reference> run() {
     at_ = module_.header.end;
-    while (next_ < module_.declarations.size() && module_.declarations[next_].name < at_) ++next_;
+    do toNextDeclaration();
+    while (nextName_ < at_);
     references_.reserve(module_.tokens.size() / 8);
     startStatement();
     while (kind() != TokenKind::End) token();
@@ -54,6 +55,21 @@ class Resolver {
  private:
   // The expression that a statement begins with: an "=" behind it assigns to it.
   enum class Target : std::uint8_t { Awaited, Open, None };
+
+  // What is known of the statement up to the token.
+  struct Statement {
+    Value value;                            // of what stands in front of the token
+    std::uint32_t targetReference = kNone;  // of the target's last name
+    std::uint32_t targetMember = kNone;
+    Word firstWord = Word::None, lastWord = Word::None;  // keywords
+    Target target = Target::Awaited;
+    bool targetOwn = false;
+    Accessor assigned = Accessor::Let;
+    bool behindOperand = false;
+    bool typeExpected = false, eventExpected = false;
+    bool isNew = false;   // New, not As New, stands in front of the type
+    bool typeOf = false;  // its Is has not come yet
+  };
 
   TokenKind kind() const { return module_.tokens[at_].kind; }
   Word word() const { return module_.tokens[at_].word; }
@@ -95,17 +111,10 @@ class Resolver {
   }
 
   void startStatement() {
-    if (std::exchange(withPending_, false)) withs_.open(value_);
+    if (std::exchange(withPending_, false)) withs_.open(statement_.value);
     if (at_ >= scope_.procedureEnd()) leaveProcedure();
-    value_ = {};
-    behindOperand_ = false;
+    statement_ = {};
     open_.clear();
-    target_ = Target::Awaited;
-    targetReference_ = kNone;
-    assigned_ = Accessor::Let;
-    firstWord_ = Word::None;
-    lastWord_ = Word::None;
-    typeExpected_ = eventExpected_ = isNew_ = typeOf_ = false;
   }
 
   void leaveProcedure() {
@@ -115,10 +124,10 @@ class Resolver {
 
   // A string, number, type of the language or the like.
   void otherOperand() {
-    value_ = {};
-    behindOperand_ = true;
-    typeExpected_ = isNew_ = eventExpected_ = false;
-    if (open_.empty()) target_ = Target::None;
+    statement_.value = {};
+    statement_.behindOperand = true;
+    statement_.typeExpected = statement_.isNew = statement_.eventExpected = false;
+    if (open_.empty()) statement_.target = Target::None;
   }
 
   void punctuation(char8_t character) {
@@ -130,64 +139,65 @@ class Resolver {
         return openParenthesis();
       case u8')':
         ++at_;
-        value_ = {};
-        behindOperand_ = true;
+        statement_.value = {};
+        statement_.behindOperand = true;
         if (open_.empty()) return;
-        value_ = open_.back();
+        statement_.value = open_.back();
         open_.pop_back();
         return;
       case u8':':
         ++at_;
         return startStatement();
       case u8'=':
-        if (open_.empty() && target_ == Target::Open) assign();
+        if (open_.empty() && statement_.target == Target::Open) assign();
         break;
       default:
         break;
     }
     ++at_;
-    value_ = {};
-    behindOperand_ = false;
-    if (open_.empty()) target_ = Target::None;
+    statement_.value = {};
+    statement_.behindOperand = false;
+    if (open_.empty()) statement_.target = Target::None;
   }
 
   void keyword() {
     const Word word = this->word();
-    const Word before = std::exchange(lastWord_, word);
-    const bool first = target_ == Target::Awaited && open_.empty();
-    if (firstWord_ == Word::None) firstWord_ = word;
-    value_ = {};
-    behindOperand_ = false;
-    const bool newType = typeExpected_;
-    typeExpected_ = eventExpected_ = isNew_ = false;
+    const Word before = std::exchange(statement_.lastWord, word);
+    const bool first = statement_.target == Target::Awaited && open_.empty();
+    if (statement_.firstWord == Word::None) statement_.firstWord = word;
+    statement_.value = {};
+    statement_.behindOperand = false;
+    const bool newType = statement_.typeExpected;
+    statement_.typeExpected = statement_.eventExpected = statement_.isNew = false;
     switch (word) {
       case Word::Me:
         return me();
       case Word::Set:
-        assigned_ = Accessor::Set;
+        statement_.assigned = Accessor::Set;
         if (first) return;
         break;
       case Word::Let:
         if (first) return;
         break;
       case Word::New:
-        isNew_ = !newType;
-        typeExpected_ = true;
+        statement_.isNew = !newType;
+        statement_.typeExpected = true;
         break;
       case Word::As:
-        typeExpected_ = firstWord_ != Word::Open && firstWord_ != Word::Name;
+        statement_.typeExpected =
+            statement_.firstWord != Word::Open && statement_.firstWord != Word::Name;
         break;
       case Word::Implements:
-        typeExpected_ = true;
+        statement_.typeExpected = true;
         break;
       case Word::TypeOf:
-        typeOf_ = true;
+        statement_.typeOf = true;
         break;
       case Word::Is:
-        typeExpected_ = std::exchange(typeOf_, false);
+        statement_.typeExpected = std::exchange(statement_.typeOf, false);
         break;
       case Word::RaiseEvent:
-        eventExpected_ = true;
+        statement_.eventExpected = true;
         break;
       case Word::With:
         if (before == Word::End)
@@ -203,12 +213,13 @@ class Resolver {
       default:
         break;
     }
-    if (open_.empty()) target_ = Target::None;
+    if (open_.empty()) statement_.target = Target::None;
   }
 
   void me() {
     beginOperand();
-    if (!tables_.module(index_).standard) value_ = {.kind = Value::Kind::Instance, .index = index_};
+    if (!tables_.module(index_).standard)
+      statement_.value = {.kind = Value::Kind::Instance, .index = index_};
   }
 
   void directive() {
@@ -236,23 +247,24 @@ class Resolver {
 
   void beginOperand() {
     if (open_.empty()) {
-      target_ = target_ == Target::Awaited ? Target::Open : Target::None;
-      targetReference_ = kNone;
+      statement_.target = statement_.target == Target::Awaited ? Target::Open : Target::None;
+      statement_.targetReference = kNone;
     }
-    behindOperand_ = true;
+    statement_.behindOperand = true;
   }
 
   // "(" behind an operand: its arguments or indices, else only a part of an expression. Behind a
   // blank at the start of a statement it is the first argument of a call.
   void openParenthesis() {
     const bool firstArgument =
-        module_.tokens[at_].gap > 0 && open_.empty() && target_ == Target::Open;
-    const Value called = behindOperand_ && !firstArgument ? call(value_) : Value{};
-    if (!behindOperand_ && open_.empty()) target_ = Target::None;
+        module_.tokens[at_].gap > 0 && open_.empty() && statement_.target == Target::Open;
+    const Value called =
+        statement_.behindOperand && !firstArgument ? call(statement_.value) : Value{};
+    if (!statement_.behindOperand && open_.empty()) statement_.target = Target::None;
     open_.push_back(called);
     ++at_;
-    value_ = {};
-    behindOperand_ = false;
+    statement_.value = {};
+    statement_.behindOperand = false;
   }
 
   // What a value is with "(...)" behind it.
@@ -278,13 +290,13 @@ class Resolver {
   // "." or "!": of the operand in front of it, or of the With block when nothing or a blank is
   // there.
   void member(bool bang) {
-    if (!behindOperand_ || !isGlued(at_)) {
+    if (!statement_.behindOperand || !isGlued(at_)) {
       beginOperand();
-      value_ = withs_.value();
+      statement_.value = withs_.value();
     }
-    const Value owner = std::exchange(value_, {});
+    const Value owner = std::exchange(statement_.value, {});
     at_ = scope_.nextToken(at_);
-    if (open_.empty()) targetReference_ = kNone;
+    if (open_.empty()) statement_.targetReference = kNone;
     if (!isNameKind(kind())) return;
     use(memberOf(owner, bang), owner.kind != Value::Kind::Instance);
     ++at_;
@@ -320,15 +332,15 @@ class Resolver {
 
   void name() {
     if (atDeclaration()) return declaredName();
-    if (firstWord_ == Word::DefType || isReservedFunction(word())) {
+    if (statement_.firstWord == Word::DefType || isReservedFunction(word())) {
       ++at_;
       return otherOperand();
     }
-    if (typeExpected_) return typeName();
-    if (std::exchange(eventExpected_, false)) {
+    if (statement_.typeExpected) return typeName();
+    if (std::exchange(statement_.eventExpected, false)) {
       use(tables_.event(index_, scope_.at(at_).inProject), true);
-      value_ = {};
-      behindOperand_ = true;
+      statement_.value = {};
+      statement_.behindOperand = true;
     } else {
       bareName();
     }
@@ -336,15 +348,15 @@ class Resolver {
   }
 
   void bareName() {
-    const bool starts = target_ == Target::Awaited && open_.empty();
+    const bool starts = statement_.target == Target::Awaited && open_.empty();
     beginOperand();
-    value_ = {};
+    statement_.value = {};
     const std::uint32_t number = scope_.numberOf(at_);
     Scope::Name& name = scope_[number];
     if (const std::uint32_t declaration = scope_.local(name); declaration != kNone)
       local(declaration, name);
     else if (scope_.isResult(number) && isResult(starts))
-      value_ = declaredValue(scope_.procedure());
+      statement_.value = declaredValue(scope_.procedure());
     else if (const Meaning bare = scope_.bare(name); isStandardModule(bare) && !isQualifier())
       use(tables_.behindModules(index_, name.inProject), true);
     else
@@ -369,7 +381,7 @@ class Resolver {
         return use(variable, true);
     }
     if (!atDeclaration()) references_.push_back({at_, index_, declaration});
-    value_ = declaredValue(declaration);
+    statement_.value = declaredValue(declaration);
   }
 
   Value declaredValue(std::uint32_t declaration) const {
@@ -388,23 +400,23 @@ class Resolver {
   // Notes what the name at at_ means, and what value it has. `own`: if it is of this module, it
   // may be private.
   void use(Meaning meaning, bool own) {
-    if (meaning.kind == Meaning::Kind::Project) value_ = {.kind = Value::Kind::Project};
+    if (meaning.kind == Meaning::Kind::Project) statement_.value = {.kind = Value::Kind::Project};
     if (meaning.kind == Meaning::Kind::Module) {
       const bool standard = tables_.module(meaning.index).standard;
-      value_ = {.kind = standard ? Value::Kind::Module : Value::Kind::Instance,
-                .index = meaning.index};
+      statement_.value = {.kind = standard ? Value::Kind::Module : Value::Kind::Instance,
+                          .index = meaning.index};
       note(at_, meaning);
     }
     if (meaning.kind != Meaning::Kind::Member) return;
     meaning.index = tables_.accessor(meaning.index, Accessor::Get, own ? index_ : kNone);
     if (meaning.index == kNone) return;
-    if (open_.empty() && target_ == Target::Open) {
-      targetReference_ = static_cast<std::uint32_t>(references_.size());
-      targetMember_ = meaning.index;
-      targetOwn_ = own;
+    if (open_.empty() && statement_.target == Target::Open) {
+      statement_.targetReference = static_cast<std::uint32_t>(references_.size());
+      statement_.targetMember = meaning.index;
+      statement_.targetOwn = own;
     }
     note(at_, meaning);
-    value_ = valueOf(meaning.index);
+    statement_.value = valueOf(meaning.index);
   }
 
   void note(std::uint32_t token, Meaning meaning) {
@@ -418,12 +430,13 @@ class Resolver {
 
   // "=" behind the statement's first expression.
   void assign() {
-    if (targetReference_ == kNone || endOf(module_.tokens, at_) != module_.tokens[at_].begin + 1)
+    if (statement_.targetReference == kNone ||
+        endOf(module_.tokens, at_) != module_.tokens[at_].begin + 1)
       return;
-    const std::uint32_t index =
-        tables_.accessor(targetMember_, assigned_, targetOwn_ ? index_ : kNone);
+    const std::uint32_t index = tables_.accessor(statement_.targetMember, statement_.assigned,
+                                                 statement_.targetOwn ? index_ : kNone);
     if (index != kNone)
-      references_[targetReference_].declaration = tables_.member(index).declaration;
+      references_[statement_.targetReference].declaration = tables_.member(index).declaration;
   }
 
   Value valueOf(std::uint32_t index) const {
@@ -452,25 +465,27 @@ class Resolver {
   }
 
   void typeName() {
-    const bool isNew = isNew_;
+    const bool isNew = statement_.isNew;
     otherOperand();
     const Meaning found = scope_.typePath(
         at_, [this](std::uint32_t token, Meaning meaning) { note(token, meaning); });
     if (isNameKind(kind())) ++at_;
-    if (isNew) value_ = valueOf(tables_.typeReference(found), false, false);
+    if (isNew) statement_.value = valueOf(tables_.typeReference(found), false, false);
   }
 
   // A jump; where it leads lies in the same procedure.
   void label() {
     if (atDeclaration())
-      ++next_;
+      toNextDeclaration();
     else if (const std::uint32_t label = scope_.label(scope_.at(at_)); label != kNone)
       references_.push_back({at_, index_, label});
     ++at_;
   }
 
-  bool atDeclaration() const {
-    return next_ < module_.declarations.size() && module_.declarations[next_].name == at_;
+  bool atDeclaration() const { return at_ == nextName_; }
+  void toNextDeclaration() {
+    ++next_;
+    nextName_ = next_ < module_.declarations.size() ? module_.declarations[next_].name : kNone;
   }
 
   void declaredName() {
@@ -478,7 +493,7 @@ class Resolver {
     if (isProcedure(declared.kind) && !declared.body.empty()) scope_.enter(next_);
     otherOperand();
     if (declared.byReDim) local(next_, scope_.at(at_));
-    ++next_;
+    toNextDeclaration();
     ++at_;
   }
 
@@ -488,23 +503,14 @@ class Resolver {
   Scope scope_;
   WithBlocks<Value> withs_;
   std::vector<Reference> references_;
-  std::uint32_t at_ = 0;    // the token
-  std::uint32_t next_ = 0;  // the declaration that follows
+  std::uint32_t at_ = 0;            // the token
+  std::uint32_t next_ = kNone;      // the declaration that follows
+  std::uint32_t nextName_ = kNone;  // the token that names it
 
   // Of the statement:
-  Value value_;  // of what stands in front of the token
-  bool behindOperand_ = false;
+  Statement statement_;
   std::vector<Value> open_;   // by "(": what it is with what stands in front of it
   bool withPending_ = false;  // it opens a With block
-  Target target_ = Target::Awaited;
-  std::uint32_t targetReference_ = kNone;  // of the target's last name
-  std::uint32_t targetMember_ = kNone;
-  bool targetOwn_ = false;
-  Accessor assigned_ = Accessor::Let;
-  Word firstWord_ = Word::None, lastWord_ = Word::None;  // keywords
-  bool typeExpected_ = false, eventExpected_ = false;
-  bool isNew_ = false;   // New, not As New, stands in front of the type
-  bool typeOf_ = false;  // its Is has not come yet
 };
 
 }  // namespace
