@@ -45,10 +45,7 @@ class Reader {
     while (!cursor_.atEnd()) {
       statement();
       cursor_.skipStatement();
-      while (!cursor_.atEnd() && cursor_.atStatementEnd()) {
-        inBranch_ = cursor_.kind() == TokenKind::Keyword;
-        cursor_.advance();
-      }
+      inBranch_ = cursor_.toNextStatement();
     }
     closeAll({cursor_.behindLast(), cursor_.lastLine()});
     const bool closed =

@@ -97,20 +97,25 @@ class TokenCursor {
 
   // To the end of the statement: most tokens of a module are passed here.
   void skipStatement() {
-    const std::uint32_t begin = at_;
-    while (breaks_[break_] < begin) ++break_;
-    for (;; ++break_) {
-      at_ = breaks_[break_];
-      if (kind() == TokenKind::Continuation)
-        ++line_;
-      else if (atStatementEnd())
-        break;
+    if (atBreak()) return;
+    while (tokens_[at_ = breaks_[break_]].kind == TokenKind::Continuation) {
+      ++line_;
+      ++break_;
     }
-    if (at_ == begin) return;
     behindLast_ = at_;
     lastLine_ = line_;
     for (; isGap(tokens_[behindLast_ - 1].kind); --behindLast_)
       if (tokens_[behindLast_ - 1].kind == TokenKind::Continuation) --lastLine_;
+  }
+
+  // From the end of a statement to the next one. Returns whether that stands behind Then or Else.
+  bool toNextStatement() {
+    bool inBranch = false;
+    while (!atEnd() && atBreak()) {
+      inBranch = kind() == TokenKind::Keyword;
+      advance();
+    }
+    return inBranch;
   }
 
   void advanceInLine() {
@@ -142,6 +147,12 @@ class TokenCursor {
   }
 
  private:
+  // As all gaps are passed, what a statement or line ends with.
+  bool atBreak() {
+    while (breaks_[break_] < at_) ++break_;
+    return breaks_[break_] == at_;
+  }
+
   void skipGaps() {
     for (; isGap(kind()); ++at_) countLine();
   }
