@@ -49,10 +49,9 @@ std::string lineNumber(const vb::Module& module, std::uint32_t line);
 
 // How many lines end in a token: at most one, but for comments and continuations.
 inline std::uint32_t lineEndsIn(const vb::Module& module, std::uint32_t token) {
-  const vb::TokenKind kind = module.tokens[token].kind;
-  if (kind == vb::TokenKind::LineEnd) return 1;
-  const bool maySpanLines = kind == vb::TokenKind::Continuation || kind == vb::TokenKind::Comment;
-  return maySpanLines ? vb::lineEndsIn(module.textOf(token)) : 0;
+  const vb::Token& at = module.tokens[token];
+  if (at.kind == vb::TokenKind::LineEnd || at.kind == vb::TokenKind::Continuation) return 1;
+  return at.word == vb::Word::Continued ? vb::lineEndsIn(module.textOf(token)) : 0;
 }
 
 // The line of each declaration's name, from 1.

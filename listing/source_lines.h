@@ -64,8 +64,9 @@ class SourceLines {
         return hasEnd;
       }
       const std::size_t end = endOf(tokens, i);
-      const std::size_t lineEnd =
-          look == Look::SeveralLines || look == Look::Continuation ? findLineEnd(begin, end) : end;
+      const std::size_t lineEnd = look == Look::Continuation || token.word == vb::Word::Continued
+                                      ? findLineEnd(begin, end)
+                                      : end;
       if (look == Look::Continuation)
         visitor.plain(text(begin, lineEnd));
       else if (lineEnd > begin)
@@ -88,12 +89,11 @@ class SourceLines {
   }
 
  private:
-  enum class Look : std::uint8_t { Plain, Marked, SeveralLines, Continuation, LineEnd };
+  enum class Look : std::uint8_t { Plain, Marked, Continuation, LineEnd };
   static constexpr auto kLooks = [] {
     std::array<Look, static_cast<std::size_t>(vb::TokenKind::End) + 1> looks{};
     for (std::size_t i = 0; i < looks.size(); ++i)
       looks[i] = isMarked(static_cast<vb::TokenKind>(i)) ? Look::Marked : Look::Plain;
-    looks[static_cast<std::size_t>(vb::TokenKind::Comment)] = Look::SeveralLines;
     looks[static_cast<std::size_t>(vb::TokenKind::Continuation)] = Look::Continuation;
     looks[static_cast<std::size_t>(vb::TokenKind::LineEnd)] = Look::LineEnd;
     looks[static_cast<std::size_t>(vb::TokenKind::End)] = Look::LineEnd;

@@ -51,6 +51,7 @@ void NameTable::addSlot(const Slot& slot) {
 void NameTable::grow() {
   std::vector<Slot> old(slots_.empty() ? 256 : slots_.size() * 2);
   old.swap(slots_);
+  entries_.reserve(slots_.size() / 2);
   shift_ = 32 - static_cast<unsigned>(std::countr_zero(slots_.size()));
   for (const Slot& slot : old)
     if (slot.number != kUnknown) addSlot(slot);

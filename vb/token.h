@@ -48,7 +48,7 @@ enum class TokenKind : std::uint8_t {
 
 struct Token {
   std::uint32_t begin;  // offset of its first byte
-  Word word;            // which word of the language it is; of a name perhaps its number; else None
+  Word word;            // a word of the language, perhaps the number of a name, or None
   TokenKind kind;
   std::uint8_t gap;  // bytes of blanks directly in front of it
 };

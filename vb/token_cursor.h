@@ -160,7 +160,7 @@ class TokenCursor {
   void countLine() {
     if (kind() == TokenKind::LineEnd || kind() == TokenKind::Continuation)
       ++line_;
-    else if (kind() == TokenKind::Comment)
+    else if (word() == Word::Continued)
       countLinesOfComment();
   }
   [[gnu::noinline]] void countLinesOfComment() { line_ += lineEndsIn(textHere()); }

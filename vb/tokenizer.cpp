@@ -224,6 +224,7 @@ LineTokenizer::Bytes LineTokenizer::comment(Bytes p, Bytes text) {
   for (;;) {
     const Bytes q = findAnyOf<u8'\r', u8'\n'>(text, end_);
     if (q == end_ || continuationStart(text, q) == nullptr) return q;
+    next_[-1].word = Word::Continued;
     text = skipLineEnd(q, end_);
   }
 }

@@ -148,6 +148,7 @@ enum class Word : std::uint16_t {
   ReservedFunction,
   LibraryFunction,  // statements, too
   LibraryObject,
+  Continued,  // not a word: of a comment that goes on over several lines
   // All from here on: a name that is no word, by its number (see numberedName)
   FirstNumber
 };

@@ -19,7 +19,7 @@ bool isBlank(std::u8string_view text) {
 
 bool mayHaveWord(TokenKind kind) {
   return (kind >= TokenKind::Keyword && kind <= TokenKind::ListedWord) ||
-         kind == TokenKind::Directive;
+         kind == TokenKind::Directive || kind == TokenKind::Comment;
 }
 
 const char* faultOfToken(std::u8string_view text, const Token& token) {
@@ -35,7 +35,7 @@ const char* faultOfToken(std::u8string_view text, const Token& token) {
     case TokenKind::Continuation:
       return text[0] == u8'_' && lines ? nullptr : "no continuation";
     case TokenKind::Comment:
-      return nullptr;
+      return (token.word == Word::Continued) == lines ? nullptr : "lines of a comment";
     default:
       return lines ? "a line end inside a token" : isBlank(text.substr(0, 1)) ? "a blank" : nullptr;
   }
