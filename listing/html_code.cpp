@@ -55,7 +55,8 @@ bool writeShort(Output& out, const Markup::Tag& tag, std::u8string_view text, co
     return false;
   std::memcpy(&block, text.data(), sizeof block);
   if (detail::firstUnusual(block) < text.size()) return false;
-  std::memcpy(begin, tag.text.data(), sizeof tag.text);
+  std::memcpy(begin, tag.text.data(), sizeof block);
+  if (tag.size > sizeof block) std::memcpy(begin, tag.text.data(), sizeof tag.text);
   std::memcpy(begin + tag.size, &block, sizeof block);
   char* const p = put(begin + tag.size + text.size(), "</span>");
   out.advance(static_cast<std::size_t>(p - begin));

@@ -65,7 +65,7 @@ class LineAnchor {
  private:
   void make(std::uint32_t line);
 
-  std::array<char, 64> text_;  // copied at once
+  std::array<char, 40> text_;  // copied at once
   std::size_t size_ = 0;
   std::size_t idEnd_ = 0, linkEnd_ = 0;  // of the two numbers
   std::uint32_t line_ = 0;
