@@ -1,4 +1,4 @@
-"""Makes the packages and looks at them as their users do: unpacks, installs, runs, removes.
+"""Looks at what ./dev package made as its users do: unpacks, installs, runs, removes.
 
     python3 -m tests.package.run --native DIR --windows DIR
 
@@ -20,6 +20,7 @@ from tests.support.checks import equal, holds, listed_tests, none, run_program, 
 
 SECONDS = 180  # until a program that hangs is given up
 BUILD_SCRIPT = Path("package/build.py").resolve()
+PACKAGES = Path("build/package").resolve()
 SAMPLE = Path("data/examples/Musterprojekt.bas").resolve()
 BASE = Path("build/wine").resolve()  # made by cmake/wine-run.sh
 PROGRAMS = ["TINTLINE.exe", "TINTLINE.com"]
@@ -99,22 +100,16 @@ class Prefix:
 
 
 class Bench:
-    """The packages, and a folder to work in."""
+    """The packages, from which builds, and a folder to work in."""
 
     def __init__(self, native, windows, folder):
         self.native, self.windows, self.folder = native.resolve(), windows.resolve(), folder
-        self.packages = self.package("packages")
         self.tintline = self.native / "tintline"
         self.version = run(self.tintline, "--version").split()[1]
-        self.zip = self.packages / f"TINTLINE-{self.version}-win64.zip"
-        self.setup = self.packages / f"TINTLINE-{self.version}-setup.exe"
-        self.deb = self.packages / f"tintline_{self.version}_amd64.deb"
+        self.zip = PACKAGES / f"TINTLINE-{self.version}-win64.zip"
+        self.setup = PACKAGES / f"TINTLINE-{self.version}-setup.exe"
+        self.deb = PACKAGES / f"tintline_{self.version}_amd64.deb"
         self.prefix = Prefix(folder / "wine")
-
-    def package(self, name, **process):
-        run(BUILD_SCRIPT, "--native", self.native, "--windows", self.windows, "--target",
-            self.folder / name, **process)
-        return self.folder / name
 
     def check_installed(self, place, root_key):
         """The program lies there, is registered and runs."""
@@ -131,10 +126,11 @@ class Bench:
 
 @test
 def packaging_again_elsewhere_gives_the_same_bytes(bench):
-    again = bench.package("again", cwd=bench.folder, umask=0o077,
-                          env={**os.environ, "TZ": "Asia/Tokyo", "LC_ALL": "C"})
-    equal(sorted(os.listdir(again)), sorted(os.listdir(bench.packages)))
-    for package in (bench.zip, bench.setup, bench.deb):
+    again, packages = bench.folder / "again", (bench.zip, bench.setup, bench.deb)
+    run(BUILD_SCRIPT, "--native", bench.native, "--windows", bench.windows, "--target", again,
+        cwd=bench.folder, umask=0o077, env={**os.environ, "TZ": "Asia/Tokyo", "LC_ALL": "C"})
+    equal(sorted(os.listdir(again)), sorted(package.name for package in packages))
+    for package in packages:
         assert package.read_bytes() == (again / package.name).read_bytes(), package.name
     holds(run(BUILD_SCRIPT, "--native", bench.native, "--windows", bench.native, "--target",
               bench.folder / "none", code=1), "TINTLINE.exe is missing")
