@@ -5,6 +5,7 @@
 // the open parentheses, the With blocks, and whether an "=" would be an assignment.
 #include "vb/resolver.h"
 
+#include <array>
 #include <utility>
 
 #include "vb/scope.h"
@@ -36,6 +37,46 @@ struct Value {
   bool takesArguments = false;  // a call that still lacks its arguments
   std::uint32_t index = 0;
 };
+
+// What a token does to what is known of its statement.
+enum class Step : std::uint8_t {
+  Gap,
+  StatementEnd,
+  Directive,
+  Member,
+  Open,
+  Close,
+  Equals,
+  OtherMark,
+  Keyword,
+  Label,
+  Name,
+  Operand
+};
+
+// By the first character of operators and punctuation, behind them by the kind of others.
+constexpr std::size_t kKinds = 0x80;
+constexpr auto kSteps = [] {
+  std::array<Step, kKinds + static_cast<std::size_t>(TokenKind::End) + 1> steps{};
+  steps.fill(Step::Operand);
+  for (std::size_t i = 0; i < kKinds; ++i) steps[i] = Step::OtherMark;
+  steps[u8'.'] = steps[u8'!'] = Step::Member;
+  steps[u8'('] = Step::Open;
+  steps[u8')'] = Step::Close;
+  steps[u8':'] = Step::StatementEnd;
+  steps[u8'='] = Step::Equals;
+  const auto at = [&steps](TokenKind kind) -> Step& {
+    return steps[kKinds + static_cast<std::size_t>(kind)];
+  };
+  at(TokenKind::Blank) = at(TokenKind::Continuation) = Step::Gap;
+  at(TokenKind::LineEnd) = at(TokenKind::Comment) = Step::StatementEnd;
+  at(TokenKind::Directive) = Step::Directive;
+  at(TokenKind::Keyword) = at(TokenKind::OperatorWord) = Step::Keyword;
+  at(TokenKind::Label) = Step::Label;
+  at(TokenKind::Name) = at(TokenKind::Builtin) = at(TokenKind::ListedWord) = Step::Name;
+  at(TokenKind::ProcedureName) = at(TokenKind::TypeName) = Step::Name;
+  return steps;
+}();
 
 class Resolver {
  public:
@@ -77,34 +118,46 @@ class Resolver {
 
   // ---------------------------------------------------------------------------- tokens
 
+  Step step() const {
+    const bool isMark = kind() == TokenKind::Punctuation || kind() == TokenKind::Operator;
+    const std::size_t ofKind = kKinds + static_cast<std::size_t>(kind());
+    return kSteps[isMark ? character(at_) : ofKind];
+  }
+
   void token() {
-    switch (kind()) {
-      case TokenKind::Blank:
-      case TokenKind::Continuation:
+    switch (step()) {
+      case Step::Gap:
         ++at_;
         return;
-      case TokenKind::LineEnd:
-      case TokenKind::Comment:
+      case Step::StatementEnd:
         ++at_;
         return startStatement();
-      case TokenKind::Directive:
+      case Step::Directive:
         return directive();
-      case TokenKind::Punctuation:
-      case TokenKind::Operator:
-        return punctuation(character(at_));
-      case TokenKind::Keyword:
-      case TokenKind::OperatorWord:
-        if (word() == Word::Then || word() == Word::Else) {
-          ++at_;
-          return startStatement();
-        }
-        keyword();
+      case Step::Member:
+        return member();
+      case Step::Open:
+        return openParenthesis();
+      case Step::Close:
         ++at_;
+        statement_.value = {};
+        statement_.behindOperand = true;
+        if (open_.empty()) return;
+        statement_.value = open_.back();
+        open_.pop_back();
         return;
-      case TokenKind::Label:
+      case Step::Equals:
+        if (open_.empty() && statement_.target == Target::Open) assign();
+        return otherMark();
+      case Step::OtherMark:
+        return otherMark();
+      case Step::Keyword:
+        return keyword();
+      case Step::Label:
         return label();
-      default:
-        if (isNameKind(kind())) return name();
+      case Step::Name:
+        return name();
+      case Step::Operand:
         ++at_;
         return otherOperand();
     }
@@ -130,30 +183,7 @@ class Resolver {
     if (open_.empty()) statement_.target = Target::None;
   }
 
-  void punctuation(char8_t character) {
-    switch (character) {
-      case u8'.':
-      case u8'!':
-        return member(character == u8'!');
-      case u8'(':
-        return openParenthesis();
-      case u8')':
-        ++at_;
-        statement_.value = {};
-        statement_.behindOperand = true;
-        if (open_.empty()) return;
-        statement_.value = open_.back();
-        open_.pop_back();
-        return;
-      case u8':':
-        ++at_;
-        return startStatement();
-      case u8'=':
-        if (open_.empty() && statement_.target == Target::Open) assign();
-        break;
-      default:
-        break;
-    }
+  void otherMark() {
     ++at_;
     statement_.value = {};
     statement_.behindOperand = false;
@@ -162,6 +192,15 @@ class Resolver {
 
   void keyword() {
     const Word word = this->word();
+    if (word == Word::Then || word == Word::Else) {
+      ++at_;
+      return startStatement();
+    }
+    otherKeyword(word);
+    ++at_;
+  }
+
+  void otherKeyword(Word word) {
     const Word before = std::exchange(statement_.lastWord, word);
     const bool first = statement_.target == Target::Awaited && open_.empty();
     if (statement_.firstWord == Word::None) statement_.firstWord = word;
@@ -289,7 +328,8 @@ class Resolver {
 
   // "." or "!": of the operand in front of it, or of the With block when nothing or a blank is
   // there.
-  void member(bool bang) {
+  void member() {
+    const bool bang = character(at_) == u8'!';
     if (!statement_.behindOperand || !isGlued(at_)) {
       beginOperand();
       statement_.value = withs_.value();
