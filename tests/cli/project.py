@@ -1,6 +1,6 @@
 """Whole projects, documented by the command line: which modules they are made of, which pages and
 data are written, and what is told. Run by tests/cli/run.py. What pages say is tested by
-tests/unit/site, how they look by tests/browser/exact.py."""
+tests/unit/site, how they look by tests/browser/run.py."""
 import csv
 import io
 import json
