@@ -11,9 +11,10 @@
 namespace tintline {
 namespace {
 
+// What room is left for more tokens was never written to, and so takes no memory.
 std::size_t memoryOf(const vb::Module& module) {
-  return module.text.capacity() + module.tokens.capacity() * sizeof(vb::Token) +
-         module.declarations.capacity() * sizeof(vb::Declaration);
+  return module.text.capacity() + module.tokens.size() * sizeof(vb::Token) +
+         module.declarations.capacity() * sizeof(vb::Declaration) + module.names.memory();
 }
 
 std::size_t hashOf(const vb::Module& module) {

@@ -106,6 +106,9 @@ class NameTable {
     return NameKey(nameOf(text, number), {entry.head, entry.tail}, entry.size);
   }
   std::uint32_t size() const { return static_cast<std::uint32_t>(entries_.size()); }
+  std::size_t memory() const {  // bytes
+    return slots_.capacity() * sizeof(Slot) + entries_.capacity() * sizeof(Entry);
+  }
 
  private:
   struct Slot {

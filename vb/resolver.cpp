@@ -55,7 +55,7 @@ enum class Step : std::uint8_t {
 };
 
 // By the first character of operators and punctuation, behind them by the kind of others.
-constexpr std::size_t kKinds = 0x80;
+constexpr std::size_t kKinds = 0x100;
 constexpr auto kSteps = [] {
   std::array<Step, kKinds + static_cast<std::size_t>(TokenKind::End) + 1> steps{};
   steps.fill(Step::Operand);
