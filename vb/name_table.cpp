@@ -4,14 +4,6 @@
 #include <string>
 
 namespace tintline::vb {
-namespace {
-
-std::uint64_t mix(std::uint64_t hash) {
-  hash *= 0x9E3779B97F4A7C15U;
-  return hash ^ hash >> 32;
-}
-
-}  // namespace
 
 NameKey NameKey::whole(std::u8string_view name) {
   NameKey key(name, BlockHalves{});

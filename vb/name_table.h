@@ -42,8 +42,7 @@ class NameKey {
 
   std::u8string_view name() const { return name_; }
   std::uint32_t hash() const {
-    const std::uint64_t mixed = (head_ ^ std::rotl(tail_, 29)) * 0x9E3779B97F4A7C15U;
-    return static_cast<std::uint32_t>(mixed >> 32);
+    return static_cast<std::uint32_t>((head_ * factor() + tail_ * std::rotl(factor(), 32)) >> 32);
   }
 
  private:
@@ -54,6 +53,16 @@ class NameKey {
   NameKey(std::u8string_view name, BlockHalves folded, std::size_t size)
       : name_(name), head_(folded.first), tail_(folded.last), size_(size) {}
 
+  // Odd, and another in each run, as the system loads programs at places that nobody foresees: no
+  // file can be written whose names all have one hash.
+  static std::uint64_t factor() {
+    static constexpr char kSomewhere = 0;
+    return (reinterpret_cast<std::uintptr_t>(&kSomewhere) | 1) * 0x9E3779B97F4A7C15U;
+  }
+  static std::uint64_t mix(std::uint64_t hash) {
+    hash *= factor();
+    return hash ^ hash >> 32;
+  }
   static NameKey keyOf(std::u8string_view name, const char8_t* limit) {
     const auto key = ofShort(name, limit);
     return key ? *key : whole(name);

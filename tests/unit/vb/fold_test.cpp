@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -54,4 +56,16 @@ TEST(fold, EqualNamesHaveOneNumber) {
   }
   EXPECT_EQ(names.find(text, NameKey(u8"NAME500")), 500U);
   EXPECT_EQ(add(u8"nAME999"), 999U);
+}
+
+// Names that differ by the same bits in both halves, as somebody could write them on purpose.
+TEST(fold, RelatedNamesHaveDifferentHashes) {
+  std::set<std::uint32_t> hashes;
+  for (unsigned bits = 0; bits < 256; ++bits) {
+    std::u8string name = u8"ddddddddaaaaaaaa";
+    for (unsigned i = 0; i < 8; ++i)
+      if ((bits >> i & 1) != 0) name[i] ^= 1, name[8 + (i + 4) % 8] ^= 8;
+    hashes.insert(NameKey(name).hash());
+  }
+  EXPECT_GT(hashes.size(), 250U);
 }
