@@ -513,13 +513,15 @@ class Resolver {
     if (isNew) statement_.value = valueOf(tables_.typeReference(found), false, false);
   }
 
-  // A jump; where it leads lies in the same procedure.
+  // Behind a label a statement begins. A jump leads to one in the same procedure.
   void label() {
-    if (atDeclaration())
+    const std::uint32_t token = at_++;
+    if (token == nextName_) {
       toNextDeclaration();
-    else if (const std::uint32_t label = scope_.label(scope_.at(at_)); label != kNone)
-      references_.push_back({at_, index_, label});
-    ++at_;
+      startStatement();
+    } else if (const std::uint32_t label = scope_.label(scope_.at(token)); label != kNone) {
+      references_.push_back({token, index_, label});
+    }
   }
 
   bool atDeclaration() const { return at_ == nextName_; }
