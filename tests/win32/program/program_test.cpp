@@ -3,6 +3,8 @@
 
 #include <commctrl.h>
 
+#include <fstream>
+
 #include "base/file.h"
 
 namespace tintline::test {
@@ -17,13 +19,13 @@ constexpr const wchar_t* kExtension = L"Software\\Classes\\.htm";
 constexpr const wchar_t* kClass = L"Software\\Classes\\tintline.test";
 constexpr const wchar_t* kOpenCommand = L"Software\\Classes\\tintline.test\\shell\\open\\command";
 
-fs::path noteFile() { return fs::temp_directory_path() / L"tintline-opened.txt"; }
+// An empty file for each page: nobody reads what another is about to replace.
+fs::path noteOf(const fs::path& page) {
+  return fs::temp_directory_path() / L"tintline-opened" / page.filename();
+}
 
-int noteOpened(std::wstring_view file) {
-  const std::u8string name = fs::path(file).u8string();
-  AtomicFile note(noteFile());
-  note.stream() << std::string_view(reinterpret_cast<const char*>(name.data()), name.size());
-  note.commit();
+int noteOpened(const fs::path& page) {
+  std::ofstream{noteOf(page)};
   return 0;
 }
 
@@ -66,7 +68,8 @@ void ProgramTest::SetUpTestSuite() {
   setDefaultValue(kExtension, L"tintline.test");
   setDefaultValue(kOpenCommand,
                   L"\"" + std::wstring(self) + L"\" " + kNoteOption.data() + L" \"%1\"");
-  fs::remove(noteFile());
+  fs::remove_all(noteOf({}));
+  fs::create_directories(noteOf({}));
 }
 
 void ProgramTest::TearDownTestSuite() {
@@ -152,15 +155,10 @@ void ProgramTest::chooseFromNodeMenu(std::size_t node, int entry) const {
 }
 
 void ProgramTest::untilOpened(const fs::path& file) const {
-  const auto isNoted = [&file] {
-    try {
-      const std::string name = exists(noteFile()) ? readFile(noteFile()) : "";
-      return fs::path(std::u8string(name.begin(), name.end())).filename() == file.filename();
-    } catch (const FileError&) {  // it is just being written
-      return false;
-    }
-  };
+  const auto isNoted = [&] { return exists(noteOf(file)); };
   app().until(isNoted, "the opening of " + file.filename().string());
+  std::error_code stillWritten;
+  fs::remove(noteOf(file), stillWritten);
 }
 
 std::optional<std::string> clipboardText() {
