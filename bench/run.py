@@ -6,9 +6,10 @@
 Every figure stands beside two runs of the bound program, taken in turns with it:
 "escape" reads, escapes "<" and ">" and writes; "same output" writes as many
 bytes as the conversion does. Where the programs highlight and source-highlight are
-installed, they convert the same modules in some of the rounds. A figure is the median
-over all rounds, a ratio the median of the ratios of the rounds. Processor time tells
-the same on a machine that has other things to do.
+installed, they convert the same modules; directly behind them ours does it several times, as
+one run of theirs lasts as long as many of ours. A figure is the median over all rounds, a
+ratio the median of the ratios of the rounds. Processor time tells the same on a machine that
+has other things to do.
 """
 import argparse
 import os
@@ -34,6 +35,7 @@ class Bench:
         self.work = work
         self.commands = {}  # name -> the command line that is measured
         self.every = {}  # name -> it is measured in each so manyth round
+        self.turns = {}  # name -> so often in a row, the median counts
         self.runs = {}  # name -> what each round measured, None when it was left out
 
     def tool(self, name):
@@ -44,9 +46,10 @@ class Bench:
         path.mkdir(parents=True, exist_ok=True)
         return path
 
-    def add(self, name, command, every=1):
+    def add(self, name, command, every=1, turns=1):
         self.commands[name] = [str(part) for part in command]
         self.every[name] = every
+        self.turns[name] = turns
         self.runs[name] = []
 
     def add_conversion(self, name, files, *options):
@@ -62,9 +65,13 @@ class Bench:
         for current in range(rounds + 1):
             for name, command in self.commands.items():
                 wanted = current % self.every[name] == 0
-                result = self.run_once(name, command) if wanted else None
+                result = self.run(name, command) if wanted else None
                 if current > 0:  # the first round warms up and writes what `bound same` looks at
                     self.runs[name].append(result)
+
+    def run(self, name, command):
+        runs = [self.run_once(name, command) for _ in range(self.turns[name])]
+        return tuple(median(values) for values in zip(*runs))
 
     def run_once(self, name, command):
         done = subprocess.run([self.tool("measure_posix"), *command], capture_output=True,
@@ -118,7 +125,8 @@ OTHERS = {
     "highlight": ["highlight", "-q", "-S", "vb", "-O", "html", "-d"],
     "source-highlight": ["source-highlight", "-q", "-s", "vbscript", "-f", "html", "--output-dir"],
 }
-OTHERS_EVERY = 3  # rounds: they take seconds
+OTHERS_EVERY = {"highlight": 1, "source-highlight": 3}  # rounds: the one takes long
+COMPARED_TURNS = 5
 PROJECT_EVERY = 3
 # Lines of two megabytes and four of each kind of character.
 LONG_LINES = {"names": "Wert1", "words": "Wert1 ", "calls": "Ruf Wert1 ", "quotes": '"', "opening": "(",
@@ -162,9 +170,7 @@ def plan(bench, corpus):
 
     for name, place, options in CONVERSIONS:
         bench.add_conversion(name, files(place), "--jobs", "1", *options)
-    for name, command in OTHERS.items():
-        if shutil.which(name):
-            bench.add(name, [*command, bench.folder(f"out/{name}"), *files("modules")], OTHERS_EVERY)
+    plan_others(bench, files("modules"))
     for mode, options in MODES.items():
         plan_growth(bench, files, mode, options)
     bench.add(PROJECT_PAGES, [bench.tool("tintline"), "--jobs", "1", *EXACT, "all", "-d",
@@ -182,6 +188,15 @@ def plan(bench, corpus):
     plan_office(bench, files("office/books"))
     plan_starts(bench, corpus)
     return files
+
+
+def plan_others(bench, modules):
+    others = {name: command for name, command in OTHERS.items() if shutil.which(name)}
+    for other, command in others.items():
+        every = OTHERS_EVERY[other]
+        bench.add(other, [*command, bench.folder(f"out/{other}"), *modules], every)
+        for name, _ in COMPARED:
+            bench.add(f"{name} beside {other}", bench.commands[name], every, COMPARED_TURNS)
 
 
 def plan_office(bench, books):
@@ -260,10 +275,11 @@ def report_others(bench, bars):
                   "the same in processor time", "reach")
     for name, wanted in COMPARED:
         for other in filter(shutil.which, OTHERS):
-            times = 1 / bench.ratio(name, other)
-            table.row(name, f"{bench.wall(name) * 1e3:.1f} ms",
+            ours = f"{name} beside {other}"
+            times = bench.ratio(other, ours)
+            table.row(name, f"{bench.wall(ours) * 1e3:.1f} ms",
                       f"{other}: {bench.wall(other) * 1e3:.0f} ms", f"{times:.1f}",
-                      f"{1 / bench.ratio(name, other, PROCESSOR):.1f}",
+                      f"{bench.ratio(other, ours, PROCESSOR):.1f}",
                       bars.at_least(times, wanted) if wanted and other == "highlight" else "")
     exact, classic = "exact, links in the module", "class, own names, line numbers"
     for name, other, limit in ((exact, classic, 1), (OVER_ALL, exact, 1.3)):
