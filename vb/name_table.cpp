@@ -27,7 +27,7 @@ bool NameKey::setFrom(std::u8string_view text) {
 }
 
 std::uint32_t NameTable::addNew(NameKey key, std::size_t offset) {
-  if (entries_.size() * 2 >= slots_.size()) grow();
+  if (entries_.size() * 2 >= slots_.size()) resizeSlots(slots_.empty() ? 256 : slots_.size() * 2);
   addSlot({key.hash(), size()});
   entries_.push_back({key.head_, key.tail_, key.size_, static_cast<std::uint32_t>(offset),
                       static_cast<std::uint32_t>(key.name().size())});
@@ -40,11 +40,15 @@ void NameTable::addSlot(const Slot& slot) {
   slots_[at] = slot;
 }
 
-void NameTable::grow() {
-  std::vector<Slot> old(slots_.empty() ? 256 : slots_.size() * 2);
+void NameTable::reserve(std::size_t names) {
+  if (names * 2 > slots_.size()) resizeSlots(std::bit_ceil(names * 2));
+}
+
+void NameTable::resizeSlots(std::size_t count) {
+  std::vector<Slot> old(count);
   old.swap(slots_);
-  entries_.reserve(slots_.size() / 2);
-  shift_ = 32 - static_cast<unsigned>(std::countr_zero(slots_.size()));
+  entries_.reserve(count / 2);
+  shift_ = 32 - static_cast<unsigned>(std::countr_zero(count));
   for (const Slot& slot : old)
     if (slot.number != kUnknown) addSlot(slot);
 }

@@ -115,6 +115,7 @@ class NameTable {
     return NameKey(nameOf(text, number), {entry.head, entry.tail}, entry.size);
   }
   std::uint32_t size() const { return static_cast<std::uint32_t>(entries_.size()); }
+  void reserve(std::size_t names);
   std::size_t memory() const {  // bytes
     return slots_.capacity() * sizeof(Slot) + entries_.capacity() * sizeof(Entry);
   }
@@ -132,7 +133,7 @@ class NameTable {
 
   std::uint32_t addNew(NameKey key, std::size_t offset);
   void addSlot(const Slot& slot);
-  void grow();
+  void resizeSlots(std::size_t count);
 
   [[gnu::always_inline]] bool isAt(std::u8string_view text, std::uint32_t number,
                                    const NameKey& key) const {

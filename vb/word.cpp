@@ -190,7 +190,7 @@ constexpr WordGroup kGroups[] = {
      {Word::LibraryFunction, Runtime}},
 };
 
-// Calls `take` with each entry of a list; any of the bytes ends one.
+// Calls `take` with the key of each entry of a list; any of the bytes ends one.
 template <char8_t... Ends, typename Take>
 void forEachEntry(std::u8string_view list, Take take) {
   const char8_t* const listEnd = list.data() + list.size();
@@ -200,7 +200,7 @@ void forEachEntry(std::u8string_view list, Take take) {
     while (entry.ends_with(u8' ') || entry.ends_with(u8'\t')) entry.remove_suffix(1);
     while (entry.starts_with(u8' ') || entry.starts_with(u8'\t')) entry.remove_prefix(1);
     if (entry.ends_with(u8'$')) entry.remove_suffix(1);
-    if (!entry.empty() && entry.size() <= kLongest) take(entry);
+    if (!entry.empty() && entry.size() <= kLongest) take(NameKey(entry, listEnd));
   }
 }
 
@@ -214,49 +214,55 @@ std::u8string_view builtInList(int number) {
 
 WordLists::WordLists() {
   addLanguage();
-  addEach(builtInList(102), [](std::u8string_view) {
-    return KnownWord{Word::LibraryObject, Listed};
-  });
+  addEach(builtInList(102), [](const NameKey&) { return KnownWord{Word::LibraryObject, Listed}; });
 }
 
 WordLists::WordLists(std::u8string_view first, std::u8string_view second) {
   addLanguage();
   const WordLists builtInFirst(builtInList(101)), builtInSecond(builtInList(102));
-  addEach(first, [&](std::u8string_view word) {
-    const bool builtIn = builtInFirst.find(NameKey(word)).wordClass != None;
+  addEach(first, [&](const NameKey& word) {
+    const bool builtIn = builtInFirst.find(word).wordClass != None;
     return builtIn ? KnownWord{} : KnownWord{Word::None, Runtime};
   });
-  addEach(second, [&](std::u8string_view word) {
-    const bool builtIn = builtInSecond.find(NameKey(word)).wordClass != None;
+  addEach(second, [&](const NameKey& word) {
+    const bool builtIn = builtInSecond.find(word).wordClass != None;
     return KnownWord{builtIn ? Word::LibraryObject : Word::None, Listed};
   });
 }
 
 WordLists::WordLists(std::u8string_view only) {
-  addEach(only, [](std::u8string_view) { return KnownWord{Word::None, Listed}; });
+  reserve();
+  addEach(only, [](const NameKey&) { return KnownWord{Word::None, Listed}; });
+}
+
+void WordLists::reserve() {
+  constexpr std::size_t kUsual = 2700;  // words of the language and the built-in second list
+  words_.reserve(kUsual);
+  known_.reserve(kUsual);
+  texts_.reserve(16 * kUsual);
 }
 
 void WordLists::addLanguage() {
-  for (const LanguageWord& word : kWords) add(word.text, {word.word, word.wordClass});
+  reserve();
+  for (const LanguageWord& word : kWords) add(NameKey(word.text), {word.word, word.wordClass});
   for (const auto& [words, known] : kGroups)
-    forEachEntry<u8' '>(words, [&, known = known](std::u8string_view word) { add(word, known); });
+    forEachEntry<u8' '>(words, [&, known = known](const NameKey& word) { add(word, known); });
 }
 
 // Adds the entries of a list as what knownAs(entry) says, unless that is nothing.
 template <typename KnownAs>
 void WordLists::addEach(std::u8string_view list, KnownAs knownAs) {
-  forEachEntry<u8'\r', u8'\n', u8'\0'>(list, [&](std::u8string_view word) {
+  forEachEntry<u8'\r', u8'\n', u8'\0'>(list, [&](const NameKey& word) {
     if (const KnownWord known = knownAs(word); known.wordClass != None) add(word, known);
   });
 }
 
 // A word that is there already stays as it is.
-void WordLists::add(std::u8string_view word, KnownWord known) {
-  const NameKey key(word);
-  if (words_.add(texts_, key, texts_.size()) < known_.size()) return;
-  texts_ += word;
+void WordLists::add(const NameKey& word, KnownWord known) {
+  if (words_.add(texts_, word, texts_.size()) < known_.size()) return;
+  texts_ += word.name();
   known_.push_back(known);
-  const std::uint32_t hash = key.hash();
+  const std::uint32_t hash = word.hash();
   filter_[hash / kBucket] |= static_cast<std::uint8_t>(1U << (hash & 7));
 }
 

@@ -202,10 +202,11 @@ class WordLists {
 
  private:
   explicit WordLists(std::u8string_view only);  // without the words of the language
+  void reserve();
   void addLanguage();
   template <typename KnownAs>
   void addEach(std::u8string_view list, KnownAs knownAs);
-  void add(std::u8string_view word, KnownWord known);
+  void add(const NameKey& word, KnownWord known);
   bool mayHold(std::uint32_t hash) const {
     return (filter_[hash / kBucket] >> (hash & 7) & 1) != 0;
   }
