@@ -8,7 +8,6 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -28,16 +27,6 @@ class NameKey {
   // The same of a name of at most sixteen ASCII characters, with which `block` begins.
   static NameKey ofShort(std::u8string_view name, Block block) {
     return NameKey(name, halvesOf(foldAscii(firstBytes(block, name.size()))));
-  }
-
-  // The same, nothing for a name that is long, beyond ASCII or too close to `limit`: nearly all are
-  // not, and this one needs no memory.
-  static std::optional<NameKey> ofShort(std::u8string_view name, const char8_t* limit) {
-    if (name.size() > kShort || limit - name.data() < static_cast<std::ptrdiff_t>(kShort))
-      return {};
-    const Block block = loadBlock(name.data());
-    if (firstMarked(firstBytes(block, name.size()) >= 0x80) < kShort) return {};
-    return ofShort(name, block);
   }
 
   std::u8string_view name() const { return name_; }
@@ -64,8 +53,12 @@ class NameKey {
     return hash ^ hash >> 32;
   }
   static NameKey keyOf(std::u8string_view name, const char8_t* limit) {
-    const auto key = ofShort(name, limit);
-    return key ? *key : whole(name);
+    if (name.size() <= kShort && limit - name.data() >= static_cast<std::ptrdiff_t>(kShort)) {
+      const Block block = loadBlock(name.data());
+      if (firstMarked(firstBytes(block, name.size()) >= 0x80) == kShort)
+        return ofShort(name, block);
+    }
+    return whole(name);
   }
   static Block foldAscii(Block block) {
     return block | (static_cast<Block>(block - 'A' < 26) & 0x20);
