@@ -28,8 +28,8 @@ using Form = ProjectOrder::Form;
 constexpr std::u8string_view kDataFile = u8"projekt.json";
 
 // Modules are kept between the passes while they need no more memory than this times the size of
-// all sources and some room beside it: what is known of them needs as much again.
-constexpr double kKeptPerSource = 1.5;
+// all sources and some room beside it. Nearly all projects stay below; others are read again.
+constexpr double kKeptPerSource = 3;
 constexpr std::size_t kKeptBeside = 16U << 20;
 
 std::size_t roomFor(const std::vector<Task>& tasks) {
