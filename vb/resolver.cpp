@@ -58,8 +58,13 @@ enum class Step : std::uint8_t {
 constexpr std::size_t kKinds = 0x100;
 constexpr auto kSteps = [] {
   std::array<Step, kKinds + static_cast<std::size_t>(TokenKind::End) + 1> steps{};
-  steps.fill(Step::Operand);
-  for (std::size_t i = 0; i < kKinds; ++i) steps[i] = Step::OtherMark;
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    const auto kind = static_cast<TokenKind>(i - kKinds);
+    steps[i] = i < kKinds         ? Step::OtherMark
+               : isNameKind(kind) ? Step::Name
+               : isGap(kind)      ? Step::Gap
+                                  : Step::Operand;
+  }
   steps[u8'.'] = steps[u8'!'] = Step::Member;
   steps[u8'('] = Step::Open;
   steps[u8')'] = Step::Close;
@@ -68,13 +73,10 @@ constexpr auto kSteps = [] {
   const auto at = [&steps](TokenKind kind) -> Step& {
     return steps[kKinds + static_cast<std::size_t>(kind)];
   };
-  at(TokenKind::Blank) = at(TokenKind::Continuation) = Step::Gap;
   at(TokenKind::LineEnd) = at(TokenKind::Comment) = Step::StatementEnd;
   at(TokenKind::Directive) = Step::Directive;
   at(TokenKind::Keyword) = at(TokenKind::OperatorWord) = Step::Keyword;
   at(TokenKind::Label) = Step::Label;
-  at(TokenKind::Name) = at(TokenKind::Builtin) = at(TokenKind::ListedWord) = Step::Name;
-  at(TokenKind::ProcedureName) = at(TokenKind::TypeName) = Step::Name;
   return steps;
 }();
 

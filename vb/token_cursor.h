@@ -15,7 +15,7 @@
 namespace tintline::vb {
 
 // A kind that names can have: whoever reads them says where they are names.
-inline bool isNameKind(TokenKind kind) {
+constexpr bool isNameKind(TokenKind kind) {
   switch (kind) {
     case TokenKind::Name:
     case TokenKind::Builtin:
@@ -28,7 +28,7 @@ inline bool isNameKind(TokenKind kind) {
   }
 }
 
-inline bool isGap(TokenKind kind) {
+constexpr bool isGap(TokenKind kind) {
   return kind == TokenKind::Blank || kind == TokenKind::Continuation;
 }
 
