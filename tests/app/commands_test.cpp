@@ -116,6 +116,9 @@ TEST_F(commands, progress_is_shown_and_escape_ends_a_run) {
   execute("selection", Command::mnuAuswahl);
   select(form.List1, {});
   execute("no selection", Command::mnuAuswahl);
+  openFile("b.bas", "a\r\nb\r\nc\r\n");
+  later(5, [&] { execute("Esc", Command::mnuAbbrechen); });
+  execute("export", Command::cmdExport);
 }
 
 TEST_F(commands, closing_ends_the_run_first) {

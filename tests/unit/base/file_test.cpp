@@ -10,7 +10,10 @@
 #include "tests/support/temp_folder.h"
 
 #ifndef _WIN32
+#include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <thread>
 #endif
@@ -127,6 +130,28 @@ TEST(ReadFile, readsWhatDoesNotKnowItsSize) {
   std::thread writer([&] { put(folder / "pipe", content); });
   EXPECT_EQ(readFile(folder / "pipe"), content);
   writer.join();
+}
+
+// A signal ends a write that waits for its reader, with a part of the text written.
+TEST(AtomicFile, writesTheRestBehindASignal) {
+  int pipe[2];
+  ASSERT_EQ(::pipe(pipe), 0);
+  struct sigaction noted {}, before {};
+  noted.sa_handler = [](int) {};
+  ::sigaction(SIGUSR1, &noted, &before);
+  std::string content;
+  for (int i = 0; i < 50'000; ++i) content += std::to_string(i);
+  std::thread writer([&] {
+    writeAtomic("/dev/fd/" + std::to_string(pipe[1]), content);
+    ::close(pipe[1]);
+  });
+  for (int waiting = 0; waiting < 0x10000; ::ioctl(pipe[0], FIONREAD, &waiting))
+    std::this_thread::yield();
+  ::pthread_kill(writer.native_handle(), SIGUSR1);
+  EXPECT_TRUE(readFile("/dev/fd/" + std::to_string(pipe[0])) == content);
+  writer.join();
+  ::close(pipe[0]);
+  ::sigaction(SIGUSR1, &before, nullptr);
 }
 
 TEST(AtomicFile, followsSymbolicLinksAndKeepsPermissions) {
