@@ -47,16 +47,22 @@ inline BlockHalves halvesOf(Block block) {
   return {halves[0], halves[1]};
 }
 
+// A bit for each byte, the first one lowest: whether it is marked.
+inline unsigned markedBits(BlockMarks marks) {
+#ifdef __SSE2__
+  return static_cast<unsigned>(_mm_movemask_epi8(std::bit_cast<__m128i>(marks)));
+#else
+  constexpr std::uint64_t kOnes = 0x0101010101010101, kGather = 0x0102040810204080;
+  const BlockHalves halves = halvesOf(std::bit_cast<Block>(marks));
+  const std::uint64_t first = (halves.first & kOnes) * kGather >> 56;
+  const std::uint64_t last = (halves.last & kOnes) * kGather >> 56;
+  return static_cast<unsigned>(first | last << 8);
+#endif
+}
+
 // The index of the first byte that is marked, 16 when none is.
 inline std::size_t firstMarked(BlockMarks marks) {
-#ifdef __SSE2__
-  const auto bits = static_cast<unsigned>(_mm_movemask_epi8(std::bit_cast<__m128i>(marks)));
-  return static_cast<std::size_t>(std::countr_zero(bits | 0x10000U));
-#else
-  const auto halves = std::bit_cast<std::array<std::uint64_t, 2> >(marks);
-  const int zeros = halves[0] != 0 ? std::countr_zero(halves[0]) : 64 + std::countr_zero(halves[1]);
-  return static_cast<std::size_t>(zeros) / 8;
-#endif
+  return static_cast<std::size_t>(std::countr_zero(markedBits(marks) | 0x10000U));
 }
 
 }  // namespace tintline

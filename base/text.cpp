@@ -19,13 +19,6 @@ bool equalsIgnoreCase(std::string_view a, std::string_view b) {
   return a.size() == b.size() && startsWithIgnoreCase(a, b);
 }
 
-bool startsWithIgnoreCase(std::string_view text, std::string_view prefix) {
-  if (text.size() < prefix.size()) return false;
-  for (std::size_t i = 0; i < prefix.size(); ++i)
-    if (toLower(text[i]) != toLower(prefix[i])) return false;
-  return true;
-}
-
 namespace {
 
 constexpr std::uint64_t kOnes = 0x0101010101010101U;  // one bit for each of eight characters

@@ -60,7 +60,12 @@ constexpr std::string_view takeWord(std::string_view& text) {
 std::string Space(std::ptrdiff_t count);
 
 bool equalsIgnoreCase(std::string_view a, std::string_view b);
-bool startsWithIgnoreCase(std::string_view text, std::string_view prefix);
+inline bool startsWithIgnoreCase(std::string_view text, std::string_view prefix) {
+  if (text.size() < prefix.size()) return false;
+  for (std::size_t i = 0; i < prefix.size(); ++i)
+    if (toLower(text[i]) != toLower(prefix[i])) return false;
+  return true;
+}
 
 // A text to look for without regard to case, prepared once for many searches.
 class CaselessText {

@@ -29,9 +29,18 @@ constexpr std::string_view kMarkup =
     "<span class='marks'>\n<span class='rem'>\n<hr>\n&lt;\n&gt;\n<a href='#\n' "
     "class='marks'>\n</a> ";
 
+// A set of characters.
+using CharacterSet = std::array<bool, 256>;
+
+constexpr CharacterSet kEndsMarkup = [] {
+  CharacterSet ends{};
+  for (const unsigned char c : {'<', '>', '&', ';', '#', '=', ' '}) ends[c] = true;
+  return ends;
+}();
+
 // Whether a character occurs in it, in any case.
-constexpr auto kInMarkup = [] {
-  std::array<bool, 256> occurs{};
+constexpr CharacterSet kInMarkup = [] {
+  CharacterSet occurs{};
   for (const char c : kMarkup) {
     occurs[static_cast<unsigned char>(c)] = true;
     if (c >= 'a' && c <= 'z') occurs[static_cast<unsigned char>(c - 0x20)] = true;
@@ -44,14 +53,17 @@ constexpr auto kInMarkup = [] {
 // or in text of the source; and what a link adds to its name reaches from "<" to "#" and from
 // the apostrophe to ">".
 bool isInHtmlOnly(std::string_view name) {
-  if (name.find_first_of("<>&;#= ") != std::string_view::npos || name.ends_with('\'')) return true;
-  if (!std::ranges::all_of(name, [](unsigned char c) { return kInMarkup[c]; })) return false;
+  const auto isIn = [](const CharacterSet& set) {
+    return [&set](unsigned char c) { return set[c]; };
+  };
+  if (std::ranges::any_of(name, isIn(kEndsMarkup)) || name.ends_with('\'')) return true;
+  if (!std::ranges::all_of(name, isIn(kInMarkup))) return false;
   std::string folded(name);
   for (char& c : folded) c = toLower(c);
   return kMarkup.find(folded) != std::string_view::npos;
 }
 
-std::uint32_t foldedCode(char c) { return static_cast<unsigned char>(toLower(c)); }
+constexpr std::uint32_t foldedCode(char c) { return static_cast<unsigned char>(toLower(c)); }
 
 // The first characters of a text, folded, the first one in the lowest byte; zeros behind its end.
 std::uint64_t foldedStart(std::string_view text) {
@@ -61,12 +73,22 @@ std::uint64_t foldedStart(std::string_view text) {
   return start;
 }
 
-// The hash of so many folded characters.
+// What each character adds to the hash of a key, by its place from the key's end.
+constexpr auto kHashParts = [] {
+  std::array<std::array<std::uint32_t, 256>, 3> parts{};
+  for (std::uint32_t place = 0; place < parts.size(); ++place)
+    for (std::uint32_t code = 0; code < 256; ++code)
+      parts[place][code] = (foldedCode(static_cast<char>(code)) << 8 * place) * 0x9E3779B1U;
+  return parts;
+}();
+
+// The hash of so many characters, the same in either case.
 template <std::size_t kSize>
 std::uint32_t hashKey(const char* characters) {
-  std::uint32_t key = 0;
-  for (std::size_t i = 0; i < kSize; ++i) key = key << 8 | foldedCode(characters[i]);
-  return key * 0x9E3779B1U >> (32 - kHashBits);
+  std::uint32_t sum = 0;
+  for (std::size_t i = 0; i < kSize; ++i)
+    sum += kHashParts[kSize - 1 - i][static_cast<unsigned char>(characters[i])];
+  return sum >> (32 - kHashBits);
 }
 
 // The trimmed names in order, without empty ones; one that stands twice counts once.

@@ -66,15 +66,16 @@ class Run {
     observer_.reading(i, List1_.size());
     observer_.yield();
     const std::string_view source = List1_[i];
-    std::string_view html = highlighter_.fkt_ZeileKonvertieren(source);
+    const std::string_view all = List1_.text();
+    std::string_view html = highlighter_.fkt_ZeileKonvertieren(source, all.data() + all.size());
     const LineMarks marks = findMarks(html, source, highlighter_.lineHoldsApostrophe());
     if (marks.procedureEnd) html = withRule(html);
     if (observer_.abortRequested()) return false;
     observer_.yield();
     if (marks.head != std::string_view::npos)
-      emitHead(html, marks.head, Trim(source));
+      emitHead(html, marks.head, source);
     else
-      html = emitOther(i, html, Trim(source));
+      html = emitOther(i, html, source);
     statementStart_ = !continuesInHtml(html);
     observer_.yield();
     return true;
@@ -107,7 +108,7 @@ class Run {
     decorated_.append(Replace(LTrim(opener), "<span name", "<a name"));
     decorated_.append(" HREF='#Index' class='Marks'>").append(std::to_string(number));
     decorated_.append(":</a><span class='Marks'>").append(numberFill(number));
-    decorated_.append("</span><span class='Sub'>").append(source).append("</span>");
+    decorated_.append("</span><span class='Sub'>").append(Trim(source)).append("</span>");
   }
 
   // Every span of the head is a link back; the first one's name is the anchor.
@@ -126,7 +127,7 @@ class Run {
   // Returns the line's HTML as call linking left it.
   std::string_view emitOther(std::size_t i, std::string_view html, std::string_view source) {
     if (!bSubUmbruch_) html = linker_.link(html, source);
-    if (startsModule(i, html))
+    if (startsModule(i, html, source))
       collector_.append(std::exchange(frameOpen_, true) ? kNextFrame : kFrameOpener);
     const bool continues = continuesInSource(source);
     collector_.emit(decorated(html, source), continues ? "<br><br>" : "<br>\n", !statementStart_);
@@ -139,10 +140,13 @@ class Run {
   }
 
   // The upper rule of a module header.
-  bool startsModule(std::size_t i, std::string_view html) const {
-    return highlighter_.lineHoldsApostrophe() && i + 1 < List1_.size() &&
-           html.find("'-------") != std::string_view::npos &&
-           containsIgnoreCase(List1_[i + 1], "Modul:");
+  bool startsModule(std::size_t i, std::string_view html, std::string_view source) const {
+    // Neither spans nor links put such a rule together, but they can tear one apart.
+    const auto holdsRule = [](std::string_view line) {
+      return line.find("'-------") != std::string_view::npos;
+    };
+    return highlighter_.lineHoldsApostrophe() && i + 1 < List1_.size() && holdsRule(source) &&
+           holdsRule(html) && containsIgnoreCase(List1_[i + 1], "Modul:");
   }
 
   std::string_view decorated(std::string_view html, std::string_view source) {
@@ -150,7 +154,7 @@ class Run {
     if (bSubUmbruch_) {
       if (options_.lineNumbers) decorated_ = kNumberColumn;
       decorated_ += options_.lineNumbers ? "<a class='Sub'>" : "<a HREF='#Index' class='Sub'>";
-      return decorated_.append(source).append("</a>");
+      return decorated_.append(Trim(source)).append("</a>");
     }
     if (!options_.lineNumbers) return html;
     decorated_ = statementStart_ ? numberPrefix(lineCounter_ + 1) : kNumberColumn;

@@ -2,8 +2,11 @@
 #include "engine/keyword_table.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
+#include <limits>
+#include <stdexcept>
 
 #include "base/ini.h"
 
@@ -12,29 +15,6 @@ namespace {
 
 constexpr char kNul = '\0';
 constexpr std::size_t kMaxSection = 65000;
-
-// The first and the last characters say enough about a word; loads of a fixed
-// size are what makes this cheap.
-std::uint64_t hashWord(std::string_view word) {
-  const std::size_t size = word.size();
-  const auto load = [&word]<typename Unit>(std::size_t at, Unit unit) -> std::uint64_t {
-    std::memcpy(&unit, word.data() + at, sizeof unit);
-    return unit;
-  };
-  std::uint64_t head = 0, tail = 0;
-  if (size >= 8) {
-    head = load(0, std::uint64_t{});
-    tail = load(size - 8, std::uint64_t{});
-  } else if (size >= 4) {
-    head = load(0, std::uint32_t{});
-    tail = load(size - 4, std::uint32_t{});
-  } else if (size > 0) {
-    head = load(0, std::uint8_t{}) | load(size / 2, std::uint8_t{}) << 8;
-    tail = load(size - 1, std::uint8_t{});
-  }
-  const std::uint64_t mixed = (head ^ std::rotl(tail, 29) ^ size) * 0x9E3779B97F4A7C15U;
-  return mixed ^ mixed >> 32;
-}
 
 // The list text of a resource: its lines as NUL-delimited entries.
 std::string listText(std::string_view resource) {
@@ -56,22 +36,37 @@ std::size_t entriesOf(std::string_view list) {
   return entries;
 }
 
+// The bits of a hash that do not choose the slot.
+std::uint16_t tagOf(std::uint64_t hash) { return static_cast<std::uint16_t>(hash >> 48); }
+
 }  // namespace
 
 KeywordTable::KeywordTable() : KeywordTable(std::string(), std::string()) {}
 
 KeywordTable::KeywordTable(std::string keywords1, std::string keywords2)
     : keywords1_(std::move(keywords1)), keywords2_(std::move(keywords2)) {
-  slots_.resize(std::bit_ceil(2 * (entriesOf(keywords1_) + entriesOf(keywords2_)) + 2));
+  const std::size_t entries = entriesOf(keywords1_) + entriesOf(keywords2_);
+  entries_.reserve(entries + 1);
+  entries_.push_back({Key(), 0, WordClass::None});
+  slots_.resize(std::bit_ceil(2 * entries + 2));
   addEntries(keywords1_, WordClass::Code);
   addEntries(keywords2_, WordClass::Parms);
 }
 
-WordClass KeywordTable::lookup(std::string_view word) const {
+KeywordTable::Key KeywordTable::keyOf(std::string_view word) {
+  std::array<char, sizeof(Block)> start{};
+  std::memcpy(start.data(), word.data(), std::min(word.size(), start.size()));
+  return {loadBlock(start.data()), word.size()};
+}
+
+// The slot that holds the word, else the one in which it would be.
+std::size_t KeywordTable::slotOf(std::string_view word, const Key& key) const {
   const std::size_t mask = slots_.size() - 1;
-  for (std::size_t at = hashWord(word) & mask;; at = (at + 1) & mask) {
+  const std::uint64_t hash = key.hash();
+  const std::uint16_t tag = tagOf(hash);
+  for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
     const Slot& slot = slots_[at];
-    if (slot.wordClass == WordClass::None || entry(slot) == word) return slot.wordClass;
+    if (slot.entry == 0 || (slot.tag == tag && isEntry(entries_[slot.entry], word, key))) return at;
   }
 }
 
@@ -79,22 +74,25 @@ void KeywordTable::addEntries(const std::string& list, WordClass wordClass) {
   if (list.empty()) return;
   std::size_t begin = 1;  // behind the leading NUL
   for (std::size_t end; (end = list.find(kNul, begin)) != std::string::npos; begin = end + 1)
-    add(static_cast<std::uint32_t>(begin), static_cast<std::uint16_t>(end - begin), wordClass);
+    add(static_cast<std::uint32_t>(begin), std::string_view(list).substr(begin, end - begin),
+        wordClass);
 }
 
-void KeywordTable::add(std::uint32_t offset, std::uint16_t length, WordClass wordClass) {
-  const Slot added{offset, length, wordClass};
-  const std::string_view word = entry(added);
-  const std::size_t mask = slots_.size() - 1;
-  std::size_t at = hashWord(word) & mask;
-  for (; slots_[at].wordClass != WordClass::None; at = (at + 1) & mask)
-    if (entry(slots_[at]) == word) return;  // Keywords1 is entered, and so found, first
-  slots_[at] = added;
+void KeywordTable::add(std::uint32_t offset, std::string_view word, WordClass wordClass) {
+  const Key key = keyOf(word);
+  Slot& slot = slots_[slotOf(word, key)];
+  if (slot.entry != 0) return;  // Keywords1 is entered, and so found, first
+  if (entries_.size() > std::numeric_limits<std::uint16_t>::max())
+    throw std::length_error("more keywords than a table holds");
+  slot = {tagOf(key.hash()), static_cast<std::uint16_t>(entries_.size())};
+  entries_.push_back({key, offset, wordClass});
 }
 
-std::string_view KeywordTable::entry(const Slot& slot) const {
-  const std::string& list = slot.wordClass == WordClass::Code ? keywords1_ : keywords2_;
-  return std::string_view(list).substr(slot.offset, slot.length);
+bool KeywordTable::isEntry(const Entry& entry, std::string_view word, const Key& key) const {
+  if (!(entry.key == key)) return false;
+  if (key.size <= sizeof(Block)) return true;
+  const std::string& list = entry.wordClass == WordClass::Code ? keywords1_ : keywords2_;
+  return std::string_view(list).substr(entry.offset, word.size()) == word;
 }
 
 bool fkt_NurBuchstaben(std::string_view text) {

@@ -6,11 +6,15 @@
 // Tested by tests/unit/engine/engine_test.cpp.
 #pragma once
 
-#include <array>
+#include <algorithm>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "base/block.h"
 
 namespace tintline {
 
@@ -25,28 +29,66 @@ class KeywordTable {
   // An empty table: no word is in it.
   KeywordTable();
 
-  // Takes the two list texts, each in the form above (or empty).
+  // Takes the two list texts, each in the form above (or empty). Throws std::length_error when
+  // they hold more than 65,535 words.
   KeywordTable(std::string keywords1, std::string keywords2);
 
-  // The class of a word that is not empty and passes fkt_NurBuchstaben.
-  WordClass lookup(std::string_view word) const;
+  // The class of a word that is not empty and passes fkt_NurBuchstaben. Sixteen bytes from its
+  // beginning on can be read, whatever those behind it are.
+  WordClass lookupReadable(std::string_view word) const {
+    return classOf(word, Key(loadBlock(word.data()), word.size()));
+  }
+
+  // The same of any word.
+  WordClass lookup(std::string_view word) const { return classOf(word, keyOf(word)); }
 
   const std::string& Keywords1() const { return keywords1_; }
   const std::string& Keywords2() const { return keywords2_; }
 
  private:
-  struct Slot {
-    std::uint32_t offset = 0;  // of the entry in its list text
-    std::uint16_t length = 0;
-    WordClass wordClass = WordClass::None;
+  // The first sixteen characters of a word, the first one lowest, zeros behind its end.
+  struct Key {
+    Key() = default;
+    Key(Block block, std::size_t ofSize)
+        : start(halvesOf(firstBytes(block, std::min(ofSize, sizeof block)))), size(ofSize) {}
+
+    bool operator==(const Key& other) const {
+      return start.first == other.start.first && start.last == other.start.last &&
+             size == other.size;
+    }
+    std::uint64_t hash() const {
+      const std::uint64_t mixed = (start.first ^ std::rotl(start.last, 29)) * 0x9E3779B97F4A7C15U;
+      return mixed ^ mixed >> 32;
+    }
+
+    BlockHalves start{};
+    std::size_t size = 0;
   };
 
+  struct Entry {
+    Key key;
+    std::uint32_t offset;  // in its list text
+    WordClass wordClass;
+  };
+
+  // Small, so that they stay in the cache: most words are told by their tags to be in no list.
+  struct Slot {
+    std::uint16_t tag = 0;    // a part of the word's hash
+    std::uint16_t entry = 0;  // its index in entries_; 0: the slot is free
+  };
+
+  static Key keyOf(std::string_view word);
+  WordClass classOf(std::string_view word, const Key& key) const {
+    return entries_[slots_[slotOf(word, key)].entry].wordClass;
+  }
+  std::size_t slotOf(std::string_view word, const Key& key) const;
   void addEntries(const std::string& list, WordClass wordClass);
-  void add(std::uint32_t offset, std::uint16_t length, WordClass wordClass);
-  std::string_view entry(const Slot& slot) const;
+  void add(std::uint32_t offset, std::string_view word, WordClass wordClass);
+  bool isEntry(const Entry& entry, std::string_view word, const Key& key) const;
 
   std::string keywords1_, keywords2_;
-  std::vector<Slot> slots_;  // open addressing, the size is a power of two
+  std::vector<Entry> entries_;  // behind one that stands for all other words
+  std::vector<Slot> slots_;     // open addressing, the size is a power of two
 };
 
 // True when the text holds letters A to Z (either case) and "$" only; an empty

@@ -43,8 +43,7 @@ void LineCollector::emit(std::string_view html, std::string_view lineEnd, bool a
 }
 
 // Append takes no text longer than one chunk beyond its free space.
-void LineCollector::append(std::string_view text) {
-  if (text.size() <= builder_.appendLimit()) return builder_.Append(text);
+void LineCollector::appendInPieces(std::string_view text) {
   while (!text.empty()) {
     const std::size_t piece = std::min(text.size(), builder_.appendLimit());
     builder_.Append(text.substr(0, piece));

@@ -45,12 +45,17 @@ class LineCollector {
   void emit(std::string_view html, std::string_view lineEnd, bool alwaysWrapper = false);
 
   // Adds to the text only: frames.
-  void append(std::string_view text);
+  void append(std::string_view text) {
+    if (text.size() > builder_.appendLimit()) return appendInPieces(text);
+    builder_.Append(text);
+  }
 
   // Ends the run: the lines with their text.
   HtmlLines take() &&;
 
  private:
+  void appendInPieces(std::string_view text);
+
   const DocumentFrame& frame_;
   ConversionObserver& observer_;
   cStringBuilder builder_;

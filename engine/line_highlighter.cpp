@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <string>
 #include <utility>
 
@@ -59,11 +60,18 @@ constexpr std::size_t kMaxSpan = 40;
 
 constexpr std::string_view kProcedureKeywords = "\3Sub\3Function\3Property\3";
 
+template <std::size_t N>
+bool isWord(std::string_view word, const char (&literal)[N]) {
+  return word.size() == N - 1 && std::memcmp(word.data(), literal, N - 1) == 0;
+}
+
 // The same test for a word of letters and for one that holds code 3 itself.
+bool isProcedureKeyword(std::string_view letters) {
+  return isWord(letters, "Sub") || isWord(letters, "Function") || isWord(letters, "Property");
+}
 bool isProcedureKeyword(std::string_view word, unsigned classes) {
-  if ((classes & ~(kLetter | kCode3)) != 0 || word.empty()) return false;
-  if (classes == kLetter) return word == "Sub" || word == "Function" || word == "Property";
-  return kProcedureKeywords.find("\3" + std::string(word) + "\3") != std::string_view::npos;
+  return (classes & ~(kLetter | kCode3)) == 0 &&
+         kProcedureKeywords.find("\3" + std::string(word) + "\3") != std::string_view::npos;
 }
 
 // Whether the text holds an even number of double quotes, so that what follows
@@ -115,23 +123,31 @@ bool isNoName(std::string_view word, std::string_view keyword) {
          std::find(std::begin(kWithBlank), std::end(kWithBlank), word) != std::end(kWithBlank);
 }
 
-// Where a mark stands next in a word that is searched from left to right. Every stretch of the
-// word is searched once, however many pieces the word has.
+// Where a mark of one or two characters stands next in a word that is searched from left to
+// right. Every stretch of the word is searched once, however many pieces the word has.
+template <char... kMark>
 class NextMark {
  public:
   // `possible` says whether the word can hold the mark at all.
-  NextMark(std::string_view mark, std::string_view word, bool possible)
-      : mark_(mark), at_(possible ? std::min(word.find(mark), word.size()) : word.size()) {}
+  NextMark(std::string_view word, bool possible) : at_(possible ? find(word, 0) : word.size()) {}
 
   // Position of the first mark at or behind `from`, which never moves back; the end of the word
   // when there is none.
   std::size_t in(std::string_view word, std::size_t from) {
-    if (at_ < from) at_ = std::min(word.find(mark_, from), word.size());
+    if (at_ < from) at_ = find(word, from);
     return at_;
   }
 
  private:
-  std::string_view mark_;
+  // Words are short: no search that is made for long texts is faster.
+  static std::size_t find(std::string_view word, std::size_t from) {
+    for (; from + sizeof...(kMark) <= word.size(); ++from) {
+      const char* at = word.data() + from;
+      if (((*at++ == kMark) && ...)) return from;
+    }
+    return word.size();
+  }
+
   std::size_t at_;
 };
 
@@ -144,10 +160,10 @@ class WordPieces {
       : word_(word),
         classes_(classes),
         end_(word.size()),
-        comma_(",", word, (classes & kComma) != 0),
-        opening_("(", word, (classes & kOpening) != 0),
-        closing_(")", word, (classes & kClosing) != 0),
-        pair_("()", word, (classes & kOpening) != 0 && (classes & kClosing) != 0) {}
+        comma_(word, (classes & kComma) != 0),
+        opening_(word, (classes & kOpening) != 0),
+        closing_(word, (classes & kClosing) != 0),
+        pair_(word, (classes & kOpening) != 0 && (classes & kClosing) != 0) {}
 
   std::string_view piece() const { return word_.substr(begin_, end_ - begin_); }
 
@@ -208,18 +224,21 @@ class WordPieces {
   unsigned classes_;
   std::size_t begin_ = 0, end_;
   bool WortEnde_ = false;
-  NextMark comma_, opening_, closing_, pair_;
+  NextMark<','> comma_;
+  NextMark<'('> opening_;
+  NextMark<')'> closing_;
+  NextMark<'(', ')'> pair_;
 };
 
 }  // namespace
 
-std::string_view Highlighter::fkt_ZeileKonvertieren(std::string_view line) {
+std::string_view Highlighter::fkt_ZeileKonvertieren(std::string_view line, const char* limit) {
   html_.clear();
-  apostrophe_ = line.find('\'') != std::string_view::npos;
-  const std::string_view trimmed = Trim(line);
+  line = map_.read(line, limit);
+  const std::string_view trimmed = line.substr(map_.firstWord());
   if (KommentarFortsetzung_ || trimmed.starts_with('\'') || startsWithIgnoreCase(trimmed, "REM")) {
     writeComment(line);
-    FortsetzungPruefen(trimmed);
+    FortsetzungPruefen(line);
     return html_.view();
   }
   const SplitLine split = splitTrailingComment(line);
@@ -231,9 +250,9 @@ std::string_view Highlighter::fkt_ZeileKonvertieren(std::string_view line) {
 // The split is made at the last apostrophe or " REM", whichever occurrence was judged.
 Highlighter::SplitLine Highlighter::splitTrailingComment(std::string_view line) {
   std::size_t at;
-  if (apostrophe_ && modVBACode::fkt_KommentarZeichen(line)) {
+  if (map_.holdsApostrophe() && modVBACode::fkt_KommentarZeichen(line)) {
     at = line.rfind('\'');
-  } else if (modVBACode::fkt_KommentarRem(line)) {
+  } else if (map_.mayHoldRem() && modVBACode::fkt_KommentarRem(line)) {
     at = findLastRem(line);
   } else {
     return {line, {}};
@@ -243,14 +262,14 @@ Highlighter::SplitLine Highlighter::splitTrailingComment(std::string_view line) 
 }
 
 void Highlighter::FortsetzungPruefen(std::string_view text) {
-  KommentarFortsetzung_ = Trim(text).ends_with('_');
+  KommentarFortsetzung_ = RTrim(text).ends_with('_');
 }
 
 // Splits the code at every single blank. A procedure keyword among the words
 // makes the whole code a head; the words written before it are dropped.
 void Highlighter::writeCode(std::string_view code) {
   if (code.empty()) return;
-  if (modVBACode::fkt_ProzedurEnde(code)) {
+  if (code.substr(map_.firstWord()).starts_with('E') && modVBACode::fkt_ProzedurEnde(code)) {
     html_.ensure(code.size() + kMaxSpan);
     html_.put("<span class='EndSub'>");
     html_.put(code);
@@ -258,42 +277,37 @@ void Highlighter::writeCode(std::string_view code) {
     return;
   }
   // Words that are written as they stand are copied with their blanks, many at once.
-  const char* const end = code.data() + code.size();
-  const char* copied = code.data();
-  for (const char* at = copied;; ++at) {
-    const char* const wordBegin = at;
-    unsigned classes = 0;
-    for (; at != end && *at != ' '; ++at) classes |= classOf(*at);
-    const std::string_view word(wordBegin, static_cast<std::size_t>(at - wordBegin));
-    if (isProcedureKeyword(word, classes)) return writeHead(code, word);
-    const WordClass wordClass = classes == kLetter ? keywords_.lookup(word) : WordClass::None;
-    bool blankFollows = true;
-    if (wordClass != WordClass::None || (classes & (kSplitting | kMarked)) != 0) {
-      writeStretch(copied, wordBegin);
-      blankFollows = writeWord(word, classes, wordClass);
-      copied = blankFollows ? at : at + 1;
+  map_.cut(code.size());
+  std::size_t copied = 0;
+  const auto copyUntil = [&](std::size_t end, std::size_t more) {
+    html_.ensure(end - copied + more);
+    html_.putReadable({code.data() + copied, end - copied});
+  };
+  for (LineMap::Words words(map_); words.next();) {
+    const std::string_view word(code.data() + words.begin(), words.end() - words.begin());
+    if (words.isLetters()) {
+      if (isProcedureKeyword(word)) return writeHead(code, word);
+      const WordClass wordClass = keywords_.lookupReadable(word);
+      if (wordClass == WordClass::None) continue;
+      copyUntil(words.begin(), kMaxSpan + word.size());
+      writeKeyword(word, wordClass);
+      copied = words.end();
+    } else if (words.holdsSpecial()) {
+      const unsigned classes = classesOf(word);
+      if (isProcedureKeyword(word, classes)) return writeHead(code, word);
+      copyUntil(words.begin(), word.size() * kMaxGrowth);
+      copied = words.end() + (writeWord(word, classes) ? 0 : 1);
     }
-    if (at != end) continue;
-    if (blankFollows) {
-      writeStretch(copied, end);
-      html_.put(' ');
-    }
-    return;
   }
+  if (copied > code.size()) return;  // no blank follows the last word
+  copyUntil(code.size(), 1);
+  html_.put(' ');
 }
 
-// Leaves room for one blank more.
-void Highlighter::writeStretch(const char* begin, const char* end) {
-  const std::string_view stretch(begin, static_cast<std::size_t>(end - begin));
-  html_.ensure(stretch.size() + 1);
-  html_.put(stretch);
-}
-
-// Returns whether a blank is to follow the word.
-bool Highlighter::writeWord(std::string_view word, unsigned classes, WordClass wordClass) {
-  html_.ensure((word.size() + 1) * kMaxGrowth);
+// Returns whether a blank is to follow the word, which is not all letters.
+bool Highlighter::writeWord(std::string_view word, unsigned classes) {
   if ((classes & kSplitting) != 0) return writePieces(word, classes);
-  writePiece(word, classes, wordClass);
+  writeMarked(word);
   return true;
 }
 
@@ -302,26 +316,27 @@ bool Highlighter::writePieces(std::string_view word, unsigned classes) {
   do {
     pieces.split();
     if (pieces.splitNamedArgument()) html_.put("<span class='Parms'>:=</span>");
-    const std::string_view piece = pieces.piece();
-    const unsigned ofPiece = classesOf(piece);
-    writePiece(piece, ofPiece, ofPiece == kLetter ? keywords_.lookup(piece) : WordClass::None);
+    writePiece(pieces.piece());
   } while (pieces.next());
   return pieces.WortEnde();
 }
 
-void Highlighter::writePiece(std::string_view piece, unsigned classes, WordClass wordClass) {
-  switch (wordClass) {
-    case WordClass::Code:
-      html_.put("<span class='Code'>");
-      html_.put(piece);
-      return html_.put("</span>");
-    case WordClass::Parms:
-      html_.put("<span class='Parms'>");
-      html_.put(piece);
-      return html_.put("</span>");
-    case WordClass::None:
-      return (classes & kMarked) != 0 ? writeMarked(piece) : html_.put(piece);
-  }
+void Highlighter::writePiece(std::string_view piece) {
+  const unsigned classes = classesOf(piece);
+  if ((classes & kMarked) != 0) return writeMarked(piece);
+  const WordClass wordClass =
+      classes == kLetter ? keywords_.lookupReadable(piece) : WordClass::None;
+  if (wordClass == WordClass::None) return html_.putReadable(piece);
+  writeKeyword(piece, wordClass);
+}
+
+void Highlighter::writeKeyword(std::string_view word, WordClass wordClass) {
+  if (wordClass == WordClass::Code)
+    html_.put("<span class='Code'>");
+  else
+    html_.put("<span class='Parms'>");
+  html_.putReadable(word);
+  html_.put("</span>");
 }
 
 // Only the first "<" and the first ">" of a piece are escaped: kept on purpose.

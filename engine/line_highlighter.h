@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "engine/keyword_table.h"
+#include "engine/line_map.h"
 #include "engine/text_buffer.h"
 
 namespace tintline {
@@ -23,12 +24,16 @@ class Highlighter {
 
   // The HTML of one source line, without line break; it lives until the next
   // call. Lines must be given in order: a comment that ends in "_" makes the next
-  // line a comment.
-  std::string_view fkt_ZeileKonvertieren(std::string_view line);
+  // line a comment. The bytes in front of `limit`, at or behind the end of the line, can be
+  // read: where that are some more, it saves a copy.
+  std::string_view fkt_ZeileKonvertieren(std::string_view line, const char* limit);
+  std::string_view fkt_ZeileKonvertieren(std::string_view line) {
+    return fkt_ZeileKonvertieren(line, line.data() + line.size());
+  }
 
   // Whether the line converted last holds an apostrophe. Where it holds none, all
   // apostrophes of its HTML stand in the highlighter's own spans.
-  bool lineHoldsApostrophe() const { return apostrophe_; }
+  bool lineHoldsApostrophe() const { return map_.holdsApostrophe(); }
 
  private:
   struct SplitLine {
@@ -39,18 +44,18 @@ class Highlighter {
   SplitLine splitTrailingComment(std::string_view line);
   void FortsetzungPruefen(std::string_view text);
   void writeCode(std::string_view code);
-  void writeStretch(const char* begin, const char* end);
-  bool writeWord(std::string_view word, unsigned classes, WordClass wordClass);
+  bool writeWord(std::string_view word, unsigned classes);
   bool writePieces(std::string_view word, unsigned classes);
-  void writePiece(std::string_view piece, unsigned classes, WordClass wordClass);
+  void writePiece(std::string_view piece);
+  void writeKeyword(std::string_view word, WordClass wordClass);
   void writeMarked(std::string_view piece);
   void writeHead(std::string_view code, std::string_view keyword);
   void writeName(std::string_view code, std::string_view keyword);
   void writeComment(std::string_view comment);
 
   const KeywordTable& keywords_;
+  LineMap map_;  // of the line that is converted
   TextBuffer html_;
-  bool apostrophe_ = false;
   bool KommentarFortsetzung_ = false;  // the next line continues a comment
 };
 

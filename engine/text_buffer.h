@@ -29,6 +29,13 @@ class TextBuffer {
     std::memcpy(data_.get() + size_, text.data(), text.size());
     size_ += text.size();
   }
+  // The same of a text from whose beginning on kShort bytes can be read: one that is no longer
+  // is copied with what stands behind it, as that takes no decisions.
+  void putReadable(std::string_view text) {
+    if (text.size() > kShort) return put(text);
+    std::memcpy(data_.get() + size_, text.data(), kShort);
+    size_ += text.size();
+  }
   template <std::size_t N>
   void put(const char (&literal)[N]) {
     std::memcpy(data_.get() + size_, literal, N - 1);
@@ -36,9 +43,11 @@ class TextBuffer {
   }
 
  private:
+  static constexpr std::size_t kShort = 32;
+
   void grow(std::size_t more) {
     const std::size_t wanted = std::max(size_ + more, 2 * capacity_);
-    auto larger = std::make_unique_for_overwrite<char[]>(wanted);
+    auto larger = std::make_unique_for_overwrite<char[]>(wanted + kShort);
     if (size_ > 0) std::memcpy(larger.get(), data_.get(), size_);
     data_ = std::move(larger);
     capacity_ = wanted;
@@ -46,7 +55,7 @@ class TextBuffer {
 
   std::unique_ptr<char[]> data_;
   std::size_t size_ = 0;
-  std::size_t capacity_ = 0;
+  std::size_t capacity_ = 0;  // without room for what is copied behind a short text
 };
 
 }  // namespace tintline

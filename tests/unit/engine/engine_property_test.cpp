@@ -31,6 +31,11 @@ TEST(HighlighterProperty, AgreesWithTheTranscriptionOnShortAndRandomLines) {
     ASSERT_EQ(fast.fkt_ZeileKonvertieren(line), slow.fkt_ZeileKonvertieren(line)) << line;
   };
   test::forEachShortText(4, "short", agree);
+  // Lines are read sixteen and sixty-four characters at a time.
+  test::forEachShortText(2, "short", [&](const std::string& text) {
+    for (const std::size_t size : {13, 15, 31, 61, 62, 63, 64, 126, 127})
+      for (const char filler : {' ', 'x'}) agree(std::string(size, filler) + text + " Dim");
+  });
   test::forEachShortText(3, "headPart", [&](const std::string& head) {
     agree("Sub " + head + "()");
     agree("Property " + head + "()");
