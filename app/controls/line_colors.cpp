@@ -131,7 +131,7 @@ void addHtml(std::wstring_view line, const LineInks& inks, Parts& parts) {
     const std::string_view name = tag.substr(1, tag.find_first_of(" >/", 2) - 1);
     if (tag[1] == '/' && !open.empty())
       open.pop_back();
-    else if (tag[1] != '/' && tag[1] != '!' && name != "br" && name != "hr")
+    else if (tag[1] != '/' && name != "br" && name != "hr")
       open.push_back(tintOfTag(tag, inks));
     parts.add(end, Tint::Quiet);
     at = end;

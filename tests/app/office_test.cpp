@@ -123,6 +123,7 @@ TEST_F(office, failed_analysis_says_why_and_leaves_nothing_half_done) {
       },
   };
   openFile("a.bas", "x\r\n");
+  convert();
   for (const auto& fails : failures) {
     part();
     mend();

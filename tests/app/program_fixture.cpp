@@ -29,6 +29,7 @@ std::string described(const ListBox& list) {
 void add(const TreeNode& node, std::string& text) {
   text += '\n' + std::string(2 * node.path().size() + 2, ' ');
   text += toUtf8(node.Text()) + " [" + node.Image() + "/" + node.SelectedImage() + "]";
+  if (!node.Children().empty() && !node.Expanded()) text += " +";
   for (const auto& child : node.Children()) add(*child, text);
 }
 

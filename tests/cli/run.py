@@ -198,7 +198,7 @@ def the_first_settings_that_are_found_count_whole_and_are_shown(box):
     page = box.run("--settings=option.ini", "--color=comments=#666666", "a.bas", env=own)
     holds(page, b':#666666}', b'lang="en"', b"Skip to code", b'"Index"', b">Public<")
     shown = box.run("--print-settings", "--color=KOMMENTARE=#666666", "--lang=en", command=command)
-    holds(shown, b"TINTLINE.ini\n", b"; --color\nColRem=,#666666,#FFFFFF,6710886,2,0,\n",
+    holds(shown, b"TINTLINE.ini\n", "; genau: eine Vorgabe".encode(), b"; --color\nColRem=,#666666,#FFFFFF,6710886,2,0,\n",
           b"PreCode=\xc4,\n")
     box.put("shown.ini", shown)
     equal(box.run("--settings=shown.ini", "a.bas"), page)
@@ -630,6 +630,8 @@ def office_files_give_pages_and_an_index(box):
     equal(box.names("old/Mappe.xlsm"), sorted(["DieseArbeitsmappe.htm", *pages]))
     equal(box.run("--list", "-", stdin=BOOK).splitlines()[1:],
           box.run("--list", "in/Mappe.xlsm").splitlines()[1:])
+    (box.folder / "bad/Mappe.xlsm/index.htm").mkdir(parents=True)
+    box.run("-d", "bad", "in/Mappe.xlsm", code=1, err="index.htm kann nicht")
     box.run("in/sub/No.docx", code=1, err="enthält kein VBA-Projekt")
     box.run("--module=Fehlt", "in/Mappe.xlsm", code=1, err="enthält kein Modul Fehlt")
     box.put("Cut.xlsm", BOOK[:9000])

@@ -30,6 +30,8 @@ TEST(editorProcedures, TakeWhatStandsInFrontOfThemAndTheLastOneTheRest) {
       {u8"", "0"},
       {u8"Option Explicit\r\n' nothing else\r\n", "2"},
       {u8"Sub A()\r\nEnd Sub\r\n", "0 A 1+2"},
+      {u8"' about A\r\n\r\nSub A()\r\nEnd Sub\r\n", "0 A 1+4"},
+      {u8"Dim x As _\r\nLong\r\n' about A\r\nSub A()\r\nEnd Sub\r\n", "2 A 3+3"},
       {u8"Dim x _\r\n  As Long\r\n\r\n' about A\r\nSub A()\r\nEnd Sub\r\n' the end\r\n", "2 A 3+5"},
       {u8"Sub A()\r\nEnd Sub\r\n\r\nRem about B\r\nPrivate Static Function B&()\r\nEnd "
        u8"Function\r\n",

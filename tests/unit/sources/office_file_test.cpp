@@ -71,12 +71,12 @@ TEST(officeFile, finds_projects_wherever_they_are) {
   FixtureProject small{.modules = {{.name = u"Alt", .code = "x\r\n"}}};
   const std::string native = number(0, 4) + number(2, 2) + "a.xls" + '\0' + "C:\\a.xls" + '\0' +
                              number(0, 8) + "a.xls" + '\0' + number(project.size(), 4) + project;
-  const auto documentSignedBy = [](std::string signature) {
+  const auto documentSignedBy = [](std::string signature, std::size_t property = 0x18) {
     Storage document = holding(u"Macros", projectStorage(sampleProject()));
     document.streams.emplace_back(
         u"\x05"
         u"DocumentSummaryInformation",
-        std::string(44, '\0') + number(48, 4) + number(40, 4) + number(1, 4) + number(0x18, 4) +
+        std::string(44, '\0') + number(48, 4) + number(40, 4) + number(1, 4) + number(property, 4) +
             number(16, 4) + number(0x41, 4) + number(signature.size(), 4) + signature);
     return compoundFileOf(document);
   };
@@ -109,6 +109,7 @@ TEST(officeFile, finds_projects_wherever_they_are) {
        "[word/embeddings/a.docm/xl/vbaProject.bin" + kSample},
       {"document", documentSignedBy("s"), "[Macros signed" + kSample},
       {"document without a signature", documentSignedBy(""), "[Macros" + kSample},
+      {"document with something else", documentSignedBy("s", 0x17), "[Macros" + kSample},
       {"workbook with an object", compoundFileOf(pool),
        "[_VBA_PROJECT_CUR" + kSample + "[ObjectPool/_1] Alt.bas:1"},
       {"object as package", compoundFileOf(streams({{u"Package", macroPackage(project)}})),
@@ -168,6 +169,8 @@ TEST(officeFile, says_why_there_is_nothing_to_read) {
          return cut;
        }(),
        " !: damaged"},
+      {package({{"word/embeddings/a.bin", compound(u"EncryptedPackage")}}),
+       " !word/embeddings/a.bin: encrypted"},
       {nested(macroPackage(project), 2),
        "[word/embeddings/a.docm/word/embeddings/a.docm"
        "/xl/vbaProject.bin" +
