@@ -175,7 +175,6 @@ void Layout::breakLine() {
 }
 
 void Layout::startLine() {
-  space_.reset();
   if (!builder_.atLineStart()) breakLine();
 }
 
