@@ -136,7 +136,7 @@ TEST(ReadFile, readsWhatDoesNotKnowItsSize) {
 TEST(AtomicFile, writesTheRestBehindASignal) {
   int pipe[2];
   ASSERT_EQ(::pipe(pipe), 0);
-  struct sigaction noted {}, before {};
+  struct sigaction noted = {}, before = {};
   noted.sa_handler = [](int) {};
   ::sigaction(SIGUSR1, &noted, &before);
   std::string content;
