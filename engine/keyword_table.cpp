@@ -36,9 +36,6 @@ std::size_t entriesOf(std::string_view list) {
   return entries;
 }
 
-// The bits of a hash that do not choose the slot.
-std::uint16_t tagOf(std::uint64_t hash) { return static_cast<std::uint16_t>(hash >> 48); }
-
 }  // namespace
 
 KeywordTable::KeywordTable() : KeywordTable(std::string(), std::string()) {}
@@ -59,17 +56,6 @@ KeywordTable::Key KeywordTable::keyOf(std::string_view word) {
   return {loadBlock(start.data()), word.size()};
 }
 
-// The slot that holds the word, else the one in which it would be.
-std::size_t KeywordTable::slotOf(std::string_view word, const Key& key) const {
-  const std::size_t mask = slots_.size() - 1;
-  const std::uint64_t hash = key.hash();
-  const std::uint16_t tag = tagOf(hash);
-  for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
-    const Slot& slot = slots_[at];
-    if (slot.entry == 0 || (slot.tag == tag && isEntry(entries_[slot.entry], word, key))) return at;
-  }
-}
-
 void KeywordTable::addEntries(const std::string& list, WordClass wordClass) {
   if (list.empty()) return;
   std::size_t begin = 1;  // behind the leading NUL
@@ -84,15 +70,13 @@ void KeywordTable::add(std::uint32_t offset, std::string_view word, WordClass wo
   if (slot.entry != 0) return;  // Keywords1 is entered, and so found, first
   if (entries_.size() > std::numeric_limits<std::uint16_t>::max())
     throw std::length_error("more keywords than a table holds");
-  slot = {tagOf(key.hash()), static_cast<std::uint16_t>(entries_.size())};
+  slot = {Slot::tagOf(key.hash()), static_cast<std::uint16_t>(entries_.size())};
   entries_.push_back({key, offset, wordClass});
 }
 
-bool KeywordTable::isEntry(const Entry& entry, std::string_view word, const Key& key) const {
-  if (!(entry.key == key)) return false;
-  if (key.size <= sizeof(Block)) return true;
+std::string_view KeywordTable::text(const Entry& entry) const {
   const std::string& list = entry.wordClass == WordClass::Code ? keywords1_ : keywords2_;
-  return std::string_view(list).substr(entry.offset, word.size()) == word;
+  return std::string_view(list).substr(entry.offset, entry.key.size);
 }
 
 bool fkt_NurBuchstaben(std::string_view text) {

@@ -73,7 +73,12 @@ class KeywordTable {
 
   // Small, so that they stay in the cache: most words are told by their tags to be in no list.
   struct Slot {
-    std::uint16_t tag = 0;    // a part of the word's hash
+    // The bits of a hash that do not choose the slot.
+    static std::uint16_t tagOf(std::uint64_t hash) {
+      return static_cast<std::uint16_t>(hash >> 48);
+    }
+
+    std::uint16_t tag = 0;
     std::uint16_t entry = 0;  // its index in entries_; 0: the slot is free
   };
 
@@ -81,10 +86,22 @@ class KeywordTable {
   WordClass classOf(std::string_view word, const Key& key) const {
     return entries_[slots_[slotOf(word, key)].entry].wordClass;
   }
-  std::size_t slotOf(std::string_view word, const Key& key) const;
+  // The slot that holds the word, else the one in which it would be.
+  std::size_t slotOf(std::string_view word, const Key& key) const {
+    const std::size_t mask = slots_.size() - 1;
+    const std::uint64_t hash = key.hash();
+    for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+      const Slot& slot = slots_[at];
+      if (slot.entry == 0) return at;
+      if (slot.tag == Slot::tagOf(hash) && isEntry(entries_[slot.entry], word, key)) return at;
+    }
+  }
+  bool isEntry(const Entry& entry, std::string_view word, const Key& key) const {
+    return entry.key == key && (key.size <= sizeof(Block) || text(entry) == word);
+  }
   void addEntries(const std::string& list, WordClass wordClass);
   void add(std::uint32_t offset, std::string_view word, WordClass wordClass);
-  bool isEntry(const Entry& entry, std::string_view word, const Key& key) const;
+  std::string_view text(const Entry& entry) const;
 
   std::string keywords1_, keywords2_;
   std::vector<Entry> entries_;  // behind one that stands for all other words

@@ -235,7 +235,8 @@ class WordPieces {
 std::string_view Highlighter::fkt_ZeileKonvertieren(std::string_view line, const char* limit) {
   html_.clear();
   line = map_.read(line, limit);
-  const std::string_view trimmed = line.substr(map_.firstWord());
+  std::string_view trimmed = line;
+  trimmed.remove_prefix(map_.firstWord());
   if (KommentarFortsetzung_ || trimmed.starts_with('\'') || startsWithIgnoreCase(trimmed, "REM")) {
     writeComment(line);
     FortsetzungPruefen(line);
@@ -269,7 +270,8 @@ void Highlighter::FortsetzungPruefen(std::string_view text) {
 // makes the whole code a head; the words written before it are dropped.
 void Highlighter::writeCode(std::string_view code) {
   if (code.empty()) return;
-  if (code.substr(map_.firstWord()).starts_with('E') && modVBACode::fkt_ProzedurEnde(code)) {
+  const std::size_t first = map_.firstWord();
+  if (first < code.size() && code[first] == 'E' && modVBACode::fkt_ProzedurEnde(code)) {
     html_.ensure(code.size() + kMaxSpan);
     html_.put("<span class='EndSub'>");
     html_.put(code);
