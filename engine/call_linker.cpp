@@ -254,17 +254,17 @@ bool CallLinker::replaceName(std::string_view name, std::size_t end, std::string
   const std::string_view code = std::string_view(html_).substr(0, end);
   const std::string_view before = code.substr(0, findIgnoreCase(code, name));
   if (std::count(before.begin(), before.end(), '"') % 2 != 0) return false;
-  std::string link = "<a HREF='#";
-  link.append(name).append("' class='Marks'>").append(name).append(close);
-  std::string linked;
+  link_.assign("<a HREF='#").append(name).append("' class='Marks'>").append(name).append(close);
+  linked_.clear();
   std::size_t done = 0;
   for (std::size_t hit; (hit = code.find(name, done)) != std::string_view::npos;
        done = hit + name.size()) {
-    linked.append(code, done, hit - done).append(link);
-    if (linked.size() > longest_) throw std::length_error("call links make a line too long");
+    linked_.append(code, done, hit - done).append(link_);
+    if (linked_.size() > longest_) throw std::length_error("call links make a line too long");
   }
   if (done == 0) return false;
-  html_ = linked.append(html_, done);
+  linked_.append(html_, done);
+  html_.swap(linked_);
   return true;
 }
 

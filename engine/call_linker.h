@@ -88,7 +88,7 @@ class CallLinker {
   NameFilter inSource_;                  // those that the HTML holds only where the source does
   NameFilter inHtml_;                    // the others
   std::vector<std::size_t> found_;
-  std::string html_;
+  std::string html_, linked_, link_;
   std::size_t longest_ = 0;  // what html_ may grow to
 };
 

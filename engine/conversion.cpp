@@ -130,7 +130,8 @@ class Run {
     if (startsModule(i, html, source))
       collector_.append(std::exchange(frameOpen_, true) ? kNextFrame : kFrameOpener);
     const bool continues = continuesInSource(source);
-    collector_.emit(decorated(html, source), continues ? "<br><br>" : "<br>\n", !statementStart_);
+    constexpr std::string_view kContinued = "<br><br>", kDone = "<br>\n";
+    collector_.emit(decorated(html, source), continues ? kContinued : kDone, !statementStart_);
     observer_.processed(i, List1_.size());
     if (!continues) {
       bSubUmbruch_ = false;

@@ -77,7 +77,9 @@ bool isProcedureKeyword(std::string_view word, unsigned classes) {
 // Whether the text holds an even number of double quotes, so that what follows
 // it stands outside string literals.
 bool evenQuotes(std::string_view text) {
-  return std::count(text.begin(), text.end(), '"') % 2 == 0;
+  bool even = true;
+  for (std::size_t at = 0; (at = text.find('"', at)) != std::string_view::npos; ++at) even = !even;
+  return even;
 }
 
 constexpr CaselessText kRem(" REM");
