@@ -24,8 +24,9 @@ enum CharacterClass : unsigned {
   kColon = 64,
   kEscaped = 128  // "<", ">" and the double quote
 };
-constexpr unsigned kMarked = kOpening | kClosing | kEscaped;  // not written as they are
-constexpr unsigned kSplitting = kComma | kOpening | kClosing | kColon;
+constexpr unsigned kParenthesis = kOpening | kClosing;
+constexpr unsigned kMarked = kParenthesis | kEscaped;  // not written as they are
+constexpr unsigned kSplitting = kComma | kParenthesis | kColon;
 
 constexpr std::array<unsigned char, 256> makeClasses() {
   std::array<unsigned char, 256> classes{};
@@ -125,111 +126,100 @@ bool isNoName(std::string_view word, std::string_view keyword) {
          std::find(std::begin(kWithBlank), std::end(kWithBlank), word) != std::end(kWithBlank);
 }
 
-// Where a mark of one or two characters stands next in a word that is searched from left to
-// right. Every stretch of the word is searched once, however many pieces the word has.
-template <char... kMark>
+// Where a text stands next in a word that is searched from left to right. Every stretch of the
+// word is searched once, however many pieces the word has.
 class NextMark {
  public:
   // `possible` says whether the word can hold the mark at all.
-  NextMark(std::string_view word, bool possible) : at_(possible ? find(word, 0) : word.size()) {}
+  NextMark(std::string_view mark, std::string_view word, bool possible)
+      : mark_(mark), at_(possible ? std::min(word.find(mark), word.size()) : word.size()) {}
 
   // Position of the first mark at or behind `from`, which never moves back; the end of the word
   // when there is none.
   std::size_t in(std::string_view word, std::size_t from) {
-    if (at_ < from) at_ = find(word, from);
+    if (at_ < from) at_ = std::min(word.find(mark_, from), word.size());
     return at_;
   }
 
  private:
-  // Words are short: no search that is made for long texts is faster.
-  static std::size_t find(std::string_view word, std::size_t from) {
-    for (; from + sizeof...(kMark) <= word.size(); ++from) {
-      const char* at = word.data() + from;
-      if (((*at++ == kMark) && ...)) return from;
-    }
-    return word.size();
-  }
-
+  std::string_view mark_;
   std::size_t at_;
 };
 
 // The pieces of a word, one after the other: piece [begin_, end_) of the word, the rest behind
-// it. Putting text back in front of the rest moves the border.
+// it.
 class WordPieces {
  public:
   // `classes` are those of the word's characters.
   WordPieces(std::string_view word, unsigned classes)
       : word_(word),
-        classes_(classes),
-        end_(word.size()),
-        comma_(word, (classes & kComma) != 0),
-        opening_(word, (classes & kOpening) != 0),
-        closing_(word, (classes & kClosing) != 0),
-        pair_(word, (classes & kOpening) != 0 && (classes & kClosing) != 0) {}
+        assignment_(":=", word, (classes & kColon) != 0),
+        pair_("()", word, (classes & kOpening) != 0 && (classes & kClosing) != 0),
+        comma_(",", word, (classes & kComma) != 0 && pair_.in(word, 0) != word.size()) {}
 
   std::string_view piece() const { return word_.substr(begin_, end_ - begin_); }
+
+  // What the characters of the piece are.
+  unsigned classes() const { return classes_; }
 
   // Whether a blank follows the piece; never while there is a rest.
   bool WortEnde() const { return WortEnde_; }
 
-  void split() {
-    splitComma();
-    if ((classes_ & (kOpening | kClosing)) != 0 && pair_.in(word_, begin_) + 2 > end_) {
-      splitOpeningParenthesis();
-      splitClosingParenthesis();
-    }
+  // True when the rest begins with ":=", which is then dropped.
+  bool dropNamedArgument() {
+    const bool named = begin_ < word_.size() && assignment_.in(word_, begin_) == begin_;
+    if (named) begin_ += 2;
+    return named;
   }
 
-  // True when the piece began with ":=", which is then dropped.
-  bool splitNamedArgument() {
-    if ((classes_ & kColon) == 0) return false;
-    const bool named = piece().starts_with(":=");
-    if (named) begin_ += 2;
-    const std::size_t at = piece().find(":=");
-    if (at != std::string_view::npos && at > 0) {
-      end_ = begin_ + at;
-      WortEnde_ = false;
+  // A piece ends in front of a comma, parenthesis or ":="; a parenthesis is one by itself. A comma
+  // or ":=" that it begins with hides those behind, "()" the parentheses up to the next comma.
+  void split() {
+    const std::size_t limit = nextBehind(assignment_);
+    const std::size_t pair = pair_.in(word_, begin_);
+    const std::size_t comma = pair < word_.size() ? nextBehind(comma_) : 0;
+    if (pair + 2 <= comma) {
+      end_ = std::min(comma, limit);
+      classes_ = classesOf(piece());
+    } else {
+      splitAtMark(limit);
     }
-    return named;
+    // The blank behind a word that ends in "(" is lost: kept on purpose.
+    WortEnde_ = end_ == word_.size() && classes_ != kOpening;
   }
 
   // Goes on to the rest; false when there is none.
   bool next() {
     begin_ = end_;
-    end_ = word_.size();
-    return begin_ < end_;
+    return begin_ < word_.size();
   }
 
  private:
-  // Only a first comma behind the first character splits.
-  void splitComma() {
-    const std::size_t comma = comma_.in(word_, begin_);
-    WortEnde_ = comma == word_.size() || comma == begin_;
-    if (!WortEnde_) end_ = comma;
+  // Where the mark stands next; the end of the word when the rest begins with it.
+  std::size_t nextBehind(NextMark& mark) {
+    const std::size_t at = mark.in(word_, begin_);
+    return at == begin_ ? word_.size() : at;
   }
 
-  void splitOpeningParenthesis() {
-    const std::size_t at = opening_.in(word_, begin_);
-    if (at >= end_) return;
-    end_ = std::max(at, begin_ + 1);
-    WortEnde_ = false;  // so the blank behind a word that ends in "(" is lost: kept on purpose
-  }
-
-  void splitClosingParenthesis() {
-    const std::size_t at = closing_.in(word_, begin_);
-    if (at >= end_) return;
-    end_ = std::max(at, begin_ + 1);
-    WortEnde_ = piece() == ")" && end_ == word_.size();
+  void splitAtMark(std::size_t limit) {
+    end_ = begin_;
+    classes_ = 0;
+    if (end_ == limit) return;
+    classes_ = classOf(word_[end_++]);
+    if ((classes_ & kParenthesis) != 0) return;
+    const unsigned ending = kParenthesis | (kComma & ~classes_);
+    for (; end_ < limit; ++end_) {
+      const unsigned next = classOf(word_[end_]);
+      if ((next & ending) != 0) return;
+      classes_ |= next;
+    }
   }
 
   std::string_view word_;
-  unsigned classes_;
-  std::size_t begin_ = 0, end_;
+  unsigned classes_ = 0;
+  std::size_t begin_ = 0, end_ = 0;
   bool WortEnde_ = false;
-  NextMark<','> comma_;
-  NextMark<'('> opening_;
-  NextMark<')'> closing_;
-  NextMark<'(', ')'> pair_;
+  NextMark assignment_, pair_, comma_;
 };
 
 }  // namespace
@@ -318,15 +308,14 @@ bool Highlighter::writeWord(std::string_view word, unsigned classes) {
 bool Highlighter::writePieces(std::string_view word, unsigned classes) {
   WordPieces pieces(word, classes);
   do {
+    if (pieces.dropNamedArgument()) html_.put("<span class='Parms'>:=</span>");
     pieces.split();
-    if (pieces.splitNamedArgument()) html_.put("<span class='Parms'>:=</span>");
-    writePiece(pieces.piece());
+    writePiece(pieces.piece(), pieces.classes());
   } while (pieces.next());
   return pieces.WortEnde();
 }
 
-void Highlighter::writePiece(std::string_view piece) {
-  const unsigned classes = classesOf(piece);
+void Highlighter::writePiece(std::string_view piece, unsigned classes) {
   if ((classes & kMarked) != 0) return writeMarked(piece);
   const WordClass wordClass =
       classes == kLetter ? keywords_.lookupReadable(piece) : WordClass::None;

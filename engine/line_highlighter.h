@@ -46,7 +46,7 @@ class Highlighter {
   void writeCode(std::string_view code);
   bool writeWord(std::string_view word, unsigned classes);
   bool writePieces(std::string_view word, unsigned classes);
-  void writePiece(std::string_view piece);
+  void writePiece(std::string_view piece, unsigned classes);
   void writeKeyword(std::string_view word, WordClass wordClass);
   void writeMarked(std::string_view piece);
   void writeHead(std::string_view code, std::string_view keyword);
