@@ -24,14 +24,16 @@ TEST(WindowMemory, KeepsPlacesFoldersAndTheFilesOfAllWindows) {
   first.opened("/a/line\n[Fenster]");
   second.opened("/b/ä.bas");
   first.forget("/a/9.bas");
+  first.forget("/a/2.bas");
+  first.opened("/a/2.bas");
   second.save();
   first.save();
 
   WindowMemory third(user);
   third.load();
   EXPECT_EQ(third.recent(),
-            (std::vector<fs::path>{"/a/7.bas", "/a/8.bas", "/a/6.bas", "/a/5.bas", "/a/4.bas",
-                                   "/a/3.bas", "/a/2.bas", "/b/ä.bas"}));
+            (std::vector<fs::path>{"/a/2.bas", "/a/7.bas", "/a/8.bas", "/a/6.bas", "/a/5.bas",
+                                   "/a/4.bas", "/a/3.bas", "/b/ä.bas"}));
   EXPECT_EQ(third.openFolder, folder / "Größe");
   EXPECT_TRUE(third.place.maximized);
   EXPECT_EQ(third.brightness, Brightness::Dark);

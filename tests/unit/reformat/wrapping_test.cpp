@@ -129,8 +129,8 @@ TEST(Indentation, DecodedTextIsIndentedAsItsLinesAre) {
   const auto indented = [](std::u8string_view text) {
     return reformatted(text, {.pass = Reformatting::Pass::Formatieren, .unit = 2});
   };
-  EXPECT_EQ(indented(u8"If a Then \r\n\t\u3000\x19ä = 1\r  End If\n\nIf b Then c\nd"),
-            u8"If a Then \r\n  ä = 1\rEnd If\n\nIf b Then c\n  d");
+  EXPECT_EQ(indented(u8"If a Then \u3000\r\n\t\u3000\x19ä = 1\r  End If\n\nIf b Then c\nd"),
+            u8"If a Then \u3000\r\n  ä = 1\rEnd If\n\nIf b Then c\n  d");
   std::u8string deep;
   for (int i = 0; i < 40'000; ++i) deep += u8"If a Then\n";
   EXPECT_LT(indented(deep).size(), deep.size() + 40'000 * 1000) << "bounded";
