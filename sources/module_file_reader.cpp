@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/block.h"
 #include "base/codepage.h"
 #include "base/text.h"
 
@@ -87,6 +88,36 @@ bool hasEnd(std::string_view line) {
   return false;
 }
 
+// Tells of the lines of a text, given in order, whether they can be heads: "Sub " or "Func" is in
+// them, in any case. The text is searched once, sixteen places at a time.
+class HeadSearch {
+ public:
+  explicit HeadSearch(std::string_view text) : text_(text), at_(next(0)) {}
+
+  bool isIn(std::string_view line) {
+    const auto begin = static_cast<std::size_t>(line.data() - text_.data());
+    if (at_ < begin) at_ = next(begin);
+    return at_ < begin + line.size();
+  }
+
+ private:
+  // Where "ub " or "unc" stands next; what is too near the end to be looked at may be one.
+  std::size_t next(std::size_t from) const {
+    for (; from + sizeof(Block) + 2 <= text_.size(); from += sizeof(Block)) {
+      const Block first = loadBlock(text_.data() + from) | 0x20;
+      const Block second = loadBlock(text_.data() + from + 1) | 0x20;
+      const Block third = loadBlock(text_.data() + from + 2) | 0x20;
+      const std::size_t found = firstMarked((first == 'u') & (((second == 'b') & (third == ' ')) |
+                                                              ((second == 'n') & (third == 'c'))));
+      if (found != sizeof(Block)) return from + found;
+    }
+    return from;
+  }
+
+  std::string_view text_;
+  std::size_t at_;
+};
+
 }  // namespace
 
 ModuleSource ModulDateiLesen(std::string_view file, const LineProgress& progress) {
@@ -95,11 +126,12 @@ ModuleSource ModulDateiLesen(std::string_view file, const LineProgress& progress
   std::string_view text = ansiText(file, converted, source.replaced);
   const char lineEnd = text.find('\r') == std::string_view::npos ? '\n' : '\r';
   source.List1.reserveBytes(text.size());  // enough where lines end in CR LF
+  HeadSearch heads(text);
   while (!text.empty()) {
     source.tooManyLines = source.List1.size() == kMaxLines;
     if (source.tooManyLines) break;
     const std::string_view line = takeLine(text, lineEnd);
-    collectProcedureName(line, source.ProzNamen);
+    if (heads.isIn(line)) collectProcedureName(line, source.ProzNamen);
     source.List1.append(line, " ");
     if (progress) progress(source.List1.size());
   }
